@@ -1,0 +1,28 @@
+# Each test case is a ctest entry, and so a process, of its own: process-wide state (root cache, singletons, exit list,
+# environment read once) is fresh in every one.
+include(GoogleTest)
+
+function(zelutil_add_gtest name)
+    target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE zelutil_options zelutil_test_support GTest::gtest GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 120
+        TEST_PREFIX "${name}."
+        PROPERTIES TIMEOUT 300)
+endfunction()
+
+# zelutil_public_test(NAME SOURCE...): public headers only, linked with the shared library as a host links it.
+function(zelutil_public_test name)
+    add_executable(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE zelutil::zelutil)
+    zelutil_add_gtest(${name})
+endfunction()
+
+# zelutil_internal_test(NAME SOURCE...): also sees src/, linked with the static form.
+function(zelutil_internal_test name)
+    add_executable(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE zelutil_static)
+    zelutil_add_gtest(${name})
+endfunction()

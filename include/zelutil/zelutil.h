@@ -1,0 +1,9 @@
+#ifndef ZELUTIL_ZELUTIL_H
+#define ZELUTIL_ZELUTIL_H
+
+/// Everything zelutil offers to a host. Each header can also be included by itself.
+
+#include <zelutil/c_api.h>
+#include <zelutil/export.h>
+
+#endif

@@ -1,0 +1,204 @@
+#include "json/json.h"
+
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace zelutil::json {
+namespace {
+
+/// The iterative parser accepts and builds the same as the recursive one and needs no stack.
+constexpr unsigned kParseFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
+
+constexpr std::size_t kBlock = 16;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// Length from which a negative exponent makes every number 0.0, however many digits it has.
+constexpr std::size_t kVanishingExponentDigits = 8;
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// The digits of a negative exponent when the minus sign at `minus` begins one.
+std::size_t exponentDigits(const char* minus, const char* begin, const char* end) {
+    if (minus == begin || (minus[-1] != 'e' && minus[-1] != 'E')) {
+        return 0;
+    }
+    return static_cast<std::size_t>(std::find_if_not(minus + 1, end, isDigit) - (minus + 1));
+}
+
+/// Whether an exponent of a length that must not reach the parser may stand in the text (inside a string perhaps).
+bool mayHoldVanishingExponent(const char* begin, const char* end) {
+    const auto next = [end](const char* from) {
+        return static_cast<const char*>(std::memchr(from, '-', static_cast<std::size_t>(end - from)));
+    };
+    for (const char* minus = next(begin); minus != nullptr; minus = next(minus + 1)) {
+        if (exponentDigits(minus, begin, end) >= kVanishingExponentDigits) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Writes 9999999 over the digits of an exponent that is longer without its leading zeros. The length stays.
+void shortenExponent(char* digits, std::size_t count) {
+    const char* const significant = std::find_if(digits, digits + count, [](char c) { return c != '0'; });
+    if (static_cast<std::size_t>(digits + count - significant) < kVanishingExponentDigits) {
+        return;
+    }
+    const std::size_t zeros = count - (kVanishingExponentDigits - 1);
+    std::fill_n(digits, zeros, '0');
+    std::fill_n(digits + zeros, kVanishingExponentDigits - 1, '9');
+}
+
+/// Past some 2^31, RapidJSON's sum of exponent and fraction digits overflows and it reads out of bounds
+/// (CVE-2024-38517). Such numbers are 0.0 and stay so with a shorter exponent.
+void shortenVanishingExponents(char* begin, char* end) {
+    if (!mayHoldVanishingExponent(begin, end)) {
+        return;
+    }
+    bool inString = false;
+    for (char* c = begin; c < end; ++c) {
+        if (*c == '"') {
+            inString = !inString;
+        } else if (inString && *c == '\\') {
+            ++c;
+        } else if (!inString && *c == '-') {
+            shortenExponent(c + 1, exponentDigits(c, begin, end));
+        }
+    }
+}
+
+/// Passes the parser's events on to a document and refuses what the document must not hold.
+class BoundedBuilder {
+public:
+    using Ch = char;
+
+    explicit BoundedBuilder(Document& document) : document_(document) {}
+
+    bool Null() { return document_.Null(); }
+    bool Bool(bool b) { return document_.Bool(b); }
+    bool Int(int i) { return document_.Int(i); }
+    bool Uint(unsigned i) { return document_.Uint(i); }
+    bool Int64(std::int64_t i) { return document_.Int64(i); }
+    bool Uint64(std::uint64_t i) { return document_.Uint64(i); }
+    bool Double(double d) { return std::isfinite(d) && document_.Double(d); }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy) {
+        return document_.RawNumber(text, length, copy);
+    }
+    bool String(const char* text, rapidjson::SizeType length, bool copy) {
+        return document_.String(text, length, copy);
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy) { return document_.Key(text, length, copy); }
+    bool StartObject() { return enter() && document_.StartObject(); }
+    bool EndObject(rapidjson::SizeType count) { return leave() && document_.EndObject(count); }
+    bool StartArray() { return enter() && document_.StartArray(); }
+    bool EndArray(rapidjson::SizeType count) { return leave() && document_.EndArray(count); }
+
+private:
+    bool enter() { return ++depth_ <= kMaximumDepth; }
+    bool leave() {
+        --depth_;
+        return true;
+    }
+
+    Document& document_;
+    unsigned depth_ = 0;
+};
+
+/// A copy of the text that the parser may overwrite, ended by a zero and padded to whole blocks.
+std::unique_ptr<char[]> paddedCopy(std::string_view text) {
+    const std::size_t size = (text.size() / kBlock + 2) * kBlock;
+    std::unique_ptr<char[]> copy(new char[size]);
+    std::memcpy(copy.get(), text.data(), text.size());
+    std::memset(copy.get() + text.size(), 0, size - text.size());
+    return copy;
+}
+
+template <typename Object>
+auto findMember(Object& object, const char* name) -> decltype(&object.FindMember(name)->value) {
+    if (!object.IsObject()) {
+        return nullptr;
+    }
+    const auto found = object.FindMember(name);
+    return found == object.MemberEnd() ? nullptr : &found->value;
+}
+
+template <typename Writer>
+std::optional<std::string> written(Writer& writer, const rapidjson::StringBuffer& buffer, const Value& value) {
+    if (!value.Accept(writer) || !writer.IsComplete()) {
+        return std::nullopt;
+    }
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+}  // namespace
+
+Text::Text(std::string_view text) {
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+        text.remove_prefix(kByteOrderMark.size());
+    }
+    if (text.size() > kMaximumTextSize) {
+        return;
+    }
+    buffer_ = paddedCopy(text);
+    shortenVanishingExponents(buffer_.get(), buffer_.get() + text.size());
+    auto parse = [this](Document& document) {
+        rapidjson::InsituStringStream stream(buffer_.get());
+        BoundedBuilder builder(document);
+        rapidjson::Reader reader;
+        valid_ = !reader.Parse<kParseFlags>(stream, builder).IsError();
+        return valid_;
+    };
+    document_.Populate(parse);
+}
+
+const Value* member(const Value& object, const char* name) { return findMember(object, name); }
+
+Value* member(Value& object, const char* name) { return findMember(object, name); }
+
+const Value* arrayMember(const Value& object, const char* name) {
+    const Value* const found = member(object, name);
+    return found != nullptr && found->IsArray() ? found : nullptr;
+}
+
+Value* arrayMember(Value& object, const char* name) {
+    Value* const found = member(object, name);
+    return found != nullptr && found->IsArray() ? found : nullptr;
+}
+
+std::optional<std::string_view> stringMember(const Value& object, const char* name) {
+    const Value* const found = member(object, name);
+    return found == nullptr ? std::nullopt : string(*found);
+}
+
+std::optional<std::int32_t> integerMember(const Value& object, const char* name) {
+    const Value* const found = member(object, name);
+    return found != nullptr && found->IsInt() ? std::optional<std::int32_t>(found->GetInt()) : std::nullopt;
+}
+
+std::optional<std::string_view> string(const Value& value) {
+    if (!value.IsString()) {
+        return std::nullopt;
+    }
+    return std::string_view(value.GetString(), value.GetStringLength());
+}
+
+std::optional<std::string> compactText(const Value& value) {
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    return written(writer, buffer, value);
+}
+
+std::optional<std::string> prettyText(const Value& value) {
+    rapidjson::StringBuffer buffer;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+    writer.SetIndent(' ', 4);
+    return written(writer, buffer, value);
+}
+
+}  // namespace zelutil::json

@@ -1,0 +1,44 @@
+#include "support/temp_directory.h"
+
+#include <algorithm>
+#include <random>
+#include <stdexcept>
+
+namespace zelutil::test {
+
+namespace fs = std::filesystem;
+
+TempDirectory::TempDirectory() {
+    std::random_device random;
+    const fs::path parent = fs::canonical(fs::temp_directory_path());
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const fs::path candidate = parent / ("zelutil-test-" + std::to_string(random()));
+        if (fs::create_directory(candidate)) {
+            path_ = candidate;
+            return;
+        }
+    }
+    throw std::runtime_error("no temporary directory for the test");
+}
+
+TempDirectory::~TempDirectory() {
+    std::error_code ignored;
+    // A test may have left the process standing in it.
+    fs::current_path(path_.parent_path(), ignored);
+    fs::remove_all(path_, ignored);
+}
+
+std::string windowsText(const fs::path& path) {
+    std::string text = path.string();
+    std::replace(text.begin(), text.end(), '/', '\\');
+#ifndef _WIN32
+    if (!text.empty() && text.front() == '\\') {
+        text.insert(0, "Z:");
+    }
+#endif
+    return text;
+}
+
+std::string systemText(const fs::path& path) { return path.string(); }
+
+}  // namespace zelutil::test
