@@ -14,49 +14,53 @@ extern "C" {
 #include <stdbool.h>
 #endif
 
-/* --- Preferences --------------------------------------------------------------------------------------------------- */
+/* --- Preferences ---------------------------------------------------------------------------------------------------
+ */
 
-/// The value in force for the setting `name`: the user's, or else the shipped default. `name` is looked up without regard
-/// to ASCII case, in full ("display::grid") or, where its section allows it, bare ("grid").
+/// The value in force for the setting `name`: the user's, or else the shipped default. `name` is looked up without
+/// regard to ASCII case, in full ("display::grid") or, where its section allows it, bare ("grid").
 ///
 /// Null for an unknown name, for an empty value, while the user's file is being searched for, and after the library's
 /// teardown. The text belongs to the library and stays valid until a save changes this setting, or until teardown; a
 /// host that keeps it copies it. The first call of the process reads the preference files.
 ZELUTIL_API const char* get_user_setting(const char* name);
 
-/// The shipped default of the setting `name`, under the same rules as `get_user_setting`, except that after the library's
-/// teardown this function lets a C++ exception (a `bool`, true) escape.
+/// The shipped default of the setting `name`, under the same rules as `get_user_setting`, except that after the
+/// library's teardown this function lets a C++ exception (a `bool`, true) escape.
 ZELUTIL_API const char* get_default_user_setting(const char* name);
 
-/* --- Actions and shortcuts ----------------------------------------------------------------------------------------- */
+/* --- Actions and shortcuts -----------------------------------------------------------------------------------------
+ */
 
 /// Called after the effective shortcut of the action `actionId` has changed. Both texts live in the observer's own
 /// buffers of 64 bytes until its next call: a longer shortcut is cut there, and one of 64 or more bytes has no NUL.
 /// What the function returns is ignored.
 typedef void (*ucp_action_shortcut_callback)(int actionId, const char* oldShortcut, const char* newShortcut);
 
-/// Copies the effective shortcut of the action `id` (empty for an unknown one) into `buffer` as strncpy does for `length`
-/// bytes: the rest is filled with NULs, and a shortcut of `length` or more bytes is cut and has no NUL.
+/// Copies the effective shortcut of the action `id` (empty for an unknown one) into `buffer` as strncpy does for
+/// `length` bytes: the rest is filled with NULs, and a shortcut of `length` or more bytes is cut and has no NUL.
 ZELUTIL_API void ucp_action_manager_get_shortcut(int id, char* buffer, int length);
 
-/// Has `callback` called for every change of the shortcut of action `id`. Answers a handle to detach with, or null when no
-/// action has that id now. The host detaches before the callback's code goes away.
+/// Has `callback` called for every change of the shortcut of action `id`. Answers a handle to detach with, or null when
+/// no action has that id now. The host detaches before the callback's code goes away.
 ZELUTIL_API void* ucp_action_manager_observer_attach(int id, ucp_action_shortcut_callback callback);
 
-/// Ends an observation and frees its handle. Null does nothing; a handle that attach did not answer, or that was detached
-/// before, is undefined behaviour.
+/// Ends an observation and frees its handle. Null does nothing; a handle that attach did not answer, or that was
+/// detached before, is undefined behaviour.
 ZELUTIL_API void ucp_action_manager_observer_detach(void* handle);
 
-/* --- Facets -------------------------------------------------------------------------------------------------------- */
+/* --- Facets --------------------------------------------------------------------------------------------------------
+ */
 
-/// 1 when the facet `name` of the group `header` is numerical, 0 when it is not, -1 when there is no such group or facet.
-/// Both texts are compared byte by byte. The first call of the process reads the facet file.
+/// 1 when the facet `name` of the group `header` is numerical, 0 when it is not, -1 when there is no such group or
+/// facet. Both texts are compared byte by byte. The first call of the process reads the facet file.
 ZELUTIL_API int ZelUGetFacetType(const char* header, const char* name);
 
 /// Whether the group `header` has a facet `name`.
 ZELUTIL_API bool ZelUIsFacetDefined(const char* header, const char* name);
 
-/* --- Applications -------------------------------------------------------------------------------------------------- */
+/* --- Applications --------------------------------------------------------------------------------------------------
+ */
 
 /// The id of the active application: what the host's editor finder answers when one is set, else the id set last.
 ZELUTIL_API int MarlActiveAppId(void);
@@ -64,8 +68,8 @@ ZELUTIL_API int MarlActiveAppId(void);
 /// The id answered for editors that are not registered.
 ZELUTIL_API int MarlDefaultAppId(void);
 
-/// Makes `appId` active and, when that is a change, tells the observers; `editorSwitch` is passed on as true when it is not
-/// 0. Answers the id that was active before. An exception of an observer does not leave this function.
+/// Makes `appId` active and, when that is a change, tells the observers; `editorSwitch` is passed on as true when it is
+/// not 0. Answers the id that was active before. An exception of an observer does not leave this function.
 ZELUTIL_API int SetActiveAppId(int appId, int editorSwitch);
 
 #ifdef __cplusplus

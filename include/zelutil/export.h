@@ -1,8 +1,8 @@
 #ifndef ZELUTIL_EXPORT_H
 #define ZELUTIL_EXPORT_H
 
-/// `ZELUTIL_API` marks what the shared library exports; everything else in it is hidden. A program that links the static
-/// form defines `ZELUTIL_STATIC`.
+/// `ZELUTIL_API` marks what the shared library exports; everything else in it is hidden. A program that links the
+/// static form defines `ZELUTIL_STATIC`.
 
 #if defined(_WIN32) && defined(ZELUTIL_BUILDING)
 #define ZELUTIL_API __declspec(dllexport)

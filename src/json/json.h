@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-// Vector instructions nearly halve the time of a parse. The parser then reads whole aligned blocks of 16 bytes, past the
-// end of the text too; Text pads its copy for that.
+// Vector instructions nearly halve the time of a parse. The parser then reads whole aligned blocks of 16 bytes, past
+// the end of the text too; Text pads its copy for that.
 #if defined(__SSE2__) || defined(_M_X64)
 #define RAPIDJSON_SSE2
 #endif

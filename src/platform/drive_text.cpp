@@ -15,9 +15,7 @@ bool hasDrive(std::string_view text) {
     return text.size() >= 2 && isLetter(text[0]) && text[1] == ':';
 }
 
-bool isNetworkText(std::string_view text) {
-    return text.size() >= 2 && isSeparator(text[0]) && isSeparator(text[1]);
-}
+bool isNetworkText(std::string_view text) { return text.size() >= 2 && isSeparator(text[0]) && isSeparator(text[1]); }
 
 std::string withSlashes(std::string_view text) {
     std::string path;

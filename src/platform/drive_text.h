@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// Translation between Windows path texts and the paths of a system without drives, on which "Z:" is the root directory.
-/// Pure text.
+/// Translation between Windows path texts and the paths of a system without drives, on which "Z:" is the root
+/// directory. Pure text.
 namespace zelutil::platform {
 
 /// The system's path for a Windows text; nothing when the text names no file.

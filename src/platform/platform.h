@@ -82,9 +82,10 @@ bool writeFile(const char* path, std::string_view bytes);
 /// the system does not tell.
 std::string modulePath();
 
-/// The module with this base name ("qtxCommon" is qtxCommon.dll or libqtxCommon.so): the one already in the process, else
-/// the one beside this library, else the one where the loader looks by default, never one of the current directory.
-/// It stays loaded. Null when there is none. Not to be called while this library is being loaded or unloaded.
+/// The module with this base name ("qtxCommon" is qtxCommon.dll or libqtxCommon.so): the one already in the process,
+/// else the one beside this library, else the one where the loader looks by default, never one of the current
+/// directory. It stays loaded. Null when there is none. Not to be called while this library is being loaded or
+/// unloaded.
 void* openModule(const char* baseName);
 
 /// The function of that C name in `module`, or null.
