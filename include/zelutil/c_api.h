@@ -14,8 +14,7 @@ extern "C" {
 #include <stdbool.h>
 #endif
 
-/* --- Preferences ---------------------------------------------------------------------------------------------------
- */
+// --- Preferences ----------------------------------------------------------------------------------------------------
 
 /// The value in force for the setting `name`: the user's, or else the shipped default. `name` is looked up without
 /// regard to ASCII case, in full ("display::grid") or, where its section allows it, bare ("grid").
@@ -29,8 +28,7 @@ ZELUTIL_API const char* get_user_setting(const char* name);
 /// library's teardown this function lets a C++ exception (a `bool`, true) escape.
 ZELUTIL_API const char* get_default_user_setting(const char* name);
 
-/* --- Actions and shortcuts -----------------------------------------------------------------------------------------
- */
+// --- Actions and shortcuts ------------------------------------------------------------------------------------------
 
 /// Called after the effective shortcut of the action `actionId` has changed. Both texts live in the observer's own
 /// buffers of 64 bytes until its next call: a longer shortcut is cut there, and one of 64 or more bytes has no NUL.
@@ -49,8 +47,7 @@ ZELUTIL_API void* ucp_action_manager_observer_attach(int id, ucp_action_shortcut
 /// detached before, is undefined behaviour.
 ZELUTIL_API void ucp_action_manager_observer_detach(void* handle);
 
-/* --- Facets --------------------------------------------------------------------------------------------------------
- */
+// --- Facets ---------------------------------------------------------------------------------------------------------
 
 /// 1 when the facet `name` of the group `header` is numerical, 0 when it is not, -1 when there is no such group or
 /// facet. Both texts are compared byte by byte. The first call of the process reads the facet file.
@@ -59,8 +56,7 @@ ZELUTIL_API int ZelUGetFacetType(const char* header, const char* name);
 /// Whether the group `header` has a facet `name`.
 ZELUTIL_API bool ZelUIsFacetDefined(const char* header, const char* name);
 
-/* --- Applications --------------------------------------------------------------------------------------------------
- */
+// --- Applications ---------------------------------------------------------------------------------------------------
 
 /// The id of the active application: what the host's editor finder answers when one is set, else the id set last.
 ZELUTIL_API int MarlActiveAppId(void);
