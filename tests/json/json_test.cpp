@@ -1,14 +1,218 @@
+// What the parser accepts and refuses, on the small stack that a Windows thread has.
 #include "json/json.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "support/small_stack.h"
+
 namespace zelutil::json {
 namespace {
 
-TEST(JsonText, AParsedTextHasItsRoot) {
-    const Text text(R"({"a":[1,2]})");
+using namespace std::string_literals;
+
+std::string repeated(std::size_t count, std::string_view part) {
+    std::string text;
+    text.reserve(count * part.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        text += part;
+    }
+    return text;
+}
+
+std::string nestedArrays(std::size_t depth) { return repeated(depth, "[") + repeated(depth, "]"); }
+
+std::string nestedObjects(std::size_t depth) {
+    return repeated(depth - 1, R"({"a":)") + "{}" + repeated(depth - 1, "}");
+}
+
+struct Accepted {
+    std::string text;
+    const char* compact;
+};
+
+TEST(JsonText, AcceptsWhatJsonAllowsAndPassesOddBytesThrough) {
+    const Accepted rows[] = {
+        // Any value may be the root.
+        {"null", "null"},
+        {"true", "true"},
+        {"-12", "-12"},
+        {"\"a\"", "\"a\""},
+        {"[]", "[]"},
+        {" \t\r\n{ \"a\" : [ 1 , 2.5 ] } \n", R"({"a":[1,2.5]})"},
+        // The byte-order mark of UTF-8 is skipped, once.
+        {"\xEF\xBB\xBF{}", "{}"},
+        // What follows a zero byte is not looked at.
+        {"[1]\0garbage"s, "[1]"},
+        // Escapes.
+        {R"("\u0041\n\/")", R"("A\n/")"},
+        {R"("\ud83d\ude00")", "\"\xF0\x9F\x98\x80\""},
+        // Bytes that are no UTF-8 and a lone low surrogate stand as they are.
+        {"\"\xFF\xC3\"", "\"\xFF\xC3\""},
+        {R"("\uDC00")", "\"\xED\xB0\x80\""},
+        // Duplicate members stay.
+        {R"({"a":1,"a":2})", R"({"a":1,"a":2})"},
+        {"1.7e308", "1.7e308"},
+    };
+    for (const Accepted& row : rows) {
+        const Text text(row.text);
+        EXPECT_TRUE(text.valid()) << row.text;
+        EXPECT_EQ(compactText(text.root()), row.compact) << row.text;
+    }
+}
+
+TEST(JsonText, RefusesMalformedTextsAndLeavesTheRootNull) {
+    const std::string rows[] = {
+        "",
+        " ",
+        "\xEF\xBB\xBF",
+        "\xEF\xBB\xBF\xEF\xBB\xBF{}",
+        "{",
+        "[1,",
+        R"({"meta")",
+        R"({"meta":)",
+        R"({"meta":[{"header":"Gene)",
+        "[1,]",
+        "{,}",
+        "[1] [2]",
+        "// note\n[]",
+        "{'a':1}",
+        "{a:1}",
+        "nul",
+        "NaN",
+        "Infinity",
+        "[01]",
+        "[1.]",
+        "[.5]",
+        "[+1]",
+        R"("\x41")",
+        R"("\ud800")",
+        "\"tab\tinside\"",
+        "\"open",
+        "\xFF\xFE{\0}\0"s,
+        "\x7F"
+        "ELF\x02\x01\x01"s,
+        "\0{}"s,
+    };
+    for (const std::string& row : rows) {
+        const Text text(row);
+        EXPECT_FALSE(text.valid()) << row;
+        EXPECT_TRUE(text.root().IsNull()) << row;
+    }
+}
+
+TEST(JsonText, RefusesNumbersThatAreNotFinite) {
+    for (const char* const number : {"1.8e308", "-1.8e308", "1e309", "17976931348623159e292", "[1,2e308]"}) {
+        EXPECT_FALSE(Text(number).valid()) << number;
+    }
+    EXPECT_TRUE(Text("1.7976931348623157e308").valid());
+}
+
+TEST(JsonText, NestingIsBoundedWhateverTheStack) {
+    test::runOnSmallStack([] {
+        for (const auto& nested : {nestedArrays, nestedObjects}) {
+            EXPECT_TRUE(Text(nested(kMaximumDepth)).valid());
+            EXPECT_FALSE(Text(nested(kMaximumDepth + 1)).valid());
+            EXPECT_FALSE(Text(nested(1'000'000)).valid());
+        }
+        EXPECT_FALSE(Text(repeated(5'000'000, "[")).valid());
+        // Siblings do not nest.
+        EXPECT_TRUE(Text("[" + repeated(5'000, "[],{},") + "0]").valid());
+    });
+}
+
+TEST(JsonText, TheDeepestTextCanBeWrittenAndCopiedOnASmallStack) {
+    test::runOnSmallStack([] {
+        const std::string nested = nestedArrays(kMaximumDepth);
+        const Text text(nested);
+        EXPECT_EQ(compactText(text.root()), nested);
+        EXPECT_TRUE(prettyText(text.root()).has_value());
+        Document copy;
+        copy.CopyFrom(text.root(), copy.GetAllocator());
+        EXPECT_EQ(compactText(copy), nested);
+    });
+}
+
+struct Exponent {
+    const char* number;
+    double value;
+};
+
+TEST(JsonText, VanishingExponentsNeitherOverflowNorChangeTheValue) {
+    const Exponent rows[] = {
+        {"0.0000000001e-2147483639", 0.0},
+        {"0.0000000001E-2147483648", 0.0},
+        {"1e-99999999", 0.0},
+        {"1e-12345678901234567890", 0.0},
+        {"1e-9999999", 0.0},
+        // Leading zeros make an exponent long, not small.
+        {"1e-00000001", 0.1},
+        {"25e-0000000002", 0.25},
+        {"1e-0000000000000000000000000000000000000", 1.0},
+        {"1e-000123456789", 0.0},
+        // Short ones are left alone.
+        {"5e-1", 0.5},
+        {"1e-1000000", 0.0},
+    };
+    for (const Exponent& row : rows) {
+        const Text text("["s + row.number + "]");
+        ASSERT_TRUE(text.valid()) << row.number;
+        EXPECT_EQ(text.root()[0].GetDouble(), row.value) << row.number;
+    }
+    const Text negative("[-1e-2147483639]");
+    ASSERT_TRUE(negative.valid());
+    EXPECT_EQ(negative.root()[0].GetDouble(), 0.0);
+    EXPECT_TRUE(std::signbit(negative.root()[0].GetDouble()));
+}
+
+TEST(JsonText, ExponentsInsideStringsAreTextAndStay) {
+    const std::string written = R"({"1e-2147483639":"x\"e-99999999","b\\":"e-123456789012","n":[1,"\\\"e-99999999"]})";
+    const Text text(written);
     ASSERT_TRUE(text.valid());
-    EXPECT_EQ(compactText(text.root()), R"({"a":[1,2]})");
+    EXPECT_EQ(compactText(text.root()), written);
+    // The same beside a number that is shortened.
+    const Text mixed(R"(["1e-2147483639",1e-2147483639,"\\"])");
+    ASSERT_TRUE(mixed.valid());
+    EXPECT_EQ(string(mixed.root()[0]), "1e-2147483639");
+    EXPECT_EQ(mixed.root()[1].GetDouble(), 0.0);
+    EXPECT_EQ(string(mixed.root()[2]), "\\");
+}
+
+TEST(JsonText, AnExponentCutOffAtTheEndIsMalformedOnly) {
+    EXPECT_FALSE(Text("[1e-999999999").valid());
+    EXPECT_FALSE(Text("[1e-").valid());
+    EXPECT_FALSE(Text("-").valid());
+    EXPECT_FALSE(Text("\"e-999999999").valid());
+    EXPECT_FALSE(Text("\"e-999999999\\").valid());
+}
+
+TEST(JsonText, LengthIsBounded) {
+    std::string text(kMaximumTextSize, ' ');
+    text.back() = '7';
+    EXPECT_TRUE(Text(text).valid());
+    text.insert(text.begin(), ' ');
+    EXPECT_FALSE(Text(text).valid());
+}
+
+TEST(JsonText, EveryLengthIsReadToItsLastByte) {
+    // The parser reads blocks of 16 bytes: a string may end anywhere in one.
+    for (std::size_t length = 0; length < 70; ++length) {
+        const std::string content(length, 'x');
+        const Text text("\"" + content + "\"");
+        ASSERT_TRUE(text.valid()) << length;
+        EXPECT_EQ(string(text.root()), content);
+        EXPECT_TRUE(Text(std::string(length, ' ') + "1" + std::string(length, '\n')).valid()) << length;
+    }
+}
+
+TEST(JsonText, TheTextMayGoAwayAfterParsing) {
+    auto source = std::make_unique<std::string>(R"({"name":"a text longer than any small buffer"})");
+    const Text text(*source);
+    source.reset();
+    EXPECT_EQ(stringMember(text.root(), "name"), "a text longer than any small buffer");
 }
 
 }  // namespace

@@ -1,0 +1,123 @@
+// Typed readers answer "absent" for whatever is not as asked; writers give the whole text or nothing.
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "json/json.h"
+
+namespace zelutil::json {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr char kEveryType[] =
+    R"({"null":null,"true":true,"int":7,"negative":-8,"double":3.0,"text":"t","array":[1],"object":{"a":1}})";
+constexpr const char* kNames[] = {"null", "true",  "int",    "negative", "double",
+                                  "text", "array", "object", "missing",  ""};
+
+TEST(JsonReaders, AnswerOnlyMembersOfTheirType) {
+    const Text text(kEveryType);
+    ASSERT_TRUE(text.valid());
+    for (const char* const name : kNames) {
+        EXPECT_EQ(stringMember(text.root(), name).has_value(), name == "text"s) << name;
+        EXPECT_EQ(arrayMember(text.root(), name) != nullptr, name == "array"s) << name;
+        EXPECT_EQ(integerMember(text.root(), name).has_value(), name == "int"s || name == "negative"s) << name;
+        EXPECT_EQ(member(text.root(), name) != nullptr, name != "missing"s && name != ""s) << name;
+    }
+    EXPECT_EQ(stringMember(text.root(), "text"), "t");
+    EXPECT_EQ(integerMember(text.root(), "int"), 7);
+    EXPECT_EQ(integerMember(text.root(), "negative"), -8);
+}
+
+TEST(JsonReaders, AnswerAbsentForEveryMemberOfWhatIsNoObject) {
+    for (const char* const root : {"null", "true", "7", "1.5", "\"text\"", "[{\"a\":1}]"}) {
+        const Text text(root);
+        ASSERT_TRUE(text.valid());
+        EXPECT_EQ(member(text.root(), "a"), nullptr) << root;
+        EXPECT_EQ(arrayMember(text.root(), "a"), nullptr) << root;
+        EXPECT_FALSE(stringMember(text.root(), "a")) << root;
+        EXPECT_FALSE(integerMember(text.root(), "a")) << root;
+    }
+}
+
+struct Integer {
+    const char* number;
+    std::optional<std::int32_t> value;
+};
+
+TEST(JsonReaders, AnIntegerFits32BitsWithASign) {
+    const Integer rows[] = {
+        {"0", 0},
+        {"-0", 0},
+        {"2147483647", std::numeric_limits<std::int32_t>::max()},
+        {"-2147483648", std::numeric_limits<std::int32_t>::min()},
+        {"2147483648", std::nullopt},
+        {"-2147483649", std::nullopt},
+        {"4294967296", std::nullopt},
+        {"18446744073709551616", std::nullopt},
+        {"3.0", std::nullopt},
+        {"1e2", std::nullopt},
+        {"\"3\"", std::nullopt},
+        {"true", std::nullopt},
+    };
+    for (const Integer& row : rows) {
+        const Text text(R"({"n":)"s + row.number + "}");
+        ASSERT_TRUE(text.valid()) << row.number;
+        EXPECT_EQ(integerMember(text.root(), "n"), row.value) << row.number;
+    }
+}
+
+TEST(JsonReaders, OfMembersWithOneNameTheFirstCountsAlsoWhenItsTypeIsWrong) {
+    const Text text(R"({"a":"first","a":"second","b":1,"b":"text"})");
+    EXPECT_EQ(stringMember(text.root(), "a"), "first");
+    EXPECT_FALSE(stringMember(text.root(), "b"));
+}
+
+TEST(JsonReaders, ZeroBytesInsideAStringBelongToIt) {
+    const Text text(R"({"a\u0000b":"x\u0000y"})");
+    ASSERT_TRUE(text.valid());
+    EXPECT_EQ(member(text.root(), "a"), nullptr);
+    EXPECT_EQ(string(text.root().MemberBegin()->value), "x\0y"s);
+}
+
+TEST(JsonReaders, MembersFoundInAnObjectThatMayChangeCanBeChanged) {
+    Text text(R"({"a":[1],"b":2})");
+    Value* const array = arrayMember(text.root(), "a");
+    ASSERT_NE(array, nullptr);
+    array->PushBack(9, text.allocator());
+    EXPECT_EQ(arrayMember(text.root(), "b"), nullptr);
+    member(text.root(), "b")->SetInt(3);
+    EXPECT_EQ(compactText(text.root()), R"({"a":[1,9],"b":3})");
+}
+
+TEST(JsonWriters, CompactHasNoWhiteSpaceAndPrettyHasFourBlanksALevel) {
+    const Text text(R"( { "a" : [ 1 , { "b" : "c" } ] , "d" : { } , "e" : [ ] } )");
+    EXPECT_EQ(compactText(text.root()), R"({"a":[1,{"b":"c"}],"d":{},"e":[]})");
+    EXPECT_EQ(prettyText(text.root()),
+              "{\n"
+              "    \"a\": [\n"
+              "        1,\n"
+              "        {\n"
+              "            \"b\": \"c\"\n"
+              "        }\n"
+              "    ],\n"
+              "    \"d\": {},\n"
+              "    \"e\": []\n"
+              "}");
+}
+
+TEST(JsonWriters, WriteNothingRatherThanHalfAText) {
+    const Value infinite(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(compactText(infinite), std::nullopt);
+    EXPECT_EQ(prettyText(infinite), std::nullopt);
+
+    Document document(rapidjson::kArrayType);
+    document.PushBack(1, document.GetAllocator());
+    document.PushBack(std::numeric_limits<double>::quiet_NaN(), document.GetAllocator());
+    EXPECT_EQ(compactText(document), std::nullopt);
+    EXPECT_EQ(prettyText(document), std::nullopt);
+}
+
+}  // namespace
+}  // namespace zelutil::json
