@@ -5,5 +5,6 @@
 
 #include <zelutil/c_api.h>
 #include <zelutil/export.h>
+#include <zelutil/util/ascii.h>
 
 #endif

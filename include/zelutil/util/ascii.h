@@ -1,0 +1,28 @@
+#ifndef ZELUTIL_UTIL_ASCII_H
+#define ZELUTIL_UTIL_ASCII_H
+
+/// What "ignoring case" means in zelutil: the 26 letters of ASCII, whatever the locale. Every other byte stands for
+/// itself. A public header because the templates of `enums/named_enum.h` compare names while a host is being compiled.
+namespace zelutil::ascii {
+
+/// `c` in lower case: 'A' => 'a', 'a' => 'a', '[' => '[', '\xC4' => '\xC4'.
+constexpr char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+/// Less than, equal to or greater than 0 as `a` comes before, is equal to or comes after `b`, ignoring case. Letters
+/// take part in lower case and bytes without sign, so that '_' comes before every letter and '\x80' after all of them.
+/// Neither text may be null.
+///
+///     ("Via", "vIA") => 0    ("Via", "Via ") => less    ("a_b", "aab") => less    ("", "") => 0
+constexpr int compareIgnoringCase(const char* a, const char* b) {
+    for (;; ++a, ++b) {
+        const int left = static_cast<unsigned char>(lowerCase(*a));
+        const int right = static_cast<unsigned char>(lowerCase(*b));
+        if (left != right || left == 0) {
+            return left - right;
+        }
+    }
+}
+
+}  // namespace zelutil::ascii
+
+#endif
