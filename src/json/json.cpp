@@ -114,8 +114,8 @@ private:
 std::unique_ptr<char[]> paddedCopy(std::string_view text) {
     const std::size_t size = (text.size() / kBlock + 2) * kBlock;
     std::unique_ptr<char[]> copy(new char[size]);
-    std::memcpy(copy.get(), text.data(), text.size());
-    std::memset(copy.get() + text.size(), 0, size - text.size());
+    char* const end = std::copy(text.begin(), text.end(), copy.get());
+    std::fill(end, copy.get() + size, '\0');
     return copy;
 }
 

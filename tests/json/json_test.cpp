@@ -104,6 +104,8 @@ TEST(JsonText, RefusesMalformedTextsAndLeavesTheRootNull) {
     }
 }
 
+TEST(JsonText, ATextOfNoBytesAtAllIsMalformed) { EXPECT_FALSE(Text(std::string_view()).valid()); }
+
 TEST(JsonText, RefusesNumbersThatAreNotFinite) {
     for (const char* const number : {"1.8e308", "-1.8e308", "1e309", "17976931348623159e292", "[1,2e308]"}) {
         EXPECT_FALSE(Text(number).valid()) << number;

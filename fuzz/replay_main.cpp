@@ -1,0 +1,23 @@
+// Runs a fuzz target over every file of the directories named on the command line, without a fuzzer.
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int main(int argc, char** argv) {
+    std::size_t count = 0;
+    for (int i = 1; i < argc; ++i) {
+        for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            const std::vector<char> bytes(std::istreambuf_iterator<char>(stream), {});
+            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+            ++count;
+        }
+    }
+    std::printf("%zu inputs replayed\n", count);
+    return count == 0 ? 1 : 0;
+}
