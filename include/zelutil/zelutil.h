@@ -6,5 +6,6 @@
 #include <zelutil/c_api.h>
 #include <zelutil/export.h>
 #include <zelutil/util/ascii.h>
+#include <zelutil/file/path.h>
 
 #endif

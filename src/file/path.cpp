@@ -1,0 +1,142 @@
+#include <zelutil/file/path.h>
+
+#include <cstring>
+#include <optional>
+#include <utility>
+
+#include "file/path_text.h"
+#include "platform/platform.h"
+
+namespace ZelU {
+namespace File {
+namespace {
+
+std::string orEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
+
+}  // namespace
+
+Path::Path(const char* dir, const char* name) {
+    // Kept deliberately: without a directory there is no path, even when the name is a whole path by itself. Hosts pass
+    // what a look-up found, and a look-up that found nothing must not name a file of the current directory.
+    if (dir == nullptr || *dir == '\0') {
+        return;
+    }
+    text_ = dir;
+    if (name != nullptr) {
+        text_ += '/';
+        text_ += name;
+    }
+    fix(0);
+}
+
+Path::Path(const std::string& text) : text_(text) { fix(0); }
+
+Path& Path::operator=(const char* text) {
+    // The text may lie in this object's own, so it is copied before anything changes.
+    text_ = orEmpty(text);
+    if (text_.empty()) {
+        hasSpace_ = false;
+        absolute_ = false;
+        return *this;
+    }
+    // Kept deliberately: the memory of the current directory in front stays, and so a relative text assigned to such a
+    // path stays relative. Hosts use it to follow the current directory.
+    fix(0);
+    return *this;
+}
+
+Path& Path::operator+=(const char* component) {
+    if (component != nullptr) {
+        *this = *this + component;
+    }
+    return *this;
+}
+
+Path& Path::operator+=(const std::string& component) { return *this += component.c_str(); }
+
+Path Path::operator+(const char* component) const {
+    if (component == nullptr) {
+        return *this;
+    }
+    Path joined;
+    joined.hasSpace_ = hasSpace_;
+    joined.absolute_ = absolute_;
+    const std::size_t length = std::strlen(component);
+    joined.text_.reserve(text_.size() + 1 + length);
+    joined.text_ += text_;
+    joined.text_ += '/';
+    joined.text_.append(component, length);
+    joined.fix(text_.size());
+    return joined;
+}
+
+Path Path::operator+(const std::string& component) const { return *this + component.c_str(); }
+
+bool Path::operator==(const Path& other) const { return text_ == other.text_; }
+
+bool Path::operator!=(const Path& other) const { return !(*this == other); }
+
+bool Path::operator<(const Path& other) const { return text_ < other.text_; }
+
+Path::operator const char*() const { return text_.c_str(); }
+
+bool Path::Empty() const { return text_.empty(); }
+
+std::string Path::Name() const {
+    const std::size_t separator = text_.rfind(zelutil::file::kSeparator);
+    return separator == std::string::npos ? text_ : text_.substr(separator + 1);
+}
+
+Path Path::Parent() const {
+    const std::size_t separator = text_.rfind(zelutil::file::kSeparator);
+    return separator == std::string::npos ? *this : Path(text_.substr(0, separator));
+}
+
+std::string Path::Extension() const {
+    const std::string name = Name();
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string::npos ? std::string() : name.substr(dot + 1);
+}
+
+bool Path::Exists() const { return !Empty() && zelutil::platform::fileStatus(text_.c_str()).has_value(); }
+
+bool Path::IsDirectory() const {
+    const auto status = zelutil::platform::fileStatus(text_.c_str());
+    return status && status->directory;
+}
+
+bool Path::IsExecutable() const {
+    const auto status = zelutil::platform::fileStatus(text_.c_str());
+    return status && status->ownerExecute;
+}
+
+bool Path::IsWriteable() const {
+    const auto status = zelutil::platform::fileStatus(text_.c_str());
+    return status && status->ownerWrite;
+}
+
+std::int64_t Path::Size() const {
+    const auto status = zelutil::platform::fileStatus(text_.c_str());
+    return status ? status->size : 0;
+}
+
+std::string Path::GetURI(bool noQuotes) const {
+    const std::string quote = hasSpace_ && !noQuotes ? "\"" : "";
+    std::string uri = quote + "file:///" + text_;
+    for (char& c : uri) {
+        c = c == zelutil::file::kSeparator ? '/' : c;
+    }
+    return uri + quote;
+}
+
+std::string Path::GetPath4Shell() const { return hasSpace_ ? '"' + text_ + '"' : text_; }
+
+void Path::fix(std::size_t start) {
+    zelutil::file::PathFlags flags{hasSpace_, absolute_};
+    zelutil::file::normalise(text_, flags, start, zelutil::platform::currentDirectory);
+    hasSpace_ = flags.hasSpace;
+    absolute_ = flags.absolute;
+}
+
+}  // namespace File
+}  // namespace ZelU

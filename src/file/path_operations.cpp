@@ -1,0 +1,56 @@
+#include <zelutil/file/path.h>
+
+#include <limits>
+#include <new>
+#include <stdexcept>
+
+#include "file/path_text.h"
+#include "platform/platform.h"
+
+namespace ZelU {
+namespace File {
+
+namespace platform = zelutil::platform;
+
+bool Path::CopyTheFile(const Path& dest) {
+    if (!Exists()) {
+        return false;
+    }
+    // Read whole before the target is opened: a copy onto itself finds its bytes.
+    try {
+        const auto bytes = platform::readFile(text_.c_str(), std::numeric_limits<std::uint64_t>::max());
+        return bytes && platform::writeFile(dest.text_.c_str(), *bytes);
+    } catch (const std::bad_alloc&) {
+        return false;
+    } catch (const std::length_error&) {
+        return false;
+    }
+}
+
+bool Path::MoveTheFile(const Path& dest) {
+    if (!Exists() || dest.Exists()) {
+        return false;
+    }
+    if (platform::renameFile(text_.c_str(), dest.text_.c_str())) {
+        return true;
+    }
+    if (!CopyTheFile(dest)) {
+        return false;
+    }
+    // Kept deliberately: the file is at its new place, and a host that was told so must not move it again, though the
+    // old one may still be there too.
+    DeleteTheFile();
+    return true;
+}
+
+bool Path::DeleteTheFile() { return Exists() && platform::removeFile(text_.c_str()); }
+
+bool Path::Chdir(const Path& p) {
+    const Path directory = p.IsDirectory() ? p : p.Parent();
+    return platform::changeDirectory(directory.text_.c_str());
+}
+
+std::string Path::GetCWD() { return platform::currentDirectory(); }
+
+}  // namespace File
+}  // namespace ZelU
