@@ -110,6 +110,14 @@ private:
     unsigned depth_ = 0;
 };
 
+/// The vectorised parser of the packaged RapidJSON accepts 0x1A to 0x1F inside strings. They may stand nowhere in a
+/// JSON text.
+bool holdsControlCharacterThatMightPass(std::string_view text) {
+    const auto mightPass = [](char c) { return c >= '\x1A' && c <= '\x1F'; };
+    // Counting has no early way out, so the compiler can take many bytes at once.
+    return std::count_if(text.begin(), text.end(), mightPass) != 0;
+}
+
 /// A copy of the text that the parser may overwrite, ended by a zero and padded to whole blocks.
 std::unique_ptr<char[]> paddedCopy(std::string_view text) {
     const std::size_t size = (text.size() / kBlock + 2) * kBlock;
@@ -128,8 +136,13 @@ auto findMember(Object& object, const char* name) -> decltype(&object.FindMember
     return found == object.MemberEnd() ? nullptr : &found->value;
 }
 
+/// Of RapidJSON's own StringBuffer there is a vectorised writer, which leaves 0x1A to 0x1F unescaped; a buffer of
+/// another type is written correctly.
+struct BufferAllocator : rapidjson::CrtAllocator {};
+using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, BufferAllocator>;
+
 template <typename Writer>
-std::optional<std::string> written(Writer& writer, const rapidjson::StringBuffer& buffer, const Value& value) {
+std::optional<std::string> written(Writer& writer, const Buffer& buffer, const Value& value) {
     if (!value.Accept(writer) || !writer.IsComplete()) {
         return std::nullopt;
     }
@@ -143,6 +156,11 @@ Text::Text(std::string_view text) {
         text.remove_prefix(kByteOrderMark.size());
     }
     if (text.size() > kMaximumTextSize) {
+        return;
+    }
+    // For the parser, a zero byte ends the text.
+    text = text.substr(0, text.find('\0'));
+    if (holdsControlCharacterThatMightPass(text)) {
         return;
     }
     buffer_ = paddedCopy(text);
@@ -189,14 +207,14 @@ std::optional<std::string_view> string(const Value& value) {
 }
 
 std::optional<std::string> compactText(const Value& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    Buffer buffer;
+    rapidjson::Writer<Buffer> writer(buffer);
     return written(writer, buffer, value);
 }
 
 std::optional<std::string> prettyText(const Value& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+    Buffer buffer;
+    rapidjson::PrettyWriter<Buffer> writer(buffer);
     writer.SetIndent(' ', 4);
     return written(writer, buffer, value);
 }

@@ -138,6 +138,18 @@ TEST(JsonText, TheDeepestTextCanBeWrittenAndCopiedOnASmallStack) {
     });
 }
 
+TEST(JsonText, ControlCharactersInAStringAreRefusedWhereverTheyStand) {
+    // Blocks of 16 bytes are looked at in one go; the offset moves the character through two of them.
+    for (char control = '\x01'; control < '\x20'; ++control) {
+        for (std::size_t offset = 0; offset < 34; ++offset) {
+            const std::string written = "[\"" + std::string(offset, 'x') + control + std::string(20, 'y') + "\"]";
+            EXPECT_FALSE(Text(written).valid()) << int{control} << " at " << offset;
+        }
+    }
+    EXPECT_TRUE(Text("[\"\x7F\"]").valid());
+    EXPECT_TRUE(Text("[1]\0\x1A"s).valid());
+}
+
 struct Exponent {
     const char* number;
     double value;

@@ -107,6 +107,21 @@ TEST(JsonWriters, CompactHasNoWhiteSpaceAndPrettyHasFourBlanksALevel) {
               "}");
 }
 
+TEST(JsonWriters, EscapeEveryControlCharacterWhereverItStands) {
+    for (int control = 1; control < 0x20; ++control) {
+        for (std::size_t offset = 0; offset < 34; ++offset) {
+            const std::string content = std::string(offset, 'x') + static_cast<char>(control) + std::string(20, 'y');
+            const Value value(content.data(), static_cast<rapidjson::SizeType>(content.size()));
+            const auto compact = compactText(value);
+            ASSERT_TRUE(compact);
+            EXPECT_EQ(compact->find(static_cast<char>(control)), std::string::npos) << control << " at " << offset;
+            EXPECT_EQ(string(Text(*compact).root()), content) << control << " at " << offset;
+        }
+    }
+    const Value value("\x1A\x1F\b\f\n\r\t\"\\/\x7F");
+    EXPECT_EQ(compactText(value), "\"\\u001A\\u001F\\b\\f\\n\\r\\t\\\"\\\\/\x7F\"");
+}
+
 TEST(JsonWriters, WriteNothingRatherThanHalfAText) {
     const Value infinite(std::numeric_limits<double>::infinity());
     EXPECT_EQ(compactText(infinite), std::nullopt);
