@@ -5,7 +5,8 @@
 
 #include <zelutil/c_api.h>
 #include <zelutil/export.h>
-#include <zelutil/util/ascii.h>
 #include <zelutil/file/path.h>
+#include <zelutil/util/ascii.h>
+#include <zelutil/util/dbg_chk.h>
 
 #endif
