@@ -1,0 +1,83 @@
+#include "common_library/common_library.h"
+
+#include <array>
+
+#include "platform/platform.h"
+
+namespace zelutil::common_library {
+namespace {
+
+constexpr char kModuleName[] = "qtxCommon";
+constexpr std::size_t kToolsPathSize = 1024;
+constexpr std::size_t kFoundPathSize = 2048;
+
+/// The common library's functions; each is null where it is missing.
+struct Functions {
+    int (*getToolsPathInBuf)(char* buffer, int size, int reserved) = nullptr;
+    int (*initDone)() = nullptr;
+    int (*initialize)(void** handle, ...) = nullptr;
+    int (*search)(void* handle, const char* relativeName, char* buffer, int bufferSize) = nullptr;
+};
+
+template <typename Function>
+void bind(Function& function, void* module, const char* name) {
+    function = reinterpret_cast<Function>(platform::moduleFunction(module, name));
+}
+
+Functions bindAll() {
+    Functions functions;
+    if (void* const module = platform::openModule(kModuleName)) {
+        bind(functions.getToolsPathInBuf, module, "qtxGetToolsPathInBuf");
+        bind(functions.initDone, module, "qtxInitDone");
+        bind(functions.initialize, module, "wemInitialize");
+        bind(functions.search, module, "wemSearch");
+    }
+    return functions;
+}
+
+const Functions& functions() {
+    static const Functions bound = bindAll();
+    return bound;
+}
+
+/// The path that `fill(buffer, size)` writes when it answers true. A text that fills the whole buffer is cut there.
+template <std::size_t size, typename Fill>
+std::optional<std::string> pathWrittenBy(Fill fill) {
+    std::array<char, size> buffer{};
+    if (!fill(buffer.data(), static_cast<int>(size))) {
+        return std::nullopt;
+    }
+    buffer.back() = '\0';
+    return platform::fromSystemPath(buffer.data());
+}
+
+}  // namespace
+
+std::optional<std::string> toolsPath() {
+    const auto getToolsPathInBuf = functions().getToolsPathInBuf;
+    return pathWrittenBy<kToolsPathSize>([&](char* buffer, int size) {
+        return getToolsPathInBuf != nullptr && getToolsPathInBuf(buffer, size, 0) != 0;
+    });
+}
+
+bool initDone() {
+    const auto initDone = functions().initDone;
+    return initDone == nullptr || initDone() != 0;
+}
+
+std::optional<SetupPathSearch> SetupPathSearch::prepare() {
+    const auto initialize = functions().initialize;
+    void* handle = nullptr;
+    if (initialize == nullptr || initialize(&handle) != 0) {
+        return std::nullopt;
+    }
+    return SetupPathSearch(handle);
+}
+
+std::optional<std::string> SetupPathSearch::find(const char* relativeName) const {
+    const auto search = functions().search;
+    return pathWrittenBy<kFoundPathSize>(
+        [&](char* buffer, int size) { return search != nullptr && search(handle_, relativeName, buffer, size) == 0; });
+}
+
+}  // namespace zelutil::common_library

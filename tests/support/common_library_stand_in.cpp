@@ -1,0 +1,75 @@
+// The functions of the common library's stand-in; ZELUTIL_STAND_IN_HAS_... tells which of them a kind has.
+#include "support/common_library_stand_in.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#ifdef _WIN32
+#define STAND_IN_EXPORT extern "C" __declspec(dllexport)
+#else
+#define STAND_IN_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+using zelutil::test::CommonLibraryState;
+
+std::optional<std::string> variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+CommonLibraryState stateFromEnvironment() {
+    CommonLibraryState state;
+    state.toolsPath = variable("QTXCOMMON_STAND_IN_TOOLS");
+    state.initDone = variable("QTXCOMMON_STAND_IN_INIT_DONE") != "0";
+    state.foundPath = variable("QTXCOMMON_STAND_IN_FOUND");
+    return state;
+}
+
+CommonLibraryState state = stateFromEnvironment();
+
+[[maybe_unused]] bool write(const std::optional<std::string>& text, char* buffer, int size) {
+    return text && std::snprintf(buffer, static_cast<std::size_t>(size), "%s", text->c_str()) >= 0;
+}
+
+}  // namespace
+
+STAND_IN_EXPORT void* commonLibraryState() { return &state; }
+
+#ifdef ZELUTIL_STAND_IN_HAS_TOOLS_PATH
+STAND_IN_EXPORT int qtxGetToolsPathInBuf(char* buffer, int size, int reserved) {
+    ++state.toolsPathCalls;
+    state.toolsPathBufferSize = size;
+    state.toolsPathReserved = reserved;
+    return write(state.toolsPath, buffer, size) ? 1 : 0;
+}
+#endif
+
+#ifdef ZELUTIL_STAND_IN_HAS_INIT_DONE
+STAND_IN_EXPORT int qtxInitDone() {
+    ++state.initDoneCalls;
+    return state.initDone ? 1 : 0;
+}
+#endif
+
+#ifdef ZELUTIL_STAND_IN_HAS_INITIALIZE
+STAND_IN_EXPORT int wemInitialize(void** handle, ...) {
+    ++state.initializeCalls;
+    *handle = &state;
+    return state.canSearch ? 0 : 1;
+}
+#endif
+
+#ifdef ZELUTIL_STAND_IN_HAS_SEARCH
+STAND_IN_EXPORT int wemSearch(void* handle, const char* relativeName, char* buffer, int bufferSize) {
+    ++state.searchCalls;
+    state.searchedName = relativeName;
+    state.searchBufferSize = bufferSize;
+    state.searchGotItsHandle = handle == &state;
+    if (state.duringSearch) {
+        state.duringSearch();
+    }
+    return write(state.foundPath, buffer, bufferSize) ? 0 : 1;
+}
+#endif
