@@ -5,6 +5,7 @@
 
 #include <zelutil/c_api.h>
 #include <zelutil/export.h>
+#include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 #include <zelutil/util/ascii.h>
 #include <zelutil/util/dbg_chk.h>

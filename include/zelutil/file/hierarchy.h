@@ -1,0 +1,103 @@
+#ifndef ZELUTIL_FILE_HIERARCHY_H
+#define ZELUTIL_FILE_HIERARCHY_H
+
+#include <zelutil/export.h>
+#include <zelutil/file/path.h>
+
+namespace ZelU::File {
+
+namespace Exceptions {
+
+/// What every exception of this namespace derives from.
+class ZELUTIL_API Base {
+public:
+    Base() = default;
+    Base(const Base&) = default;
+    Base& operator=(const Base&) = default;
+    virtual ~Base();
+};
+
+/// No installation tree could be found.
+class ZELUTIL_API HierarchyNotFound : public Base {
+public:
+    /// Writes two lines, which tell the user to put <qtxroot>/tools/bin into the PATH, to standard output and then to
+    /// standard error. Copying writes nothing.
+    HierarchyNotFound();
+    HierarchyNotFound(const HierarchyNotFound&) = default;
+    HierarchyNotFound& operator=(const HierarchyNotFound&) = default;
+    ~HierarchyNotFound() override;
+};
+
+}  // namespace Exceptions
+
+/// Where the product is installed, where the user's environment is, and files in them.
+///
+/// The root is looked for at the first call that needs it and kept. Until it has been found, the calls that need it
+/// must not run on several threads at once; afterwards all of them may.
+class ZELUTIL_API Hierarchy {
+public:
+    Hierarchy() = delete;
+
+    /// The root of the installation tree, from the first of these that knows it:
+    ///
+    /// 1. the common library: the parent of the tools directory it names;
+    /// 2. this library's own file, when it lies in <root>/tools*/bin*;
+    /// 3. the first directory that holds a file named as this library, in a tree with share/pcb/zelmgr/zeldict.l: the
+    ///    directory tools/bin below the first defined one of "QTXROOT", "QTX_ROOT" and "QTXINSTDIR", then the entries
+    ///    of "PATH". The tree is <root> for <root>/tools/bin and for <root>/tools/lib/64bit.
+    ///
+    /// Throws `Exceptions::HierarchyNotFound` when none does. The call after that answers the last directory tried, or
+    /// looks again when the last one was an empty entry. The result is empty when the common library names an empty
+    /// directory.
+    ///
+    /// While the common library reports that it is not initialised, what was found first is answered, and looked for
+    /// again at the next call. The reference stays valid until the library is unloaded; its value may change as told
+    /// here. With "QTX_ZELUTIL_DEBUG" defined the steps of a search are printed on standard output.
+    static const Path& GetRoot();
+
+    /// The user's environment directory, "pcbenv" below the home directory, whether it exists or not. Read from the
+    /// environment at the first call and kept, but for the empty path (a home directory that is no path).
+    ///
+    ///     HOMEDRIVE=C: HOMEPATH=\Users\ann => C:\Users\ann\pcbenv
+    ///     HOMEDRIVE=C:                     => C:\pcbenv
+    ///     HOMEPATH=\Users\ann              => <current directory>\\Users\ann\pcbenv
+    ///     neither                          => <current directory>\\pcbenv
+    static const Path& GetPcbEnv();
+
+    /// The file or directory `name` in the relative directory `dir`, or the empty path when there is none or when an
+    /// argument is null.
+    ///
+    /// When `dir` begins with "share/local" and "QTX_SITE" names a site directory, the site comes first: for "f" in
+    /// "share/local/pcb" these are tried, and the root is not asked for unless it comes to the last:
+    ///
+    ///     <site>\pcb\f    <site>\f    <root>\share\local\pcb\f
+    ///
+    /// Throws what `GetRoot` throws.
+    static Path FindFile(const char* name, const char* dir);
+
+    /// The executable `name` in the directory `dir` below the root (null: the root itself), with ".exe" as written and
+    /// then the other way round; the empty path when neither is there with permission to execute. `name` must not be
+    /// null.
+    ///
+    ///     "edit"      => edit, then edit.exe
+    ///     "edit.exe"  => edit.exe, then edit
+    ///     "a.exe.old" => a.exe.old, then a
+    ///
+    /// Throws what `GetRoot` throws.
+    static Path FindExe(const char* name, const char* dir);
+
+    /// The loadable library with the base name `name`, or the empty path when there is none. `name` must not be null.
+    /// For "abc" in "tools" (a null `dir` is the root itself):
+    ///
+    ///     tools\abc64.dll            tools\abc.dll
+    ///     tools\bin\abc64.dll        tools\bin\abc.dll
+    ///     tools\lib\abc64.dll        tools\lib\abc.dll
+    ///     tools\lib\64bit\abc64.dll  tools\lib\64bit\abc.dll
+    ///
+    /// Throws what `GetRoot` throws.
+    static Path FindDll(const char* name, const char* dir);
+};
+
+}  // namespace ZelU::File
+
+#endif

@@ -1,0 +1,130 @@
+#include "file/hierarchy_root.h"
+
+#include <zelutil/file/hierarchy.h>
+#include <zelutil/util/dbg_chk.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+#include "common_library/common_library.h"
+#include "platform/platform.h"
+
+namespace zelutil::file {
+
+using ZelU::DbgChk;
+using ZelU::File::Path;
+
+namespace {
+
+constexpr char kTraceVariable[] = "QTX_ZELUTIL_DEBUG";
+constexpr char kProgramsOfTree[] = "tools/bin";
+constexpr char kMarkerOfTree[] = "share/pcb/zelmgr/zeldict.l";
+
+void print(const DbgChk& trace, const char* event, const Path& path) {
+    if (trace) {
+        std::printf("%s: \"%s\"\n", event, static_cast<const char*>(path));
+    }
+}
+
+bool nameBeginsWith(const Path& path, std::string_view prefix) {
+    const std::string name = path.Name();
+    return std::string_view(name).substr(0, prefix.size()) == prefix;
+}
+
+bool askCommonLibrary(Path& root, const DbgChk& trace) {
+    const auto tools = common_library::toolsPath();
+    if (!tools) {
+        return false;
+    }
+    root = Path(*tools).Parent();
+    print(trace, "Populated installation root using qtxGetToolsPathInBuf()", root);
+    return true;
+}
+
+bool askOwnModule(Path& root, const DbgChk& trace) {
+    const auto found = rootOfLibraryFile(Path(platform::modulePath()));
+    if (!found) {
+        return false;
+    }
+    root = *found;
+    print(trace, "Populated installation root using GetModuleFileName()", root);
+    return true;
+}
+
+std::optional<std::string> rootVariable() {
+    for (const char* const name : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
+        if (auto value = platform::environmentPath(name)) {
+            return value;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string searchList(const DbgChk& trace) {
+    std::string list;
+    if (const auto value = rootVariable()) {
+        const Path programs = Path(*value) + kProgramsOfTree;
+        print(trace, "Added QTX ROOT/INSTDIR ENV variable to beginning of search PATH", programs);
+        list = std::string(programs) + ";";
+    }
+    return list + platform::environmentPathList("PATH").value_or("");
+}
+
+/// Every directory goes through `root`, so that the last one tried stays there.
+bool searchDirectories(Path& root, const DbgChk& trace) {
+    const std::string list = searchList(trace);
+    if (trace) {
+        std::puts("Searching PATH for installation root...");
+    }
+    for (const std::string_view entry : entriesOf(list)) {
+        root = Path(std::string(entry));
+        const Path tree = toolsDirectoryOf(root).Parent();
+        print(trace, "Checking path entry", root);
+        if ((root + platform::libraryFileName()).Exists() && (tree + kMarkerOfTree).Exists()) {
+            root = tree;
+            print(trace, "Populated installation root by searching PATH", root);
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void locateRoot(Path& root) {
+    const DbgChk trace(kTraceVariable);
+    if (askCommonLibrary(root, trace) || askOwnModule(root, trace) || searchDirectories(root, trace)) {
+        return;
+    }
+    // Kept deliberately: the root still holds the last directory tried, so that after a failure a host that asks again
+    // gets that directory, as it always has, instead of another failure.
+    throw ZelU::File::Exceptions::HierarchyNotFound();
+}
+
+std::optional<Path> rootOfLibraryFile(const Path& file) {
+    const Path programs = file.Parent();
+    const Path tools = programs.Parent();
+    // Kept deliberately: the names need only begin so. Trees with bin64 or tools.new beside the plain names are in use.
+    if (!nameBeginsWith(programs, "bin") || !nameBeginsWith(tools, "tools")) {
+        return std::nullopt;
+    }
+    return tools.Parent();
+}
+
+Path toolsDirectoryOf(const Path& directory) {
+    const Path parent = directory.Parent();
+    return directory.Name() == "64bit" ? parent.Parent() : parent;
+}
+
+std::vector<std::string_view> entriesOf(std::string_view list) {
+    std::vector<std::string_view> entries;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(';'), list.size());
+        entries.push_back(list.substr(0, end));
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return entries;
+}
+
+}  // namespace zelutil::file
