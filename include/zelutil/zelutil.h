@@ -3,10 +3,14 @@
 
 /// Everything zelutil offers to a host. Each header can also be included by itself.
 
+#include <zelutil/actions/action_item.h>
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/actions/action_observer.h>
 #include <zelutil/c_api.h>
 #include <zelutil/export.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
+#include <zelutil/prefs/user_settings_manager.h>
 #include <zelutil/util/ascii.h>
 #include <zelutil/util/dbg_chk.h>
 

@@ -1,0 +1,120 @@
+#ifndef ZELUTIL_ACTIONS_ACTION_MANAGER_H
+#define ZELUTIL_ACTIONS_ACTION_MANAGER_H
+
+#include <zelutil/actions/action_item.h>
+#include <zelutil/actions/action_observer.h>
+#include <zelutil/export.h>
+#include <zelutil/prefs/user_settings_manager.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// The process's one store of actions: what each command is called, which key combination runs it in which context,
+/// which commands the right-mouse-button menu shows, and what the user changed of that.
+///
+/// Contexts, commands and shortcuts are compared byte by byte. The contexts "ucpedit" and "brisk3d" are linked: a
+/// shortcut held in one counts as taken in the other. An action with a parent shares the parent's shortcut and menu
+/// flag; an edit of the parent is passed on to its children, their children and so on.
+///
+/// Nothing here throws but for lack of memory, and nothing is printed. Queries may run on several threads at once;
+/// loads, edits and registrations are serialised by the host, and no query may run at the same time.
+class ZELUTIL_API UCPActionManager : public IUserSettingsManager {
+public:
+    /// The manager, empty at the first call; destroyed at process exit.
+    static UCPActionManager& instance();
+
+    UCPActionManager(const UCPActionManager&) = delete;
+    UCPActionManager& operator=(const UCPActionManager&) = delete;
+
+    // --- Sub-manager of the preferences ---
+
+    /// Forgets all actions and reads them anew. Observers stay attached, also to ids that are gone, and are told of
+    /// the shortcuts and menu flags that the user's text and the parents change.
+    ///
+    /// `defaultsText` is {"actions":[...]}, the shipped actions; an element without a valid "id", "context" and
+    /// "command" is skipped, and of two with one id the first counts. `userText` is the same object wrapped in an
+    /// array of exactly one element: [{"actions":[...]}]; any other text changes nothing. Its list is read up to the
+    /// first element without an "id" of 1 or more; an entry for an unknown action or a shortcut that another action
+    /// holds is dropped.
+    void load(const std::string& defaultsText, const std::string& userText) override;
+
+    /// What the user changed, without white space: {"actions":[...]}, the changed top-level actions in ascending id,
+    /// each with "id" and, where overwritten, "shortcut" and "rmb". It is the bare object: who stores it for the next
+    /// `load` wraps it in an array of one element. Empty while `isModified` is false.
+    const std::string getAllUserSettings() const override;
+
+    /// Whether a shortcut changed since (or during) the last load. A menu flag alone does not count.
+    bool isModified() const override;
+
+    // --- Queries ---
+
+    /// True and a copy of the action, or false and an empty item.
+    std::pair<bool, const UCPActionItem> getAction(int id) const;
+
+    /// Id of the action with that command, 0 for none.
+    int getActionIdByCommand(const std::string& context, const std::string& command) const;
+
+    /// Id of the action that holds the shortcut in that context, 0 for none. Linked contexts are not looked at.
+    int getActionIdByShortcut(const std::string& context, const std::string& shortcut) const;
+
+    /// Copies of all actions, ascending by id. An item with id 0 stands in for a parent that no text defines.
+    std::vector<UCPActionItem> getAllActions() const;
+
+    /// Ids of the action's children in the order of the shipped text; empty for none.
+    std::vector<int> getChildActionIds(int id) const;
+
+    /// The command that the shortcut runs in that context or, with `fallback`, else in "ucpedit". Empty for none, and
+    /// for the empty shortcut.
+    std::string getCommand(const std::string& context, const std::string& shortcut, bool fallback) const;
+
+    /// The action's shortcut in force; empty for none and for an unknown id.
+    std::string getShortcut(int id) const;
+
+    /// Copies of the actions that the right-mouse-button menu shows, ascending by id.
+    std::vector<UCPActionItem> getRMBMenuItems() const;
+
+    /// The id of the action that stands in the way of giving `shortcut` to action `id`, 0 when none does. In the way is
+    /// a holder in the action's context, in the context linked with it, or in those of its children, their children
+    /// and so on. An action is not in the way of itself, its parent or its children. 0 for an unknown id and for the
+    /// empty shortcut.
+    int isShortcutTaken(int id, const std::string& shortcut) const;
+
+    // --- Edits ---
+
+    /// Gives the action another shortcut, the empty text for none; children follow where nobody is in their way. True
+    /// when the shortcut is in force, also when it was before (nobody is told then). False, with nothing changed, when
+    /// it is taken or the id is unknown.
+    bool updateShortcut(int id, const std::string& shortcut);
+
+    /// The same for the action with that command; false when there is none.
+    bool updateShortcut(const std::string& context, const std::string& command, const std::string& shortcut);
+
+    /// Shows the action in the right-mouse-button menu or hides it; children follow. Nothing for an unknown id and
+    /// where it is so already. Does not make `isModified` true.
+    void updateRMBMenu(int id, bool inMenu);
+
+    // --- Observers ---
+
+    /// Has the observer told of the changes of one action. False for null and for an id that no action has now.
+    /// Attaching a pair again changes nothing and answers true.
+    bool attachObserver(int id, IUCPActionObserver* observer);
+
+    /// Has the observer told of the changes of every action; one that is also attached to the action's id is called
+    /// twice. False for null.
+    bool attachObserver(IUCPActionObserver* observer);
+
+    /// Ends all attachments of the observer. Null and an observer that is not attached do nothing.
+    void detachObserver(IUCPActionObserver* observer);
+
+private:
+    struct State;
+
+    UCPActionManager();
+    ~UCPActionManager();
+
+    std::unique_ptr<State> state_;
+};
+
+#endif
