@@ -1,0 +1,137 @@
+#include "actions/action_catalogue.h"
+#include "actions/overwritable.h"
+
+#include <optional>
+#include <utility>
+
+namespace zelutil::actions {
+namespace {
+
+/// Carries the change of action `id` down to its children, theirs and so on, in order, and calls `finish` for each
+/// changed action after its children. `change` answers what `finish` needs of the state before, or nothing where the
+/// action keeps what it has; the walk does not go on below it, so that a circle of parents ends at the first again.
+template <typename Before, typename Change, typename Finish>
+void cascade(const ActionCatalogue& catalogue, int id, Before before, Change change, Finish finish) {
+    struct Level {
+        int id;
+        Before before;
+        std::size_t nextChild;
+    };
+    std::vector<Level> open;
+    open.push_back({id, std::move(before), 0});
+    while (!open.empty()) {
+        const std::vector<int>& children = catalogue.childIds(open.back().id);
+        if (open.back().nextChild < children.size()) {
+            const int child = children[open.back().nextChild++];
+            if (std::optional<Before> childBefore = change(child)) {
+                open.push_back({child, *std::move(childBefore), 0});
+            }
+            continue;
+        }
+        const Level done = std::move(open.back());
+        open.pop_back();
+        finish(done.id, done.before);
+    }
+}
+
+}  // namespace
+
+bool ActionCatalogue::updateShortcut(int id, const std::string& shortcut) {
+    if (shortcutTakenBy(id, shortcut) != 0) {
+        return false;
+    }
+    Action* const action = find(id);
+    if (action == nullptr) {
+        return false;
+    }
+    if (action->binding->shortcut != shortcut) {
+        spreadShortcut(id, rebind(*action, id, shortcut), shortcut);
+    }
+    return true;
+}
+
+/// Gives the action itself the shortcut and answers the one before.
+std::string ActionCatalogue::rebind(Action& action, int id, const std::string& shortcut) {
+    auto& holders = action.context->holders;
+    std::string before = std::exchange(action.binding->shortcut, shortcut);
+    // Kept deliberately: the entry goes even when it is another action's, as where two had the shortcut by default.
+    holders.erase(before);
+    if (!shortcut.empty()) {
+        // Kept deliberately: an entry that is there stays; it is the parent's or a child's, who share the shortcut.
+        holders.try_emplace(shortcut, Holder{action.item.command, id});
+    }
+    setValue(action.item.shortcut, shortcut);
+    return before;
+}
+
+void ActionCatalogue::spreadShortcut(int id, std::string before, const std::string& shortcut) {
+    const auto change = [&](int child) -> std::optional<std::string> {
+        Action* const action = find(child);
+        if (action == nullptr || action->binding->shortcut == shortcut || shortcutTakenBy(child, shortcut) != 0) {
+            return std::nullopt;
+        }
+        return rebind(*action, child, shortcut);
+    };
+    const auto finish = [&](int changed, const std::string& oldShortcut) {
+        modified_ = true;
+        observers_.notifyShortcut(changed, oldShortcut, shortcut);
+    };
+    cascade(*this, id, std::move(before), change, finish);
+}
+
+int ActionCatalogue::topLevelAbove(int id) const {
+    // A way up that is longer than there are actions goes round in a circle.
+    for (std::size_t steps = 0; steps < actions_.size(); ++steps) {
+        const UCPActionItem* const action = item(id);
+        if (action == nullptr) {
+            return 0;
+        }
+        if (action->parent_id < 1) {
+            return id;
+        }
+        id = action->parent_id;
+    }
+    return 0;
+}
+
+bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
+    const int top = topLevelAbove(id);
+    Action* action = find(top);
+    if (action == nullptr) {
+        return false;
+    }
+    const std::string before = action->binding->shortcut;
+    if (before == shortcut) {
+        return true;
+    }
+    action->context->holders.erase(before);
+    const int holder = idByShortcut(action->item.context, shortcut);
+    if (holder != 0 && holder != top) {
+        stealShortcut(holder, std::string());
+        action = find(top);
+        if (action == nullptr) {
+            return false;
+        }
+    }
+    rebind(*action, top, shortcut);
+    spreadShortcut(top, before, shortcut);
+    return true;
+}
+
+/// Kept deliberately: a menu flag alone does not count as a modification.
+void ActionCatalogue::updateMenu(int id, bool inMenu) {
+    const auto change = [&](int changed) -> std::optional<bool> {
+        Action* const action = find(changed);
+        if (action == nullptr || effectiveValue(action->item.rmb) == inMenu) {
+            return std::nullopt;
+        }
+        setValue(action->item.rmb, inMenu);
+        return !inMenu;
+    };
+    const auto finish = [&](int changed, bool) { observers_.notifyMenu(changed, inMenu); };
+    if (const std::optional<bool> before = change(id)) {
+        cascade(*this, id, *before, change, finish);
+    }
+}
+
+}  // namespace zelutil::actions

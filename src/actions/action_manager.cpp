@@ -1,0 +1,91 @@
+#include <zelutil/actions/action_manager.h>
+
+#include "actions/action_catalogue.h"
+#include "actions/observer_registry.h"
+#include "actions/overwritable.h"
+
+using zelutil::actions::ActionCatalogue;
+using zelutil::actions::ObserverRegistry;
+
+struct UCPActionManager::State {
+    ObserverRegistry observers;
+    ActionCatalogue catalogue{observers};
+};
+
+UCPActionManager& UCPActionManager::instance() {
+    static UCPActionManager manager;
+    return manager;
+}
+
+UCPActionManager::UCPActionManager() : state_(std::make_unique<State>()) {}
+
+UCPActionManager::~UCPActionManager() = default;
+
+void UCPActionManager::load(const std::string& defaultsText, const std::string& userText) {
+    state_->catalogue.load(defaultsText, userText);
+}
+
+const std::string UCPActionManager::getAllUserSettings() const { return state_->catalogue.userText(); }
+
+bool UCPActionManager::isModified() const { return state_->catalogue.modified(); }
+
+std::pair<bool, const UCPActionItem> UCPActionManager::getAction(int id) const {
+    const UCPActionItem* const item = state_->catalogue.item(id);
+    return item == nullptr ? std::pair<bool, const UCPActionItem>() : std::pair<bool, const UCPActionItem>(true, *item);
+}
+
+int UCPActionManager::getActionIdByCommand(const std::string& context, const std::string& command) const {
+    return state_->catalogue.idByCommand(context, command);
+}
+
+int UCPActionManager::getActionIdByShortcut(const std::string& context, const std::string& shortcut) const {
+    return state_->catalogue.idByShortcut(context, shortcut);
+}
+
+std::vector<UCPActionItem> UCPActionManager::getAllActions() const { return state_->catalogue.items(); }
+
+std::vector<int> UCPActionManager::getChildActionIds(int id) const { return state_->catalogue.childIds(id); }
+
+std::string UCPActionManager::getCommand(const std::string& context, const std::string& shortcut, bool fallback) const {
+    return std::string(state_->catalogue.command(context, shortcut, fallback));
+}
+
+std::string UCPActionManager::getShortcut(int id) const {
+    const UCPActionItem* const item = state_->catalogue.item(id);
+    return item == nullptr ? std::string() : zelutil::actions::effectiveValue(item->shortcut);
+}
+
+std::vector<UCPActionItem> UCPActionManager::getRMBMenuItems() const { return state_->catalogue.menuItems(); }
+
+int UCPActionManager::isShortcutTaken(int id, const std::string& shortcut) const {
+    return state_->catalogue.shortcutTakenBy(id, shortcut);
+}
+
+bool UCPActionManager::updateShortcut(int id, const std::string& shortcut) {
+    return state_->catalogue.updateShortcut(id, shortcut);
+}
+
+bool UCPActionManager::updateShortcut(const std::string& context, const std::string& command,
+                                      const std::string& shortcut) {
+    return state_->catalogue.updateShortcut(state_->catalogue.idByCommand(context, command), shortcut);
+}
+
+void UCPActionManager::updateRMBMenu(int id, bool inMenu) { state_->catalogue.updateMenu(id, inMenu); }
+
+bool UCPActionManager::attachObserver(int id, IUCPActionObserver* observer) {
+    if (observer == nullptr || state_->catalogue.item(id) == nullptr) {
+        return false;
+    }
+    state_->observers.attach(id, observer);
+    return true;
+}
+
+bool UCPActionManager::attachObserver(IUCPActionObserver* observer) {
+    if (observer == nullptr) {
+        return false;
+    }
+    state_->observers.attach(ObserverRegistry::kAllActions, observer);
+    return true;
+}
+
+void UCPActionManager::detachObserver(IUCPActionObserver* observer) { state_->observers.detach(observer); }

@@ -1,0 +1,85 @@
+#ifndef ZELUTIL_ACTIONS_ACTION_TEXT_H
+#define ZELUTIL_ACTIONS_ACTION_TEXT_H
+
+#include <zelutil/actions/action_item.h>
+
+#include "json/json.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The JSON form of the shipped action text and of the user's. Both are read one element at a time; what an element
+/// lacks, or has in another type, gets the value that stands for it, and whether it then makes sense is not decided
+/// here.
+namespace zelutil::actions {
+
+/// One element of a shipped text. The texts live as long as their reader.
+struct ActionDefinition {
+    int id = 0;
+    int parentId = 0;
+    std::string_view name;
+    std::string_view icon;
+    std::string_view context;
+    std::string_view command;
+    std::string_view shortcut;
+    bool inMenu = false;
+};
+
+/// Reads {"actions":[...]}. Any other text has no elements.
+class DefinitionReader {
+public:
+    explicit DefinitionReader(std::string_view text);
+
+    /// The next element; false at the end.
+    bool next(ActionDefinition& definition);
+
+private:
+    json::Text text_;
+    const json::Value* next_ = nullptr;
+    const json::Value* end_ = nullptr;
+};
+
+/// One element of a user's text. The shortcut lives as long as its reader.
+struct UserEntry {
+    /// 1 or more.
+    int id = 0;
+    std::optional<std::string_view> shortcut;
+    std::optional<bool> inMenu;
+};
+
+/// Reads [{"actions":[...]}]. Any other text has no elements.
+class UserEntryReader {
+public:
+    explicit UserEntryReader(std::string_view text);
+
+    /// The next element; false at the end and from the first element on that has no id of 1 or more.
+    bool next(UserEntry& entry);
+
+private:
+    json::Text text_;
+    const json::Value* next_ = nullptr;
+    const json::Value* end_ = nullptr;
+};
+
+/// Writes {"actions":[...]} without white space.
+///
+/// Kept deliberately: this is the bare object, although the reader wants it wrapped in an array. Wrapping it is the
+/// task of the host that stores it.
+class UserTextWriter {
+public:
+    UserTextWriter();
+
+    /// An element of the id and the overwritten properties.
+    void add(const UCPActionItem& item);
+
+    std::string text();
+
+private:
+    json::Document document_;
+    json::Value list_;
+};
+
+}  // namespace zelutil::actions
+
+#endif
