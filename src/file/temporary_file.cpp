@@ -47,7 +47,7 @@ Path pathInEnvironment(const char* name) { return Path(zelutil::platform::enviro
 
 Path chooseTemporaryDirectory() {
     for (const char* const name : {"TMP", "TEMP"}) {
-        const Path directory = pathInEnvironment(name);
+        Path directory = pathInEnvironment(name);
         if (directory.Exists()) {
             return directory;
         }

@@ -80,6 +80,8 @@ public:
 
     explicit BoundedBuilder(Document& document) : document_(document) {}
 
+    // The parser calls them by these names.
+    // NOLINTBEGIN(readability-identifier-naming)
     bool Null() { return document_.Null(); }
     bool Bool(bool b) { return document_.Bool(b); }
     bool Int(int i) { return document_.Int(i); }
@@ -98,6 +100,7 @@ public:
     bool EndObject(rapidjson::SizeType count) { return leave() && document_.EndObject(count); }
     bool StartArray() { return enter() && document_.StartArray(); }
     bool EndArray(rapidjson::SizeType count) { return leave() && document_.EndArray(count); }
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     bool enter() { return ++depth_ <= kMaximumDepth; }

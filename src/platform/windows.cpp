@@ -14,7 +14,7 @@
 #include "platform/platform.h"
 
 /// The library needs no thread notifications; without them a host's threads start and end faster.
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {  // NOLINT(readability-identifier-naming)
     if (reason == DLL_PROCESS_ATTACH) {
         DisableThreadLibraryCalls(instance);
     }
