@@ -1,0 +1,38 @@
+# What a compiler does not check: which part of the tree may know what. Each check prints the lines that break its rule.
+
+# Prints what git grep finds and fails if it finds anything.
+noneMatches() { # REGEX PATHSPEC...
+    local regex=$1
+    shift
+    ! git grep -nE --untracked "$regex" -- "$@"
+}
+
+checkSystemKnowledge() {
+    local places=(src include tests ':!src/platform' ':!include/zelutil/export.h' ':!tests/support')
+    local macros='_WIN32|_WIN64|__MINGW|_MSC_VER|__linux__|__unix__|__APPLE__|_POSIX'
+    local headers='windows|winbase|winsock2?|shlobj|direct|io|process|unistd|pthread|dlfcn|fcntl|dirent|sched|spawn'
+    noneMatches "^\s*#\s*(if|ifdef|ifndef|elif)\b.*($macros)" "${places[@]}" &&
+        noneMatches "^\s*#\s*include\s*[<\"](($headers)\.h|(sys|linux)/)" "${places[@]}"
+}
+
+checkJsonDoor() { noneMatches '^\s*#\s*include\s*[<"]rapidjson/' src include ':!src/json'; }
+
+# A public header includes others of its kind and the standard library's: a name without a slash, and with ".h" only
+# where C knows it.
+checkPublicIncludes() {
+    noneMatches '^\s*#\s*include\s*"' include &&
+        ! git grep -nE --untracked '^\s*#\s*include\s*<' -- include |
+        grep -vE '#\s*include\s*<(zelutil/[a-z_/]+\.h|[a-z_]+|std(bool|def|int)\.h)>'
+}
+
+# Source lists are explicit; a file that none names would never be compiled.
+checkSourcesListed() {
+    local file status=0
+    while IFS= read -r file; do
+        if ! grep -qw "$(basename "$file" .cpp)" "$(dirname "$file")/CMakeLists.txt"; then
+            printf '%s: not in the CMakeLists.txt beside it\n' "$file"
+            status=1
+        fi
+    done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'tools/*.cpp')
+    return "$status"
+}

@@ -1,0 +1,74 @@
+# What a command needs from the system, by the name of the Debian 12 package that brings it.
+
+readonly buildPackages=(g++ cmake ninja-build rapidjson-dev googletest)
+readonly windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
+# The test of the installed package asks pkg-config for its flags.
+readonly testPackages=(pkg-config)
+
+hasHeader() { # HEADER: as the compiler finds it
+    printf '#include <%s>\n' "$1" | g++ -fsyntax-only -x c++ - 2>/dev/null
+}
+
+# Whether the system has what the package brings, from wherever it came.
+hasPackage() {
+    case $1 in
+        ninja-build) command -v ninja ;;
+        rapidjson-dev) [[ -e /usr/include/rapidjson/document.h || -e /usr/local/include/rapidjson/document.h ]] ;;
+        googletest) [[ -e /usr/src/googletest/googletest/CMakeLists.txt ]] ;;
+        g++-mingw-w64-x86-64-posix) command -v x86_64-w64-mingw32-g++-posix ;;
+        wine64) command -v wine64 || [[ -x /usr/lib/wine/wine64 ]] ;;
+        libclang-rt-14-dev) [[ -e $(clang -print-file-name=libclang_rt.fuzzer-x86_64.a 2>/dev/null) ]] ||
+            compgen -G '/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a' ;;
+        libbenchmark-dev) [[ -e /usr/include/benchmark/benchmark.h ]] ;;
+        libboost-dev) [[ -e /usr/include/boost/version.hpp ]] ;;
+        nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
+        qtbase5-dev) compgen -G '/usr/include/*/qt5/QtCore' || [[ -e /usr/include/qt5/QtCore ]] ;;
+        *) command -v "$1" ;;
+    esac >/dev/null 2>&1
+}
+
+isDebian12() {
+    (
+        # shellcheck source=/dev/null
+        source /etc/os-release 2>/dev/null && [[ ${ID:-} == debian && ${VERSION_ID:-} == 12 ]]
+    )
+}
+
+# Runs a command as root: as it is, or through sudo, which asks for a password only where somebody can answer.
+asRoot() {
+    if ((EUID == 0)); then
+        "$@"
+    elif [[ -t 0 ]]; then
+        sudo "$@"
+    else
+        sudo -n "$@"
+    fi
+}
+
+installPackages() {
+    say "Installing from Debian: $*"
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null || fail "neither root nor sudo; as root: apt-get install --no-install-recommends $*"
+        asRoot true || fail "sudo refused; as root: apt-get install --no-install-recommends $*"
+    fi
+    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300)
+    step "Reading the package lists" asRoot "${apt[@]}" update
+    step "Installing $# packages" asRoot "${apt[@]}" install --no-install-recommends "$@"
+}
+
+# need PACKAGE...: sees to it that all are there, or ends the command with the list of what is missing.
+need() {
+    local package missing=()
+    for package in "$@"; do
+        hasPackage "$package" || missing+=("$package")
+    done
+    if ((${#missing[@]} == 0)); then
+        return
+    fi
+    if ! isDebian12; then
+        printf 'dev: this system lacks (by the names of Debian 12):\n' >&2
+        printf '    %s\n' "${missing[@]}" >&2
+        fail "install them and try again; only on Debian 12 this is done for you"
+    fi
+    installPackages "${missing[@]}"
+}

@@ -1,0 +1,6 @@
+#  [PATTERN]: Run the tests natively under the thread sanitizer
+need "${buildPackages[@]}" "${testPackages[@]}"
+status=0
+testPreset tsan tsan "${1:-}" || status=1
+printTotals
+exit "$status"
