@@ -7,6 +7,8 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/actions/action_observer.h>
 #include <zelutil/c_api.h>
+#include <zelutil/enums/named_enum.h>
+#include <zelutil/enums/panel_enums.h>
 #include <zelutil/export.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
