@@ -1,1 +1,32 @@
-# Headers, library, CMake package and pkg-config file.
+# Headers, library, CMake package (find_package(zelutil CONFIG)) and pkg-config file. The installed tree may be moved:
+# nothing in it holds the prefix. On Windows the DLL goes to bin/, with the compiler's run-time DLLs beside it.
+include(CMakePackageConfigHelpers)
+
+set(package_directory "${CMAKE_INSTALL_LIBDIR}/cmake/zelutil")
+
+install(TARGETS zelutil
+    EXPORT zelutilTargets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/zelutil"
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING PATTERN "*.h")
+if(ZELUTIL_RUNTIME_DLLS)
+    install(FILES ${ZELUTIL_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/zelutilConfig.cmake"
+    INSTALL_DESTINATION "${package_directory}"
+    NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
+install(EXPORT zelutilTargets NAMESPACE zelutil:: DESTINATION "${package_directory}")
+install(FILES "${PROJECT_BINARY_DIR}/zelutilConfig.cmake" "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake"
+    DESTINATION "${package_directory}")
+
+# How far up from the file's own directory the prefix is.
+file(RELATIVE_PATH up "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" ZELUTIL_PC_UP "${up}")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/zelutil.pc.in" "${PROJECT_BINARY_DIR}/zelutil.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/zelutil.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
