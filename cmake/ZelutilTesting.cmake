@@ -2,8 +2,15 @@
 # environment read once) is fresh in every one.
 include(GoogleTest)
 
+# What precedes a path of the build that a test is told. Under Wine the host's root directory is the drive Z:, which need
+# not be the current one.
+set(ZELUTIL_TEST_DRIVE "")
+if(CMAKE_CROSSCOMPILING AND WIN32)
+    set(ZELUTIL_TEST_DRIVE "Z:")
+endif()
+
 function(zelutil_add_gtest name)
-    target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}")
+    target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${ZELUTIL_TEST_DRIVE}${CMAKE_CURRENT_SOURCE_DIR}")
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE zelutil_options zelutil_test_support GTest::gtest GTest::gmock GTest::gtest_main)
     gtest_discover_tests(${name}

@@ -24,7 +24,10 @@ TempDirectory::TempDirectory() {
 TempDirectory::~TempDirectory() {
     std::error_code ignored;
     // A test may have left the process standing in it.
-    fs::current_path(path_.parent_path(), ignored);
+    const fs::path here = fs::current_path(ignored).lexically_relative(path_);
+    if (!here.empty() && *here.begin() != "..") {
+        fs::current_path(path_.parent_path(), ignored);
+    }
     fs::remove_all(path_, ignored);
 }
 

@@ -1,0 +1,42 @@
+#ifndef ZELUTIL_TESTS_SUPPORT_CHILD_PROCESS_H
+#define ZELUTIL_TESTS_SUPPORT_CHILD_PROCESS_H
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelutil::test {
+
+/// Values by variable; nothing: undefined.
+using EnvironmentChanges = std::map<std::string, std::optional<std::string>>;
+
+/// A program to be run to its end.
+struct ChildProcess {
+    std::filesystem::path program;
+    std::vector<std::string> arguments;
+    /// What is different from this process's environment.
+    EnvironmentChanges environment;
+    std::filesystem::path directory;
+};
+
+struct ChildResult {
+    int exitCode;
+    /// What it wrote on its standard output and error; a line ends in "\n" on every system.
+    std::string out;
+    std::string err;
+};
+
+/// Throws when the program cannot be started.
+ChildResult run(const ChildProcess& process);
+
+/// The directories as a variable like "PATH" holds them.
+std::string systemList(const std::vector<std::string>& directories);
+
+/// The variable with the directories in which the loader looks for modules: "LD_LIBRARY_PATH", "PATH".
+const char* loaderPathVariable();
+
+}  // namespace zelutil::test
+
+#endif
