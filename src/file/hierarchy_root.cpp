@@ -72,6 +72,9 @@ std::string searchList(const DbgChk& trace) {
 }
 
 /// Every directory goes through `root`, so that the last one tried stays there.
+///
+/// Kept deliberately: an empty entry stands for the current directory in the look at the files, but not in the root,
+/// which becomes empty when they are there. An empty entry counts as an entry wherever a list is read.
 bool searchDirectories(Path& root, const DbgChk& trace) {
     const std::string list = searchList(trace);
     if (trace) {
