@@ -12,54 +12,19 @@
 
 #include "platform/drive_text.h"
 #include "platform/platform.h"
+#include "platform/posix_file.h"
 
 namespace zelutil::platform {
+
+using namespace posix;
+
 namespace {
 
-constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kNewDirectoryMode = 0777;
-
-std::optional<std::string> systemPath(const char* text) {
-    return systemPathFromText(text == nullptr ? std::string_view() : std::string_view(text));
-}
 
 bool isDirectory(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// An open file descriptor, closed at the end of its scope.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-    /// Closes now and tells whether the system kept what was written.
-    bool close() {
-        const int number = number_;
-        number_ = -1;
-        return ::close(number) == 0;
-    }
-
-private:
-    int number_;
-};
-
-int openRetrying(const char* path, int flags, mode_t mode = 0) {
-    int number = -1;
-    do {
-        number = ::open(path, flags | O_CLOEXEC, mode);
-    } while (number < 0 && errno == EINTR);
-    return number;
 }
 
 /// Bytes read into `buffer`, fewer than `size` at the end of the file only; -1 on failure.
@@ -79,20 +44,6 @@ ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
         total += static_cast<std::size_t>(count);
     }
     return static_cast<ssize_t>(total);
-}
-
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
 }
 
 /// Path of the file that holds the code at `address`, as the loader knows it.

@@ -1,17 +1,10 @@
 // The platform seam on Windows. Order and contracts: platform.h.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <windows.h>
-
 #include <algorithm>
 #include <array>
 #include <vector>
 
 #include "platform/platform.h"
+#include "platform/windows_file.h"
 
 /// The library needs no thread notifications; without them a host's threads start and end faster.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {  // NOLINT(readability-identifier-naming)
@@ -22,40 +15,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {  // N
 }
 
 namespace zelutil::platform {
+
+using namespace windows;
+
 namespace {
-
-/// Some calls take at most 32 bits of length at once.
-constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
-
-std::wstring widen(std::string_view text) {
-    if (text.empty()) {
-        return {};
-    }
-    const int length = static_cast<int>(text.size());
-    std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
-std::string narrow(std::wstring_view wide) {
-    if (wide.empty()) {
-        return {};
-    }
-    const int length = static_cast<int>(wide.size());
-    const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string text(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, wide.data(), length, text.data(), size, nullptr, nullptr);
-    return text;
-}
-
-/// The path for a system call. A drive alone would be the current directory of that drive.
-std::wstring systemPath(const char* text) {
-    std::wstring path = widen(text == nullptr ? std::string_view() : std::string_view(text));
-    if (path.size() == 2 && path[1] == L':') {
-        path += L'\\';
-    }
-    return path;
-}
 
 /// Calls `fill(buffer, size)` with a growing buffer. `fill` answers, as these system calls do, 0 on failure, the length
 /// when it fitted, and otherwise the size it needs or `size` itself.
@@ -74,32 +37,6 @@ std::optional<std::wstring> textOf(Fill fill) {
         buffer.resize(std::max<std::size_t>(length, buffer.size() * 2));
     }
 }
-
-/// An open file handle, closed at the end of its scope.
-class File {
-public:
-    explicit File(HANDLE handle) : handle_(handle) {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File() {
-        if (isOpen()) {
-            CloseHandle(handle_);
-        }
-    }
-
-    bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE handle() const { return handle_; }
-
-    /// Closes now and tells whether the system kept what was written.
-    bool close() {
-        const HANDLE handle = handle_;
-        handle_ = INVALID_HANDLE_VALUE;
-        return CloseHandle(handle) != 0;
-    }
-
-private:
-    HANDLE handle_;
-};
 
 bool isDirectory(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -133,18 +70,6 @@ bool readAll(HANDLE file, std::string& bytes) {
         total += count;
     }
     bytes.resize(total);
-    return true;
-}
-
-bool writeAll(HANDLE file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kLargestTransfer));
-        DWORD count = 0;
-        if (WriteFile(file, bytes.data(), wanted, &count, nullptr) == 0 || count == 0) {
-            return false;
-        }
-        bytes.remove_prefix(count);
-    }
     return true;
 }
 

@@ -1,0 +1,50 @@
+#include "platform/posix_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/drive_text.h"
+
+namespace zelutil::platform::posix {
+
+std::optional<std::string> systemPath(const char* text) {
+    return systemPathFromText(text == nullptr ? std::string_view() : std::string_view(text));
+}
+
+Descriptor::~Descriptor() {
+    if (isOpen()) {
+        ::close(number_);
+    }
+}
+
+bool Descriptor::close() {
+    const int number = number_;
+    number_ = -1;
+    return ::close(number) == 0;
+}
+
+int openRetrying(const char* path, int flags, mode_t mode) {
+    int number = -1;
+    do {
+        number = ::open(path, flags | O_CLOEXEC, mode);
+    } while (number < 0 && errno == EINTR);
+    return number;
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+}  // namespace zelutil::platform::posix

@@ -1,0 +1,53 @@
+#ifndef ZELUTIL_PLATFORM_WINDOWS_FILE_H
+#define ZELUTIL_PLATFORM_WINDOWS_FILE_H
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+/// Handles and texts, for the sources of the Windows seam only.
+namespace zelutil::platform::windows {
+
+/// Some calls take at most 32 bits of length at once.
+inline constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+std::wstring widen(std::string_view text);
+std::string narrow(std::wstring_view wide);
+
+/// The path for a system call. A drive alone would be the current directory of that drive. Null is the empty text.
+std::wstring systemPath(const char* text);
+
+/// An open file handle, closed at the end of its scope.
+class File {
+public:
+    explicit File(HANDLE handle) : handle_(handle) {}
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File();
+
+    bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE handle() const { return handle_; }
+
+    /// Takes another handle; the one it had must be closed.
+    void reset(HANDLE handle) { handle_ = handle; }
+
+    /// Closes now and tells whether the system kept what was written.
+    bool close();
+
+private:
+    HANDLE handle_;
+};
+
+/// False, with the system's error code set, when not every byte could be written.
+bool writeAll(HANDLE file, std::string_view bytes);
+
+}  // namespace zelutil::platform::windows
+
+#endif

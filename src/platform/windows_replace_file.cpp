@@ -1,0 +1,235 @@
+// replaceFile on Windows; its contract is in platform.h.
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "platform/platform.h"
+#include "platform/replacement_name.h"
+#include "platform/windows_file.h"
+
+namespace zelutil::platform {
+
+using namespace windows;
+
+namespace {
+
+constexpr int kMostNamesTried = 100;
+
+/// Virus scanners and indexers hold a file for some milliseconds after it was written.
+constexpr int kSharingRetries = 5;
+constexpr DWORD kSharingRetryDelay = 20;
+
+/// ERROR_DISK_QUOTA_EXCEEDED; not every SDK has the name.
+constexpr DWORD kDiskQuotaExceeded = 1295;
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// How an attempt to write beside the target ended.
+enum class Beside { Done, Failed, Impossible };
+
+std::size_t nameStart(const std::wstring& path) {
+    const std::size_t separator = path.find_last_of(L"\\/:");
+    return separator == std::wstring::npos ? 0 : separator + 1;
+}
+
+bool isShortOfSpace(DWORD error) {
+    return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == kDiskQuotaExceeded;
+}
+
+/// Writing into the file itself is tried only where nothing can be put in its place, not where space is short.
+Beside afterError(DWORD error) { return isShortOfSpace(error) ? Beside::Failed : Beside::Impossible; }
+
+bool isSharingError(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED ||
+           error == ERROR_UNABLE_TO_REMOVE_REPLACED;
+}
+
+/// Calls `attempt` until it succeeds or fails for another reason than that somebody holds the file; a few times.
+template <typename Attempt>
+bool retryingWhileShared(Attempt attempt) {
+    for (int retries = kSharingRetries;; --retries) {
+        if (attempt()) {
+            return true;
+        }
+        const DWORD error = GetLastError();
+        if (retries == 0 || !isSharingError(error)) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(kSharingRetryDelay);
+    }
+}
+
+/// The file behind any symbolic links.
+std::wstring withoutLinks(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return path;
+    }
+    const File file(CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    const DWORD size = file.isOpen() ? GetFinalPathNameByHandleW(file.handle(), nullptr, 0, 0) : 0;
+    std::wstring target(size, L'\0');
+    if (size == 0 || GetFinalPathNameByHandleW(file.handle(), target.data(), size, 0) >= size) {
+        return path;
+    }
+    target.resize(target.find(L'\0'));
+    return target;
+}
+
+void removeLeftovers(const std::wstring& target) {
+    const std::size_t start = nameStart(target);
+    const std::string name = narrow(target.substr(start));
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = FindFirstFileW((target + L".zelutil-*.tmp").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        // One that its maker is still writing is not shared, and cannot be deleted.
+        if (isReplacementName(narrow(entry.cFileName), name)) {
+            DeleteFileW((target.substr(0, start) + entry.cFileName).c_str());
+        }
+    } while (FindNextFileW(search, &entry) != 0);
+    FindClose(search);
+}
+
+/// A new file beside the target, removed again unless it was put in its place.
+class Replacement {
+public:
+    explicit Replacement(const std::wstring& target) {
+        const std::size_t start = nameStart(target);
+        const std::string name = narrow(target.substr(start));
+        for (int i = 0; i < kMostNamesTried && !file_.isOpen(); ++i) {
+            path_ =
+                target.substr(0, start) + widen(replacementName(name, GetCurrentProcessId(), nextReplacementCall()));
+            file_.reset(
+                CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+            if (!file_.isOpen() && GetLastError() != ERROR_FILE_EXISTS) {
+                return;
+            }
+        }
+        exists_ = file_.isOpen();
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
+        if (file_.isOpen()) {
+            file_.close();
+        }
+        if (exists_) {
+            DeleteFileW(path_.c_str());
+        }
+    }
+
+    bool isOpen() const { return file_.isOpen(); }
+
+    /// Writes the bytes to the disk and lets go of the file.
+    bool fill(std::string_view bytes) {
+        return writeAll(file_.handle(), bytes) && FlushFileBuffers(file_.handle()) != 0 && file_.close();
+    }
+
+    bool putInPlaceOf(const std::wstring& target) {
+        exists_ = !retryingWhileShared([&] { return replace(target) || moveWhereThereIsNone(target); });
+        return !exists_;
+    }
+
+private:
+    /// Keeps the attributes and access rights of the file that is there.
+    bool replace(const std::wstring& target) {
+        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
+        return ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0;
+    }
+
+    /// Also ends a replacement that the system gave up half-way, with the old file already gone.
+    bool moveWhereThereIsNone(const std::wstring& target) {
+        const DWORD error = GetLastError();
+        if (GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            SetLastError(error);
+            return false;
+        }
+        return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH | MOVEFILE_REPLACE_EXISTING) != 0;
+    }
+
+    std::wstring path_;
+    File file_{INVALID_HANDLE_VALUE};
+    bool exists_ = false;
+};
+
+Beside writeBeside(const std::wstring& target, std::string_view bytes) {
+    Replacement replacement(target);
+    if (!replacement.isOpen()) {
+        return afterError(GetLastError());
+    }
+    if (!replacement.fill(bytes)) {
+        return Beside::Failed;
+    }
+    return replacement.putInPlaceOf(target) ? Beside::Done : afterError(GetLastError());
+}
+
+bool setSize(HANDLE file, std::uint64_t size) {
+    LARGE_INTEGER end{};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    return SetFilePointerEx(file, end, nullptr, FILE_BEGIN) != 0 && SetEndOfFile(file) != 0;
+}
+
+Replaced writeInto(const std::wstring& target, std::string_view bytes) {
+    File file(INVALID_HANDLE_VALUE);
+    const bool opened = retryingWhileShared([&] {
+        file.reset(CreateFileW(target.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+        return file.isOpen();
+    });
+    LARGE_INTEGER oldSize{};
+    if (!opened || GetFileSizeEx(file.handle(), &oldSize) == 0) {
+        return Replaced::No;
+    }
+    // The file grows before any of its bytes is touched, so that a full disk shows in time.
+    const auto old = static_cast<std::uint64_t>(oldSize.QuadPart);
+    if (!setSize(file.handle(), std::max<std::uint64_t>(old, bytes.size()))) {
+        return Replaced::No;
+    }
+    const bool written = SetFilePointer(file.handle(), 0, nullptr, FILE_BEGIN) == 0 && writeAll(file.handle(), bytes) &&
+                         SetEndOfFile(file.handle()) != 0;
+    const bool flushed = written && FlushFileBuffers(file.handle()) != 0;
+    return file.close() && flushed ? Replaced::Yes : Replaced::Torn;
+}
+
+/// What is there, as far as it decides how to write it.
+struct Target {
+    bool exists;
+    bool writable;
+    bool hasOtherLinks;
+};
+
+Target look(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return {false, true, false};
+    }
+    File file(INVALID_HANDLE_VALUE);
+    const bool opened = retryingWhileShared([&] {
+        file.reset(CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+        return file.isOpen() || (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0;
+    });
+    BY_HANDLE_FILE_INFORMATION information{};
+    const bool known = opened && file.isOpen() && GetFileType(file.handle()) == FILE_TYPE_DISK &&
+                       GetFileInformationByHandle(file.handle(), &information) != 0;
+    return {true, known, known && information.nNumberOfLinks > 1};
+}
+
+}  // namespace
+
+Replaced replaceFile(const char* path, std::string_view bytes) {
+    const std::wstring target = withoutLinks(systemPath(path));
+    const Target found = look(target);
+    if (!found.writable) {
+        return Replaced::No;
+    }
+    removeLeftovers(target);
+    const Beside beside = found.hasOtherLinks ? Beside::Impossible : writeBeside(target, bytes);
+    if (beside == Beside::Impossible && found.exists) {
+        return writeInto(target, bytes);
+    }
+    return beside == Beside::Done ? Replaced::Yes : Replaced::No;
+}
+
+}  // namespace zelutil::platform
