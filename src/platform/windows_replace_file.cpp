@@ -19,6 +19,8 @@ constexpr int kMostNamesTried = 100;
 constexpr int kSharingRetries = 5;
 constexpr DWORD kSharingRetryDelay = 20;
 
+constexpr DWORD kLongestWaitForTurn = 2000;
+
 /// ERROR_DISK_QUOTA_EXCEEDED; not every SDK has the name.
 constexpr DWORD kDiskQuotaExceeded = 1295;
 
@@ -129,24 +131,30 @@ public:
     }
 
     bool putInPlaceOf(const std::wstring& target) {
-        exists_ = !retryingWhileShared([&] { return replace(target) || moveWhereThereIsNone(target); });
+        exists_ = !retryingWhileShared([&] { return putOnce(target); });
         return !exists_;
     }
 
 private:
-    /// Keeps the attributes and access rights of the file that is there.
-    bool replace(const std::wstring& target) {
-        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
-        return ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0;
+    bool putOnce(const std::wstring& target) {
+        if (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
+            return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+        }
+        return isLetGo(target) && replace(target);
     }
 
-    /// Also ends a replacement that the system gave up half-way, with the old file already gone.
-    bool moveWhereThereIsNone(const std::wstring& target) {
-        const DWORD error = GetLastError();
-        if (GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            SetLastError(error);
-            return false;
+    /// Asked before the system begins to move anything, since not every system goes back when it cannot go on.
+    static bool isLetGo(const std::wstring& target) {
+        return File(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)).isOpen();
+    }
+
+    /// Keeps the attributes and access rights of the file that is there, where the file system can do that.
+    bool replace(const std::wstring& target) {
+        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
+        if (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0) {
+            return true;
         }
+        // The system may also have given up half-way, with the old file already gone.
         return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH | MOVEFILE_REPLACE_EXISTING) != 0;
     }
 
@@ -166,6 +174,15 @@ Beside writeBeside(const std::wstring& target, std::string_view bytes) {
     return replacement.putInPlaceOf(target) ? Beside::Done : afterError(GetLastError());
 }
 
+File openForWriting(const std::wstring& path) {
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    retryingWhileShared([&] {
+        handle = CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+        return handle != INVALID_HANDLE_VALUE;
+    });
+    return File(handle);
+}
+
 bool setSize(HANDLE file, std::uint64_t size) {
     LARGE_INTEGER end{};
     end.QuadPart = static_cast<LONGLONG>(size);
@@ -173,13 +190,9 @@ bool setSize(HANDLE file, std::uint64_t size) {
 }
 
 Replaced writeInto(const std::wstring& target, std::string_view bytes) {
-    File file(INVALID_HANDLE_VALUE);
-    const bool opened = retryingWhileShared([&] {
-        file.reset(CreateFileW(target.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
-        return file.isOpen();
-    });
+    File file = openForWriting(target);
     LARGE_INTEGER oldSize{};
-    if (!opened || GetFileSizeEx(file.handle(), &oldSize) == 0) {
+    if (!file.isOpen() || GetFileSizeEx(file.handle(), &oldSize) == 0) {
         return Replaced::No;
     }
     // The file grows before any of its bytes is touched, so that a full disk shows in time.
@@ -193,6 +206,30 @@ Replaced writeInto(const std::wstring& target, std::string_view bytes) {
     return file.close() && flushed ? Replaced::Yes : Replaced::Torn;
 }
 
+/// Keeps the saves of all processes of the session apart. Not waited for longer than a save takes.
+class Turn {
+public:
+    Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\zelutil-replace-file")) {
+        // A process that died in the middle of its turn has handed it on.
+        const DWORD result = mutex_ == nullptr ? WAIT_FAILED : WaitForSingleObject(mutex_, kLongestWaitForTurn);
+        taken_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+    ~Turn() {
+        if (taken_) {
+            ReleaseMutex(mutex_);
+        }
+        if (mutex_ != nullptr) {
+            CloseHandle(mutex_);
+        }
+    }
+
+private:
+    HANDLE mutex_;
+    bool taken_;
+};
+
 /// What is there, as far as it decides how to write it.
 struct Target {
     bool exists;
@@ -205,13 +242,12 @@ Target look(const std::wstring& path) {
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return {false, true, false};
     }
-    File file(INVALID_HANDLE_VALUE);
-    const bool opened = retryingWhileShared([&] {
-        file.reset(CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
-        return file.isOpen() || (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0;
-    });
+    if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
+        return {true, false, false};
+    }
+    const File file = openForWriting(path);
     BY_HANDLE_FILE_INFORMATION information{};
-    const bool known = opened && file.isOpen() && GetFileType(file.handle()) == FILE_TYPE_DISK &&
+    const bool known = file.isOpen() && GetFileType(file.handle()) == FILE_TYPE_DISK &&
                        GetFileInformationByHandle(file.handle(), &information) != 0;
     return {true, known, known && information.nNumberOfLinks > 1};
 }
@@ -220,6 +256,7 @@ Target look(const std::wstring& path) {
 
 Replaced replaceFile(const char* path, std::string_view bytes) {
     const std::wstring target = withoutLinks(systemPath(path));
+    const Turn turn;
     const Target found = look(target);
     if (!found.writable) {
         return Replaced::No;

@@ -1,0 +1,191 @@
+// What a replaced file keeps where files have links, modes and owners.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/platform.h"
+#include "support/temp_directory.h"
+#include "support/text_file.h"
+
+namespace zelutil::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using test::readTextFile;
+using test::TempDirectory;
+using test::windowsText;
+using test::writeTextFile;
+
+constexpr uid_t kNobody = 65534;
+
+struct stat statusOf(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status;
+}
+
+/// Runs as an ordinary user until the end of its scope. Only root can; elsewhere the process is one already.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : wasRoot_(::geteuid() == 0) {
+        if (wasRoot_) {
+            EXPECT_EQ(::seteuid(kNobody), 0);
+        }
+    }
+    ~OrdinaryUser() {
+        if (wasRoot_) {
+            EXPECT_EQ(::seteuid(0), 0);
+        }
+    }
+
+private:
+    bool wasRoot_;
+};
+
+class ReplacePosixFile : public testing::Test {
+protected:
+    ReplacePosixFile() { fs::permissions(directory_.path(), fs::perms::all); }
+
+    Replaced replace(const fs::path& path, std::string_view bytes) {
+        return replaceFile(windowsText(path).c_str(), bytes);
+    }
+
+    std::size_t entries() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(directory_.path()), {}));
+    }
+
+    TempDirectory directory_;
+    const fs::path file_ = directory_ / "tessel_settings.cfg";
+};
+
+TEST_F(ReplacePosixFile, KeepsTheMode) {
+    writeTextFile(file_, "old");
+    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U}) {
+        ASSERT_EQ(::chmod(file_.c_str(), mode), 0);
+        EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+        EXPECT_EQ(statusOf(file_).st_mode & 07777, mode);
+    }
+}
+
+TEST_F(ReplacePosixFile, ANewFileHasTheModeTheUserAskedFor) {
+    const mode_t before = ::umask(027);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    ::umask(before);
+    EXPECT_EQ(statusOf(file_).st_mode & 07777, 0640U);
+}
+
+TEST_F(ReplacePosixFile, PutsANewFileInThePlaceOfTheOld) {
+    writeTextFile(file_, "old");
+    const int reader = ::open(file_.c_str(), O_RDONLY);
+    ASSERT_GE(reader, 0);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    // Whoever had it open still reads the old contents, whole.
+    char bytes[8] = {};
+    EXPECT_EQ(::read(reader, bytes, sizeof bytes), 3);
+    EXPECT_STREQ(bytes, "old");
+    ::close(reader);
+}
+
+TEST_F(ReplacePosixFile, KeepsTheOwnerWhenRootWrites) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root writes other users' files";
+    }
+    writeTextFile(file_, "old");
+    ASSERT_EQ(::chown(file_.c_str(), kNobody, kNobody), 0);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_EQ(statusOf(file_).st_uid, kNobody);
+    EXPECT_EQ(statusOf(file_).st_gid, kNobody);
+}
+
+TEST_F(ReplacePosixFile, WritesIntoAFileOfAnotherOwner) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs root to make another user's file";
+    }
+    writeTextFile(file_, "old contents");
+    ASSERT_EQ(::chmod(file_.c_str(), 0666), 0);
+    const ino_t inode = statusOf(file_).st_ino;
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    }
+    EXPECT_EQ(readTextFile(file_), "new");
+    EXPECT_EQ(statusOf(file_).st_ino, inode);
+    EXPECT_EQ(statusOf(file_).st_uid, 0U);
+    EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(ReplacePosixFile, WritesIntoAFileWhoseDirectoryCannotBeWritten) {
+    const OrdinaryUser user;
+    writeTextFile(file_, "old contents");
+    ASSERT_EQ(::chmod(file_.c_str(), 0666), 0);
+    const TempDirectory closed;
+    fs::rename(file_, closed / "x.cfg");
+    ASSERT_EQ(::chmod(closed.path().c_str(), 0555), 0);
+    EXPECT_EQ(replace(closed / "x.cfg", "new"), Replaced::Yes);
+    EXPECT_EQ(readTextFile(closed / "x.cfg"), "new");
+    EXPECT_EQ(replace(closed / "y.cfg", "new"), Replaced::No);
+    ASSERT_EQ(::chmod(closed.path().c_str(), 0755), 0);
+    EXPECT_FALSE(fs::exists(closed / "y.cfg"));
+}
+
+TEST_F(ReplacePosixFile, LeavesAReadOnlyFileAsItIs) {
+    const OrdinaryUser user;
+    writeTextFile(file_, "old");
+    ASSERT_EQ(::chmod(file_.c_str(), 0444), 0);
+    EXPECT_EQ(replace(file_, "new"), Replaced::No);
+    EXPECT_EQ(readTextFile(file_), "old");
+    EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(ReplacePosixFile, FollowsLinksAndKeepsThem) {
+    writeTextFile(directory_ / "real/settings.cfg", "old");
+    fs::create_symlink("real/settings.cfg", directory_ / "relative.cfg");
+    fs::create_symlink(directory_ / "relative.cfg", file_);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_EQ(readTextFile(directory_ / "real/settings.cfg"), "new");
+    EXPECT_TRUE(fs::is_symlink(file_));
+    EXPECT_TRUE(fs::is_symlink(directory_ / "relative.cfg"));
+}
+
+TEST_F(ReplacePosixFile, MakesTheFileThatADanglingLinkNames) {
+    fs::create_directory(directory_ / "real");
+    fs::create_symlink("real/settings.cfg", file_);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_EQ(readTextFile(directory_ / "real/settings.cfg"), "new");
+    EXPECT_TRUE(fs::is_symlink(file_));
+}
+
+TEST_F(ReplacePosixFile, LinksInACircleNameNoFile) {
+    fs::create_symlink("b", directory_ / "a");
+    fs::create_symlink("a", directory_ / "b");
+    EXPECT_EQ(replace(directory_ / "a", "new"), Replaced::No);
+    EXPECT_EQ(entries(), 2U);
+}
+
+TEST_F(ReplacePosixFile, LeavesWhatIsNoRegularFileAlone) {
+    ASSERT_EQ(::mkfifo(file_.c_str(), 0666), 0);
+    EXPECT_EQ(replace(file_, "new"), Replaced::No);
+    EXPECT_TRUE(fs::is_fifo(file_));
+    EXPECT_EQ(replace("/dev/null", "new"), Replaced::No);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST_F(ReplacePosixFile, LeavesTheFileAnotherProcessIsStillWriting) {
+    const fs::path written = directory_ / "tessel_settings.cfg.zelutil-00000001-00000000.tmp";
+    writeTextFile(written, "half");
+    const int writer = ::open(written.c_str(), O_WRONLY);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_TRUE(fs::exists(written));
+    ::close(writer);
+    EXPECT_EQ(replace(file_, "newer"), Replaced::Yes);
+    EXPECT_FALSE(fs::exists(written));
+}
+
+}  // namespace
+}  // namespace zelutil::platform
