@@ -14,6 +14,8 @@
 #include <zelutil/file/path.h>
 #include <zelutil/prefs/user_settings_manager.h>
 #include <zelutil/util/ascii.h>
+#include <zelutil/util/csv.h>
 #include <zelutil/util/dbg_chk.h>
+#include <zelutil/util/strutl.h>
 
 #endif

@@ -1,0 +1,25 @@
+#ifndef ZELUTIL_TESTS_SUPPORT_CSV_TWIN_H
+#define ZELUTIL_TESTS_SUPPORT_CSV_TWIN_H
+
+#include <string>
+#include <vector>
+
+/// The CSV helpers once more, slow and step by step, to compare the real ones with.
+namespace zelutil::test {
+
+/// What `CsvFileDelim` answers for a file with these bytes.
+char csvDelimiterTwin(const std::string& file, const std::vector<std::string>& keys);
+
+struct UnquotedTwin {
+    std::string text;
+    int leadingQuotes;
+    int trailingQuotes;
+    bool balanced;
+};
+
+/// What `RemoveLeadingTrailingCharsAndQuotesMixed` makes of `text`.
+UnquotedTwin unquoteTwin(const std::string& text);
+
+}  // namespace zelutil::test
+
+#endif
