@@ -13,6 +13,7 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 #include <zelutil/prefs/user_settings_manager.h>
+#include <zelutil/server/server.h>
 #include <zelutil/util/ascii.h>
 #include <zelutil/util/csv.h>
 #include <zelutil/util/dbg_chk.h>
