@@ -1,0 +1,140 @@
+#include "support/system_faults.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+
+namespace zelutil::test {
+namespace {
+
+struct {
+    const Fault* fault = nullptr;
+    std::size_t calls = 0;
+    bool happened = false;
+} injection;
+
+/// Whether this call of that name is the one to fail; errno is set then.
+bool isToFail(const char* call) {
+    if (injection.fault == nullptr || injection.fault->call != call) {
+        return false;
+    }
+    ++injection.calls;
+    const bool later = injection.fault->writesHalfFirst && injection.calls > injection.fault->occurrence;
+    if (injection.calls != injection.fault->occurrence && !later) {
+        return false;
+    }
+    injection.happened = true;
+    errno = injection.fault->error;
+    return true;
+}
+
+bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.calls == injection.fault->occurrence; }
+
+}  // namespace
+
+const std::vector<std::string>& wrappedCalls() {
+    static const std::vector<std::string> calls = {
+        "open",  "close",  "write",  "fsync", "fstat",           "fchmod", "fchown",   "ftruncate",
+        "flock", "rename", "unlink", "mkdir", "posix_fallocate", "stat",   "readlink", "opendir"};
+    return calls;
+}
+
+FaultInjection::FaultInjection(const Fault& fault) {
+    injection.fault = &fault;
+    injection.calls = 0;
+    injection.happened = false;
+}
+
+FaultInjection::~FaultInjection() { injection.fault = nullptr; }
+
+bool FaultInjection::happened() const { return injection.happened; }
+
+}  // namespace zelutil::test
+
+using zelutil::test::isToFail;
+using zelutil::test::isToWriteHalf;
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker gives these names.
+extern "C" {
+
+int __real_open(const char* path, int flags, ...);
+int __wrap_open(const char* path, int flags, ...) {
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return isToFail("open") ? -1 : __real_open(path, flags, mode);
+}
+
+int __real_close(int file);
+int __wrap_close(int file) {
+    if (!isToFail("close")) {
+        return __real_close(file);
+    }
+    // A failing close has let go of the descriptor all the same.
+    const int error = errno;
+    __real_close(file);
+    errno = error;
+    return -1;
+}
+
+ssize_t __real_write(int file, const void* bytes, std::size_t size);
+ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
+    if (!isToFail("write")) {
+        return __real_write(file, bytes, size);
+    }
+    return isToWriteHalf() ? __real_write(file, bytes, size / 2) : -1;
+}
+
+int __real_fsync(int file);
+int __wrap_fsync(int file) { return isToFail("fsync") ? -1 : __real_fsync(file); }
+
+int __real_fstat(int file, struct stat* status);
+int __wrap_fstat(int file, struct stat* status) { return isToFail("fstat") ? -1 : __real_fstat(file, status); }
+
+int __real_stat(const char* path, struct stat* status);
+int __wrap_stat(const char* path, struct stat* status) { return isToFail("stat") ? -1 : __real_stat(path, status); }
+
+int __real_fchmod(int file, mode_t mode);
+int __wrap_fchmod(int file, mode_t mode) { return isToFail("fchmod") ? -1 : __real_fchmod(file, mode); }
+
+int __real_fchown(int file, uid_t owner, gid_t group);
+int __wrap_fchown(int file, uid_t owner, gid_t group) {
+    return isToFail("fchown") ? -1 : __real_fchown(file, owner, group);
+}
+
+int __real_ftruncate(int file, off_t size);
+int __wrap_ftruncate(int file, off_t size) { return isToFail("ftruncate") ? -1 : __real_ftruncate(file, size); }
+
+int __real_flock(int file, int operation);
+int __wrap_flock(int file, int operation) { return isToFail("flock") ? -1 : __real_flock(file, operation); }
+
+int __real_rename(const char* from, const char* to);
+int __wrap_rename(const char* from, const char* to) { return isToFail("rename") ? -1 : __real_rename(from, to); }
+
+int __real_unlink(const char* path);
+int __wrap_unlink(const char* path) { return isToFail("unlink") ? -1 : __real_unlink(path); }
+
+int __real_mkdir(const char* path, mode_t mode);
+int __wrap_mkdir(const char* path, mode_t mode) { return isToFail("mkdir") ? -1 : __real_mkdir(path, mode); }
+
+int __real_posix_fallocate(int file, off_t offset, off_t size);
+int __wrap_posix_fallocate(int file, off_t offset, off_t size) {
+    return isToFail("posix_fallocate") ? errno : __real_posix_fallocate(file, offset, size);
+}
+
+ssize_t __real_readlink(const char* path, char* target, std::size_t size);
+ssize_t __wrap_readlink(const char* path, char* target, std::size_t size) {
+    return isToFail("readlink") ? -1 : __real_readlink(path, target, size);
+}
+
+DIR* __real_opendir(const char* path);
+DIR* __wrap_opendir(const char* path) { return isToFail("opendir") ? nullptr : __real_opendir(path); }
+}
+// NOLINTEND(bugprone-reserved-identifier)
