@@ -42,6 +42,17 @@ std::string windowsText(const fs::path& path) {
     return text;
 }
 
+#ifdef _WIN32
+fs::path fileOfText(const std::string& windowsText) { return windowsText; }
+#else
+fs::path fileOfText(const std::string& windowsText) {
+    const bool onDrive = windowsText.compare(0, 2, "Z:") == 0;
+    std::string text = onDrive ? windowsText.substr(2) : windowsText;
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return text.empty() ? "/" : text;
+}
+#endif
+
 std::string systemText(const fs::path& path) { return path.string(); }
 
 }  // namespace zelutil::test

@@ -25,6 +25,9 @@ private:
 /// The path as the library writes it: drive letter, backslashes ("Z:\tmp\x" for /tmp/x).
 std::string windowsText(const std::filesystem::path& path);
 
+/// The file that a text written by the library names: the inverse of `windowsText`.
+std::filesystem::path fileOfText(const std::string& windowsText);
+
 /// The path as the system's environment variables hold it ("/tmp/x", "C:\tmp\x").
 std::string systemText(const std::filesystem::path& path);
 
