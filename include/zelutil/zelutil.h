@@ -12,6 +12,7 @@
 #include <zelutil/export.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
+#include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_settings_manager.h>
 #include <zelutil/server/server.h>
 #include <zelutil/util/ascii.h>

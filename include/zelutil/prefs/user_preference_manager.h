@@ -1,0 +1,86 @@
+#ifndef ZELUTIL_PREFS_USER_PREFERENCE_MANAGER_H
+#define ZELUTIL_PREFS_USER_PREFERENCE_MANAGER_H
+
+#include <zelutil/export.h>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+/// Every preference setting of the product: the default that is shipped with it and the value the user gave it.
+///
+/// A setting belongs to a section, and sections nest. Its full name is the attributes of the sections around it and its
+/// own name, joined by "::" ("display::grid"). A setting of a "unique" section is also found by its name alone
+/// ("grid"); where two sections could lend the same bare name, it finds the setting that was read first. Names are
+/// looked up without regard to ASCII case.
+///
+/// There is one manager in a process. Both preference files are read when it is made and never again. Look-ups may run
+/// on several threads at once, but not while one saves.
+class ZELUTIL_API UserPreferenceManager {
+public:
+    /// Who owns the settings of a section. The underlying number is what the files hold; others than these may occur.
+    enum class SubManagerType : std::int32_t {
+        Actions = 100,  ///< The action manager.
+        None = 101,     ///< Nobody: the section has settings of its own.
+    };
+
+    /// A section of the shipped defaults that has settings or belongs to a sub-manager.
+    struct UserPreferenceUISection {
+        std::string parentHeader;   ///< Headings of the sections around it, joined by "::"; empty at the top.
+        std::string header;         ///< Its own heading.
+        std::string attributePath;  ///< Attributes of the sections around it and its own, joined by "::".
+        std::string tclCommand;
+        bool unique = true;  ///< Whether its settings are also found by their bare names.
+        std::int32_t submanagerId = static_cast<std::int32_t>(SubManagerType::None);
+        bool hasChildren = false;  ///< Whether it may hold further sections.
+    };
+
+    /// The manager of this process. The first call makes it and reads the preference files; calls that come meanwhile
+    /// on other threads wait. Throws `true` (a `bool`) once the manager's destruction, at exit or unload, has begun.
+    /// Must not be called from inside the search for the user's file that the first call makes.
+    static UserPreferenceManager& GetInstance();
+
+    /// Copies the maps; the records of settings and sections are shared with the original.
+    UserPreferenceManager(const UserPreferenceManager& other);
+    UserPreferenceManager& operator=(const UserPreferenceManager& other);
+    ~UserPreferenceManager();
+
+    /// The value in force for the setting: the user's when there is one, even an empty one, or else the default. The
+    /// empty string for an unknown name. The reference stays valid until a save changes the setting or the manager is
+    /// destroyed.
+    const std::string& getUserPrefSetting(std::string name) const;
+
+    /// The shipped default of the setting, under the same rules; no save changes it.
+    const std::string& getDefaultPrefSetting(std::string name) const;
+
+    /// Sections by attribute path, case significant. The reference lives as long as the manager.
+    const std::map<std::string, std::shared_ptr<UserPreferenceUISection>>& getAllUserPrefUISettings();
+
+    /// Lower-cases the 26 letters of ASCII in place; every other byte stays.
+    static void convertSettingToLowercase(std::string& name);
+
+    /// The hash under which a setting is kept, of the bytes as they stand: 64-bit FNV-1a by G. Fowler, L. C. Noll and
+    /// K.-P. Vo (http://www.isthe.com/chongo/tech/comp/fnv/). Names are lower-cased before they are hashed.
+    ///
+    ///     "" => 0xcbf29ce484222325        "a" => 0xaf63dc4c8601ec8c        "foobar" => 0x85944171f73967e8
+    std::size_t computeHash(const std::string& name) const;
+
+    /// The private half, opaque to hosts.
+    class Model;
+
+    /// The record of one setting, opaque to hosts.
+    struct MetaSettings;
+
+private:
+    UserPreferenceManager();
+
+    std::unique_ptr<Model> model_;
+
+    /// Set when the destruction of this process's manager begins, and never cleared.
+    static std::atomic<bool> s_bKilled;
+};
+
+#endif

@@ -1,0 +1,72 @@
+#include "prefs/preference_files.h"
+
+#include <zelutil/file/hierarchy.h>
+#include <zelutil/file/path.h>
+
+#include <atomic>
+#include <optional>
+
+#include "common_library/common_library.h"
+#include "platform/platform.h"
+
+namespace zelutil::prefs {
+namespace {
+
+using ZelU::File::Hierarchy;
+using ZelU::File::Path;
+
+constexpr char kDefaultsVariable[] = "tessel_settings";
+constexpr char kDefaultsDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
+constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
+constexpr char kUserSubdirectory[] = "/tessel/";
+
+std::atomic<bool> searchInProgress{false};
+
+class SearchInProgress {
+public:
+    SearchInProgress() { searchInProgress = true; }
+    SearchInProgress(const SearchInProgress&) = delete;
+    SearchInProgress& operator=(const SearchInProgress&) = delete;
+    ~SearchInProgress() { searchInProgress = false; }
+};
+
+/// Without an installation the defaults are empty; the manager's maker is not to see the exception.
+Path findInstalled(const char* name) {
+    try {
+        return Hierarchy::FindFile(name, kDefaultsDirectory);
+    } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
+        return {};
+    }
+}
+
+std::optional<std::string> findOnSetupPath() {
+    const auto search = common_library::SetupPathSearch::prepare();
+    if (!search) {
+        return std::nullopt;
+    }
+    const SearchInProgress mark;
+    return search->find(kUserFileOnSetupPath);
+}
+
+}  // namespace
+
+std::string getUserSettingsFullPathname(const char* name) {
+    if (auto named = platform::environmentPath(kDefaultsVariable)) {
+        return *named;
+    }
+    // Kept deliberately: a path with a blank comes in double quotes, which no file has in its name. A host that lives
+    // with the built-in values there would suddenly meet others.
+    return findInstalled(name).GetPath4Shell();
+}
+
+std::string getUserFileName() {
+    if (auto found = findOnSetupPath()) {
+        return *found;
+    }
+    // Kept deliberately: in double quotes when it has a blank, as above; nothing is then read or written.
+    return Hierarchy::GetPcbEnv().GetPath4Shell() + kUserSubdirectory + kSettingsFileName;
+}
+
+bool isUserFileSearchInProgress() { return searchInProgress; }
+
+}  // namespace zelutil::prefs

@@ -1,0 +1,69 @@
+#ifndef ZELUTIL_PREFS_PREFERENCE_MODEL_H
+#define ZELUTIL_PREFS_PREFERENCE_MODEL_H
+
+#include <zelutil/prefs/user_preference_manager.h>
+#include <zelutil/prefs/user_settings_manager.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "json/json.h"
+#include "prefs/setting_index.h"
+
+/// What the preference manager knows and does. The manager is the process-wide, exported shell around one of these.
+///
+/// Sections and defaults come from the text of the defaults file, the user's values from the text of the user's file,
+/// which has the same layout. The model is filled once, in this order; afterwards only a save changes it, and only the
+/// user's values. A text is never refused: what cannot be used of it is passed over, element by element.
+class UserPreferenceManager::Model {
+public:
+    using SubManagerTexts = std::map<SubManagerType, std::string>;
+    using Sections = std::map<std::string, std::shared_ptr<UserPreferenceUISection>>;
+
+    /// The half behind `manager`, for the functions with C linkage.
+    static const Model& of(const UserPreferenceManager& manager) { return *manager.model_; }
+
+    /// Reads the defaults file, sets up the index and answers the texts of the sub-managers' sections.
+    const SubManagerTexts& readDefaultJson();
+    /// Reads the user's file over the defaults and answers the user's texts of the sub-managers' sections.
+    const SubManagerTexts& readOverriddenCfg();
+    /// Loads the sub-manager of each section that belongs to one.
+    void initializeSubManagers();
+
+    /// What the two files hold, as far as it is theirs to tell: the same without files.
+    void takeDefaults(std::string text);
+    void takeUserSettings(std::string_view text);
+
+    /// Null for an unknown name.
+    MetaSettings* findSetting(std::string_view name) const;
+    MetaSettings* findSetting(const char* name) const;
+    /// Empty for null.
+    static const std::string& getMergedValueForSetting(const MetaSettings* setting);
+    static const std::string& getDefaultValueForSetting(const MetaSettings* setting);
+
+    /// Loads the sub-manager of that type, if there is one, and registers it.
+    void InitializeSubManager(SubManagerType type, const std::string& defaultSettings, const std::string& userSettings);
+
+    const Sections& sections() const { return uiSections_; }
+
+private:
+    class DefaultsWalk;
+    class UserSettingsWalk;
+
+    void parseJsonObject(const zelutil::json::Value& metaArray, const std::string& parentHeader,
+                         const std::string& parentAttribute);
+    void parseUserAreaJsonObject(const zelutil::json::Value& metaArray, const std::string& parentAttribute);
+    static std::string convertJsonToString(const zelutil::json::Value& value);
+
+    std::map<SubManagerType, IUserSettingsManager*> subManagers_;
+    SubManagerTexts defaultSubManagerSettings_;
+    SubManagerTexts userSubManagerSettings_;
+    Sections uiSections_;
+    zelutil::prefs::SettingIndex settingsByHash_;
+    /// The text of the defaults file as it was read.
+    std::string defaultText_;
+};
+
+#endif

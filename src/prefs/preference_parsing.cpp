@@ -1,0 +1,208 @@
+// How the texts of the two preference files become the model.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "prefs/preference_model.h"
+#include "prefs/section_json.h"
+#include "prefs/setting_name.h"
+
+using zelutil::json::Value;
+using zelutil::prefs::JoinedNames;
+using zelutil::prefs::keyOf;
+using zelutil::prefs::kNameSeparator;
+namespace json = zelutil::json;
+namespace prefs = zelutil::prefs;
+
+namespace {
+
+constexpr auto kNoSubManager = UserPreferenceManager::SubManagerType::None;
+
+}  // namespace
+
+/// One walk over the sections of the defaults.
+class UserPreferenceManager::Model::DefaultsWalk {
+public:
+    DefaultsWalk(Model& model, std::string_view parentHeader, std::string_view parentAttribute)
+        : model_(model), headers_(parentHeader), attributes_(parentAttribute) {}
+
+    void readArray(const Value& array) {
+        for (const Value& element : array.GetArray()) {
+            readElement(element);
+        }
+    }
+
+private:
+    void readElement(const Value& element) {
+        const auto names = prefs::sectionNames(element);
+        if (!names) {
+            return;
+        }
+        const JoinedNames::Level header(headers_, names->header);
+        const JoinedNames::Level attribute(attributes_, names->attribute);
+        const Value* const children = json::arrayMember(element, prefs::kChildren);
+        if (auto section = makeSection(element)) {
+            section->parentHeader = header.outer();
+            section->header = names->header;
+            section->hasChildren = children != nullptr;
+            model_.uiSections_.try_emplace(attributes_.text(), std::move(section));
+        }
+        if (children != nullptr) {
+            readArray(*children);
+        }
+    }
+
+    /// Reads what belongs to the section itself. Null for a section that only groups others.
+    std::shared_ptr<UserPreferenceUISection> makeSection(const Value& element) {
+        const auto tclCommand = json::stringMember(element, prefs::kTclCommand);
+        const Value* const settings = json::member(element, prefs::kDefaultSettings);
+        const Value* const unique = json::member(element, prefs::kUnique);
+        const auto type = SubManagerType{
+            json::integerMember(element, prefs::kSubmanagerId).value_or(static_cast<std::int32_t>(kNoSubManager))};
+        const bool hasSubManager = type != kNoSubManager;
+        if (!tclCommand || settings == nullptr || !(hasSubManager || settings->IsArray())) {
+            return nullptr;
+        }
+        auto section = std::make_shared<UserPreferenceUISection>();
+        section->attributePath = attributes_.text();
+        section->tclCommand = *tclCommand;
+        section->unique = unique == nullptr || unique->IsTrue();
+        section->submanagerId = static_cast<std::int32_t>(type);
+        if (hasSubManager) {
+            model_.defaultSubManagerSettings_.try_emplace(type, convertJsonToString(*settings));
+        } else {
+            readSettings(*settings, section->unique);
+        }
+        return section;
+    }
+
+    void readSettings(const Value& array, bool unique) {
+        const std::string prefix = attributes_.text() + std::string(kNameSeparator);
+        const std::uint64_t prefixKey = keyOf(prefix);
+        for (const Value& element : array.GetArray()) {
+            const auto given = prefs::defaultSetting(element);
+            if (!given) {
+                continue;
+            }
+            auto setting = std::make_shared<MetaSettings>();
+            setting->name = given->name;
+            setting->fullName.reserve(prefix.size() + given->name.size());
+            setting->fullName.append(prefix).append(given->name);
+            setting->defaultValue = given->value;
+            if (unique) {
+                model_.settingsByHash_.add(keyOf(given->name, prefixKey), setting);
+                model_.settingsByHash_.add(keyOf(given->name), std::move(setting));
+            } else {
+                model_.settingsByHash_.add(keyOf(given->name, prefixKey), std::move(setting));
+            }
+        }
+    }
+
+    Model& model_;
+    JoinedNames headers_;
+    JoinedNames attributes_;
+};
+
+/// One walk over the sections of the user's file.
+class UserPreferenceManager::Model::UserSettingsWalk {
+public:
+    UserSettingsWalk(Model& model, std::string_view parentAttribute) : model_(model), attributes_(parentAttribute) {}
+
+    void readArray(const Value& array) {
+        for (const Value& element : array.GetArray()) {
+            readElement(element);
+        }
+    }
+
+private:
+    void readElement(const Value& element) {
+        const auto names = prefs::sectionNames(element);
+        if (!names) {
+            return;
+        }
+        const JoinedNames::Level attribute(attributes_, names->attribute);
+        if (const Value* const overridden = json::member(element, prefs::kOverriddenSettings)) {
+            readOverridden(*overridden);
+        }
+        if (const Value* const children = json::arrayMember(element, prefs::kChildren)) {
+            readArray(*children);
+        }
+    }
+
+    void readOverridden(const Value& overridden) {
+        const auto found = model_.uiSections_.find(attributes_.text());
+        if (found == model_.uiSections_.end()) {
+            return;
+        }
+        const SubManagerType type{found->second->submanagerId};
+        if (type != kNoSubManager) {
+            model_.userSubManagerSettings_.try_emplace(type, convertJsonToString(overridden));
+            return;
+        }
+        if (!overridden.IsArray()) {
+            return;
+        }
+        for (const Value& object : overridden.GetArray()) {
+            if (object.IsObject()) {
+                readValues(object);
+            }
+        }
+    }
+
+    void readValues(const Value& object) {
+        for (const auto& member : object.GetObject()) {
+            const std::string_view name(member.name.GetString(), member.name.GetStringLength());
+            const auto value = json::string(member.value);
+            if (name.empty() || !value) {
+                continue;
+            }
+            if (MetaSettings* const setting = findNamed(name)) {
+                setting->userValue = *value;
+                setting->hasUserValue = true;
+            }
+        }
+    }
+
+    /// The setting that a user's name means: bare or in full, whichever section it stands in, before one of this
+    /// section.
+    MetaSettings* findNamed(std::string_view name) const {
+        if (MetaSettings* const setting = model_.settingsByHash_.find(keyOf(name))) {
+            return setting;
+        }
+        return model_.settingsByHash_.find(keyOf(name, keyOf(kNameSeparator, keyOf(attributes_.text()))));
+    }
+
+    Model& model_;
+    JoinedNames attributes_;
+};
+
+void UserPreferenceManager::Model::takeDefaults(std::string text) {
+    defaultText_ = std::move(text);
+    const json::Text parsed(defaultText_);
+    if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
+        parseJsonObject(*meta, "", "");
+    }
+    settingsByHash_.build();
+}
+
+void UserPreferenceManager::Model::takeUserSettings(std::string_view text) {
+    const json::Text parsed(text);
+    if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
+        parseUserAreaJsonObject(*meta, "");
+    }
+}
+
+void UserPreferenceManager::Model::parseJsonObject(const Value& metaArray, const std::string& parentHeader,
+                                                   const std::string& parentAttribute) {
+    DefaultsWalk(*this, parentHeader, parentAttribute).readArray(metaArray);
+}
+
+void UserPreferenceManager::Model::parseUserAreaJsonObject(const Value& metaArray, const std::string& parentAttribute) {
+    UserSettingsWalk(*this, parentAttribute).readArray(metaArray);
+}
+
+std::string UserPreferenceManager::Model::convertJsonToString(const Value& value) {
+    // What was parsed can be written.
+    return json::compactText(value).value_or("");
+}

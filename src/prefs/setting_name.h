@@ -1,0 +1,84 @@
+#ifndef ZELUTIL_PREFS_SETTING_NAME_H
+#define ZELUTIL_PREFS_SETTING_NAME_H
+
+#include <zelutil/util/ascii.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// How settings are named and how a name becomes a key.
+namespace zelutil::prefs {
+
+/// Stands between the parts of a heading path, an attribute path and a setting's full name.
+inline constexpr std::string_view kNameSeparator = "::";
+
+/// 64-bit FNV-1a (http://www.isthe.com/chongo/tech/comp/fnv/): start, and step from byte to byte. A hash can be
+/// continued, so what many names begin with is hashed once.
+inline constexpr std::uint64_t kEmptyNameHash = 0xcbf29ce484222325;
+
+constexpr std::uint64_t hashStep(std::uint64_t hash, char c) {
+    return (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+}
+
+/// Hash of the bytes as they stand, following what `start` is the hash of.
+constexpr std::uint64_t hashOf(std::string_view name, std::uint64_t start = kEmptyNameHash) {
+    for (const char c : name) {
+        start = hashStep(start, c);
+    }
+    return start;
+}
+
+/// The same of the name in lower case: the key of a setting.
+constexpr std::uint64_t keyOf(std::string_view name, std::uint64_t start = kEmptyNameHash) {
+    for (const char c : name) {
+        start = hashStep(start, ascii::lowerCase(c));
+    }
+    return start;
+}
+
+/// The same up to the NUL, without a pass to find the end first.
+constexpr std::uint64_t keyOf(const char* name) {
+    std::uint64_t hash = kEmptyNameHash;
+    for (; *name != '\0'; ++name) {
+        hash = hashStep(hash, ascii::lowerCase(*name));
+    }
+    return hash;
+}
+
+/// Names of nested sections joined into one text that grows and shrinks as a walk goes down and up, so that deep
+/// nesting copies nothing. The separator follows only what is not empty.
+class JoinedNames {
+public:
+    explicit JoinedNames(std::string_view start) : text_(start) {}
+
+    const std::string& text() const { return text_; }
+
+    /// The names with one more, until the end of the scope.
+    class Level {
+    public:
+        Level(JoinedNames& names, std::string_view name) : names_(names), outerLength_(names.text_.size()) {
+            if (!names.text_.empty()) {
+                names.text_ += kNameSeparator;
+            }
+            names.text_ += name;
+        }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+        ~Level() { names_.text_.resize(outerLength_); }
+
+        /// What the names were before.
+        std::string outer() const { return names_.text_.substr(0, outerLength_); }
+
+    private:
+        JoinedNames& names_;
+        std::size_t outerLength_;
+    };
+
+private:
+    std::string text_;
+};
+
+}  // namespace zelutil::prefs
+
+#endif

@@ -1,0 +1,142 @@
+// Texts that no editor would write, on the stack of a Windows thread.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "prefs/model_of.h"
+#include "support/small_stack.h"
+
+namespace zelutil::test {
+namespace {
+
+constexpr char kDefaults[] = R"({"version":"7.2","meta":[
+    {"header":"A","attribute":"a","unique":true,"submanagerId":101,"tclCommand":"t",
+     "defaultsettings":[{"name":"g","value":"1"}],
+     "children":[{"header":"B","attribute":"b","tclCommand":"t","defaultsettings":[{"name":"h","value":"2"}]}]}]})";
+constexpr char kUser[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"g":"10"}],
+                 "children":[{"header":"B","attribute":"b","overriddensettings":[{"h":"20"}]}]}]})";
+
+/// `levels` sections inside each other, attribute "a" each, around `innermost`.
+std::string nestedSections(std::size_t levels, const std::string& innermost) {
+    std::string text;
+    for (std::size_t i = 1; i < levels; ++i) {
+        text += R"([{"header":"H","attribute":"a","children":)";
+    }
+    text += "[" + innermost + "]";
+    for (std::size_t i = 1; i < levels; ++i) {
+        text += "}]";
+    }
+    return text;
+}
+
+std::string repeated(std::size_t count, const std::string& part) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        text += part;
+    }
+    return text;
+}
+
+constexpr char kInnermostDefaults[] =
+    R"({"header":"H","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"1"}]})";
+constexpr char kInnermostUser[] = R"({"header":"H","attribute":"a","overriddensettings":[{"g":"2"}]})";
+
+TEST(HostileTexts, AsManySectionsInsideEachOtherAsATextMayHoldAreRead) {
+    // The settings of section n stand 2 * n + 3 deep, and a text may be 1,024 deep.
+    runOnSmallStack([] {
+        const Model model = modelOf(nestedSections(510, kInnermostDefaults), nestedSections(510, kInnermostUser));
+        const std::string path = repeated(510, "a::");
+        EXPECT_EQ(valueOf(model, path + "g"), "2");
+        EXPECT_EQ(valueOf(model, "g"), "2");
+        EXPECT_EQ(model.sections().size(), 1U);
+    });
+}
+
+TEST(HostileTexts, DeeperOnesAreMalformed) {
+    runOnSmallStack([] {
+        const Model tooDeep = modelOf(nestedSections(511, kInnermostDefaults));
+        EXPECT_TRUE(tooDeep.sections().empty());
+        const Model userTooDeep = modelOf(nestedSections(1, kInnermostDefaults), nestedSections(511, kInnermostUser));
+        EXPECT_EQ(valueOf(userTooDeep, "g"), "1");
+        const Model farTooDeep = modelOf(nestedSections(300000, kInnermostDefaults));
+        EXPECT_TRUE(farTooDeep.sections().empty());
+        const Model arrays = modelOfTexts(repeated(2000000, "["), repeated(2000000, R"({"meta":)"));
+        EXPECT_TRUE(arrays.sections().empty());
+    });
+}
+
+TEST(HostileTexts, DeepSettingsOfASubManagerAreHandedOn) {
+    runOnSmallStack([] {
+        const std::string deep = repeated(1000, "[") + repeated(1000, "]");
+        const Model model = modelOf(
+            R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":)" + deep + "}]",
+            R"([{"header":"K","attribute":"k","overriddensettings":)" + deep + "}]");
+        EXPECT_EQ(model.sections().count("k"), 1U);
+    });
+}
+
+TEST(HostileTexts, ACutOffTextContributesNothing) {
+    const std::string defaults = kDefaults;
+    const std::string user = kUser;
+    for (std::size_t length = 0; length < defaults.size(); ++length) {
+        const Model model = modelOfTexts(defaults.substr(0, length), user);
+        EXPECT_TRUE(model.sections().empty()) << length;
+        EXPECT_EQ(valueOf(model, "a::g"), "(unknown)") << length;
+    }
+    for (std::size_t length = 0; length < user.size(); ++length) {
+        const Model model = modelOfTexts(defaults, user.substr(0, length));
+        EXPECT_EQ(valueOf(model, "a::g"), "1") << length;
+        EXPECT_EQ(valueOf(model, "a::b::h"), "2") << length;
+    }
+}
+
+TEST(HostileTexts, AByteOrderMarkIsSkipped) {
+    const Model model = modelOfTexts("\xEF\xBB\xBF" + std::string(kDefaults), "\xEF\xBB\xBF" + std::string(kUser));
+    EXPECT_EQ(valueOf(model, "a::g"), "10");
+    EXPECT_EQ(valueOf(model, "h"), "20");
+}
+
+TEST(HostileTexts, NumbersThatCannotBeHeldMakeATextMalformed) {
+    for (const char* const number : {"1.8e308", "1e309", "-1e400"}) {
+        const std::string sections =
+            R"([{"x":)" + std::string(number) +
+            R"(,"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"1"}]}])";
+        EXPECT_TRUE(modelOf(sections).sections().empty()) << number;
+    }
+    const Model vanishing = modelOf(R"([{"x":[0.0000000001e-2147483639],"header":"A","attribute":"a","tclCommand":"t",
+        "defaultsettings":[{"name":"g","value":"1"}]}])");
+    EXPECT_EQ(valueOf(vanishing, "g"), "1");
+}
+
+TEST(HostileTexts, BinaryContributesNothing) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 500; ++round) {
+        std::string bytes(random() % 200, '\0');
+        for (char& byte : bytes) {
+            byte = static_cast<char>(random());
+        }
+        const Model model = modelOfTexts(bytes, bytes);
+        EXPECT_TRUE(model.sections().empty());
+    }
+}
+
+// Whatever one byte is changed to, the text is read without harm; the sanitizers watch.
+TEST(HostileTexts, AnyByteMayBeWrong) {
+    runOnSmallStack([] {
+        for (const char replacement : {'"', '{', '}', '[', ']', ',', ':', '\\', '\0', '\xFF', '-', '1', 'n', 'e'}) {
+            std::string defaults = kDefaults;
+            for (char& byte : defaults) {
+                const char original = byte;
+                byte = replacement;
+                const Model model = modelOfTexts(defaults, kUser);
+                EXPECT_LE(model.sections().size(), 2U);
+                byte = original;
+            }
+        }
+    });
+}
+
+}  // namespace
+}  // namespace zelutil::test
