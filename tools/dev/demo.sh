@@ -1,4 +1,4 @@
-#  [--windows]: Build the library and an example host, run it on an example installation
+#  [--windows]: Build the library and an example host and run it in an example installation
 preset=release
 packages=("${buildPackages[@]}")
 case ${1:-} in
@@ -11,13 +11,19 @@ case ${1:-} in
 esac
 need "${packages[@]}"
 
+# The example installation and its user's home: nothing of the machine's own product, if it has one.
+demo=$PWD/build/$preset/demo
+unset QTXROOT QTX_ROOT QTXINSTDIR QTX_SITE tessel_settings regression_testing
+
 if [[ $preset == windows ]]; then
     startWine
     buildPreset windows zelutil_demo
-    say "Running host_demo.exe under Wine"
-    cmake/run-wine build/windows/bin/host_demo.exe "Z:$PWD/examples/product"
+    say "Running host_demo.exe under Wine, installed in $demo"
+    folder=Z:${demo//\//\\}
+    # Wine sets both variables itself, to the user of its prefix.
+    cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\host_demo.exe"
 else
     buildPreset release zelutil_demo
-    say "Running host_demo"
-    build/release/bin/host_demo "$PWD/examples/product"
+    say "Running host_demo, installed in $demo"
+    HOMEDRIVE=Z: HOMEPATH=$demo/home "$demo/product/tools/bin/host_demo"
 fi
