@@ -14,8 +14,8 @@ enum class CharacterKind : unsigned char { Ordinary, Blank, Quote, Separator, In
 
 constexpr std::array<CharacterKind, 256> makeCharacterKinds() {
     std::array<CharacterKind, 256> kinds{};
-    for (const unsigned char c : {'\n', '\r', '*', '<', '>', '?', '|'}) {
-        kinds[c] = CharacterKind::Invalid;
+    for (const char c : {'\n', '\r', '*', '<', '>', '?', '|'}) {
+        kinds[static_cast<unsigned char>(c)] = CharacterKind::Invalid;
     }
     kinds[' '] = CharacterKind::Blank;
     kinds['"'] = CharacterKind::Quote;
