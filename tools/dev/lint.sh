@@ -37,7 +37,7 @@ check() { # TEXT COMMAND...
 
 check "Format" checkFormat
 check "Scripts" checkScripts
-check "Operating system only below src/platform/ and tests/support/" checkSystemKnowledge
+check "Operating system only behind its seam" checkSystemKnowledge
 check "RapidJSON only below src/json/" checkJsonDoor
 check "Public headers stand alone" checkPublicIncludes
 check "Every source file is built" checkSourcesListed

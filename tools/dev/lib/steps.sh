@@ -31,12 +31,14 @@ showWaiting() { # TEXT LOG
     done
 }
 
+logOf() { printf "%s/%s.log" "$logDirectory" "$(tr -cs "[:alnum:]\n_" - <<<"$1")"; }
+
 # step TEXT COMMAND...: the command's output goes to a log. Fails as the command does.
 step() {
     local text=$1 log ticker status=0
     shift
     mkdir -p "$logDirectory"
-    log=$logDirectory/$(tr -cs '[:alnum:]\n' - <<<"$text").log
+    log=$(logOf "$text")
     say "$text"
     showWaiting "$text" "$log" &
     ticker=$!
