@@ -1,0 +1,12 @@
+// What a host may have included before any header of the library, with its macros in force. No include guard: nothing
+// is gained by one.
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/param.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
