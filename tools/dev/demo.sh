@@ -13,17 +13,23 @@ need "${packages[@]}"
 
 # The example installation and its user's home: nothing of the machine's own product, if it has one.
 demo=$PWD/build/$preset/demo
+# The library's trace shows which source the root was found by.
+export QTX_ZELUTIL_DEBUG=1
 unset QTXROOT QTX_ROOT QTXINSTDIR QTX_SITE tessel_settings regression_testing
 
 if [[ $preset == windows ]]; then
     startWine
     buildPreset windows zelutil_demo
-    say "Running host_demo.exe under Wine, installed in $demo"
     folder=Z:${demo//\//\\}
-    # Wine sets both variables itself, to the user of its prefix.
-    cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\host_demo.exe"
+    for host in host_demo c_host; do
+        say "Running $host.exe under Wine, installed in $demo"
+        # Wine sets both variables itself, to the user of its prefix.
+        cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\$host.exe"
+    done
 else
     buildPreset release zelutil_demo
-    say "Running host_demo, installed in $demo"
-    HOMEDRIVE=Z: HOMEPATH=$demo/home "$demo/product/tools/bin/host_demo"
+    for host in host_demo c_host; do
+        say "Running $host, installed in $demo"
+        HOMEDRIVE=Z: HOMEPATH=$demo/home "$demo/product/tools/bin/$host"
+    done
 fi
