@@ -8,9 +8,10 @@ namespace zelutil::test {
 
 namespace fs = std::filesystem;
 
-TempDirectory::TempDirectory() {
+TempDirectory::TempDirectory() : TempDirectory(fs::canonical(fs::temp_directory_path())) {}
+
+TempDirectory::TempDirectory(const fs::path& parent) {
     std::random_device random;
-    const fs::path parent = fs::canonical(fs::temp_directory_path());
     for (int attempt = 0; attempt < 100; ++attempt) {
         const fs::path candidate = parent / ("zelutil-test-" + std::to_string(random()));
         if (fs::create_directory(candidate)) {
@@ -44,6 +45,8 @@ std::string windowsText(const fs::path& path) {
 
 #ifdef _WIN32
 fs::path fileOfText(const std::string& windowsText) { return windowsText; }
+
+std::string fixedTemporaryDirectory() { return "C:\\Temp"; }
 #else
 fs::path fileOfText(const std::string& windowsText) {
     const bool onDrive = windowsText.compare(0, 2, "Z:") == 0;
@@ -51,6 +54,8 @@ fs::path fileOfText(const std::string& windowsText) {
     std::replace(text.begin(), text.end(), '\\', '/');
     return text.empty() ? "/" : text;
 }
+
+std::string fixedTemporaryDirectory() { return "Z:\\tmp"; }
 #endif
 
 std::string systemText(const fs::path& path) { return path.string(); }

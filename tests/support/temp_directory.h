@@ -11,6 +11,8 @@ namespace zelutil::test {
 class TempDirectory {
 public:
     TempDirectory();
+    /// Below `parent` instead of the system's directory for temporary files.
+    explicit TempDirectory(const std::filesystem::path& parent);
     TempDirectory(const TempDirectory&) = delete;
     TempDirectory& operator=(const TempDirectory&) = delete;
     ~TempDirectory();
@@ -27,6 +29,9 @@ std::string windowsText(const std::filesystem::path& path);
 
 /// The file that a text written by the library names: the inverse of `windowsText`.
 std::filesystem::path fileOfText(const std::string& windowsText);
+
+/// The directory for temporary files, as a text of the library, when no variable names one.
+std::string fixedTemporaryDirectory();
 
 /// The path as the system's environment variables hold it ("/tmp/x", "C:\tmp\x").
 std::string systemText(const std::filesystem::path& path);
