@@ -191,8 +191,9 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
 }
 
 bool writeFile(const char* path, std::string_view bytes) {
-    File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                          FILE_ATTRIBUTE_NORMAL, nullptr));
+    // Shared as the C runtime's streams share: a file that somebody has open in the usual way can be overwritten.
+    File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file.isOpen() && writeAll(file.handle(), bytes) && file.close();
 }
 
