@@ -40,8 +40,8 @@ bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.call
 
 const std::vector<std::string>& wrappedCalls() {
     static const std::vector<std::string> calls = {
-        "open",  "close",  "write",  "fsync", "fstat",           "fchmod", "fchown",   "ftruncate",
-        "flock", "rename", "unlink", "mkdir", "posix_fallocate", "stat",   "readlink", "opendir"};
+        "open",   "close",  "write", "fsync",           "fstat", "fchmod",   "fchown",  "ftruncate", "flock",
+        "rename", "unlink", "mkdir", "posix_fallocate", "stat",  "readlink", "opendir", "read",      "renameat2"};
     return calls;
 }
 
@@ -92,6 +92,11 @@ ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
     return isToWriteHalf() ? __real_write(file, bytes, size / 2) : -1;
 }
 
+ssize_t __real_read(int file, void* bytes, std::size_t size);
+ssize_t __wrap_read(int file, void* bytes, std::size_t size) {
+    return isToFail("read") ? -1 : __real_read(file, bytes, size);
+}
+
 int __real_fsync(int file);
 int __wrap_fsync(int file) { return isToFail("fsync") ? -1 : __real_fsync(file); }
 
@@ -117,6 +122,11 @@ int __wrap_flock(int file, int operation) { return isToFail("flock") ? -1 : __re
 
 int __real_rename(const char* from, const char* to);
 int __wrap_rename(const char* from, const char* to) { return isToFail("rename") ? -1 : __real_rename(from, to); }
+
+int __real_renameat2(int fromDirectory, const char* from, int toDirectory, const char* to, unsigned flags);
+int __wrap_renameat2(int fromDirectory, const char* from, int toDirectory, const char* to, unsigned flags) {
+    return isToFail("renameat2") ? -1 : __real_renameat2(fromDirectory, from, toDirectory, to, flags);
+}
 
 int __real_unlink(const char* path);
 int __wrap_unlink(const char* path) { return isToFail("unlink") ? -1 : __real_unlink(path); }

@@ -1,0 +1,181 @@
+// File operations of paths where system calls fail, and where files have links.
+#include <gtest/gtest.h>
+#include <zelutil/file/path.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <string>
+
+#include "support/system_faults.h"
+#include "support/temp_directory.h"
+#include "support/text_file.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ZelU::File::Path;
+using zelutil::test::Fault;
+using zelutil::test::FaultInjection;
+using zelutil::test::readTextFile;
+using zelutil::test::TempDirectory;
+using zelutil::test::windowsText;
+using zelutil::test::writeTextFile;
+
+class PosixFileOperations : public testing::Test {
+protected:
+    Path path(const std::string& name) const { return Path(windowsText(directory / name)); }
+
+    void write(const std::string& name, const std::string& bytes) const { writeTextFile(directory / name, bytes); }
+
+    std::string bytesOf(const std::string& name) const { return readTextFile(directory / name); }
+
+    bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(directory / name)); }
+
+    /// What copying "from" to "to" answers while a call fails; the call must come.
+    bool copyWith(const Fault& fault) const {
+        const FaultInjection injection(fault);
+        const bool answer = path("from").CopyTheFile(path("to"));
+        EXPECT_TRUE(injection.happened()) << fault.call;
+        return answer;
+    }
+
+    bool moveWith(const Fault& fault) const {
+        const FaultInjection injection(fault);
+        const bool answer = path("from").MoveTheFile(path("to"));
+        EXPECT_TRUE(injection.happened()) << fault.call;
+        return answer;
+    }
+
+    TempDirectory directory;
+};
+
+TEST_F(PosixFileOperations, ASourceThatCannotBeReadLeavesTheTargetAsItWas) {
+    write("from", "new");
+    write("to", "old");
+    for (const Fault& fault : {Fault{"open", 1, EACCES}, Fault{"fstat", 1, EIO}, Fault{"read", 1, EIO}}) {
+        EXPECT_FALSE(copyWith(fault)) << fault.call;
+        EXPECT_EQ(bytesOf("to"), "old") << fault.call;
+    }
+}
+
+TEST_F(PosixFileOperations, ATargetThatCannotBeOpenedStaysAsItWas) {
+    write("from", "new");
+    write("to", "old");
+    EXPECT_FALSE(copyWith({"open", 2, EACCES}));
+    EXPECT_EQ(bytesOf("to"), "old");
+}
+
+TEST_F(PosixFileOperations, AFailureWhileWritingIsReported) {
+    write("from", "new bytes");
+    for (const int error : {ENOSPC, EDQUOT, EIO}) {
+        EXPECT_FALSE(copyWith({"write", 1, error}));
+        EXPECT_FALSE(copyWith({"write", 1, error, true})) << "after half of it";
+        // The first close is the source's.
+        EXPECT_FALSE(copyWith({"close", 2, error}));
+    }
+    EXPECT_EQ(bytesOf("from"), "new bytes");
+    EXPECT_TRUE(path("from").CopyTheFile(path("to")));
+    EXPECT_EQ(bytesOf("to"), "new bytes");
+}
+
+TEST_F(PosixFileOperations, AnInterruptedCallIsRepeated) {
+    write("from", "bytes");
+    for (const Fault& fault :
+         {Fault{"open", 1, EINTR}, Fault{"open", 2, EINTR}, Fault{"read", 1, EINTR}, Fault{"write", 1, EINTR}}) {
+        fs::remove(directory / "to");
+        EXPECT_TRUE(copyWith(fault)) << fault.call;
+        EXPECT_EQ(bytesOf("to"), "bytes");
+    }
+}
+
+TEST_F(PosixFileOperations, WhatCannotBeRenamedIsCopiedAndRemoved) {
+    for (const int error : {EXDEV, EACCES, EPERM, EROFS}) {
+        write("from", "bytes");
+        EXPECT_TRUE(moveWith({"renameat2", 1, error}));
+        EXPECT_FALSE(isThere("from"));
+        EXPECT_EQ(bytesOf("to"), "bytes");
+        fs::remove(directory / "to");
+    }
+}
+
+TEST_F(PosixFileOperations, AFileSystemWithoutExclusiveRenameRenamesAllTheSame) {
+    for (const int error : {EINVAL, ENOSYS}) {
+        write("dir/file", "bytes");
+        const Fault fault{"renameat2", 1, error};
+        const FaultInjection injection(fault);
+        EXPECT_TRUE(path("dir").MoveTheFile(path("to"))) << "a directory is never copied";
+        EXPECT_TRUE(injection.happened());
+        EXPECT_EQ(bytesOf("to/file"), "bytes");
+        EXPECT_FALSE(isThere("dir"));
+        fs::remove_all(directory / "to");
+    }
+}
+
+TEST_F(PosixFileOperations, ADirectoryThatCannotBeRenamedStays) {
+    write("from/file", "bytes");
+    EXPECT_FALSE(moveWith({"renameat2", 1, EXDEV}));
+    EXPECT_EQ(bytesOf("from/file"), "bytes");
+    EXPECT_FALSE(isThere("to"));
+}
+
+TEST_F(PosixFileOperations, MoveIsTrueThoughTheOriginalCannotBeRemovedOddity) {
+    write("from", "bytes");
+    // A link to nothing does not exist for the caller, but for a renaming it does, so the file is copied through it.
+    fs::create_symlink(directory / "target", directory / "to");
+    EXPECT_TRUE(moveWith({"unlink", 1, EACCES}));
+    EXPECT_EQ(bytesOf("from"), "bytes");
+    EXPECT_EQ(bytesOf("target"), "bytes");
+    EXPECT_TRUE(fs::is_symlink(directory / "to"));
+}
+
+TEST_F(PosixFileOperations, AFileThatCannotBeRemovedIsReported) {
+    write("file", "bytes");
+    const Fault fault{"unlink", 1, EACCES};
+    const FaultInjection injection(fault);
+    EXPECT_FALSE(path("file").DeleteTheFile());
+    EXPECT_TRUE(injection.happened());
+    EXPECT_EQ(bytesOf("file"), "bytes");
+}
+
+TEST_F(PosixFileOperations, LinksAreFollowedButRemovedThemselves) {
+    write("file", "bytes");
+    fs::create_symlink(directory / "file", directory / "link");
+    EXPECT_EQ(path("link").Size(), 5);
+    EXPECT_TRUE(path("link").CopyTheFile(path("copy")));
+    EXPECT_EQ(bytesOf("copy"), "bytes");
+    EXPECT_FALSE(fs::is_symlink(directory / "copy"));
+    write("other", "others");
+    EXPECT_TRUE(path("other").CopyTheFile(path("link")));
+    EXPECT_EQ(bytesOf("file"), "others");
+    EXPECT_TRUE(path("link").DeleteTheFile());
+    EXPECT_FALSE(isThere("link"));
+    EXPECT_EQ(bytesOf("file"), "others");
+}
+
+TEST_F(PosixFileOperations, ALinkToNothingDoesNotExist) {
+    fs::create_symlink(directory / "missing", directory / "link");
+    EXPECT_FALSE(path("link").Exists());
+    EXPECT_FALSE(path("link").DeleteTheFile());
+    EXPECT_TRUE(isThere("link"));
+}
+
+TEST_F(PosixFileOperations, ACurrentDirectoryThatIsGoneLeavesTheSeparatorAlone) {
+    fs::create_directory(directory / "gone");
+    fs::current_path(directory / "gone");
+    fs::remove(directory / "gone");
+    EXPECT_EQ(Path::GetCWD(), "");
+    EXPECT_STREQ(Path("a"), R"(\a)");
+    fs::current_path(directory.path());
+}
+
+TEST_F(PosixFileOperations, TextsOfOtherDrivesAndNetworksNameNoFile) {
+    fs::current_path(directory.path());
+    write("c:", "x");
+    write("c:\\x", "x");
+    for (const char* const text : {"c:", "c:/x", "c:x", "//server/share", "y:/tmp"}) {
+        EXPECT_FALSE(Path(text).Exists()) << text;
+        EXPECT_FALSE(Path(text).DeleteTheFile()) << text;
+    }
+}
+
+}  // namespace
