@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <string>
 
+#include "support/common_library_stand_in.h"
 #include "support/environment.h"
+#include "support/installation_tree.h"
 #include "support/shared_module.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
@@ -13,19 +15,49 @@ namespace {
 
 namespace fs = std::filesystem;
 using zelutil::test::functionOf;
+using zelutil::test::InstallationTree;
 using zelutil::test::loadModule;
 using zelutil::test::moduleIsLoaded;
+using zelutil::test::setVariable;
 using zelutil::test::TempDirectory;
 using zelutil::test::unloadModule;
 using zelutil::test::windowsText;
+using zelutil::test::writeTextFile;
 
+constexpr int kRounds = 1000;
 const fs::path kLibrary = ZELUTIL_TEST_LIBRARY;
 const fs::path kPlugin = ZELUTIL_TEST_PLUGIN;
 
+/// The shipped defaults with this value of the setting "grid".
+std::string settingsWithGrid(const std::string& value) {
+    return R"({"meta": [
+        {"header": "Display", "attribute": "display", "tclCommand": "", "defaultsettings": [
+            {"name": "grid", "value": ")" +
+           value + R"("}]},
+        {"header": "Keys", "attribute": "keys", "tclCommand": "", "submanagerId": 100, "defaultsettings": {"actions": [
+            {"id": 1, "context": "ucpedit", "command": "file save", "shortcut": "Ctrl+S"}]}}]})";
+}
+
 class Load : public ::testing::Test {
 protected:
-    Load() { zelutil::test::clearProductVariables(); }
+    Load() {
+        zelutil::test::clearProductVariables();
+        tree.nameInEnvironment();
+        writeTextFile(tree / "share/qtxsetup/canvas/resources/tessel/facet_settings.cfg",
+                      R"({"meta": [{"header": "Net", "facets": [{"name": "Length", "type": "Numerical"}]}]})");
+        setGrid("0.635");
+    }
+
+    void setGrid(const std::string& value) const {
+        writeTextFile(tree / "share/qtxsetup/canvas/resources/tessel/tessel_settings.cfg", settingsWithGrid(value));
+    }
+
+    InstallationTree tree;
 };
+
+std::string answered;
+
+void keepAnswer(const char* value) { answered = value == nullptr ? "null" : value; }
 
 TEST_F(Load, TheLibraryIsNotThereBeforeAndAfter) {
     EXPECT_FALSE(moduleIsLoaded(kLibrary));
@@ -35,32 +67,77 @@ TEST_F(Load, TheLibraryIsNotThereBeforeAndAfter) {
     EXPECT_FALSE(moduleIsLoaded(kLibrary));
 }
 
-TEST_F(Load, UnusedComesAndGoesAThousandTimes) {
-    for (int round = 0; round < 1000; ++round) {
+TEST_F(Load, UnusedItComesAndGoesAThousandTimes) {
+    for (int round = 0; round < kRounds; ++round) {
         unloadModule(loadModule(kLibrary));
         ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
     }
 }
 
-TEST_F(Load, APluginTakesTheLibraryWithIt) {
+TEST_F(Load, UsedItComesAfreshAndGoesAThousandTimes) {
+    for (int round = 1; round <= kRounds; ++round) {
+        const std::string grid = std::to_string(round);
+        setGrid(grid);
+        void* const library = loadModule(kLibrary);
+        ASSERT_STREQ(functionOf<const char* (*)(const char*)>(library, "get_user_setting")("grid"), grid.c_str());
+        ASSERT_EQ(functionOf<int (*)(int, int)>(library, "SetActiveAppId")(round, 0), 0);
+        unloadModule(library);
+        ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
+    }
+}
+
+TEST_F(Load, APluginTakesTheLibraryWithItAThousandTimes) {
+    for (int round = 0; round < kRounds; ++round) {
+        void* const plugin = loadModule(kPlugin);
+        ASSERT_TRUE(moduleIsLoaded(kLibrary));
+        ASSERT_TRUE(functionOf<bool (*)()>(plugin, "useClasses")()) << round;
+        unloadModule(plugin);
+        ASSERT_FALSE(moduleIsLoaded(kPlugin)) << round;
+        ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
+    }
+}
+
+TEST_F(Load, APluginCatchesTheLibrarysExceptions) {
+    zelutil::test::clearProductVariables();
+    setVariable("PATH", "");
     void* const plugin = loadModule(kPlugin);
-    EXPECT_TRUE(moduleIsLoaded(kLibrary));
+    EXPECT_TRUE(functionOf<bool (*)()>(plugin, "catchesExceptions")());
     unloadModule(plugin);
-    EXPECT_FALSE(moduleIsLoaded(kPlugin));
     EXPECT_FALSE(moduleIsLoaded(kLibrary));
 }
 
 TEST_F(Load, FilesEnteredForDeletionGoWithTheLibrary) {
     const TempDirectory directory;
     const fs::path file = directory / "f";
-    for (int round = 0; round < 1000; ++round) {
-        zelutil::test::writeTextFile(file, "x");
+    for (int round = 0; round < kRounds; ++round) {
+        writeTextFile(file, "x");
         void* const plugin = loadModule(kPlugin);
         functionOf<void (*)(const char*)>(plugin, "enterForDeletion")(windowsText(file).c_str());
         ASSERT_TRUE(fs::exists(file));
         unloadModule(plugin);
         ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
         ASSERT_FALSE(fs::exists(file)) << round;
+    }
+}
+
+TEST_F(Load, APluginIsTornDownBeforeTheLibrary) {
+    void* const plugin = loadModule(kPlugin);
+    ASSERT_TRUE(functionOf<bool (*)()>(plugin, "useClasses")());
+    functionOf<void (*)(void (*)(const char*))>(plugin, "askAtUnload")(keepAnswer);
+    EXPECT_EQ(answered, "");
+    unloadModule(plugin);
+    EXPECT_EQ(answered, "0.635");
+    EXPECT_FALSE(moduleIsLoaded(kLibrary));
+}
+
+TEST_F(Load, TheCommonLibraryOnceBoundStays) {
+    auto& commonLibrary = zelutil::test::loadCommonLibrary();
+    for (int round = 1; round <= 3; ++round) {
+        void* const library = loadModule(kLibrary);
+        EXPECT_STREQ(functionOf<const char* (*)(const char*)>(library, "get_user_setting")("grid"), "0.635");
+        unloadModule(library);
+        EXPECT_FALSE(moduleIsLoaded(kLibrary));
+        EXPECT_EQ(commonLibrary.searchCalls, round);
     }
 }
 
