@@ -1,0 +1,125 @@
+#include "platform/drive_text.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace zelutil::platform {
+namespace {
+
+struct Row {
+    const char* text;
+    const char* path;
+};
+
+TEST(DriveText, NamesAFileOnTheDriveOfTheRoot) {
+    constexpr Row kRows[] = {
+        {R"(Z:\home\ann)", "/home/ann"},
+        {R"(Z:/home/ann)", "/home/ann"},
+        {R"(z:\home\ann)", "/home/ann"},
+        {R"(Z:\home/ann\f.txt)", "/home/ann/f.txt"},
+        {R"(Z:)", "/"},
+        {R"(z:)", "/"},
+        {R"(Z:\)", "/"},
+        {R"(Z:/)", "/"},
+        {R"(Z:\home\)", "/home/"},
+        // Doubled separators are one, whichever they are.
+        {R"(Z:\\home\\ann)", "/home/ann"},
+        {R"(Z:\/home/\ann//x)", "/home/ann/x"},
+        // Behind the colon stands no separator: relative, as on Windows.
+        {R"(Z:a)", "a"},
+        {R"(Z:a\b)", "a/b"},
+        {R"(Z:..\a)", "../a"},
+        // Case, dots, blanks and other characters are the file's own.
+        {R"(Z:\Home\My Files\.x)", "/Home/My Files/.x"},
+        {R"(Z:\a\..\b)", "/a/../b"},
+        {"Z:\\\xe9:;,\x01", "/\xe9:;,\x01"},
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(systemPathFromText(row.text), row.path) << row.text;
+    }
+}
+
+TEST(DriveText, WithoutADriveIsBelowTheRootOrTheCurrentDirectory) {
+    constexpr Row kRows[] = {
+        {R"(\home\ann)", "/home/ann"},
+        {R"(/home/ann)", "/home/ann"},
+        {R"(notes.txt)", "notes.txt"},
+        {R"(a\b)", "a/b"},
+        {R"(a\\b)", "a/b"},
+        {R"(.)", "."},
+        {R"(..\a)", "../a"},
+        {R"(\)", "/"},
+        {R"(:)", ":"},
+        {R"(1:\a)", "1:/a"},
+        {R"(ab:\c)", "ab:/c"},
+        {R"( )", " "},
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(systemPathFromText(row.text), row.path) << row.text;
+    }
+}
+
+TEST(DriveText, NamesNoFileElsewhere) {
+    for (const char* const text : {"", R"(C:)", R"(C:\home)", R"(c:/home)", R"(Y:\a)", R"(A:a)", R"(B:)",
+                                   R"(\\server\share)", R"(//server/share)", R"(\/server)", R"(/\server)", R"(\\)"}) {
+        EXPECT_EQ(systemPathFromText(text), std::nullopt) << text;
+    }
+}
+
+TEST(DriveText, NamesNoFileWithACharacterOfNoName) {
+    for (const char character : {'"', '*', '?', '<', '>', '|'}) {
+        for (const char* const pattern : {"#", R"(Z:\#)", R"(Z:\a#b\c)", "a#", "#a", R"(Z:\a\#)"}) {
+            std::string text = pattern;
+            text[text.find('#')] = character;
+            EXPECT_EQ(systemPathFromText(text), std::nullopt) << text;
+        }
+    }
+}
+
+TEST(DriveText, OfASystemsPathHasTheDriveInFront) {
+    constexpr Row kRows[] = {
+        {"Z:/opt/product", "/opt/product"},
+        {"Z:/", "/"},
+        {"Z://opt", "//opt"},
+        {R"(Z:/a\b)", R"(/a\b)"},
+        {"notes.txt", "notes.txt"},
+        {"./a", "./a"},
+        {"", ""},
+        {"~/a", "~/a"},
+        // A text in Windows form stands as it is.
+        {"Z:/opt", "Z:/opt"},
+        {R"(Z:\opt)", R"(Z:\opt)"},
+        {R"(C:\x)", R"(C:\x)"},
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(textFromSystemPath(row.path), row.text) << row.path;
+    }
+}
+
+TEST(DriveText, OfAnAbsolutePathNamesThatPath) {
+    for (const char* const path : {"/", "/home/ann", "/home/ann/f.txt", "/a b/.c"}) {
+        EXPECT_EQ(systemPathFromText(textFromSystemPath(path)), path);
+    }
+}
+
+TEST(DriveText, OfAListTranslatesEachEntry) {
+    constexpr Row kRows[] = {
+        {"Z:/usr/bin;Z:/bin", "/usr/bin:/bin"},
+        {"Z:/bin", "/bin"},
+        {"bin;Z:/bin;.", "bin:/bin:."},
+        // Empty entries stay where they are.
+        {"", ""},
+        {";", ":"},
+        {";Z:/bin", ":/bin"},
+        {"Z:/bin;", "/bin:"},
+        {"Z:/a;;Z:/b", "/a::/b"},
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(textListFromSystemList(row.path), row.text) << row.path;
+    }
+}
+
+}  // namespace
+}  // namespace zelutil::platform
