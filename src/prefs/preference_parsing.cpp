@@ -86,15 +86,14 @@ private:
                 continue;
             }
             auto setting = std::make_shared<MetaSettings>();
-            setting->name = given->name;
             setting->fullName.reserve(prefix.size() + given->name.size());
             setting->fullName.append(prefix).append(given->name);
+            setting->nameLength = static_cast<std::uint32_t>(given->name.size());
             setting->defaultValue = given->value;
+            model_.settingsByHash_.add(std::move(setting));
+            model_.settingsByHash_.addKey(keyOf(given->name, prefixKey));
             if (unique) {
-                model_.settingsByHash_.add(keyOf(given->name, prefixKey), setting);
-                model_.settingsByHash_.add(keyOf(given->name), std::move(setting));
-            } else {
-                model_.settingsByHash_.add(keyOf(given->name, prefixKey), std::move(setting));
+                model_.settingsByHash_.addKey(keyOf(given->name));
             }
         }
     }
@@ -179,10 +178,13 @@ private:
 
 void UserPreferenceManager::Model::takeDefaults(std::string text) {
     defaultText_ = std::move(text);
-    const json::Text parsed(defaultText_);
-    if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
-        parseJsonObject(*meta, "", "");
+    {
+        const json::Text parsed(defaultText_);
+        if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
+            parseJsonObject(*meta, "", "");
+        }
     }
+    // After the document is gone: the index takes over its memory, which the system would have to find anew.
     settingsByHash_.build();
 }
 

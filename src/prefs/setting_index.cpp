@@ -11,37 +11,40 @@ constexpr unsigned kKeyBits = 64;
 
 }  // namespace
 
-void SettingIndex::add(std::uint64_t key, std::shared_ptr<Setting> setting) {
-    additions_.push_back({key, std::move(setting)});
+void SettingIndex::add(std::shared_ptr<Setting> setting) { settings_.push_back(std::move(setting)); }
+
+void SettingIndex::addKey(std::uint64_t key) {
+    additions_.push_back({key, static_cast<std::uint32_t>(settings_.size() - 1)});
 }
 
 void SettingIndex::build() {
+    additions_.insert(additions_.end(), entries_.begin(), entries_.end());
     chooseDirectorySize();
-    keys_.reserve(additions_.size());
-    settings_.reserve(additions_.size());
-    for (const std::uint32_t position : additionsInKeyOrder()) {
-        Addition& addition = additions_[position];
-        if (keys_.empty() || keys_.back() != addition.key) {
-            keys_.push_back(addition.key);
-            settings_.push_back(std::move(addition.setting));
-        }
-    }
-    additions_ = {};
-    indexKeys();
+    dealOutAdditions();
+    sortBuckets();
+    dropLaterEntriesOfOneKey();
+    indexEntries();
 }
 
 SettingIndex::Setting* SettingIndex::find(std::uint64_t key) const {
     const std::size_t bucket = bucketOf(key);
-    const std::uint64_t* const begin = keys_.data() + directory_[bucket];
-    const std::uint64_t* const end = keys_.data() + directory_[bucket + 1];
-    const std::uint64_t* const found = std::lower_bound(begin, end, key);
-    if (found == end || *found != key) {
-        return nullptr;
-    }
-    return settings_[static_cast<std::size_t>(found - keys_.data())].get();
+    const Entry* const begin = entries_.data() + directory_[bucket];
+    const Entry* const end = entries_.data() + directory_[bucket + 1];
+    const Entry* const found =
+        std::lower_bound(begin, end, key, [](const Entry& entry, std::uint64_t wanted) { return entry.key < wanted; });
+    return found == end || found->key != key ? nullptr : settings_[found->setting].get();
 }
 
-/// One bucket to two keys on the average.
+std::vector<SettingIndex::Setting*> SettingIndex::inKeyOrder() const {
+    std::vector<Setting*> settings;
+    settings.reserve(entries_.size());
+    for (const Entry& entry : entries_) {
+        settings.push_back(settings_[entry.setting].get());
+    }
+    return settings;
+}
+
+/// One bucket to about two entries.
 void SettingIndex::chooseDirectorySize() {
     unsigned bits = 1;
     while ((std::size_t{1} << bits) < additions_.size() / 2) {
@@ -51,33 +54,40 @@ void SettingIndex::chooseDirectorySize() {
     directory_.assign((std::size_t{1} << bits) + 1, 0);
 }
 
-/// Positions of the additions by key and, for one key, by age. Dealing them out to the buckets first is several times
-/// faster than sorting them all.
-std::vector<std::uint32_t> SettingIndex::additionsInKeyOrder() const {
-    std::vector<std::uint32_t> ends(directory_.size(), 0);
-    for (const Addition& addition : additions_) {
-        ++ends[bucketOf(addition.key) + 1];
+/// Moves the additions to the buckets they belong to, which is several times faster than sorting them all. The
+/// directory tells afterwards where each bucket ends.
+void SettingIndex::dealOutAdditions() {
+    for (const Entry& addition : additions_) {
+        ++directory_[bucketOf(addition.key) + 1];
     }
-    std::partial_sum(ends.begin(), ends.end(), ends.begin());
-    // What was the end of the bucket before becomes the end of the bucket itself.
-    std::vector<std::uint32_t> positions(additions_.size());
-    for (std::uint32_t i = 0; i < positions.size(); ++i) {
-        positions[ends[bucketOf(additions_[i].key)]++] = i;
+    std::partial_sum(directory_.begin(), directory_.end(), directory_.begin());
+    entries_.resize(additions_.size());
+    for (const Entry& addition : additions_) {
+        entries_[directory_[bucketOf(addition.key)]++] = addition;
     }
-    const auto isBefore = [this](std::uint32_t a, std::uint32_t b) {
-        return additions_[a].key != additions_[b].key ? additions_[a].key < additions_[b].key : a < b;
-    };
-    auto begin = positions.begin();
-    for (const std::uint32_t end : ends) {
-        std::sort(begin, positions.begin() + end, isBefore);
-        begin = positions.begin() + end;
-    }
-    return positions;
+    additions_ = {};
 }
 
-void SettingIndex::indexKeys() {
-    for (const std::uint64_t key : keys_) {
-        ++directory_[bucketOf(key) + 1];
+void SettingIndex::sortBuckets() {
+    const auto isBefore = [](const Entry& a, const Entry& b) {
+        return a.key != b.key ? a.key < b.key : a.setting < b.setting;
+    };
+    auto begin = entries_.begin();
+    for (const std::uint32_t end : directory_) {
+        std::sort(begin, entries_.begin() + end, isBefore);
+        begin = entries_.begin() + end;
+    }
+}
+
+void SettingIndex::dropLaterEntriesOfOneKey() {
+    const auto sameKey = [](const Entry& a, const Entry& b) { return a.key == b.key; };
+    entries_.erase(std::unique(entries_.begin(), entries_.end(), sameKey), entries_.end());
+}
+
+void SettingIndex::indexEntries() {
+    std::fill(directory_.begin(), directory_.end(), 0);
+    for (const Entry& entry : entries_) {
+        ++directory_[bucketOf(entry.key) + 1];
     }
     std::partial_sum(directory_.begin(), directory_.end(), directory_.begin());
 }

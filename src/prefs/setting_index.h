@@ -2,19 +2,25 @@
 #define ZELUTIL_PREFS_SETTING_INDEX_H
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <zelutil/prefs/user_preference_manager.h>
 
-/// The record of one setting.
+/// The record of one setting. There are thousands, so that each text counts at the start of a process.
 struct UserPreferenceManager::MetaSettings {
-    std::string name;      ///< As the defaults file has it.
-    std::string fullName;  ///< Behind its section's attribute path, likewise.
+    /// The section's attribute path, "::" and the name, as the defaults file has them.
+    std::string fullName;
     std::string defaultValue;
     std::string userValue;
+    std::uint32_t nameLength = 0;
     bool hasUserValue = false;  ///< Whether `userValue` is in force, empty or not.
+
+    /// The name without the section's path.
+    std::string_view name() const { return std::string_view(fullName).substr(fullName.size() - nameLength); }
 };
 
 namespace zelutil::prefs {
@@ -26,8 +32,11 @@ class SettingIndex {
 public:
     using Setting = UserPreferenceManager::MetaSettings;
 
-    /// Notes a setting under `key`; of several under one key the first counts. Seen by look-ups after `build`.
-    void add(std::uint64_t key, std::shared_ptr<Setting> setting);
+    /// Takes a setting in. It is found under its keys after the next `build`.
+    void add(std::shared_ptr<Setting> setting);
+
+    /// Has the setting that was added last found under `key` too, unless an earlier one is.
+    void addKey(std::uint64_t key);
 
     /// Makes what was added ready for look-ups.
     void build();
@@ -36,23 +45,27 @@ public:
     Setting* find(std::uint64_t key) const;
 
     /// Settings in the order of their keys; one with two keys occurs twice.
-    const std::vector<std::shared_ptr<Setting>>& inKeyOrder() const { return settings_; }
+    std::vector<Setting*> inKeyOrder() const;
 
 private:
-    std::size_t bucketOf(std::uint64_t key) const { return static_cast<std::size_t>(key >> shift_); }
-    void chooseDirectorySize();
-    std::vector<std::uint32_t> additionsInKeyOrder() const;
-    void indexKeys();
-
-    struct Addition {
+    struct Entry {
         std::uint64_t key;
-        std::shared_ptr<Setting> setting;
+        std::uint32_t setting;  ///< Its place in `settings_`, which is also its age.
     };
 
-    std::vector<Addition> additions_;
-    std::vector<std::uint64_t> keys_;
+    std::size_t bucketOf(std::uint64_t key) const { return static_cast<std::size_t>(key >> shift_); }
+    void chooseDirectorySize();
+    void dealOutAdditions();
+    void sortBuckets();
+    void dropLaterEntriesOfOneKey();
+    void indexEntries();
+
     std::vector<std::shared_ptr<Setting>> settings_;
-    /// Where each bucket of keys begins, and after the last one where it ends.
+    /// What `build` has not seen yet. A deque copies nothing when it grows.
+    std::deque<Entry> additions_;
+    /// In key order.
+    std::vector<Entry> entries_;
+    /// Where each bucket of entries begins, and after the last one where it ends.
     std::vector<std::uint32_t> directory_ = {0, 0, 0};
     unsigned shift_ = 63;
 };

@@ -227,7 +227,7 @@ TEST(DefaultSettings, ASettingKeepsItsNamesAsWritten) {
     const auto* const setting = model.findSetting("grid");
     ASSERT_NE(setting, nullptr);
     EXPECT_EQ(setting, model.findSetting("DIS::PLAY::GRID"));
-    EXPECT_EQ(setting->name, "GrId");
+    EXPECT_EQ(setting->name(), "GrId");
     EXPECT_EQ(setting->fullName, "Dis::Play::GrId");
     EXPECT_EQ(setting->defaultValue, "V");
     EXPECT_EQ(setting->userValue, "");

@@ -16,16 +16,18 @@ public:
     void add(std::uint64_t key) {
         auto setting = std::make_shared<Setting>();
         map_.emplace(key, setting);
-        index_.add(key, std::move(setting));
+        index_.add(std::move(setting));
+        index_.addKey(key);
     }
 
     void expectSame() {
         index_.build();
-        ASSERT_EQ(index_.inKeyOrder().size(), map_.size());
-        auto inIndex = index_.inKeyOrder().begin();
+        const std::vector<Setting*> settings = index_.inKeyOrder();
+        ASSERT_EQ(settings.size(), map_.size());
+        auto inIndex = settings.begin();
         for (const auto& [key, setting] : map_) {
             EXPECT_EQ(index_.find(key), setting.get()) << key;
-            EXPECT_EQ(*inIndex++, setting) << key;
+            EXPECT_EQ(*inIndex++, setting.get()) << key;
             expectAbsentUnlessMapped(key + 1);
             expectAbsentUnlessMapped(key - 1);
             expectAbsentUnlessMapped(~key);
