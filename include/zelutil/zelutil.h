@@ -13,6 +13,8 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 #include <zelutil/prefs/user_preference_manager.h>
+#include <zelutil/prefs/user_preference_server.h>
+#include <zelutil/prefs/user_preference_settings.h>
 #include <zelutil/prefs/user_settings_manager.h>
 #include <zelutil/server/server.h>
 #include <zelutil/util/ascii.h>

@@ -55,7 +55,26 @@ void UserPreferenceManager::Model::InitializeSubManager(SubManagerType type, con
     }
     UCPActionManager& actions = UCPActionManager::instance();
     actions.load(defaultSettings, userSettings);
-    subManagers_.try_emplace(type, &actions);
+    registerSubManager(type, &actions);
+}
+
+IUserSettingsManager* UserPreferenceManager::Model::subManager(SubManagerType type) const {
+    const auto found = subManagers_.find(type);
+    return found == subManagers_.end() ? nullptr : found->second;
+}
+
+void UserPreferenceManager::Model::registerSubManager(SubManagerType type, IUserSettingsManager* manager) {
+    subManagers_.try_emplace(type, manager);
+}
+
+// Kept deliberately: the texts are asked for and dropped. Hosts save them by handing them to a save, and count on this
+// call writing nothing.
+void UserPreferenceManager::Model::applySubManagersChanges() const {
+    for (const auto& [type, manager] : subManagers_) {
+        if (manager != nullptr && manager->isModified()) {
+            manager->getAllUserSettings();
+        }
+    }
 }
 
 UserPreferenceManager::MetaSettings* UserPreferenceManager::Model::findSetting(std::string_view name) const {

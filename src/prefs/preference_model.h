@@ -46,6 +46,11 @@ public:
     /// Loads the sub-manager of that type, if there is one, and registers it.
     void InitializeSubManager(SubManagerType type, const std::string& defaultSettings, const std::string& userSettings);
 
+    /// Null where none is registered.
+    IUserSettingsManager* subManager(SubManagerType type) const;
+    void registerSubManager(SubManagerType type, IUserSettingsManager* manager);
+    void applySubManagersChanges() const;
+
     const Sections& sections() const { return uiSections_; }
 
 private:

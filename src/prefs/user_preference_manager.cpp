@@ -59,6 +59,10 @@ UserPreferenceManager::getAllUserPrefUISettings() {
     return model_->sections();
 }
 
+IUserSettingsManager* UserPreferenceManager::GetSubManager(SubManagerType type) { return model_->subManager(type); }
+
+void UserPreferenceManager::ApplySubManagersChanges() const { model_->applySubManagersChanges(); }
+
 void UserPreferenceManager::convertSettingToLowercase(std::string& name) {
     std::transform(name.begin(), name.end(), name.begin(), zelutil::ascii::lowerCase);
 }

@@ -2,6 +2,7 @@
 #define ZELUTIL_PREFS_USER_PREFERENCE_MANAGER_H
 
 #include <zelutil/export.h>
+#include <zelutil/prefs/user_settings_manager.h>
 
 #include <atomic>
 #include <cstddef>
@@ -58,6 +59,14 @@ public:
 
     /// Sections by attribute path, case significant. The reference lives as long as the manager.
     const std::map<std::string, std::shared_ptr<UserPreferenceUISection>>& getAllUserPrefUISettings();
+
+    /// The sub-manager of that type, or null where no section of the defaults belongs to it. Not the caller's to
+    /// delete.
+    IUserSettingsManager* GetSubManager(SubManagerType type);
+
+    /// Asks every sub-manager that is modified for its text, and drops it. To save one, hand its text to
+    /// `updateUserPrefSettings`.
+    void ApplySubManagersChanges() const;
 
     /// Lower-cases the 26 letters of ASCII in place; every other byte stays.
     static void convertSettingToLowercase(std::string& name);

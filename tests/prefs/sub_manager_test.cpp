@@ -1,0 +1,106 @@
+// Sub-managers: which are initialised, with what, and what becomes of their changes.
+#include <gtest/gtest.h>
+#include <zelutil/actions/action_manager.h>
+
+#include <string>
+#include <vector>
+
+#include "prefs/model_of.h"
+
+namespace zelutil::test {
+namespace {
+
+using Type = UserPreferenceManager::SubManagerType;
+
+constexpr char kActions[] = R"({"actions":[{"id":1,"context":"c","command":"new","shortcut":"N"}]})";
+
+TEST(SubManagers, TheActionManagerIsLoadedAndRegistered) {
+    Model model;
+    EXPECT_EQ(model.subManager(Type::Actions), nullptr);
+    model.InitializeSubManager(Type::Actions, kActions, R"([{"actions":[{"id":1,"shortcut":"M"}]}])");
+    EXPECT_EQ(model.subManager(Type::Actions), &UCPActionManager::instance());
+    EXPECT_EQ(UCPActionManager::instance().getShortcut(1), "M");
+}
+
+TEST(SubManagers, AnotherTypeIsNeitherLoadedNorRegistered) {
+    Model model;
+    for (const Type type : {Type::None, Type{102}, Type{0}, Type{-1}, Type{99}}) {
+        model.InitializeSubManager(type, kActions, "{}");
+        EXPECT_EQ(model.subManager(type), nullptr);
+    }
+    EXPECT_EQ(model.subManager(Type::Actions), nullptr);
+    EXPECT_TRUE(UCPActionManager::instance().getAllActions().empty());
+}
+
+TEST(SubManagers, TheFirstRegisteredStaysButTheActionsAreLoadedAnew) {
+    struct Other : IUserSettingsManager {
+        void load(const std::string&, const std::string&) override { FAIL(); }
+        const std::string getAllUserSettings() const override { return {}; }
+        bool isModified() const override { return false; }
+    } other;
+    Model model;
+    model.registerSubManager(Type::Actions, &other);
+    model.InitializeSubManager(Type::Actions, kActions, "{}");
+    EXPECT_EQ(model.subManager(Type::Actions), &other);
+    EXPECT_EQ(UCPActionManager::instance().getAllActions().size(), 1U);
+}
+
+TEST(SubManagers, OnlyThoseOfSectionsAreInitialised) {
+    struct Row {
+        const char* sections;
+        bool registered;
+    };
+    constexpr Row kRows[] = {
+        {"[]", false},
+        {R"([{"header":"K","attribute":"k","tclCommand":"t","defaultsettings":[]}])", false},
+        {R"([{"header":"K","attribute":"k","submanagerId":102,"tclCommand":"t","defaultsettings":{}}])", false},
+        {R"([{"header":"K","attribute":"k","submanagerId":100,"defaultsettings":{}}])", false},
+        {R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t"}])", false},
+        {R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":{}}])", true},
+        {R"([{"header":"A","attribute":"a","children":[
+              {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":null}]}])",
+         true},
+    };
+    for (const Row& row : kRows) {
+        Model model = modelOf(row.sections);
+        model.initializeSubManagers();
+        EXPECT_EQ(model.subManager(Type::Actions) != nullptr, row.registered) << row.sections;
+        EXPECT_EQ(model.subManager(Type{102}), nullptr) << row.sections;
+    }
+}
+
+/// Notes what it is asked.
+class Recorder : public IUserSettingsManager {
+public:
+    Recorder(std::vector<std::string>& log, const char* name, bool modified)
+        : log_(log), name_(name), modified_(modified) {}
+
+    void load(const std::string&, const std::string&) override { log_.push_back(name_ + " loaded"); }
+    const std::string getAllUserSettings() const override {
+        log_.push_back(name_ + " asked");
+        return "{}";
+    }
+    bool isModified() const override { return modified_; }
+
+private:
+    std::vector<std::string>& log_;
+    std::string name_;
+    bool modified_;
+};
+
+TEST(SubManagers, OddityOnApplyModifiedOnesAreAskedByTypeAndTheirTextsDropped) {
+    std::vector<std::string> log;
+    Recorder first(log, "first", true);
+    Recorder untouched(log, "untouched", false);
+    Recorder last(log, "last", true);
+    Model model;
+    model.registerSubManager(Type{200}, &last);
+    model.registerSubManager(Type::Actions, &untouched);
+    model.registerSubManager(Type{150}, nullptr);
+    model.registerSubManager(Type{50}, &first);
+    model.applySubManagersChanges();
+    EXPECT_EQ(log, (std::vector<std::string>{"first asked", "last asked"}));
+}
+
+}  // namespace
+}  // namespace zelutil::test
