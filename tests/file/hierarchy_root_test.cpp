@@ -1,91 +1,30 @@
 #include <gtest/gtest.h>
-#include <zelutil/file/hierarchy.h>
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "support/child_process.h"
+#include "file/hierarchy_fixture.h"
 #include "support/common_library_stand_in.h"
 #include "support/installation_tree.h"
 #include "support/shared_module.h"
-#include "support/temp_directory.h"
 
-// Each case runs a small program that links the library, so that the environment, the current directory and the place
-// of the library's file are the case's own from the start. All it prints is compared.
 namespace {
 
 namespace fs = std::filesystem;
-using zelutil::test::ChildResult;
-using zelutil::test::EnvironmentChanges;
+using zelutil::test::HierarchyProbe;
+using zelutil::test::kNotFound;
 using zelutil::test::makeInstallation;
 using zelutil::test::moduleFileName;
+using zelutil::test::quoted;
+using zelutil::test::rootLine;
 using zelutil::test::systemList;
 using zelutil::test::systemText;
-using zelutil::test::TempDirectory;
 using zelutil::test::windowsText;
-
-constexpr char kNotFound[] =
-    "ERROR: Vorn Marl hierarchy root could not be located.\n"
-    "Make sure <qtxroot>/tools/bin is included in the $PATH\n";
-
-std::string quoted(const std::string& path) { return "\"" + path + "\"\n"; }
-
-std::string rootLine(const fs::path& root) { return "root " + quoted(windowsText(root)); }
-
-class HierarchyRoot : public ::testing::Test {
-protected:
-    /// Runs the probe in `here`, with no variable of the product and no "PATH" but those in `environment`.
-    ChildResult probe(const std::vector<std::string>& arguments) const {
-        return zelutil::test::run({program, arguments, environment, here});
-    }
-
-    /// All it writes on standard output; on standard error it has to write `err`.
-    std::string outputOf(const std::vector<std::string>& arguments, const std::string& err = "") const {
-        const ChildResult result = probe(arguments);
-        EXPECT_EQ(result.exitCode, 0);
-        EXPECT_EQ(result.err, err);
-        return result.out;
-    }
-
-    void setPath(const std::vector<fs::path>& directories) {
-        std::vector<std::string> texts;
-        for (const fs::path& directory : directories) {
-            texts.push_back(systemText(directory));
-        }
-        environment["PATH"] = systemList(texts);
-    }
-
-    void trace() { environment["QTX_ZELUTIL_DEBUG"] = "0"; }
-
-    /// Puts the program and the library into a directory and has them run from there.
-    void installProgram(const fs::path& directory) {
-        fs::create_directories(directory);
-        for (const char* const file : {ZELUTIL_TEST_PROBE, ZELUTIL_TEST_LIBRARY}) {
-            fs::copy(file, directory, fs::copy_options::overwrite_existing);
-        }
-        for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(ZELUTIL_TEST_LIBRARY).parent_path())) {
-            if (entry.path().extension() == ".dll" && entry.path().filename().string().rfind("lib", 0) == 0) {
-                fs::copy(entry.path(), directory);
-            }
-        }
-        program = directory / fs::path(ZELUTIL_TEST_PROBE).filename();
-    }
-
-    TempDirectory work;
-    fs::path here = work.path();
-    fs::path product = work / "product";
-    fs::path other = work / "other";
-    fs::path program = ZELUTIL_TEST_PROBE;
-    EnvironmentChanges environment = {{"QTX_ZELUTIL_DEBUG", std::nullopt}, {"QTXROOT", std::nullopt},
-                                      {"QTX_ROOT", std::nullopt},          {"QTXINSTDIR", std::nullopt},
-                                      {"QTX_SITE", std::nullopt},          {"HOMEDRIVE", std::nullopt},
-                                      {"HOMEPATH", std::nullopt},          {"PATH", std::nullopt}};
-};
 
 // --- The common library ---------------------------------------------------------------------------------------------
 
-class RootFromCommonLibrary : public HierarchyRoot {};
+class RootFromCommonLibrary : public HierarchyProbe {};
 
 TEST_F(RootFromCommonLibrary, IsTheParentOfItsToolsDirectory) {
     trace();
@@ -158,7 +97,7 @@ TEST_F(RootFromCommonLibrary, IsNotTakenFromTheCurrentDirectory) {
 
 // --- The library's own file -----------------------------------------------------------------------------------------
 
-class RootFromOwnFile : public HierarchyRoot {};
+class RootFromOwnFile : public HierarchyProbe {};
 
 TEST_F(RootFromOwnFile, IsTheTreeWithTheLibraryInItsProgramDirectory) {
     trace();
@@ -197,7 +136,7 @@ TEST_F(RootFromOwnFile, IsNoneForALibraryElsewhere) {
 
 // --- The search: a variable, then the entries of "PATH" -------------------------------------------------------------
 
-class RootFromSearch : public HierarchyRoot {
+class RootFromSearch : public HierarchyProbe {
 protected:
     /// What is printed when no entry is usable.
     std::string failure() const { return std::string(kNotFound) + "HierarchyNotFound\n"; }
@@ -366,219 +305,6 @@ TEST_F(RootFromSearch, IsKept) {
     EXPECT_EQ(
         outputOf({"root", "set", "PATH", systemText(other / "tools/bin"), "set", "QTXROOT", systemText(other), "root"}),
         rootLine(product) + rootLine(product));
-}
-
-// --- No root --------------------------------------------------------------------------------------------------------
-
-class RootNotFound : public HierarchyRoot {};
-
-TEST_F(RootNotFound, IsToldOnBothStreamsWithoutTheTraceToo) {
-    const ChildResult result = probe({"root"});
-    EXPECT_EQ(result.out, std::string(kNotFound) + "HierarchyNotFound\n");
-    EXPECT_EQ(result.err, kNotFound);
-}
-
-TEST_F(RootNotFound, IsTracedEntryByEntry) {
-    trace();
-    setPath({product / "tools/bin", other});
-    EXPECT_EQ(outputOf({"root"}, kNotFound),
-              "Searching PATH for installation root...\n"
-              "Checking path entry: " +
-                  quoted(windowsText(product / "tools/bin")) + "Checking path entry: " + quoted(windowsText(other)) +
-                  kNotFound + "HierarchyNotFound\n");
-}
-
-TEST_F(RootNotFound, TheNextCallAnswersTheLastEntryOddity) {
-    trace();
-    setPath({product / "tools/bin", other / "lib"});
-    const ChildResult result = probe({"root", "root", "root"});
-    EXPECT_EQ(result.out,
-              "Searching PATH for installation root...\n"
-              "Checking path entry: " +
-                  quoted(windowsText(product / "tools/bin")) +
-                  "Checking path entry: " + quoted(windowsText(other / "lib")) + kNotFound + "HierarchyNotFound\n" +
-                  rootLine(other / "lib") + rootLine(other / "lib"));
-    EXPECT_EQ(result.err, kNotFound);
-}
-
-TEST_F(RootNotFound, TheNextCallAnswersTheVariablesDirectoryWithoutPathOddity) {
-    environment["QTXROOT"] = systemText(product);
-    EXPECT_EQ(outputOf({"root", "root"}, kNotFound),
-              std::string(kNotFound) + "HierarchyNotFound\n" + rootLine(product / "tools/bin"));
-}
-
-TEST_F(RootNotFound, TheEndOfAListThatEndsInTheSeparatorIsNoEntry) {
-    trace();
-    environment["PATH"] = systemList({systemText(other), ""});
-    EXPECT_EQ(outputOf({"root", "root"}, kNotFound),
-              "Searching PATH for installation root...\n"
-              "Checking path entry: " +
-                  quoted(windowsText(other)) + kNotFound + "HierarchyNotFound\n" + rootLine(other));
-}
-
-TEST_F(RootNotFound, AfterALastEntryThatWasEmptyTheNextCallSearchesAgain) {
-    makeInstallation(product);
-    environment["PATH"] = systemList({systemText(other), "", ""});
-    EXPECT_EQ(outputOf({"root", "root", "set", "PATH", systemText(product / "tools/bin"), "root"},
-                       std::string(kNotFound) + kNotFound),
-              std::string(kNotFound) + "HierarchyNotFound\n" + kNotFound + "HierarchyNotFound\n" + rootLine(product));
-}
-
-TEST_F(RootNotFound, WithoutAnyEntryTheNextCallSearchesAgain) {
-    makeInstallation(product);
-    trace();
-    environment["PATH"] = "";
-    EXPECT_EQ(outputOf({"root", "set", "PATH", systemText(product / "tools/bin"), "root"}, kNotFound),
-              "Searching PATH for installation root...\n" + std::string(kNotFound) +
-                  "HierarchyNotFound\n"
-                  "Searching PATH for installation root...\n"
-                  "Checking path entry: " +
-                  quoted(windowsText(product / "tools/bin")) +
-                  "Populated installation root by searching PATH: " + quoted(windowsText(product)) + rootLine(product));
-}
-
-TEST_F(RootNotFound, TheTraceSwitchIsReadAtEverySearch) {
-    EXPECT_EQ(outputOf({"root", "set", "QTX_ZELUTIL_DEBUG", "", "root"}, std::string(kNotFound) + kNotFound),
-              std::string(kNotFound) + "HierarchyNotFound\n" + "Searching PATH for installation root...\n" + kNotFound +
-                  "HierarchyNotFound\n");
-}
-
-TEST_F(RootNotFound, AThrownExceptionIsCaughtByItsBaseAndCopiesInSilence) {
-    using ZelU::File::Exceptions::Base;
-    using ZelU::File::Exceptions::HierarchyNotFound;
-    ::testing::internal::CaptureStdout();
-    ::testing::internal::CaptureStderr();
-    const HierarchyNotFound original;
-    const HierarchyNotFound copy(original);
-    EXPECT_THROW(throw copy, Base);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(), kNotFound);
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(), kNotFound);
-}
-
-// --- While the common library is not initialised --------------------------------------------------------------------
-
-class RootBeforeInitialisation : public HierarchyRoot {};
-
-TEST_F(RootBeforeInitialisation, IsTheFirstFoundThoughLookedForAtEveryCall) {
-    trace();
-    EXPECT_EQ(outputOf({"common-library", "complete", "init-done", "0", "tools", "C:/a/tools", "root", "tools",
-                        "C:/b/tools", "root", "init-done", "1", "root", "tools", "C:/c/tools", "root"}),
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\a\"\n"
-              "root \"C:\\a\"\n"
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\b\"\n"
-              "root \"C:\\a\"\n"
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\b\"\n"
-              "root \"C:\\b\"\n"
-              "root \"C:\\b\"\n");
-}
-
-TEST_F(RootBeforeInitialisation, AnEmptyFirstAnswerStaysUntilInitialisationOddity) {
-    EXPECT_EQ(outputOf({"common-library", "complete", "init-done", "0", "tools", "", "root", "tools", "C:/a/tools",
-                        "root", "init-done", "1", "root"}),
-              "root \"\"\n"
-              "root \"\"\n"
-              "root \"C:\\a\"\n");
-}
-
-TEST_F(RootBeforeInitialisation, ARootKeptEarlierIsAnsweredOnceMoreAndThenLookedForAgain) {
-    trace();
-    EXPECT_EQ(outputOf({"common-library", "complete", "tools", "C:/a/tools", "root", "init-done", "0", "tools",
-                        "C:/b/tools", "root", "root", "init-done", "1", "root"}),
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\a\"\n"
-              "root \"C:\\a\"\n"
-              "root \"C:\\a\"\n"
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\b\"\n"
-              "root \"C:\\a\"\n"
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\b\"\n"
-              "root \"C:\\b\"\n");
-}
-
-TEST_F(RootBeforeInitialisation, IsSearchedForWhenTheCommonLibraryKnowsNoTools) {
-    makeInstallation(product);
-    setPath({product / "tools/bin"});
-    for (const char* const kind : {"complete", "without_tools_path"}) {
-        EXPECT_EQ(outputOf({"common-library", kind, "init-done", "0", "root", "root"}),
-                  rootLine(product) + rootLine(product))
-            << kind;
-    }
-}
-
-TEST_F(RootBeforeInitialisation, WithoutTheQuestionInitialisationCountsAsOver) {
-    trace();
-    EXPECT_EQ(outputOf({"common-library", "without_init_done", "init-done", "0", "tools", "C:/a/tools", "root", "tools",
-                        "C:/b/tools", "root"}),
-              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\a\"\n"
-              "root \"C:\\a\"\n"
-              "root \"C:\\a\"\n");
-}
-
-// --- The user's environment directory -------------------------------------------------------------------------------
-
-class PcbEnv : public HierarchyRoot {};
-
-TEST_F(PcbEnv, IsBelowTheHomeDirectory) {
-    environment["HOMEDRIVE"] = "C:";
-    environment["HOMEPATH"] = "\\Users\\ann";
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv \"C:\\Users\\ann\\pcbenv\"\n");
-}
-
-TEST_F(PcbEnv, JoinsTheVariablesAsTheyStandAndNormalises) {
-    struct Row {
-        const char* drive;
-        const char* path;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
-        {"C:", "/home/ann/", "C:\\home\\ann\\pcbenv"},
-        {"\\\\server", "\\homes\\ann", "\\\\server\\homes\\ann\\pcbenv"},
-        {"C:/home", "/../x", "C:\\x\\pcbenv"},
-        {"C:", "Users", "C:Users\\pcbenv"},
-        {"C:", "\\my home", "C:\\my home\\pcbenv"},
-        {"C:", "", "C:\\pcbenv"},
-        // No paths.
-        {"C:", "\\a?b", ""},
-        {"C:", "\\..", ""},
-    };
-    for (const Row& row : kRows) {
-        environment["HOMEDRIVE"] = row.drive;
-        environment["HOMEPATH"] = row.path;
-        EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv " + quoted(row.expected)) << row.drive << " and " << row.path;
-    }
-}
-
-TEST_F(PcbEnv, EachVariableIsOptional) {
-    environment["HOMEDRIVE"] = "C:";
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv \"C:\\pcbenv\"\n");
-
-    environment["HOMEDRIVE"] = std::nullopt;
-    environment["HOMEPATH"] = "\\Users\\ann";
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv " + quoted(windowsText(here) + "\\\\Users\\ann\\pcbenv"));
-
-    environment["HOMEPATH"] = "home";
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv " + quoted(windowsText(here / "home/pcbenv")));
-}
-
-TEST_F(PcbEnv, WithoutBothVariablesHasADoubledSeparatorBelowTheCurrentDirectoryOddity) {
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv " + quoted(windowsText(here) + "\\\\pcbenv"));
-}
-
-TEST_F(PcbEnv, IsKept) {
-    EXPECT_EQ(
-        outputOf({"set", "HOMEDRIVE", "C:", "pcbenv", "set", "HOMEDRIVE", "D:", "chdir", systemText(here), "pcbenv"}),
-        "pcbenv \"C:\\pcbenv\"\n"
-        "pcbenv \"C:\\pcbenv\"\n");
-}
-
-TEST_F(PcbEnv, IsReadAgainAfterTheEmptyPath) {
-    EXPECT_EQ(outputOf({"set", "HOMEPATH", "\\a*b", "pcbenv", "set", "HOMEPATH", "C:\\ann", "pcbenv"}),
-              "pcbenv \"\"\n"
-              "pcbenv \"C:\\ann\\pcbenv\"\n");
-}
-
-TEST_F(PcbEnv, NeedsNoRoot) {
-    trace();
-    environment["HOMEDRIVE"] = "C:";
-    EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv \"C:\\pcbenv\"\n");
 }
 
 }  // namespace

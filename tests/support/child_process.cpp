@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "support/environment.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
 
@@ -160,6 +161,14 @@ std::string outputIn(const fs::path& file) { return readTextFile(file); }
 #endif
 
 }  // namespace
+
+EnvironmentChanges withoutProductVariables() {
+    EnvironmentChanges changes;
+    for (const char* const name : productVariables()) {
+        changes[name] = std::nullopt;
+    }
+    return changes;
+}
 
 ChildResult run(const ChildProcess& process) {
     const TempDirectory directory;

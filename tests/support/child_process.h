@@ -12,6 +12,9 @@ namespace zelutil::test {
 /// Values by variable; nothing: undefined.
 using EnvironmentChanges = std::map<std::string, std::optional<std::string>>;
 
+/// Every variable the library looks at undefined, but for "PATH", TMP and TEMP.
+EnvironmentChanges withoutProductVariables();
+
 /// A program to be run to its end.
 struct ChildProcess {
     std::filesystem::path program;

@@ -25,9 +25,15 @@ void setVariable(const char* name, const std::string& value) { setenv(name, valu
 void unsetVariable(const char* name) { unsetenv(name); }
 #endif
 
+const std::vector<const char*>& productVariables() {
+    static const std::vector<const char*> names = {"QTX_ZELUTIL_DEBUG", "QTXROOT",         "QTX_ROOT",
+                                                   "QTXINSTDIR",        "QTX_SITE",        "HOMEDRIVE",
+                                                   "HOMEPATH",          "tessel_settings", "regression_testing"};
+    return names;
+}
+
 void clearProductVariables() {
-    for (const char* const name : {"QTX_ZELUTIL_DEBUG", "QTXROOT", "QTX_ROOT", "QTXINSTDIR", "QTX_SITE", "HOMEDRIVE",
-                                   "HOMEPATH", "tessel_settings", "regression_testing"}) {
+    for (const char* const name : productVariables()) {
         unsetVariable(name);
     }
 }

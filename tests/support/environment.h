@@ -2,6 +2,7 @@
 #define ZELUTIL_TESTS_SUPPORT_ENVIRONMENT_H
 
 #include <string>
+#include <vector>
 
 namespace zelutil::test {
 
@@ -10,7 +11,10 @@ void setVariable(const char* name, const std::string& value);
 
 void unsetVariable(const char* name);
 
-/// Undefines every variable the library looks at but "PATH", TMP and TEMP.
+/// Every variable the library looks at but "PATH", TMP and TEMP.
+const std::vector<const char*>& productVariables();
+
+/// Undefines them.
 void clearProductVariables();
 
 }  // namespace zelutil::test
