@@ -41,10 +41,10 @@ const Functions& functions() {
 }
 
 /// The path that `fill(buffer, size)` writes when it answers true. A text that fills the whole buffer is cut there.
-template <std::size_t size, typename Fill>
+template <std::size_t Size, typename Fill>
 std::optional<std::string> pathWrittenBy(Fill fill) {
-    std::array<char, size> buffer{};
-    if (!fill(buffer.data(), static_cast<int>(size))) {
+    std::array<char, Size> buffer{};
+    if (!fill(buffer.data(), static_cast<int>(Size))) {
         return std::nullopt;
     }
     buffer.back() = '\0';

@@ -62,7 +62,7 @@ Path Hierarchy::FindDll(const char* name, const char* dir) {
     const std::string baseName(name);
     for (const Path& directory : {base, base + "bin", base + "lib", base + "lib" + "64bit"}) {
         for (const char* const suffix : {"64.dll", ".dll"}) {
-            const Path candidate = directory + (baseName + suffix);
+            Path candidate = directory + (baseName + suffix);
             if (candidate.Exists()) {
                 return candidate;
             }

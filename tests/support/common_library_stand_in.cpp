@@ -4,11 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#ifdef _WIN32
-#define STAND_IN_EXPORT extern "C" __declspec(dllexport)
-#else
-#define STAND_IN_EXPORT extern "C" __attribute__((visibility("default")))
-#endif
+#include "support/module_export.h"
 
 namespace {
 
@@ -35,10 +31,10 @@ CommonLibraryState state = stateFromEnvironment();
 
 }  // namespace
 
-STAND_IN_EXPORT void* commonLibraryState() { return &state; }
+ZELUTIL_TEST_EXPORT void* commonLibraryState() { return &state; }
 
 #ifdef ZELUTIL_STAND_IN_HAS_TOOLS_PATH
-STAND_IN_EXPORT int qtxGetToolsPathInBuf(char* buffer, int size, int reserved) {
+ZELUTIL_TEST_EXPORT int qtxGetToolsPathInBuf(char* buffer, int size, int reserved) {
     ++state.toolsPathCalls;
     state.toolsPathBufferSize = size;
     state.toolsPathReserved = reserved;
@@ -47,14 +43,14 @@ STAND_IN_EXPORT int qtxGetToolsPathInBuf(char* buffer, int size, int reserved) {
 #endif
 
 #ifdef ZELUTIL_STAND_IN_HAS_INIT_DONE
-STAND_IN_EXPORT int qtxInitDone() {
+ZELUTIL_TEST_EXPORT int qtxInitDone() {
     ++state.initDoneCalls;
     return state.initDone ? 1 : 0;
 }
 #endif
 
 #ifdef ZELUTIL_STAND_IN_HAS_INITIALIZE
-STAND_IN_EXPORT int wemInitialize(void** handle, ...) {
+ZELUTIL_TEST_EXPORT int wemInitialize(void** handle, ...) {
     ++state.initializeCalls;
     *handle = &state;
     return state.canSearch ? 0 : 1;
@@ -62,7 +58,7 @@ STAND_IN_EXPORT int wemInitialize(void** handle, ...) {
 #endif
 
 #ifdef ZELUTIL_STAND_IN_HAS_SEARCH
-STAND_IN_EXPORT int wemSearch(void* handle, const char* relativeName, char* buffer, int bufferSize) {
+ZELUTIL_TEST_EXPORT int wemSearch(void* handle, const char* relativeName, char* buffer, int bufferSize) {
     ++state.searchCalls;
     state.searchedName = relativeName;
     state.searchBufferSize = bufferSize;

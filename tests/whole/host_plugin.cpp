@@ -4,11 +4,7 @@
 
 #include <string>
 
-#ifdef _WIN32
-#define PLUGIN_EXPORT extern "C" __declspec(dllexport)
-#else
-#define PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
-#endif
+#include "support/module_export.h"
 
 namespace {
 
@@ -29,10 +25,10 @@ LastQuestion lastQuestion;
 }  // namespace
 
 /// Has the library remove the file when it goes.
-PLUGIN_EXPORT void enterForDeletion(const char* file) { ZelU::File::Path(std::string(file)).DeleteMeOnExit(); }
+ZELUTIL_TEST_EXPORT void enterForDeletion(const char* file) { ZelU::File::Path(std::string(file)).DeleteMeOnExit(); }
 
 /// Asks the library's classes for this and that; whether every answer is right.
-PLUGIN_EXPORT bool useClasses() {
+ZELUTIL_TEST_EXPORT bool useClasses() {
     using ZelU::ZelPanel::LayerType;
     using LayerNames = Smart::Enum::HRES<LayerType>;
     using ZelU::File::Path;
@@ -50,7 +46,7 @@ PLUGIN_EXPORT bool useClasses() {
 }
 
 /// Whether an exception of the library's arrives here as what it is.
-PLUGIN_EXPORT bool catchesExceptions() {
+ZELUTIL_TEST_EXPORT bool catchesExceptions() {
     try {
         ZelU::File::Hierarchy::GetRoot();
     } catch (const ZelU::File::Exceptions::Base& exception) {
@@ -60,4 +56,4 @@ PLUGIN_EXPORT bool catchesExceptions() {
 }
 
 /// Has `answer` called with the setting "grid" while the plug-in is being unloaded.
-PLUGIN_EXPORT void askAtUnload(void (*answer)(const char* value)) { lastQuestion.answer = answer; }
+ZELUTIL_TEST_EXPORT void askAtUnload(void (*answer)(const char* value)) { lastQuestion.answer = answer; }
