@@ -1,0 +1,15 @@
+#ifndef ZELUTIL_BENCH_PEERS_PLAIN_JSON_PEER_H
+#define ZELUTIL_BENCH_PEERS_PLAIN_JSON_PEER_H
+
+#include <cstdint>
+#include <string>
+
+/// RapidJSON as it comes, by itself.
+namespace zelutil::bench::peers {
+
+/// Parses both preference texts into documents; answers the length of the last default value.
+std::uint64_t parseAlone(const std::string& defaultsText, const std::string& userText);
+
+}  // namespace zelutil::bench::peers
+
+#endif
