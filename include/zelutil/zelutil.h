@@ -20,6 +20,7 @@
 #include <zelutil/util/ascii.h>
 #include <zelutil/util/csv.h>
 #include <zelutil/util/dbg_chk.h>
+#include <zelutil/util/hash.h>
 #include <zelutil/util/smart_pointer.h>
 #include <zelutil/util/strutl.h>
 

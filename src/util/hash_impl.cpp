@@ -1,0 +1,196 @@
+#include "util/hash_impl.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <new>
+
+#include "util/folded_murmur.h"
+#include "util/hash_sizes.h"
+
+#include <zelutil/util/ascii.h>
+
+namespace ZelU::Hash::Impl {
+namespace {
+
+/// A longer walk makes a table with auto rehash move to its next size.
+constexpr std::int32_t kLongestWalk = 6;
+
+const char* orEmpty(const char* key) { return key != nullptr ? key : ""; }
+
+}  // namespace
+
+Hash<const char*>::Hash(std::size_t size, IEntry::IFactory* factory, bool autoRehash)
+    : autoRehash_(autoRehash), factory_(factory), bucketCount_(size) {}
+
+Hash<const char*>::~Hash() {
+    if (!initialised_) {
+        return;
+    }
+    for (std::uint64_t i = 0; i < bucketCount_; ++i) {
+        while (Node* const node = buckets_[i]) {
+            buckets_[i] = node->next;
+            delete node->entry;
+            delete node;
+        }
+    }
+}
+
+Hash<const char*>::IEntry& Hash<const char*>::Acquire(const char* key) {
+    Initialize();
+    key = orEmpty(key);
+    const std::uint32_t hash = FullHash(key);
+    const Link link = lookUp(key, hash);
+    if (*link != nullptr) {
+        return *(*link)->entry;
+    }
+    Node& node = add(key, hash, link);
+    if (autoRehash_ && longestWalk_ > kLongestWalk) {
+        rehash();
+    }
+    return *node.entry;
+}
+
+Hash<const char*>::IEntry* Hash<const char*>::Find(const char* key) {
+    if (!initialised_) {
+        return nullptr;
+    }
+    key = orEmpty(key);
+    const Node* const node = *lookUp(key, FullHash(key));
+    return node != nullptr ? node->entry : nullptr;
+}
+
+void Hash<const char*>::Remove(const char* key) {
+    if (!initialised_) {
+        return;
+    }
+    key = orEmpty(key);
+    const Link link = lookUp(key, FullHash(key));
+    if (*link == nullptr) {
+        return;
+    }
+    const std::unique_ptr<Node> node(*link);
+    *link = node->next;
+    ++changes_;
+    delete node->entry;  // last: its destructor may use the table
+}
+
+void Hash<const char*>::Initialize() {
+    if (initialised_) {
+        return;
+    }
+    const std::uint64_t asked = bucketCount_;
+    Grow();
+    buckets_ = makeBuckets(bucketCount_);
+    if (buckets_ == nullptr) {
+        bucketCount_ = asked;
+        throw std::bad_alloc();
+    }
+    initialised_ = true;
+    longestWalk_ = 0;
+}
+
+/// Null when there is no memory. Not by operator new: the system hands out large cleared blocks page by page as they
+/// are touched, which matters at the largest sizes (2.4 GB).
+Hash<const char*>::Buckets Hash<const char*>::makeBuckets(std::uint64_t count) {
+    return Buckets(static_cast<Node**>(std::calloc(count, sizeof(Node*))));
+}
+
+bool Hash<const char*>::holds(const Node& node, const char* key, std::uint32_t hash) const {
+    return node.hash == hash && Equal(node.entry->Key(), key);
+}
+
+/// The link to the node of the key, or the null link at the end of its chain.
+Hash<const char*>::Link Hash<const char*>::lookUp(const char* key, std::uint32_t hash) {
+    Link link = &buckets_[Index(hash)];
+    if (*link == nullptr || holds(**link, key, hash)) {
+        return link;
+    }
+    std::size_t walk = 0;
+    for (link = &(*link)->next; *link != nullptr && !holds(**link, key, hash); link = &(*link)->next) {
+        ++walk;
+    }
+    recordWalk(walk);
+    return link;
+}
+
+/// What `lookUp` gives for a key that the table does not have.
+Hash<const char*>::Link Hash<const char*>::endOfChain(std::uint32_t hash) {
+    Link link = &buckets_[Index(hash)];
+    if (*link == nullptr) {
+        return link;
+    }
+    std::size_t walk = 0;
+    for (link = &(*link)->next; *link != nullptr; link = &(*link)->next) {
+        ++walk;
+    }
+    recordWalk(walk);
+    return link;
+}
+
+void Hash<const char*>::recordWalk(std::size_t walk) {
+    constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+    longestWalk_ = std::max(longestWalk_, static_cast<std::int32_t>(std::min(walk, kMost)));
+}
+
+Hash<const char*>::Node& Hash<const char*>::add(const char* key, std::uint32_t hash, Link end) {
+    // Before the entry, so that nothing can fail once there is one.
+    auto node = std::make_unique<Node>(Node{nullptr, nullptr, hash});
+    const std::uint64_t changes = changes_;
+    node->entry = newEntry(key);
+    if (changes_ != changes) {
+        end = endOfChain(hash);  // the factory has used the table
+    }
+    *end = node.get();
+    ++changes_;
+    // Kept deliberately: removal does not count back, this is no number of entries.
+    insertions_ += insertions_ < std::numeric_limits<std::int32_t>::max() ? 1 : 0;
+    return *node.release();
+}
+
+Hash<const char*>::IEntry* Hash<const char*>::newEntry(const char* key) {
+    IEntry* const entry = factory_ != nullptr ? factory_->NewEntry(key) : nullptr;
+    if (entry == nullptr) {
+        throw std::bad_alloc();
+    }
+    return entry;
+}
+
+void Hash<const char*>::rehash() {
+    const std::uint64_t oldCount = bucketCount_;
+    // Kept deliberately: whatever the debug switch says. It is the one sign of a crowded table that hosts have.
+    std::printf("Rehashing %d (%d)\n", static_cast<int>(oldCount), static_cast<int>(longestWalk_));
+    Buckets old = std::move(buckets_);
+    initialised_ = false;
+    bucketCount_ = oldCount + 1;
+    try {
+        Initialize();
+    } catch (const std::bad_alloc&) {
+        buckets_ = std::move(old);
+        bucketCount_ = oldCount;
+        initialised_ = true;
+        throw;
+    }
+    moveAll(old, oldCount);
+    ++changes_;
+}
+
+/// By bucket and along each chain, so that the order of the new chains follows from the one of the old.
+void Hash<const char*>::moveAll(const Buckets& from, std::uint64_t count) {
+    for (std::uint64_t i = 0; i < count; ++i) {
+        for (Node* node = from[i]; node != nullptr;) {
+            Node* const next = node->next;
+            node->next = nullptr;
+            *endOfChain(node->hash) = node;
+            node = next;
+        }
+    }
+}
+
+bool StringHash::Equal(const char* a, const char* b) const { return zelutil::ascii::compareIgnoringCase(a, b) == 0; }
+
+std::uint32_t StringHash::FullHash(const char* key) const { return zelutil::hash::foldedMurmur(key); }
+
+void StringHash::Grow() { bucketCount_ = zelutil::hash::grownBucketCount(bucketCount_); }
+
+}  // namespace ZelU::Hash::Impl
