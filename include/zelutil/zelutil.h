@@ -21,6 +21,7 @@
 #include <zelutil/util/csv.h>
 #include <zelutil/util/dbg_chk.h>
 #include <zelutil/util/hash.h>
+#include <zelutil/util/registry.h>
 #include <zelutil/util/smart_pointer.h>
 #include <zelutil/util/strutl.h>
 
