@@ -1,10 +1,14 @@
 #include "common_library/common_library.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "support/common_library_stand_in.h"
 #include "support/environment.h"
@@ -180,6 +184,20 @@ TEST(CommonLibrary, IsBoundOnceAtTheFirstNeed) {
 TEST(CommonLibrary, IsNotLookedForBeforeTheFirstNeed) {
     // Loaded after this program's static initialisers have run.
     loadCommonLibrary().toolsPath = "C:/p/tools";
+    EXPECT_EQ(common_library::toolsPath(), "C:/p/tools");
+}
+
+TEST(CommonLibrary, ThreadsMayMeetAtTheFirstNeed) {
+    loadCommonLibrary("without_init_done").toolsPath = "C:/p/tools";
+    std::array<bool, 8> done{};
+    std::vector<std::thread> threads;
+    for (bool& answer : done) {
+        threads.emplace_back([&answer] { answer = common_library::initDone(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_THAT(done, ::testing::Each(true));
     EXPECT_EQ(common_library::toolsPath(), "C:/p/tools");
 }
 

@@ -130,6 +130,19 @@ TEST_F(Load, APluginIsTornDownBeforeTheLibrary) {
     EXPECT_FALSE(moduleIsLoaded(kLibrary));
 }
 
+TEST_F(Load, LoadingAndUnloadingAloneDoesNotLookForTheCommonLibrary) {
+    const TempDirectory directory;
+    const fs::path library = directory / kLibrary.filename().string();
+    const fs::path commonLibrary = directory / zelutil::test::moduleFileName("qtxCommon");
+    fs::copy_file(kLibrary, library);
+    fs::copy_file(zelutil::test::commonLibraryDirectory() / commonLibrary.filename(), commonLibrary);
+    void* const module = loadModule(library);
+    EXPECT_FALSE(moduleIsLoaded(commonLibrary));
+    unloadModule(module);
+    EXPECT_FALSE(moduleIsLoaded(library));
+    EXPECT_FALSE(moduleIsLoaded(commonLibrary));
+}
+
 TEST_F(Load, TheCommonLibraryOnceBoundStays) {
     auto& commonLibrary = zelutil::test::loadCommonLibrary();
     for (int round = 1; round <= 3; ++round) {
