@@ -40,7 +40,7 @@ Path& Path::operator=(const char* text) {
         return *this;
     }
     // Kept deliberately: the memory of the current directory in front stays, and so a relative text assigned to such a
-    // path stays relative. Hosts use it to follow the current directory.
+    // path stays relative: its file is looked for in what is the current directory by then.
     fix(0);
     return *this;
 }
@@ -88,6 +88,8 @@ std::string Path::Name() const {
 }
 
 Path Path::Parent() const {
+    // Kept deliberately: the parent is a path of its own, made from text. That of a text that was left relative gets
+    // the current directory in front; only one without a separator is copied with what it remembers.
     const std::size_t separator = text_.rfind(zelutil::file::kSeparator);
     return separator == std::string::npos ? *this : Path(text_.substr(0, separator));
 }

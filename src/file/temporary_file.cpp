@@ -36,6 +36,8 @@ std::uint32_t& nameCounter() {
     return counter;
 }
 
+/// Kept deliberately: without a suffix the name ends in its dot. Names are found again by their form, with a dot at one
+/// place.
 std::string nextName(const std::string& suffix) {
     std::array<char, sizeof "Tmp00000000"> stem{};
     std::snprintf(stem.data(), stem.size(), "Tmp%08x", static_cast<unsigned>(nameCounter()++));
@@ -47,6 +49,8 @@ Path pathInEnvironment(const char* name) { return Path(zelutil::platform::enviro
 
 Path chooseTemporaryDirectory() {
     for (const char* const name : {"TMP", "TEMP"}) {
+        // Kept deliberately: a file counts too, and then there are no temporary files; a wrong variable is to be
+        // noticed rather than to be passed over.
         Path directory = pathInEnvironment(name);
         if (directory.Exists()) {
             return directory;
@@ -63,8 +67,11 @@ Path Path::GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix) {
     if (!dir.IsDirectory()) {
         return {};
     }
-    // Kept deliberately: a host's own sequence of std::rand starts anew here, as hosts' recorded runs expect.
+    // Kept deliberately: a host's own sequence of std::rand starts anew here. A host that never seeds it draws other
+    // numbers in each run because of this.
     std::srand(static_cast<unsigned>(std::clock()));
+    // Kept deliberately: the suffix is a path text like others, which may add a directory or climb. The caller chose
+    // it.
     const std::string ending = suffix == nullptr ? "" : suffix;
     Path candidate = dir + nextName(ending);
     while (candidate.Exists()) {

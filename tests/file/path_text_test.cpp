@@ -231,6 +231,7 @@ TEST(PathText, AnEmptyComponentIsAComponentForTwoDotsOddity) {
         // The pair that leads a network path encloses an empty component, and a server is one like others.
         {R"(//server/..)", R"(\)"},
         {R"(//server/share/../..)", R"(\)"},
+        {R"(//server/../../x)", R"(\x)"},
         {R"(//..)", ""},
         {R"(//../a)", R"(\a)"},
         {R"(//.)", R"(\)"},
