@@ -69,7 +69,7 @@ void ActionCatalogue::define(const ActionDefinition& definition) {
 /// The first with a command, and the first with a shortcut, has it.
 void ActionCatalogue::index(Action& action) {
     const UCPActionItem& item = action.item;
-    action.context = &contexts_[item.context];
+    action.context = &contexts_.try_emplace(item.context, &nodes_).first->second;
     const auto [binding, added] = action.context->bindings.try_emplace(item.command);
     action.binding = &binding->second;
     const std::string& shortcut = item.shortcut.defaultValue;

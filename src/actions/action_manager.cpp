@@ -70,6 +70,10 @@ bool UCPActionManager::updateShortcut(const std::string& context, const std::str
     return state_->catalogue.updateShortcut(state_->catalogue.idByCommand(context, command), shortcut);
 }
 
+bool UCPActionManager::stealShortcut(int id, const std::string& shortcut) {
+    return state_->catalogue.stealShortcut(id, shortcut);
+}
+
 void UCPActionManager::updateRMBMenu(int id, bool inMenu) { state_->catalogue.updateMenu(id, inMenu); }
 
 bool UCPActionManager::attachObserver(int id, IUCPActionObserver* observer) {

@@ -109,10 +109,16 @@ public:
     void detachObserver(IUCPActionObserver* observer);
 
 private:
+    friend struct UCPActionManagerTestPeer;
     struct State;
 
     UCPActionManager();
     ~UCPActionManager();
+
+    /// Gives the shortcut to the action, or to the top-level action above it, and takes it from its holder in that
+    /// action's context; no other context is looked at. True when it is in force. False, with nothing changed, for an
+    /// unknown id and where the parents go round in a circle, so that none is on top. No other operation calls it.
+    bool stealShortcut(int id, const std::string& shortcut);
 
     std::unique_ptr<State> state_;
 };
