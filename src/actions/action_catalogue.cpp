@@ -118,7 +118,8 @@ void ActionCatalogue::takeOverFromParent(int id) {
     if (child->item.name.empty()) {
         child->item.name = parent.name;
     }
-    // The answer is not looked at, so where nothing would change the question for conflicts is saved.
+    // Kept deliberately: the item has the parent's shortcut by now, also where the context refuses it. The answer is
+    // not looked at, so where nothing would change the question for conflicts is saved.
     const std::string shortcut = effectiveValue(child->item.shortcut);
     if (child->binding->shortcut != shortcut) {
         updateShortcut(id, shortcut);
@@ -238,6 +239,9 @@ const ActionCatalogue::Context* ActionCatalogue::linkedContext(std::string_view 
 }
 
 /// The id of the action that holds the shortcut in `context` against the wish of `item`, or 0.
+///
+/// Kept deliberately: only parent and child share a shortcut. A grandparent in the same context is another action, and
+/// the child between them is refused what its own child may not have.
 int ActionCatalogue::conflictIn(const Context* context, const UCPActionItem& item, const std::string& shortcut) const {
     if (context == nullptr) {
         return 0;

@@ -74,7 +74,8 @@ private:
     struct Action {
         UCPActionItem item;
         Context* context = nullptr;
-        /// That of the first action with the same context and command, this one or another.
+        /// Kept deliberately: a command is bound once per context, so of actions with one command all share the binding
+        /// of the first.
         Binding* binding = nullptr;
     };
 

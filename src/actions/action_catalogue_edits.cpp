@@ -54,10 +54,10 @@ bool ActionCatalogue::updateShortcut(int id, const std::string& shortcut) {
 std::string ActionCatalogue::rebind(Action& action, int id, const std::string& shortcut) {
     auto& holders = action.context->holders;
     std::string before = std::exchange(action.binding->shortcut, shortcut);
-    // Kept deliberately: the entry goes even when it is another action's, as where two had the shortcut by default.
+    // Kept deliberately: the entry goes even when another action holds it, as where a text ships a shortcut twice.
     holders.erase(before);
     if (!shortcut.empty()) {
-        // Kept deliberately: an entry that is there stays; it is the parent's or a child's, who share the shortcut.
+        // Kept deliberately: an entry that is there stays with its holder, who is of the family.
         holders.try_emplace(shortcut, Holder{action.item.command, id});
     }
     setValue(action.item.shortcut, shortcut);
@@ -107,6 +107,7 @@ bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
     action->context->holders.erase(before);
     const int holder = idByShortcut(action->item.context, shortcut);
     if (holder != 0 && holder != top) {
+        // Goes no deeper: nobody holds the empty shortcut.
         stealShortcut(holder, std::string());
         action = find(top);
         if (action == nullptr) {

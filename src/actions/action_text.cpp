@@ -122,6 +122,7 @@ void UserTextWriter::add(const UCPActionItem& item) {
     json::Document::AllocatorType& allocator = document_.GetAllocator();
     json::Value entry;
     entry.SetObject();
+    // Kept deliberately: an item that stands in for a missing parent is written, once it was edited, with its id 0.
     entry.AddMember("id", item.id, allocator);
     if (item.shortcut.overwritten) {
         const std::string& shortcut = item.shortcut.userValue;
