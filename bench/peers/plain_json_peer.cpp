@@ -18,4 +18,14 @@ std::uint64_t parseAlone(const std::string& defaultsText, const std::string& use
     return settings[settings.Size() - 1]["value"].GetStringLength();
 }
 
+std::uint64_t parseActionsAlone(const std::string& text) {
+    plain_rapidjson::Document document;
+    document.Parse(text.data(), text.size());
+    if (document.HasParseError()) {
+        return 0;
+    }
+    const auto& actions = document["actions"];
+    return actions[actions.Size() - 1]["shortcut"].GetStringLength();
+}
+
 }  // namespace zelutil::bench::peers

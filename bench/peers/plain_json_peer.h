@@ -10,6 +10,9 @@ namespace zelutil::bench::peers {
 /// Parses both preference texts into documents; answers the length of the last default value.
 std::uint64_t parseAlone(const std::string& defaultsText, const std::string& userText);
 
+/// Parses an action text; answers the length of the last shortcut.
+std::uint64_t parseActionsAlone(const std::string& text);
+
 }  // namespace zelutil::bench::peers
 
 #endif
