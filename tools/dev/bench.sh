@@ -5,7 +5,8 @@ count=0
 for program in build/bench/bin/*_bench; do
     [[ -x $program ]] || continue
     count=$((count + 1))
-    say "$(basename "$program")"
-    "$program" --benchmark_filter="${1:-.}" --benchmark_min_time=0.2
+    text="Measuring with $(basename "$program")"
+    step "$text" "$program" --benchmark_filter="${1:-.}"
+    cat "$(logOf "$text")"
 done
 ((count > 0)) || fail "there is no benchmark"

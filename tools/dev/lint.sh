@@ -1,4 +1,4 @@
-#  [--changed]: Check format, names and bugs (clang-tidy), layering, scripts; --changed: what differs from origin/main
+#  [--changed]: Check format, names, bugs, layering and scripts, of all files or of what differs from origin/main
 source tools/dev/checks/layering.sh
 source tools/dev/checks/tidy.sh
 

@@ -26,7 +26,7 @@ showWaiting() { # TEXT LOG
             printf '\r==> %s (%d s)\033[K' "$text" "$elapsed"
         elif ((elapsed >= told + 20)); then
             told=$elapsed
-            printf '    %d s: %s\n' "$elapsed" "$(tail -n 1 "$log" | cut -c 1-100)"
+            printf '    %d s %s\n' "$elapsed" "$(tail -n 1 "$log" | cut -c 1-100)"
         fi
     done
 }
