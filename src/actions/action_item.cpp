@@ -1,11 +1,11 @@
 #include <zelutil/actions/action_item.h>
 
-UCPActionItem::UCPActionItem(int id_, int parentId, const std::string& name_, const std::string& icon_,
-                             const std::string& context_, const std::string& command_, const std::string& shortcut_,
-                             bool rmb_)
-    : id(id_), parent_id(parentId), name(name_), icon(icon_), context(context_), command(command_) {
-    shortcut.defaultValue = shortcut_;
-    rmb.defaultValue = rmb_;
+UCPActionItem::UCPActionItem(int actionId, int parentId, const std::string& displayName, const std::string& iconName,
+                             const std::string& contextName, const std::string& commandText,
+                             const std::string& defaultShortcut, bool inMenu)
+    : id(actionId), parent_id(parentId), name(displayName), icon(iconName), context(contextName), command(commandText) {
+    shortcut.defaultValue = defaultShortcut;
+    rmb.defaultValue = inMenu;
 }
 
 bool UCPActionItem::hasOverwrite() const { return shortcut.overwritten || rmb.overwritten; }

@@ -25,6 +25,7 @@ void UCPActionManager::load(const std::string& defaultsText, const std::string& 
     state_->catalogue.load(defaultsText, userText);
 }
 
+// NOLINTNEXTLINE(readability-const-return-type): the type is part of the interface.
 const std::string UCPActionManager::getAllUserSettings() const { return state_->catalogue.userText(); }
 
 bool UCPActionManager::isModified() const { return state_->catalogue.modified(); }

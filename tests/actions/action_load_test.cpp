@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <thread>
 #include <type_traits>
 
 #include "actions/action_fixture.h"
@@ -25,6 +27,20 @@ TEST(ActionManager, IsOneAndEmptyAtFirst) {
     EXPECT_TRUE(manager().getRMBMenuItems().empty());
     EXPECT_FALSE(manager().isModified());
     EXPECT_EQ("", manager().getAllUserSettings());
+}
+
+TEST(ActionManager, IsTheSameForThreadsThatMeetAtTheFirstCall) {
+    std::array<UCPActionManager*, 4> seen{};
+    std::array<std::thread, 4> threads;
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        threads[i] = std::thread([&seen, i] { seen[i] = &UCPActionManager::instance(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    for (const UCPActionManager* const address : seen) {
+        EXPECT_EQ(&UCPActionManager::instance(), address);
+    }
 }
 
 TEST(ActionManager, CannotBeCopied) {

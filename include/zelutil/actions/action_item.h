@@ -41,9 +41,10 @@ struct ZELUTIL_API UCPActionItem {
     /// Ids 0, texts empty, flags false.
     UCPActionItem() = default;
 
-    /// `shortcut` and `rmb` become the default values; nothing is overwritten.
-    UCPActionItem(int id, int parent_id, const std::string& name, const std::string& icon, const std::string& context,
-                  const std::string& command, const std::string& shortcut, bool rmb);
+    /// Nothing is overwritten.
+    UCPActionItem(int actionId, int parentId, const std::string& displayName, const std::string& iconName,
+                  const std::string& contextName, const std::string& commandText, const std::string& defaultShortcut,
+                  bool inMenu);
 
     /// Whether the user's shortcut or the user's menu flag is in force.
     bool hasOverwrite() const;
