@@ -168,6 +168,19 @@ TEST_F(PosixFileOperations, ACurrentDirectoryThatIsGoneLeavesTheSeparatorAlone) 
     fs::current_path(directory.path());
 }
 
+TEST_F(PosixFileOperations, ACurrentDirectoryOfMoreThan4096CharactersIsNotTold) {
+    fs::current_path(directory.path());
+    const std::string name(200, 'd');
+    for (int depth = 0; depth < 21; ++depth) {
+        fs::create_directory(name);
+        fs::current_path(name);
+    }
+    EXPECT_EQ(Path::GetCWD(), "");
+    EXPECT_STREQ(Path("a"), R"(\a)");
+    fs::current_path(directory.path());
+    EXPECT_EQ(Path::GetCWD(), windowsText(directory.path()));
+}
+
 TEST_F(PosixFileOperations, TextsOfOtherDrivesAndNetworksNameNoFile) {
     fs::current_path(directory.path());
     write("c:", "x");
