@@ -22,6 +22,56 @@ public:
 
 LastQuestion lastQuestion;
 
+/// A value in the library's registry, of a class that is the plug-in's own.
+class Value : public ZelU::Registry::IValue {
+public:
+    explicit Value(void (*destroyed)()) : destroyed_(destroyed) {}
+    Value(const Value&) = delete;
+    Value& operator=(const Value&) = delete;
+    ~Value() noexcept(false) override { destroyed_(); }
+
+private:
+    void (*destroyed_)();
+};
+
+class ValueFactory : public ZelU::Registry::IValueFactory {
+public:
+    explicit ValueFactory(void (*destroyed)()) : destroyed_(destroyed) {}
+    ZelU::Registry::IValue* Make() const override { return new Value(destroyed_); }
+
+private:
+    void (*destroyed_)();
+};
+
+class ValueShortcut : public ZelU::Registry::ShortcutBase {
+public:
+    using ShortcutBase::ShortcutBase;
+    void install(void (*destroyed)()) const { set(ValueFactory(destroyed)); }
+};
+
+const ValueShortcut valueShortcut("zelutil.test.value");
+
+/// An entry of the library's hash table.
+class Entry : public ZelU::Hash::Hash<const char*>::IEntry {
+public:
+    explicit Entry(const char* key) : key_(key) {}
+    const char* Key() const override { return key_.c_str(); }
+
+private:
+    std::string key_;
+};
+
+class EntryFactory : public ZelU::Hash::Hash<const char*>::IEntry::IFactory {
+public:
+    ZelU::Hash::Hash<const char*>::IEntry* NewEntry(const char* key) override { return new Entry(key); }
+};
+
+bool useHashTable() {
+    EntryFactory factory;
+    const auto table = ZelU::Hash::Hash<const char*>::Create(10, &factory, true);
+    return table->Acquire("grid").Key() == std::string("grid") && table->Find("units") == nullptr;
+}
+
 }  // namespace
 
 /// Has the library remove the file when it goes.
@@ -42,7 +92,7 @@ ZELUTIL_TEST_EXPORT bool useClasses() {
     server.registerApp(&server);
     return temporary.Extension() == "txt" && upper == "grid" && chk && server.getApplicationId(&server) == 0 &&
            LayerNames::Instance().Size() > 0 && UserPreferenceManager::GetInstance().getUserPrefSetting("grid") != "" &&
-           UCPActionManager::instance().getAction(1).first;
+           UCPActionManager::instance().getAction(1).first && useHashTable();
 }
 
 /// Whether an exception of the library's arrives here as what it is.
@@ -57,3 +107,6 @@ ZELUTIL_TEST_EXPORT bool catchesExceptions() {
 
 /// Has `answer` called with the setting "grid" while the plug-in is being unloaded.
 ZELUTIL_TEST_EXPORT void askAtUnload(void (*answer)(const char* value)) { lastQuestion.answer = answer; }
+
+/// Puts a permanent value into the registry; `destroyed` is called when the registry destroys it.
+ZELUTIL_TEST_EXPORT void installValue(void (*destroyed)()) { valueShortcut.install(destroyed); }
