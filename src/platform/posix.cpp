@@ -9,6 +9,8 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 
 #include "platform/drive_text.h"
 #include "platform/platform.h"
@@ -46,13 +48,30 @@ ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
     return static_cast<ssize_t>(total);
 }
 
-/// Path of the file that holds the code at `address`, as the loader knows it.
+/// Path of the file mapped at `address`, as the kernel lists it; empty where it lists none.
+std::string mappedFileAt(const void* address) {
+    const auto wanted = reinterpret_cast<std::uintptr_t>(address);
+    std::ifstream mappings("/proc/self/maps");
+    for (std::string line; std::getline(mappings, line);) {
+        std::istringstream fields(line);
+        std::uintptr_t start = 0;
+        std::uintptr_t end = 0;
+        char dash = '\0';
+        fields >> std::hex >> start >> dash >> end;
+        const std::size_t path = line.find('/');
+        if (start <= wanted && wanted < end && path != std::string::npos) {
+            return line.substr(path);
+        }
+    }
+    return {};
+}
+
+/// Path of the file that holds the code at `address`. The loader knows it as it was told, which may be relative to a
+/// current directory that has changed since; then the kernel is asked.
 std::string modulePathOf(const void* address) {
     Dl_info info{};
-    if (::dladdr(address, &info) == 0 || info.dli_fname == nullptr) {
-        return {};
-    }
-    return info.dli_fname;
+    const bool known = ::dladdr(address, &info) != 0 && info.dli_fname != nullptr;
+    return known && info.dli_fname[0] == '/' ? info.dli_fname : mappedFileAt(address);
 }
 
 std::string ownModulePath() { return modulePathOf(reinterpret_cast<const void*>(&ownModulePath)); }

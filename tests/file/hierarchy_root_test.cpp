@@ -124,6 +124,13 @@ TEST_F(RootFromOwnFile, WinsOverVariablesAndPath) {
     EXPECT_EQ(outputOf({"root"}), rootLine(product));
 }
 
+TEST_F(RootFromOwnFile, IsTheSameAfterAChangeOfDirectory) {
+    installProgram(product / "tools/bin");
+    here = product / "tools/bin";
+    environment[zelutil::test::loaderPathVariable()] = ".";
+    EXPECT_EQ(outputOf({"chdir", systemText(work.path()), "root"}), rootLine(product));
+}
+
 TEST_F(RootFromOwnFile, IsNoneForALibraryElsewhere) {
     makeInstallation(other);
     setPath({other / "tools/bin"});
