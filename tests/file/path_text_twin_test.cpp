@@ -4,12 +4,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <random>
 #include <string>
 #include <string_view>
 
 #include "file/path_text.h"
 #include "support/literal_normalise.h"
+#include "support/random_text.h"
 
 namespace {
 
@@ -17,6 +17,7 @@ using zelutil::file::normalise;
 using zelutil::file::PathFlags;
 using zelutil::test::literalNormalise;
 using zelutil::test::LiteralPath;
+using zelutil::test::RandomText;
 
 /// Half of the letters are separators and dots: the interesting texts are made of them.
 constexpr std::string_view kAlphabet = R"(////////\\\\\\\\............""" abcde:C)";
@@ -27,25 +28,15 @@ constexpr std::array<const char*, 8> kDirectories = {
     R"(C:\work)",       R"(C:\)",   R"(C:\my work\.b\a.)", R"(\\server\share)", "",
     R"(Z:/home//ann/)", R"(C:\a?)", R"(C:\a\..\.\b)"};
 
-class RandomTexts {
-public:
-    explicit RandomTexts(unsigned seed) : random_(seed) {}
-
-    std::size_t below(std::size_t bound) { return random_() % bound; }
-
-    std::string text() {
-        std::string text(below(kLongestText + 1), '\0');
-        for (char& c : text) {
-            const std::string_view alphabet = below(200) == 0 ? kRareCharacters : kAlphabet;
-            c = alphabet[below(alphabet.size())];
-        }
-        constexpr std::array<const char*, 6> kBeginnings = {"", "", "", "c:/", R"(\\)", "//"};
-        return kBeginnings[below(kBeginnings.size())] + text;
+/// A beginning of some kind, and behind it a text in which now and then a rare character stands.
+std::string pathText(RandomText& random) {
+    constexpr std::array<const char*, 6> kBeginnings = {"", "", "", "c:/", R"(\\)", "//"};
+    std::string text = random.text(kAlphabet, kLongestText);
+    if (!text.empty() && random.below(20) == 0) {
+        text[random.below(text.size())] = kRareCharacters[random.below(kRareCharacters.size())];
     }
-
-private:
-    std::minstd_rand random_;
-};
+    return kBeginnings[random.below(kBeginnings.size())] + text;
+}
 
 /// A text, where it begins to be new, and what is known of it.
 struct Case {
@@ -73,16 +64,16 @@ void expectSame(Case& tried) {
 
 /// Whole texts, each followed by a few appended ones.
 void compareChains(unsigned seed, int chains) {
-    RandomTexts random(seed);
+    RandomText random(seed);
     for (int chain = 0; chain < chains && !testing::Test::HasFatalFailure(); ++chain) {
-        Case tried{random.text(),
+        Case tried{pathText(random),
                    0,
                    {random.below(2) == 0, random.below(3) == 0},
                    kDirectories[random.below(kDirectories.size())]};
         expectSame(tried);
         for (std::size_t appends = random.below(4); appends > 0 && !testing::Test::HasFatalFailure(); --appends) {
             tried.start = tried.text.size();
-            tried.text += "/" + random.text();
+            tried.text += "/" + pathText(random);
             expectSame(tried);
         }
     }
@@ -90,9 +81,9 @@ void compareChains(unsigned seed, int chains) {
 
 /// Texts that are new from some place on, whatever stands before it.
 void compareSplits(unsigned seed, int splits) {
-    RandomTexts random(seed);
+    RandomText random(seed);
     for (int split = 0; split < splits && !testing::Test::HasFatalFailure(); ++split) {
-        Case tried{random.text(),
+        Case tried{pathText(random),
                    0,
                    {random.below(2) == 0, random.below(3) == 0},
                    kDirectories[random.below(kDirectories.size())]};
