@@ -1,0 +1,375 @@
+// Threads and critical sections on POSIX systems. Order and contracts: threads.h.
+//
+// POSIX names threads by a pthread_t, which says nothing once its thread has ended. So each started thread has a record
+// in a list, found by a number of our own, and whoever finds the record may still use its pthread_t.
+#include <cxxabi.h>
+#include <pthread.h>
+#include <time.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "platform/threads.h"
+
+// There only where the program is built with the address sanitizer.
+extern "C" [[gnu::weak]] void __asan_unpoison_memory_region(const volatile void* begin, std::size_t size);
+
+namespace zelutil::platform {
+namespace {
+
+struct ThreadRecord {
+    ThreadBody* body;
+    ThreadId id;
+    pthread_t thread;
+    /// Threads that wait for this one's end. The last of them reclaims it; without any it reclaims itself.
+    unsigned waiters;
+    /// Has nothing left to do but to end; it can no longer be killed.
+    bool finished;
+    /// One of the waiters is joining it.
+    bool claimed;
+    bool joined;
+    ThreadRecord* next;
+};
+
+constexpr ThreadId kCurrentThreadHandle = 0xFFFFFFFE;
+
+// Guards the list and the flags in it. Without constructor and destructor, because threads may outlive static objects.
+pthread_mutex_t g_mutex = PTHREAD_MUTEX_INITIALIZER;
+pthread_cond_t g_listChanged = PTHREAD_COND_INITIALIZER;
+ThreadRecord* g_records = nullptr;
+ThreadId g_lastId = 0;
+
+// For the waits that nothing is to end.
+pthread_mutex_t g_sleepMutex = PTHREAD_MUTEX_INITIALIZER;
+pthread_cond_t g_never = PTHREAD_COND_INITIALIZER;
+
+/// Whoever may be killed has a `KillShield` around it.
+class MutexLock {
+public:
+    explicit MutexLock(pthread_mutex_t& mutex) : mutex_(mutex) { pthread_mutex_lock(&mutex_); }
+    MutexLock(const MutexLock&) = delete;
+    MutexLock& operator=(const MutexLock&) = delete;
+    ~MutexLock() { pthread_mutex_unlock(&mutex_); }
+
+private:
+    pthread_mutex_t& mutex_;
+};
+
+ThreadRecord* find(ThreadId id) {
+    ThreadRecord* record = g_records;
+    while (record != nullptr && record->id != id) {
+        record = record->next;
+    }
+    return record;
+}
+
+ThreadId unusedId() {
+    do {
+        ++g_lastId;
+    } while (g_lastId == 0 || g_lastId == kCurrentThreadHandle || find(g_lastId) != nullptr);
+    return g_lastId;
+}
+
+void unlist(const ThreadRecord* record) {
+    ThreadRecord** link = &g_records;
+    while (*link != record) {
+        link = &(*link)->next;
+    }
+    *link = record->next;
+}
+
+/// The last thing a started thread does, whether its body returned or is being unwound.
+class Ending {
+public:
+    explicit Ending(ThreadRecord* record) : record_(record) {}
+    Ending(const Ending&) = delete;
+    Ending& operator=(const Ending&) = delete;
+    ~Ending() {
+        if (mayReclaimItself()) {
+            // Not under the lock: a thread that was killed while it asked for memory may wait here for ever.
+            delete record_;
+        }
+    }
+
+private:
+    bool mayReclaimItself() {
+        const MutexLock lock(g_mutex);
+        record_->finished = true;
+        if (record_->waiters > 0) {
+            pthread_cond_broadcast(&g_listChanged);
+            return false;
+        }
+        pthread_detach(record_->thread);
+        unlist(record_);
+        return true;
+    }
+
+    ThreadRecord* record_;
+};
+
+void* runThread(void* opaque) {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+    auto* const record = static_cast<ThreadRecord*>(opaque);
+    const Ending ending(record);
+    record->body->run(record->id);
+    return nullptr;
+}
+
+int cancelState() {
+    int state = 0;
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state);
+    pthread_setcancelstate(state, nullptr);
+    return state;
+}
+
+// A kill unwinds the stack with an exception of its own kind, `abi::__forced_unwind`. It must be thrown on, and there
+// is no object behind a reference to it, which the undefined-behaviour sanitizer would report. The address sanitizer
+// does not see it and would take what is left of the unwound frames for errors: a function that can be unwound without
+// cleaning up itself leaves nothing where it is compiled without that sanitizer.
+
+/// Tells the address sanitizer that nothing lives just below `frame`, whatever was unwound there.
+void forgetFramesBelow(const void* frame) {
+    constexpr std::size_t kEnoughForCleaningUp = std::size_t{64} << 10;
+    if (__asan_unpoison_memory_region != nullptr) {
+        __asan_unpoison_memory_region(static_cast<const char*>(frame) - kEnoughForCleaningUp, kEnoughForCleaningUp);
+    }
+}
+
+/// Calls a function that waits, inside a `KillShield`, and lets the calling thread be killed in it all the same if
+/// `callersState` allows that.
+template <typename Wait>
+[[gnu::no_sanitize("address", "undefined")]] void waitKillable(int callersState, Wait wait) {
+    try {
+        pthread_setcancelstate(callersState, nullptr);
+        wait();
+        pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+    } catch (const abi::__forced_unwind&) {
+        forgetFramesBelow(__builtin_frame_address(0));
+        throw;
+    }
+}
+
+/// One that waits for a thread's end, with the list locked at both ends of its life.
+class Waiter {
+public:
+    explicit Waiter(ThreadRecord* record) : record_(record) { ++record_->waiters; }
+    Waiter(const Waiter&) = delete;
+    Waiter& operator=(const Waiter&) = delete;
+    ~Waiter() {
+        --record_->waiters;
+        if (record_->waiters > 0 || !record_->finished) {
+            return;
+        }
+        if (!record_->joined) {
+            pthread_detach(record_->thread);
+        }
+        unlist(record_);
+        delete record_;
+    }
+
+    void wait(int callersState) {
+        while (!record_->finished || (record_->claimed && !record_->joined)) {
+            waitKillable(callersState, [] { pthread_cond_wait(&g_listChanged, &g_mutex); });
+        }
+        if (!record_->joined) {
+            join();
+        }
+    }
+
+private:
+    /// The end is near, but the host's thread-local objects are still to be destroyed, which may need the list.
+    void join() {
+        record_->claimed = true;
+        pthread_mutex_unlock(&g_mutex);
+        pthread_join(record_->thread, nullptr);
+        pthread_mutex_lock(&g_mutex);
+        record_->joined = true;
+        pthread_cond_broadcast(&g_listChanged);
+    }
+
+    ThreadRecord* record_;
+};
+
+timespec monotonicTimeAfter(std::uint32_t milliseconds) {
+    constexpr long kNanosecondsPerSecond = 1000000000;
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    time.tv_sec += static_cast<time_t>(milliseconds / 1000);
+    time.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000;
+    if (time.tv_nsec >= kNanosecondsPerSecond) {
+        time.tv_nsec -= kNanosecondsPerSecond;
+        ++time.tv_sec;
+    }
+    return time;
+}
+
+/// Kept apart from its caller: an unwinding can begin at any instruction of this function, which is possible only where
+/// there is nothing to destroy and nothing to catch.
+[[gnu::noinline, gnu::no_sanitize("thread")]] void callWhileKillable(void* (*function)(void*), void* argument) {
+    pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, nullptr);
+    pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, nullptr);
+    function(argument);
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
+}
+
+}  // namespace
+
+ThreadId currentThreadHandle() { return kCurrentThreadHandle; }
+
+bool isCurrentThread(ThreadId id) {
+    KillShield shield;
+    bool same = false;
+    {
+        const MutexLock lock(g_mutex);
+        const ThreadRecord* const record = find(id);
+        same = record != nullptr && pthread_equal(record->thread, pthread_self()) != 0;
+    }
+    shield.lift();
+    return same;
+}
+
+bool startThread(ThreadBody& body, std::atomic<ThreadId>& id) {
+    auto record = std::make_unique<ThreadRecord>();
+    record->body = &body;
+    KillShield shield;
+    bool started = false;
+    {
+        // The list stays locked until the record tells the thread: the thread itself may ask for it.
+        const MutexLock lock(g_mutex);
+        record->id = unusedId();
+        id = record->id;
+        started = pthread_create(&record->thread, nullptr, runThread, record.get()) == 0;
+        if (started) {
+            record->next = g_records;
+            g_records = record.release();
+        } else {
+            id = 0;
+        }
+    }
+    shield.lift();
+    return started;
+}
+
+void joinThread(ThreadId id) {
+    const int callersState = cancelState();
+    KillShield shield;
+    if (isCurrentThread(id)) {
+        const MutexLock lock(g_sleepMutex);
+        for (;;) {
+            waitKillable(callersState, [] { pthread_cond_wait(&g_never, &g_sleepMutex); });
+        }
+    }
+    {
+        const MutexLock lock(g_mutex);
+        if (ThreadRecord* const record = find(id)) {
+            Waiter(record).wait(callersState);
+        }
+    }
+    shield.lift();
+}
+
+void killThread(ThreadId id) {
+    KillShield shield;
+    {
+        const MutexLock lock(g_mutex);
+        const ThreadRecord* const record = find(id);
+        if (record != nullptr && !record->finished) {
+            pthread_cancel(record->thread);
+        }
+    }
+    shield.lift();
+}
+
+void sleepKillable(std::uint32_t milliseconds) {
+    if (milliseconds == 0) {
+        return;
+    }
+    const timespec end = monotonicTimeAfter(milliseconds);
+    const MutexLock lock(g_sleepMutex);
+    // Not one of the sleeping calls: a thread killed in those would confuse the thread sanitizer.
+    int result = 0;
+    while (result != ETIMEDOUT) {
+        waitKillable(PTHREAD_CANCEL_ENABLE,
+                     [&] { result = pthread_cond_clockwait(&g_never, &g_sleepMutex, CLOCK_MONOTONIC, &end); });
+    }
+}
+
+[[gnu::no_sanitize("address", "undefined")]] void callKillable(void* (*function)(void*), void* argument) {
+    try {
+        callWhileKillable(function, argument);
+    } catch (const abi::__forced_unwind&) {
+        // The thread is being killed; an unwinding that does not go on would end the process.
+        forgetFramesBelow(__builtin_frame_address(0));
+        throw;
+    } catch (...) {
+        pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+        pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
+    }
+}
+
+KillShield::KillShield() {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state_);
+    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &type_);
+}
+
+KillShield::~KillShield() {
+    // The type stays deferred: with the other one the thread could be unwound from here, and no destructor may be.
+    if (!lifted_) {
+        pthread_setcancelstate(state_, nullptr);
+    }
+}
+
+void KillShield::lift() {
+    lifted_ = true;
+    pthread_setcanceltype(type_, nullptr);
+    pthread_setcancelstate(state_, nullptr);
+}
+
+struct CriticalSection {
+    pthread_mutex_t mutex;
+    /// The thread inside, or nothing; only that thread finds itself here.
+    std::atomic<pthread_t> holder;
+    /// How often it has entered; the holder's alone.
+    unsigned depth;
+};
+
+CriticalSection* createCriticalSection() {
+    auto section = std::make_unique<CriticalSection>();
+    pthread_mutexattr_t attributes;
+    pthread_mutexattr_init(&attributes);
+    pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE);
+    pthread_mutex_init(&section->mutex, &attributes);
+    pthread_mutexattr_destroy(&attributes);
+    return section.release();
+}
+
+void destroyCriticalSection(CriticalSection* section) noexcept {
+    while (section->holder.load() == pthread_self()) {
+        leaveCriticalSection(section);
+    }
+    // One that another thread holds may not be destroyed as such; all it owns is its memory.
+    if (section->holder.load() == pthread_t{}) {
+        pthread_mutex_destroy(&section->mutex);
+    }
+    delete section;
+}
+
+void enterCriticalSection(CriticalSection* section) noexcept {
+    pthread_mutex_lock(&section->mutex);
+    section->holder.store(pthread_self());
+    ++section->depth;
+}
+
+void leaveCriticalSection(CriticalSection* section) noexcept {
+    if (section->holder.load() != pthread_self()) {
+        return;
+    }
+    --section->depth;
+    if (section->depth == 0) {
+        section->holder.store(pthread_t{});
+    }
+    pthread_mutex_unlock(&section->mutex);
+}
+
+}  // namespace zelutil::platform

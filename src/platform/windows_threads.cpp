@@ -1,0 +1,113 @@
+// Threads and critical sections on Windows. Order and contracts: threads.h.
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+#include <chrono>
+#include <memory>
+
+#include "platform/threads.h"
+
+namespace zelutil::platform {
+namespace {
+
+constexpr DWORD kExitCodeOfKilled = 1;
+
+DWORD WINAPI runThread(LPVOID body) {
+    static_cast<ThreadBody*>(body)->run(GetCurrentThreadId());
+    return 0;
+}
+
+/// The thread with the right `access`; null when there is none. Between a thread's end and this call the system may
+/// have given its number to another thread, which is then the one that is opened.
+HANDLE openThread(DWORD access, ThreadId id) { return id == 0 ? nullptr : OpenThread(access, FALSE, id); }
+
+}  // namespace
+
+ThreadId currentThreadHandle() { return static_cast<ThreadId>(reinterpret_cast<ULONG_PTR>(GetCurrentThread())); }
+
+bool isCurrentThread(ThreadId id) { return id == GetCurrentThreadId(); }
+
+bool startThread(ThreadBody& body, std::atomic<ThreadId>& id) {
+    DWORD name = 0;
+    const HANDLE thread = CreateThread(nullptr, 0, runThread, &body, CREATE_SUSPENDED, &name);
+    if (thread == nullptr) {
+        return false;
+    }
+    id = name;
+    const bool runs = ResumeThread(thread) != static_cast<DWORD>(-1);
+    if (!runs) {
+        id = 0;
+        TerminateThread(thread, kExitCodeOfKilled);
+    }
+    CloseHandle(thread);
+    return runs;
+}
+
+void joinThread(ThreadId id) {
+    if (const HANDLE thread = openThread(SYNCHRONIZE, id)) {
+        WaitForSingleObject(thread, INFINITE);
+        CloseHandle(thread);
+    }
+}
+
+void killThread(ThreadId id) {
+    if (const HANDLE thread = openThread(THREAD_TERMINATE, id)) {
+        TerminateThread(thread, kExitCodeOfKilled);
+        CloseHandle(thread);
+    }
+}
+
+void sleepKillable(std::uint32_t milliseconds) {
+    // Sleep may return up to one tick of the system's clock too early.
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    for (auto now = Clock::now(); now < end; now = Clock::now()) {
+        const auto rest = std::chrono::duration_cast<std::chrono::milliseconds>(end - now);
+        Sleep(static_cast<DWORD>(rest.count()) + 1);
+    }
+}
+
+void callKillable(void* (*function)(void*), void* argument) {
+    try {
+        function(argument);
+    } catch (...) {
+    }
+}
+
+KillShield::KillShield() = default;
+
+KillShield::~KillShield() = default;
+
+void KillShield::lift() {}
+
+struct CriticalSection {
+    CRITICAL_SECTION section;
+};
+
+CriticalSection* createCriticalSection() {
+    auto section = std::make_unique<CriticalSection>();
+    InitializeCriticalSection(&section->section);
+    return section.release();
+}
+
+void destroyCriticalSection(CriticalSection* section) noexcept {
+    DeleteCriticalSection(&section->section);
+    delete section;
+}
+
+void enterCriticalSection(CriticalSection* section) noexcept { EnterCriticalSection(&section->section); }
+
+void leaveCriticalSection(CriticalSection* section) noexcept {
+    // Leaving a section that one is not in would spoil its count, and the next thread would wait for ever.
+    const HANDLE self = reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(GetCurrentThreadId()));
+    if (section->section.OwningThread == self) {
+        LeaveCriticalSection(&section->section);
+    }
+}
+
+}  // namespace zelutil::platform
