@@ -21,8 +21,10 @@
 #include <zelutil/util/csv.h>
 #include <zelutil/util/dbg_chk.h>
 #include <zelutil/util/hash.h>
+#include <zelutil/util/mutex.h>
 #include <zelutil/util/registry.h>
 #include <zelutil/util/smart_pointer.h>
 #include <zelutil/util/strutl.h>
+#include <zelutil/util/thread.h>
 
 #endif

@@ -1,0 +1,105 @@
+#ifndef ZELUTIL_UTIL_THREAD_H
+#define ZELUTIL_UTIL_THREAD_H
+
+#include <zelutil/export.h>
+
+#include <atomic>
+
+namespace Smart::AssociationExceptions {
+
+/// What every exception of this namespace derives from.
+class ZELUTIL_API Base {
+public:
+    Base() = default;
+    Base(const Base&) = default;
+    Base& operator=(const Base&) = default;
+    virtual ~Base();
+};
+
+/// The record that associates an object with what it started could not be made.
+class ZELUTIL_API InitializationFailure : public Base {
+public:
+    InitializationFailure() = default;
+    InitializationFailure(const InitializationFailure&) = default;
+    InitializationFailure& operator=(const InitializationFailure&) = default;
+    ~InitializationFailure() override;
+};
+
+}  // namespace Smart::AssociationExceptions
+
+namespace ZelU::Thrd {
+
+/// What a thread runs. The result is ignored; an exception that leaves the function is discarded.
+using ThreadFunction = void* (*)(void* argument);
+
+/// Runs one function on a thread of its own.
+///
+/// The object and its thread may end in any order: destroying the object neither ends the thread nor waits for it. The
+/// argument belongs to the host and must live as long as the function uses it.
+///
+/// One object must not be started, joined or killed by two threads at once. `IsRunning` may be asked on any thread, and
+/// a function may use the object that runs it.
+class ZELUTIL_API Thread {
+public:
+    /// Nothing runs.
+    Thread() = default;
+
+    /// Starts `function` at once, as `Start` does.
+    Thread(ThreadFunction function, void* argument);
+
+    /// Refers to the thread that `other` runs, which stays `other`'s: this object can ask, join and kill, but is not
+    /// told when the function ends. `IsRunning` says true until `Join` or `Kill`. `other` stays as it is, also when
+    /// moved.
+    Thread(const Thread& other);
+    Thread(Thread&& other) noexcept;
+
+    /// What an assignment would do to the thread of the assigned object is not defined, so there is none.
+    Thread& operator=(const Thread&) = delete;
+
+    /// The thread, if one runs, goes on by itself.
+    ~Thread();
+
+    /// Starts a thread that lets `delay` milliseconds pass (a negative delay is none) and then calls `function` with
+    /// `argument`. Does nothing when `function` is null or while a thread runs.
+    ///
+    /// When the system gives no thread, nothing runs afterwards and nothing is reported. Throws `std::bad_alloc`, and
+    /// `Smart::AssociationExceptions::InitializationFailure` when the record that object and thread share is missing
+    /// all the same; nothing runs then either.
+    void Start(ThreadFunction function, void* argument, int delay = 0);
+
+    /// Whether a thread was started and, as far as this object was told, is not over yet.
+    bool IsRunning() const;
+
+    /// Waits until the thread has ended; afterwards nothing runs. Returns at once when nothing runs.
+    ///
+    /// A function that joins the thread it runs on waits for ever.
+    void Join();
+
+    /// Ends the thread wherever it is, without waiting for that; afterwards nothing runs. Does nothing when nothing
+    /// runs.
+    ///
+    /// A last resort: what the thread holds (locks, memory, half-made changes) is not given back. Elsewhere than on
+    /// Windows the thread is cancelled, asynchronously unless the function asks for less (pthread_setcanceltype), which
+    /// destroys the objects of the functions it is in; a function that computes while it has such objects must ask for
+    /// deferred cancellation, or the whole process is ended.
+    ///
+    /// A function that kills the thread it runs on does not return from here, and the object still reads as running.
+    void Kill();
+
+private:
+    struct LinkBlock;
+    class Started;
+
+    static unsigned currentThreadID();
+    bool isRecordedForAnother(unsigned id) const;
+    void onDone();
+
+    /// Shared with each thread that this object started and that has not ended; null while there is none.
+    LinkBlock* link_ = nullptr;
+    /// Names the running thread; 0 when nothing runs.
+    std::atomic<unsigned> id_{0};
+};
+
+}  // namespace ZelU::Thrd
+
+#endif

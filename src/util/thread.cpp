@@ -1,0 +1,194 @@
+// A thread and the object that started it may end in any order, so neither may rely on the other. Both know a link
+// block, which knows the object until that is destroyed, and how many threads still know the block.
+#include <zelutil/util/thread.h>
+
+#include <cstdint>
+#include <memory>
+#include <thread>
+
+#include "platform/threads.h"
+
+namespace Smart::AssociationExceptions {
+
+Base::~Base() = default;
+
+InitializationFailure::~InitializationFailure() = default;
+
+}  // namespace Smart::AssociationExceptions
+
+namespace ZelU::Thrd {
+
+namespace platform = zelutil::platform;
+
+namespace {
+
+// Held for a few instructions at a time, by one thread of the process. A thread that is killed while it waits for this
+// leaves nothing behind, which is not so of the system's locks.
+std::atomic_flag g_linksInUse = ATOMIC_FLAG_INIT;
+
+/// Guards every link block, and the thread's own end against `Kill`. Whoever may be killed has a `KillShield` around
+/// it.
+class LinkLock {
+public:
+    LinkLock() {
+        while (g_linksInUse.test_and_set(std::memory_order_acquire)) {
+            std::this_thread::yield();
+        }
+    }
+    LinkLock(const LinkLock&) = delete;
+    LinkLock& operator=(const LinkLock&) = delete;
+    ~LinkLock() { g_linksInUse.clear(std::memory_order_release); }
+};
+
+}  // namespace
+
+/// What an object shares with the threads it started.
+struct Thread::LinkBlock {
+    /// Threads that know this block.
+    std::uint32_t count;
+    /// Null once the object has been destroyed.
+    Thread* owner;
+};
+
+/// A started thread's own: what it is to do, and its hold on the link block. It destroys itself.
+class Thread::Started final : public platform::ThreadBody {
+public:
+    Started(ThreadFunction function, void* argument, int delay)
+        : function_(function), argument_(argument), delay_(delay < 0 ? 0 : static_cast<std::uint32_t>(delay)) {}
+    Started(const Started&) = delete;
+    Started& operator=(const Started&) = delete;
+    ~Started() {
+        // Freed after the lock: a thread that was killed while it asked for memory may wait here for ever.
+        std::unique_ptr<LinkBlock> unused;
+        if (link_ != nullptr) {
+            const LinkLock lock;
+            unused = leaveLink();
+        }
+    }
+
+    /// Throws when `owner` has no link block.
+    void joinLinkOf(Thread& owner) {
+        // Made before it is known to be needed, so that no memory is asked for under the lock.
+        auto fresh = std::make_unique<LinkBlock>(LinkBlock{0, &owner});
+        const LinkLock lock;
+        if (owner.link_ == nullptr) {
+            owner.link_ = fresh.release();
+        }
+        if (owner.link_ == nullptr) {
+            throw Smart::AssociationExceptions::InitializationFailure();
+        }
+        link_ = owner.link_;
+        ++link_->count;
+    }
+
+    void run(unsigned self) override {
+        // Frees this object also when the thread is killed by unwinding.
+        std::unique_ptr<Started> own(this);
+        platform::sleepKillable(delay_);
+        platform::callKillable(function_, argument_);
+        // All under the lock, so that `Kill` cannot strike while the memory is being freed.
+        const LinkLock lock;
+        tellOwner(self);
+        leaveLink().reset();
+        own.reset();
+    }
+
+private:
+    /// A thread that was killed too late to be stopped must not speak for the one that its owner has started since.
+    void tellOwner(unsigned self) {
+        if (link_->owner != nullptr && link_->owner->id_ == self) {
+            link_->owner->onDone();
+        }
+    }
+
+    /// The link block, where nobody needs it any more.
+    std::unique_ptr<LinkBlock> leaveLink() {
+        LinkBlock* const link = link_;
+        link_ = nullptr;
+        --link->count;
+        if (link->count > 0) {
+            return nullptr;
+        }
+        if (link->owner != nullptr) {
+            link->owner->link_ = nullptr;
+        }
+        return std::unique_ptr<LinkBlock>(link);
+    }
+
+    LinkBlock* link_ = nullptr;
+    ThreadFunction function_;
+    void* argument_;
+    std::uint32_t delay_;
+};
+
+Thread::Thread(ThreadFunction function, void* argument) { Start(function, argument); }
+
+// Kept deliberately: a copy has no link block, so nobody tells it when the thread ends.
+Thread::Thread(const Thread& other) : id_(other.id_.load()) {}
+
+Thread::Thread(Thread&& other) noexcept : id_(other.id_.load()) {}
+
+Thread::~Thread() {
+    const platform::KillShield shield;
+    const LinkLock lock;
+    if (link_ == nullptr) {
+        return;
+    }
+    link_->owner = nullptr;
+    if (link_->count == 0) {
+        delete link_;
+    }
+}
+
+void Thread::Start(ThreadFunction function, void* argument, int delay) {
+    if (IsRunning() || function == nullptr) {
+        return;
+    }
+    platform::KillShield shield;
+    auto started = std::make_unique<Started>(function, argument, delay);
+    started->joinLinkOf(*this);
+    if (platform::startThread(*started, id_)) {
+        static_cast<void>(started.release());
+    }
+    started.reset();
+    shield.lift();
+}
+
+bool Thread::IsRunning() const { return id_ != 0; }
+
+void Thread::Join() {
+    const unsigned id = id_;
+    if (isRecordedForAnother(id)) {
+        platform::joinThread(id);
+    }
+    id_ = 0;
+}
+
+void Thread::Kill() {
+    const unsigned id = id_;
+    if (platform::isCurrentThread(id)) {
+        // Does not return, so the lock must not be held.
+        platform::killThread(id);
+    }
+    platform::KillShield shield;
+    {
+        // Read again: a thread that ended meanwhile has said so under the lock, and its name may already be another's.
+        const LinkLock lock;
+        const unsigned still = id_;
+        if (isRecordedForAnother(still)) {
+            platform::killThread(still);
+        }
+        id_ = 0;
+    }
+    shield.lift();
+}
+
+unsigned Thread::currentThreadID() { return platform::currentThreadHandle(); }
+
+// Kept deliberately: what the system calls the current thread is not the name of any thread, so a thread that joins or
+// kills itself is never found out.
+bool Thread::isRecordedForAnother(unsigned id) const { return id != 0 && id != currentThreadID(); }
+
+void Thread::onDone() { id_ = 0; }
+
+}  // namespace ZelU::Thrd
