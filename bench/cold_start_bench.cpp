@@ -75,7 +75,8 @@ void writeIniFiles(const SettingsCorpus& corpus, const std::string& directory) {
 
 void zelutil::bench::addComparisons() {
     static const SettingsCorpus corpus(kCount);
-    static const std::string directory = writePreferenceFiles(corpus);
+    static const PreferenceDirectory files(corpus);
+    static const std::string& directory = files.path();
     static const std::string& last = corpus.settings().back().fullName;
     writeIniFiles(corpus, directory);
 

@@ -82,7 +82,7 @@ SettingsCorpus::SettingsCorpus(std::size_t count) {
     });
 }
 
-std::string writePreferenceFiles(const SettingsCorpus& corpus) {
+PreferenceDirectory::PreferenceDirectory(const SettingsCorpus& corpus) {
     namespace fs = std::filesystem;
     const fs::path directory = fs::temp_directory_path() / ("zelutil-bench-" + std::to_string(std::random_device{}()));
     write(directory / "defaults.cfg", corpus.defaultsText());
@@ -90,7 +90,12 @@ std::string writePreferenceFiles(const SettingsCorpus& corpus) {
     setenv("tessel_settings", (directory / "defaults.cfg").c_str(), 1);
     setenv("HOMEDRIVE", "Z:", 1);
     setenv("HOMEPATH", directory.c_str(), 1);
-    return directory.string();
+    path_ = directory.string();
+}
+
+PreferenceDirectory::~PreferenceDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
 }
 
 std::vector<std::size_t> randomOrder(std::size_t count) {

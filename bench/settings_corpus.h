@@ -33,8 +33,20 @@ private:
     std::string userText_;
 };
 
-/// A directory for the run's files, and the two preference files in it where the library looks for them.
-std::string writePreferenceFiles(const SettingsCorpus& corpus);
+/// A directory for the run's files, with the two preference files in it where the library is told to look for them. It
+/// goes at the end of its scope.
+class PreferenceDirectory {
+public:
+    explicit PreferenceDirectory(const SettingsCorpus& corpus);
+    PreferenceDirectory(const PreferenceDirectory&) = delete;
+    PreferenceDirectory& operator=(const PreferenceDirectory&) = delete;
+    ~PreferenceDirectory();
+
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
 
 /// A permutation of 0 .. count-1, the same in every run.
 std::vector<std::size_t> randomOrder(std::size_t count);

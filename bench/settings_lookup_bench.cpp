@@ -7,7 +7,6 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cctype>
 #include <cstring>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -116,7 +115,8 @@ void compare(const std::string& task, const Questions& questions, Peers& peers) 
 
 void zelutil::bench::addComparisons() {
     static const SettingsCorpus corpus(kCount);
-    static const std::string directory = writePreferenceFiles(corpus);
+    static const PreferenceDirectory files(corpus);
+    static const std::string& directory = files.path();
     static Peers peers = makePeers(corpus, directory);
     static std::vector<Questions> asked;
     asked.reserve(4);
@@ -129,5 +129,4 @@ void zelutil::bench::addComparisons() {
                     asked.back(), peers);
         }
     }
-    std::filesystem::remove_all(directory);
 }
