@@ -18,6 +18,7 @@ using ZelU::File::Path;
 constexpr char kDefaultsVariable[] = "tessel_settings";
 constexpr char kDefaultsDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
+constexpr char kRegressionVariable[] = "regression_testing";
 constexpr char kUserSubdirectory[] = "/tessel/";
 
 std::atomic<bool> searchInProgress{false};
@@ -65,6 +66,14 @@ std::string getUserFileName() {
     }
     // Kept deliberately: in double quotes when it has a blank, as above; nothing is then read or written.
     return Hierarchy::GetPcbEnv().GetPath4Shell() + kUserSubdirectory + kSettingsFileName;
+}
+
+std::string getWrittenUserFileName() {
+    static const bool regressionTesting = platform::environment(kRegressionVariable).has_value();
+    if (regressionTesting) {
+        return Path(Path::GetCWD()).GetPath4Shell() + "/" + kSettingsFileName;
+    }
+    return getUserFileName();
 }
 
 bool isUserFileSearchInProgress() { return searchInProgress; }

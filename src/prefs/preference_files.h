@@ -17,6 +17,10 @@ std::string getUserSettingsFullPathname(const char* name);
 /// it exists or not.
 std::string getUserFileName();
 
+/// Path of the user's file as it is written: the one above, or one in the current directory when the variable
+/// "regression_testing" was set when this was first called.
+std::string getWrittenUserFileName();
+
 /// Whether a thread is inside the setup-path search of `getUserFileName`. The common library may call back into the
 /// host there, and the host into this library.
 bool isUserFileSearchInProgress();

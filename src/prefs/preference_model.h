@@ -4,8 +4,11 @@
 #include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_settings_manager.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -20,6 +23,7 @@
 class UserPreferenceManager::Model {
 public:
     using SubManagerTexts = std::map<SubManagerType, std::string>;
+    using ValuesByHash = std::map<std::uint64_t, std::string>;
     using Sections = std::map<std::string, std::shared_ptr<UserPreferenceUISection>>;
 
     /// The half behind `manager`, for the functions with C linkage.
@@ -53,13 +57,35 @@ public:
 
     const Sections& sections() const { return uiSections_; }
 
+    /// Saves what the host hands over, as `UserPreferenceManager` says.
+    void updateUserPrefSettings(const std::map<std::string, std::string>& settings,
+                                const SubManagerTexts& subManagerSettings);
+    /// What a save writes: the user's values by the key of the full name, and the sub-managers' texts, all of them
+    /// JSON.
+    ValuesByHash valuesToSave(const std::map<std::string, std::string>& settings) const;
+    SubManagerTexts subManagerTextsToSave(const SubManagerTexts& subManagerSettings) const;
+    /// Puts these in force and answers the text of the user's file, or nothing when that changes nothing.
+    std::optional<std::string> overrideUserSettings(const ValuesByHash& valuesByHash,
+                                                    const SubManagerTexts& subManagerTexts);
+
+    /// What the last save changed.
+    const std::set<std::string>& changedSettingNames() const { return changedSettingNames_; }
+    const SubManagerTexts& changedSubManagerSettings() const { return changedSubManagerSettings_; }
+
+    /// Whether the section belongs to a sub-manager; `type` is then its type, and `*manager`, where one is registered,
+    /// that sub-manager.
+    bool doesClientHaveSubmanager(const std::string& attributePath, IUserSettingsManager** manager,
+                                  SubManagerType& type) const;
+
 private:
     class DefaultsWalk;
     class UserSettingsWalk;
+    class SavingWalk;
 
     void parseJsonObject(const zelutil::json::Value& metaArray, const std::string& parentHeader,
                          const std::string& parentAttribute);
     void parseUserAreaJsonObject(const zelutil::json::Value& metaArray, const std::string& parentAttribute);
+    void updatePreferenceManager(const ValuesByHash& valuesByHash, const SubManagerTexts& subManagerTexts);
     static std::string convertJsonToString(const zelutil::json::Value& value);
 
     std::map<SubManagerType, IUserSettingsManager*> subManagers_;
@@ -69,6 +95,8 @@ private:
     zelutil::prefs::SettingIndex settingsByHash_;
     /// The text of the defaults file as it was read.
     std::string defaultText_;
+    std::set<std::string> changedSettingNames_;
+    SubManagerTexts changedSubManagerSettings_;
 };
 
 #endif

@@ -163,8 +163,8 @@ private:
         }
     }
 
-    /// The setting that a user's name means: bare or in full, whichever section it stands in, before one of this
-    /// section.
+    // Kept deliberately: a name is tried bare or in full before it is tried within its section, so it may mean a
+    // setting of another section, even though a save wrote it. The files that users have are read this way.
     MetaSettings* findNamed(std::string_view name) const {
         if (MetaSettings* const setting = model_.settingsByHash_.find(keyOf(name))) {
             return setting;

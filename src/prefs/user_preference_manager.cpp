@@ -63,6 +63,11 @@ IUserSettingsManager* UserPreferenceManager::GetSubManager(SubManagerType type) 
 
 void UserPreferenceManager::ApplySubManagersChanges() const { model_->applySubManagersChanges(); }
 
+void UserPreferenceManager::updateUserPrefSettings(const std::map<std::string, std::string>& settings,
+                                                   const std::map<SubManagerType, std::string>& subManagerSettings) {
+    model_->updateUserPrefSettings(settings, subManagerSettings);
+}
+
 void UserPreferenceManager::convertSettingToLowercase(std::string& name) {
     std::transform(name.begin(), name.end(), name.begin(), zelutil::ascii::lowerCase);
 }

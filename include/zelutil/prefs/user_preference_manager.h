@@ -68,6 +68,30 @@ public:
     /// `updateUserPrefSettings`.
     void ApplySubManagersChanges() const;
 
+    /// Saves settings and sub-managers' texts to the user's file.
+    ///
+    /// `settings` holds values by setting name, bare or in full, in any case; unknown names are ignored.
+    /// `subManagerSettings` holds a JSON text for each sub-manager whose section is to be saved; one that is no JSON
+    /// counts as not handed over. For what is not handed over, the user's values stay, and a section keeps what the
+    /// user's file held when it was read: an earlier save's text is not remembered, so hand the current one over each
+    /// time. For the action manager that is its text as the one element of an array:
+    ///
+    ///     manager.updateUserPrefSettings({{"display::grid", "0.5"}},
+    ///                                    {{UserPreferenceManager::SubManagerType::Actions,
+    ///                                      "[" + UCPActionManager::instance().getAllUserSettings() + "]"}});
+    ///
+    /// The file has the shape of the installed defaults: what they no longer define is dropped. A value becomes the
+    /// user's when it differs from the one in force, and stays so even when it is the default again. Where no value
+    /// changes and there is no sub-manager's text, nothing is written and nobody is told. Otherwise the new values are
+    /// in force, the file is replaced whole, and the observers of `ZelU::Marl::UserPreferenceServer` are told, even
+    /// when the file could not be written. A file that was there but could not be read as JSON is kept beside it as
+    /// "tessel_settings.cfg.bad".
+    ///
+    /// With the variable "regression_testing" set when the process first saves, the file is written to the current
+    /// directory instead. Not to be called at the same time as a look-up or another save.
+    void updateUserPrefSettings(const std::map<std::string, std::string>& settings,
+                                const std::map<SubManagerType, std::string>& subManagerSettings);
+
     /// Lower-cases the 26 letters of ASCII in place; every other byte stays.
     static void convertSettingToLowercase(std::string& name);
 
