@@ -13,8 +13,10 @@ checkSystemKnowledge() {
     places+=(':!tests/platform/posix_*' ':!tests/platform/windows_*')
     local macros='_WIN32|_WIN64|__MINGW|_MSC_VER|__linux__|__unix__|__APPLE__|_POSIX'
     local headers='windows|winbase|winsock2?|shlobj|direct|io|process|unistd|pthread|dlfcn|fcntl|dirent|sched|spawn'
-    noneMatches "^\s*#\s*(if|ifdef|ifndef|elif)\b.*($macros)" "${places[@]}" &&
-        noneMatches "^\s*#\s*include\s*[<\"](($headers)\.h|(sys|linux)/)" "${places[@]}"
+    local status=0
+    noneMatches "^\s*#\s*(if|ifdef|ifndef|elif)\b.*($macros)" "${places[@]}" || status=1
+    noneMatches "^\s*#\s*include\s*[<\"](($headers)\.h|(sys|linux)/)" "${places[@]}" || status=1
+    return "$status"
 }
 
 checkJsonDoor() { noneMatches '^\s*#\s*include\s*[<"]rapidjson/' src include ':!src/json'; }
@@ -22,8 +24,7 @@ checkJsonDoor() { noneMatches '^\s*#\s*include\s*[<"]rapidjson/' src include ':!
 # A public header includes others of its kind and the standard library's: a name without a slash, and with ".h" only
 # where C knows it.
 checkPublicIncludes() {
-    noneMatches '^\s*#\s*include\s*"' include &&
-        ! git grep -nE --untracked '^\s*#\s*include\s*<' -- include |
+    ! git grep -nE --untracked '^\s*#\s*include\b' -- include |
         grep -vE '#\s*include\s*<(zelutil/[a-z_/]+\.h|[a-z_]+|std(bool|def|int)\.h)>'
 }
 
@@ -31,10 +32,10 @@ checkPublicIncludes() {
 checkSourcesListed() {
     local file status=0
     while IFS= read -r file; do
-        if ! grep -qw "$(basename "$file" .cpp)" "$(dirname "$file")/CMakeLists.txt"; then
-            printf '%s: not in the CMakeLists.txt beside it\n' "$file"
+        if ! git grep -qw --untracked "$(basename "$file" .cpp)" -- '*CMakeLists.txt'; then
+            printf '%s: no CMakeLists.txt names it\n' "$file"
             status=1
         fi
-    done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'tools/*.cpp')
+    done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'examples/*.cpp' 'tools/*.cpp')
     return "$status"
 }
