@@ -58,6 +58,7 @@ private:
     using Buckets = std::unique_ptr<Node*[], FreeBuckets>;
 
     static Buckets makeBuckets(std::uint64_t count);
+    static void deleteAll(Node* const* nodes, std::size_t count);
 
     /// Only of a table with buckets, whose number never exceeds 32 bits.
     unsigned Index(std::uint32_t hash) const { return hash % static_cast<std::uint32_t>(bucketCount_); }
