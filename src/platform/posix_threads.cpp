@@ -138,7 +138,7 @@ void forgetFramesBelow(const void* frame) {
 /// Calls a function that waits, inside a `KillShield`, and lets the calling thread be killed in it all the same if
 /// `callersState` allows that.
 template <typename Wait>
-[[gnu::no_sanitize("address", "undefined")]] void waitKillable(int callersState, Wait wait) {
+__attribute__((no_sanitize("address", "undefined"))) void waitKillable(int callersState, Wait wait) {
     try {
         pthread_setcancelstate(callersState, nullptr);
         wait();
@@ -205,7 +205,7 @@ timespec monotonicTimeAfter(std::uint32_t milliseconds) {
 
 /// Kept apart from its caller: an unwinding can begin at any instruction of this function, which is possible only where
 /// there is nothing to destroy and nothing to catch.
-[[gnu::noinline, gnu::no_sanitize("thread")]] void callWhileKillable(void* (*function)(void*), void* argument) {
+__attribute__((noinline, no_sanitize("thread"))) void callWhileKillable(void* (*function)(void*), void* argument) {
     pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, nullptr);
     pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, nullptr);
     function(argument);
@@ -295,7 +295,7 @@ void sleepKillable(std::uint32_t milliseconds) {
     }
 }
 
-[[gnu::no_sanitize("address", "undefined")]] void callKillable(void* (*function)(void*), void* argument) {
+__attribute__((no_sanitize("address", "undefined"))) void callKillable(void* (*function)(void*), void* argument) {
     try {
         callWhileKillable(function, argument);
     } catch (const abi::__forced_unwind&) {
