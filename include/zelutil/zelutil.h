@@ -10,6 +10,7 @@
 #include <zelutil/enums/named_enum.h>
 #include <zelutil/enums/panel_enums.h>
 #include <zelutil/export.h>
+#include <zelutil/facet/facet_config_manager.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 #include <zelutil/prefs/user_preference_manager.h>

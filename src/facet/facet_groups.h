@@ -1,0 +1,39 @@
+#ifndef ZELUTIL_FACET_FACET_GROUPS_H
+#define ZELUTIL_FACET_FACET_GROUPS_H
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "json/json.h"
+
+namespace zelutil::facet {
+
+enum class FacetType : std::int32_t { Other = 0, Numerical = 1 };
+
+/// The facets of each group, from the texts of facet files. A group does not change once it is there, and copies of
+/// this object share it.
+class FacetGroups {
+public:
+    /// Adds the groups of a text that are not known yet. A malformed text adds nothing; what is of the wrong type is
+    /// passed over.
+    void add(std::string_view text);
+
+    /// The facet's type, or null where there is no such group or facet.
+    const FacetType* find(std::string_view header, std::string_view name) const;
+
+private:
+    using Facets = std::map<std::string, FacetType, std::less<>>;
+
+    void parseJsonFacetSettings(const json::Value& meta);
+    static Facets parseFacets(const json::Value& element);
+
+    std::map<std::string, std::shared_ptr<const Facets>, std::less<>> groups_;
+};
+
+}  // namespace zelutil::facet
+
+#endif
