@@ -13,4 +13,19 @@ void showSettings();
 /// The catalogue of actions and what the user changed in it.
 void showActions();
 
+/// Rebinds shortcuts under observation, changes settings, saves both and shows what that did to the user's file.
+void editAndSave();
+
+/// What a process started after that finds.
+void showReadBack();
+
+/// Facets by group and name.
+void showFacets();
+
+/// Two editors are registered, and the user goes from one to the other.
+void switchApplications();
+
+/// Enumerations of the constraint panels by value and by name.
+void showEnumerations();
+
 #endif
