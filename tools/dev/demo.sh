@@ -21,15 +21,16 @@ if [[ $preset == windows ]]; then
     startWine
     buildPreset windows zelutil_demo
     folder=Z:${demo//\//\\}
-    for host in host_demo c_host; do
-        say "Running $host.exe under Wine, installed in $demo"
+    for host in host_demo "host_demo --read-back" c_host; do
+        say "Running $host under Wine, installed in $demo"
         # Wine sets both variables itself, to the user of its prefix.
-        cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\$host.exe"
+        cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\$host"
     done
 else
     buildPreset release zelutil_demo
-    for host in host_demo c_host; do
+    for host in host_demo "host_demo --read-back" c_host; do
         say "Running $host, installed in $demo"
-        HOMEDRIVE=Z: HOMEPATH=$demo/home "$demo/product/tools/bin/$host"
+        # shellcheck disable=SC2086: the option is a word of its own
+        (cd "$demo/product/tools/bin" && HOMEDRIVE=Z: HOMEPATH=$demo/home ./$host)
     done
 fi
