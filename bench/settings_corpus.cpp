@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t kSettingsPerSection = 20;
 constexpr std::size_t kSectionsPerGroup = 10;
-constexpr std::size_t kUserChangesEvery = 10;
 constexpr const char* kStems[] = {"track_width",    "via_drill",   "show_ratsnest", "grid",     "autosave_interval",
                                   "pour_clearance", "marker_size", "cursor_shape",  "decimals", "thermal_gap"};
 
@@ -50,13 +49,13 @@ std::string layOut(std::size_t count, Entries entries) {
 
 }  // namespace
 
-SettingsCorpus::SettingsCorpus(std::size_t count) {
+SettingsCorpus::SettingsCorpus(std::size_t count, std::size_t userChangesEvery) {
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t section = i / kSettingsPerSection;
         const std::string path = "board_" + std::to_string(section / kSectionsPerGroup) + "::routing_" +
                                  std::to_string(section % kSectionsPerGroup);
         const std::string name = std::string(kStems[i % std::size(kStems)]) + "_" + std::to_string(i);
-        const bool changed = i % kUserChangesEvery == 0;
+        const bool changed = i % userChangesEvery == 0;
         settings_.push_back({path + "::" + name, name, std::to_string(i * 37 % 1000) + ".125",
                              changed ? std::to_string(i * 41 % 1000) + ".5" : ""});
     }

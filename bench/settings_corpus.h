@@ -17,10 +17,11 @@ struct CorpusSetting {
     const std::string& value() const { return userValue.empty() ? defaultValue : userValue; }
 };
 
-/// Settings in sections two levels deep, 20 to a section; the user changed every tenth. Bare names are unique.
+/// Settings in sections two levels deep, 20 to a section; the user changed every tenth, or as told. Bare names are
+/// unique.
 class SettingsCorpus {
 public:
-    explicit SettingsCorpus(std::size_t count);
+    explicit SettingsCorpus(std::size_t count, std::size_t userChangesEvery = 10);
 
     const std::vector<CorpusSetting>& settings() const { return settings_; }
     /// Texts of the two preference files, laid out as the shipped ones are.
