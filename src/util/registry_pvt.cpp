@@ -18,13 +18,14 @@ Ctnr::Ctnr(IValue* value) : value_(value) {
         throw Exceptions::Misuse();
     }
     if (Registry* const registry = Registry::ifThere()) {
-        registry->enter(*this);
+        entry_ = registry->enter(*this);
     }
 }
 
 Ctnr::~Ctnr() {
-    if (Registry* const registry = Registry::ifThere()) {
-        registry->leave(*this);
+    Registry* const registry = Registry::ifThere();
+    if (registry != nullptr && entry_.has_value()) {
+        registry->leave(*entry_);
     }
 }
 
@@ -65,18 +66,14 @@ Slot& Registry::slot(std::int32_t index) {
     return slots_[static_cast<std::size_t>(index)];
 }
 
-void Registry::enter(Ctnr& container) {
+std::optional<ContainerMap::iterator> Registry::enter(Ctnr& container) {
     // Kept deliberately: a value that is lent again keeps its first container, so that its destruction is then a
     // misuse.
-    containers_.emplace(container.value(), &container);
+    const auto [entry, entered] = containers_.emplace(container.value(), &container);
+    return entered ? std::optional(entry) : std::nullopt;
 }
 
-void Registry::leave(const Ctnr& container) {
-    const auto entered = containers_.find(container.value());
-    if (entered != containers_.end() && entered->second == &container) {
-        containers_.erase(entered);
-    }
-}
+void Registry::leave(ContainerMap::iterator entry) { containers_.erase(entry); }
 
 bool Registry::withdraw(const IValue& value) {
     const auto entered = containers_.find(&value);

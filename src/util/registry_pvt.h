@@ -8,12 +8,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+// NOLINTBEGIN(readability-identifier-naming): these names continue those of the public classes.
 namespace ZelU::Registry::Pvt {
 
 class Ctnr;
+
+/// Containers by the address of their value.
+using ContainerMap = std::map<const IValue*, Ctnr*>;
 
 /// A stack; its last element is the top.
 using Slot = std::vector<Smart::Pointer<Ctnr>>;
@@ -33,12 +38,14 @@ public:
 
 private:
     IValue* value_;
+    /// Nothing where the value had a container before this one.
+    std::optional<ContainerMap::iterator> entry_;
 };
 
 /// Owns its value.
 class PermanentCtnr final : public Ctnr {
 public:
-    explicit PermanentCtnr(std::unique_ptr<IValue> value) : Ctnr(value.get()) { value.release(); }
+    explicit PermanentCtnr(std::unique_ptr<IValue> value) : Ctnr(value.get()) { static_cast<void>(value.release()); }
     ~PermanentCtnr() override;
 
     bool IsPermanent() const override { return true; }
@@ -76,11 +83,11 @@ public:
     /// The first call makes the slots. Throws `Exceptions::Misuse` for the index of a later name.
     Slot& slot(std::int32_t index);
 
-    /// Makes `container` the value's own, if it has none yet.
-    void enter(Ctnr& container);
+    /// Makes `container` the value's own. Nothing when the value has one already.
+    std::optional<ContainerMap::iterator> enter(Ctnr& container);
 
     /// Undoes `enter`.
-    void leave(const Ctnr& container);
+    void leave(ContainerMap::iterator entry);
 
     /// Of a value that is being destroyed. False when it was lent but lay not on top of its slot; no slot holds it
     /// afterwards in any case.
@@ -92,10 +99,11 @@ private:
     void removeLent(const IValue& value);
 
     std::map<std::string, std::int32_t, std::less<>> names_;
-    std::map<const IValue*, Ctnr*> containers_;
+    ContainerMap containers_;
     std::vector<Slot> slots_;
 };
 
 }  // namespace ZelU::Registry::Pvt
+// NOLINTEND(readability-identifier-naming)
 
 #endif

@@ -60,13 +60,20 @@ TEST(RegistryContainer, KnowsWhetherItOwnsItsValue) {
     EXPECT_FALSE(temporary.onTop());
 }
 
+TEST(RegistryContainer, ThatOwnsItsValueKeepsItFromBeingWithdrawn) {
+    const ToolFactory factory([] { return new Tool("permanent"); });
+    Tool& installed = drill.install(factory);
+    EXPECT_TRUE(Pvt::Registry::instance()->withdraw(installed));
+    EXPECT_EQ(drill.find(), &installed);
+}
+
 TEST(RegistryContainer, ThatWasNeverPutInASlotIsForgotten) {
     auto tool = std::make_unique<Tool>("tool");
     { const Pvt::TempCtnr temporary(*tool, Pvt::Registry::instance()->slot(0)); }
     // Otherwise this would look at a container that is gone.
-    EXPECT_NO_THROW(drill.lend(*tool));
+    EXPECT_NO_THROW(router.lend(*tool));
     tool.reset();
-    EXPECT_EQ(drill.find(), nullptr);
+    EXPECT_EQ(router.find(), nullptr);
 }
 
 }  // namespace
