@@ -68,6 +68,7 @@ Hash<const char*>::IEntry& Hash<const char*>::Acquire(const char* key) {
     if (autoRehash_ && longestWalk_ > kLongestWalk) {
         rehash();
     }
+    // Looking the key up again after a rehash would find this node, after no longer walk than its move there took.
     return *node.entry;
 }
 
@@ -113,6 +114,7 @@ void Hash<const char*>::Initialize() {
 /// Null when there is no memory. Not by operator new: the system hands out large cleared blocks page by page as they
 /// are touched, which matters at the largest sizes (2.4 GB).
 Hash<const char*>::Buckets Hash<const char*>::makeBuckets(std::uint64_t count) {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): a bucket is a pointer.
     return Buckets(static_cast<Node**>(std::calloc(count, sizeof(Node*))));
 }
 

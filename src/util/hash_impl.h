@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
+// NOLINTBEGIN(readability-identifier-naming): these names continue those of the public class.
 namespace ZelU::Hash::Impl {
 
 template <class Key>
@@ -98,5 +99,6 @@ protected:
 };
 
 }  // namespace ZelU::Hash::Impl
+// NOLINTEND(readability-identifier-naming)
 
 #endif

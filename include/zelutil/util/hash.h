@@ -79,12 +79,13 @@ public:
     /// no memory for them.
     virtual void Initialize() = 0;
 
+    Hash(const Hash&) = delete;
+
     /// Assigns nothing: either table keeps its entries.
     Hash& operator=(const Hash&) = default;
 
 protected:
     Hash() = default;
-    Hash(const Hash&) = delete;
 };
 
 /// Makes the entries of a table. Not owned by it.

@@ -116,7 +116,7 @@ private:
     static Count* firstHolder(T* object) {
         std::unique_ptr<T> owner(object);
         Count* const count = new Count(1);
-        owner.release();
+        static_cast<void>(owner.release());
         return count;
     }
 
