@@ -92,7 +92,8 @@ ZELUTIL_TEST_EXPORT bool useClasses() {
     server.registerApp(&server);
     return temporary.Extension() == "txt" && upper == "grid" && chk && server.getApplicationId(&server) == 0 &&
            LayerNames::Instance().Size() > 0 && UserPreferenceManager::GetInstance().getUserPrefSetting("grid") != "" &&
-           UCPActionManager::instance().getAction(1).first && useHashTable();
+           UCPActionManager::instance().getAction(1).first &&
+           ZelU::FACET::FacetConfigManager::GetInstance().facetDefined("Net", "Length") && useHashTable();
 }
 
 /// Whether an exception of the library's arrives here as what it is.

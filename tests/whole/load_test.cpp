@@ -80,6 +80,7 @@ TEST_F(Load, UsedItComesAfreshAndGoesAThousandTimes) {
         setGrid(grid);
         void* const library = loadModule(kLibrary);
         ASSERT_STREQ(functionOf<const char* (*)(const char*)>(library, "get_user_setting")("grid"), grid.c_str());
+        ASSERT_EQ(functionOf<int (*)(const char*, const char*)>(library, "ZelUGetFacetType")("Net", "Length"), 1);
         ASSERT_EQ(functionOf<int (*)(int, int)>(library, "SetActiveAppId")(round, 0), 0);
         unloadModule(library);
         ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
