@@ -43,12 +43,12 @@ void UserPreferenceManager::Model::initializeSubManagers() {
             continue;
         }
         const auto user = userSubManagerSettings_.find(type);
-        InitializeSubManager(type, defaults->second,
+        initializeSubManager(type, defaults->second,
                              user == userSubManagerSettings_.end() ? kNoUserSettings : user->second);
     }
 }
 
-void UserPreferenceManager::Model::InitializeSubManager(SubManagerType type, const std::string& defaultSettings,
+void UserPreferenceManager::Model::initializeSubManager(SubManagerType type, const std::string& defaultSettings,
                                                         const std::string& userSettings) {
     if (type != SubManagerType::Actions) {
         return;

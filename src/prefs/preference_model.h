@@ -48,7 +48,7 @@ public:
     static const std::string& getDefaultValueForSetting(const MetaSettings* setting);
 
     /// Loads the sub-manager of that type, if there is one, and registers it.
-    void InitializeSubManager(SubManagerType type, const std::string& defaultSettings, const std::string& userSettings);
+    void initializeSubManager(SubManagerType type, const std::string& defaultSettings, const std::string& userSettings);
 
     /// Null where none is registered.
     IUserSettingsManager* subManager(SubManagerType type) const;

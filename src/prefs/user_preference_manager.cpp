@@ -46,6 +46,7 @@ UserPreferenceManager& UserPreferenceManager::operator=(const UserPreferenceMana
 
 UserPreferenceManager::~UserPreferenceManager() = default;
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the types are part of the interface.
 const std::string& UserPreferenceManager::getUserPrefSetting(std::string name) const {
     return Model::getMergedValueForSetting(model_->findSetting(name));
 }
@@ -53,6 +54,7 @@ const std::string& UserPreferenceManager::getUserPrefSetting(std::string name) c
 const std::string& UserPreferenceManager::getDefaultPrefSetting(std::string name) const {
     return Model::getDefaultValueForSetting(model_->findSetting(name));
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 const std::map<std::string, std::shared_ptr<UserPreferenceManager::UserPreferenceUISection>>&
 UserPreferenceManager::getAllUserPrefUISettings() {

@@ -17,7 +17,7 @@ constexpr char kActions[] = R"({"actions":[{"id":1,"context":"c","command":"new"
 TEST(SubManagers, TheActionManagerIsLoadedAndRegistered) {
     Model model;
     EXPECT_EQ(model.subManager(Type::Actions), nullptr);
-    model.InitializeSubManager(Type::Actions, kActions, R"([{"actions":[{"id":1,"shortcut":"M"}]}])");
+    model.initializeSubManager(Type::Actions, kActions, R"([{"actions":[{"id":1,"shortcut":"M"}]}])");
     EXPECT_EQ(model.subManager(Type::Actions), &UCPActionManager::instance());
     EXPECT_EQ(UCPActionManager::instance().getShortcut(1), "M");
 }
@@ -25,7 +25,7 @@ TEST(SubManagers, TheActionManagerIsLoadedAndRegistered) {
 TEST(SubManagers, AnotherTypeIsNeitherLoadedNorRegistered) {
     Model model;
     for (const Type type : {Type::None, Type{102}, Type{0}, Type{-1}, Type{99}}) {
-        model.InitializeSubManager(type, kActions, "{}");
+        model.initializeSubManager(type, kActions, "{}");
         EXPECT_EQ(model.subManager(type), nullptr);
     }
     EXPECT_EQ(model.subManager(Type::Actions), nullptr);
@@ -40,7 +40,7 @@ TEST(SubManagers, TheFirstRegisteredStaysButTheActionsAreLoadedAnew) {
     } other;
     Model model;
     model.registerSubManager(Type::Actions, &other);
-    model.InitializeSubManager(Type::Actions, kActions, "{}");
+    model.initializeSubManager(Type::Actions, kActions, "{}");
     EXPECT_EQ(model.subManager(Type::Actions), &other);
     EXPECT_EQ(UCPActionManager::instance().getAllActions().size(), 1U);
 }
