@@ -23,6 +23,9 @@ const std::string& emptyText() {
 
 }  // namespace
 
+// What is made first goes last: the manager answers with this text as long as it lives.
+UserPreferenceManager::Model::Model() { emptyText(); }
+
 const UserPreferenceManager::Model::SubManagerTexts& UserPreferenceManager::Model::readDefaultJson() {
     const std::string path = prefs::getUserSettingsFullPathname(prefs::kSettingsFileName);
     takeDefaults(platform::readFile(path.c_str(), zelutil::json::kMaximumTextSize).value_or(""));

@@ -26,6 +26,8 @@ public:
     using ValuesByHash = std::map<std::uint64_t, std::string>;
     using Sections = std::map<std::string, std::shared_ptr<UserPreferenceUISection>>;
 
+    Model();
+
     /// The half behind `manager`, for the functions with C linkage.
     static const Model& of(const UserPreferenceManager& manager) { return *manager.model_; }
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "prefs/preference_world.h"
 
@@ -51,6 +52,26 @@ TEST(Teardown, OddityMakesOneFunctionAnswerNullAndTheOtherThrow) {
         },
         testing::ExitedWithCode(0),
         "user null, accessor threw, default threw\nuser null, accessor threw, default threw\n");
+}
+
+void reportUnknownName() {
+    const std::string& value = UserPreferenceManager::GetInstance().getUserPrefSetting("unknown");
+    std::fprintf(stderr, "unknown \"%s\", user %s\n", value.c_str(), get_user_setting("s::value"));
+}
+
+// The manager was made before the exit function was registered, but no name had been unknown yet.
+TEST(Teardown, UnknownNamesAreAnsweredAsLongAsTheManagerLives) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            static const PreferenceWorld world;
+            world.writeDefaults(defaultsWithValue("1"));
+            UserPreferenceManager::GetInstance();
+            std::atexit(reportUnknownName);
+            UserPreferenceManager::GetInstance().getUserPrefSetting("unknown");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "unknown \"\", user 1\n");
 }
 
 TEST(Teardown, HasNotHappenedWhenTheManagerWasNeverMade) {
