@@ -5,6 +5,7 @@
 #include <string>
 
 #include "prefs/model_of.h"
+#include "prefs/nested_sections.h"
 #include "support/small_stack.h"
 
 namespace zelutil::test {
@@ -17,31 +18,6 @@ constexpr char kDefaults[] = R"({"version":"7.2","meta":[
 constexpr char kUser[] =
     R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"g":"10"}],
                  "children":[{"header":"B","attribute":"b","overriddensettings":[{"h":"20"}]}]}]})";
-
-/// `levels` sections inside each other, attribute "a" each, around `innermost`.
-std::string nestedSections(std::size_t levels, const std::string& innermost) {
-    std::string text;
-    for (std::size_t i = 1; i < levels; ++i) {
-        text += R"([{"header":"H","attribute":"a","children":)";
-    }
-    text += "[" + innermost + "]";
-    for (std::size_t i = 1; i < levels; ++i) {
-        text += "}]";
-    }
-    return text;
-}
-
-std::string repeated(std::size_t count, const std::string& part) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) {
-        text += part;
-    }
-    return text;
-}
-
-constexpr char kInnermostDefaults[] =
-    R"({"header":"H","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"1"}]})";
-constexpr char kInnermostUser[] = R"({"header":"H","attribute":"a","overriddensettings":[{"g":"2"}]})";
 
 TEST(HostileTexts, AsManySectionsInsideEachOtherAsATextMayHoldAreRead) {
     // The settings of section n stand 2 * n + 3 deep, and a text may be 1,024 deep.
