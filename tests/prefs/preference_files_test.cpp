@@ -167,6 +167,20 @@ TEST_F(UserFile, FoundByTheCommonLibraryButMissingIsNotLookedForElsewhere) {
     EXPECT_EQ(value(), "default");
 }
 
+// What the search writes is taken as it stands, without the quotes of a path made here.
+TEST_F(UserFile, FoundByTheCommonLibraryMayHaveABlankInItsPath) {
+    const auto file = world_.home() / "my files/found.cfg";
+    writeTextFile(file, userWithValue("found"));
+    loadCommonLibrary().foundPath = systemText(file);
+    EXPECT_EQ(value(), "found");
+}
+
+TEST_F(UserFile, IsNoneWhenTheCommonLibraryFindsAnEmptyText) {
+    world_.writeUser(userWithValue("user"));
+    loadCommonLibrary().foundPath = "";
+    EXPECT_EQ(value(), "default");
+}
+
 TEST_F(UserFile, IsTheOneBelowTheUsersEnvironmentWhenTheSearchFindsNone) {
     world_.writeUser(userWithValue("user"));
     CommonLibraryState& commonLibrary = loadCommonLibrary();
@@ -209,6 +223,14 @@ TEST_F(UserFile, IsTheLocatedOneThoughRegressionTestingIsSet) {
     writeTextFile(world_.home() / "tessel_settings.cfg", userWithValue("current directory"));
     std::filesystem::current_path(world_.home().path());
     setVariable("regression_testing", "1");
+    EXPECT_EQ(value(), "user");
+}
+
+TEST_F(UserFile, IsLookedForBelowTheCurrentDirectoryWithoutAHome) {
+    world_.writeUser(userWithValue("user"));
+    unsetVariable("HOMEDRIVE");
+    unsetVariable("HOMEPATH");
+    std::filesystem::current_path(world_.home().path());
     EXPECT_EQ(value(), "user");
 }
 

@@ -5,6 +5,7 @@
 #include <zelutil/prefs/user_preference_manager.h>
 
 #include <atomic>
+#include <chrono>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -143,6 +144,30 @@ TEST_F(Lookup, AnswersNullFromInsideTheSearchForTheUsersFile) {
     };
     EXPECT_STREQ(get_user_setting("display::grid"), "0.5");
     EXPECT_EQ(calls, 1);
+    EXPECT_EQ(commonLibrary.searchCalls, 1);
+}
+
+// The other function does not look whether a search is going on, so another thread gets its answer, but late.
+TEST_F(Lookup, OddityOfADefaultWaitsForTheSearchForTheUsersFile) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    std::atomic<bool> searching{false};
+    std::atomic<bool> answeredWhileSearching{false};
+    std::thread other;
+    std::string answer;
+    commonLibrary.duringSearch = [&] {
+        searching = true;
+        other = std::thread([&] {
+            const char* const value = get_default_user_setting("grid");
+            answeredWhileSearching = searching.load();
+            answer = value == nullptr ? "(null)" : value;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        searching = false;
+    };
+    EXPECT_STREQ(get_user_setting("grid"), "0.5");
+    other.join();
+    EXPECT_FALSE(answeredWhileSearching);
+    EXPECT_EQ(answer, "0.635");
     EXPECT_EQ(commonLibrary.searchCalls, 1);
 }
 

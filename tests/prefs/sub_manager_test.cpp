@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "prefs/model_of.h"
+#include "prefs/preference_world.h"
 
 namespace zelutil::test {
 namespace {
@@ -60,6 +61,10 @@ TEST(SubManagers, OnlyThoseOfSectionsAreInitialised) {
         {R"([{"header":"A","attribute":"a","children":[
               {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":null}]}])",
          true},
+        // The section of that path is the first one, and it belongs to nobody.
+        {R"([{"header":"K","attribute":"k","tclCommand":"t","defaultsettings":[]},
+             {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":{}}])",
+         false},
     };
     for (const Row& row : kRows) {
         Model model = modelOf(row.sections);
@@ -67,6 +72,45 @@ TEST(SubManagers, OnlyThoseOfSectionsAreInitialised) {
         EXPECT_EQ(model.subManager(Type::Actions) != nullptr, row.registered) << row.sections;
         EXPECT_EQ(model.subManager(Type{102}), nullptr) << row.sections;
     }
+}
+
+/// Whatever the sections hold is handed on without white space; the first section of a type counts, in either file.
+TEST(SubManagers, TextsAreThoseOfTheFirstSectionOfEachType) {
+    const PreferenceWorld world;
+    world.writeDefaults(R"({"meta": [
+        {"header":"P","attribute":"p","tclCommand":"t","defaultsettings": [ {"name":"g","value":"1"} ]},
+        {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t",
+         "defaultsettings": { "actions" : [ 1, 1.50, "a b", null ] },
+         "children": [{"header":"L","attribute":"l","submanagerId":100,"tclCommand":"t","defaultsettings": "later"}]},
+        {"header":"X","attribute":"x","submanagerId":102,"tclCommand":"t","defaultsettings": "x"}]})");
+    world.writeUser(R"({"meta": [
+        {"header":"P","attribute":"p","overriddensettings": [ {"g":"2"} ]},
+        {"header":"N","attribute":"nowhere","submanagerId":100,"overriddensettings": "of no section"},
+        {"header":"K","attribute":"k","children": [
+            {"header":"L","attribute":"l","overriddensettings": [ "inner" , {} ]}]},
+        {"header":"K","attribute":"k","overriddensettings": "later"},
+        {"header":"X","attribute":"x","overriddensettings": { "x" : false }}]})");
+    Model model;
+    EXPECT_EQ(model.readDefaultJson(),
+              (Model::SubManagerTexts{{Type::Actions, R"({"actions":[1,1.5,"a b",null]})"}, {Type{102}, R"("x")"}}));
+    EXPECT_EQ(model.readOverriddenCfg(),
+              (Model::SubManagerTexts{{Type::Actions, R"(["inner",{}])"}, {Type{102}, R"({"x":false})"}}));
+}
+
+TEST(SubManagers, HaveNoTextsWithoutMetaOrFiles) {
+    const PreferenceWorld world;
+    for (const char* const text : {"", "{}", R"({"Meta":[]})", R"([{"submanagerId":100}])"}) {
+        world.writeDefaults(text);
+        world.writeUser(text);
+        Model model;
+        EXPECT_TRUE(model.readDefaultJson().empty()) << text;
+        EXPECT_TRUE(model.readOverriddenCfg().empty()) << text;
+    }
+    std::filesystem::remove(world.defaultsFile());
+    std::filesystem::remove(world.userFile());
+    Model model;
+    EXPECT_TRUE(model.readDefaultJson().empty());
+    EXPECT_TRUE(model.readOverriddenCfg().empty());
 }
 
 /// Notes what it is asked.

@@ -94,6 +94,15 @@ TEST(UserSettings, TheEmptyNameIsPassedOverThoughASettingHasIt) {
     EXPECT_EQ(valueOf(model, ""), "1");
 }
 
+TEST(UserSettings, OfASectionWithoutAnAttributeAreNamedBelowTheEmptyPath) {
+    const Model model = modelOf(R"([{"header":"A","attribute":"","unique":false,"tclCommand":"t",
+                                     "defaultsettings":[{"name":"g","value":"1"},{"name":"h","value":"2"}]}])",
+                                R"([{"header":"A","attribute":"","overriddensettings":[{"g":"3"}]}])");
+    EXPECT_EQ(valueOf(model, "::g"), "3");
+    EXPECT_EQ(valueOf(model, "::h"), "2");
+    EXPECT_EQ(valueOf(model, "g"), kUnknown);
+}
+
 TEST(UserSettings, CountOnlyInASectionOfTheDefaults) {
     expectAll({
         {"a path that the defaults do not have",
