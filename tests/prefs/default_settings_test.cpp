@@ -9,19 +9,6 @@
 namespace zelutil::test {
 namespace {
 
-constexpr char kUnknown[] = "(unknown)";
-
-struct Answer {
-    const char* name;
-    const char* value;
-};
-
-struct Row {
-    const char* what;
-    const char* sections;
-    std::vector<Answer> answers;
-};
-
 void expectAnswers(const Row& row) {
     const Model model = modelOf(row.sections);
     for (const Answer& answer : row.answers) {

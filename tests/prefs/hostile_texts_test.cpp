@@ -59,7 +59,7 @@ TEST(HostileTexts, ACutOffTextContributesNothing) {
     for (std::size_t length = 0; length < defaults.size(); ++length) {
         const Model model = modelOfTexts(defaults.substr(0, length), user);
         EXPECT_TRUE(model.sections().empty()) << length;
-        EXPECT_EQ(valueOf(model, "a::g"), "(unknown)") << length;
+        EXPECT_EQ(valueOf(model, "a::g"), kUnknown) << length;
     }
     for (std::size_t length = 0; length < user.size(); ++length) {
         const Model model = modelOfTexts(defaults, user.substr(0, length));

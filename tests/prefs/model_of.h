@@ -2,6 +2,7 @@
 #define ZELUTIL_TESTS_PREFS_MODEL_OF_H
 
 #include <string>
+#include <vector>
 
 #include "prefs/preference_model.h"
 
@@ -24,16 +25,31 @@ inline Model modelOf(const std::string& defaultSections, const std::string& user
     return modelOfTexts(withMeta(defaultSections), withMeta(userSections));
 }
 
-/// The value in force, "(unknown)" for an unknown name.
+/// What the two functions below answer for an unknown name.
+inline constexpr char kUnknown[] = "(unknown)";
+
+/// The value in force.
 inline std::string valueOf(const Model& model, const std::string& name) {
     const auto* const setting = model.findSetting(name);
-    return setting == nullptr ? "(unknown)" : Model::getMergedValueForSetting(setting);
+    return setting == nullptr ? kUnknown : Model::getMergedValueForSetting(setting);
 }
 
 inline std::string defaultOf(const Model& model, const std::string& name) {
     const auto* const setting = model.findSetting(name);
-    return setting == nullptr ? "(unknown)" : Model::getDefaultValueForSetting(setting);
+    return setting == nullptr ? kUnknown : Model::getDefaultValueForSetting(setting);
 }
+
+struct Answer {
+    const char* name;
+    const char* value;
+};
+
+/// Sections of one of the two texts, and what is asked of the model.
+struct Row {
+    const char* what;
+    const char* sections;
+    std::vector<Answer> answers;
+};
 
 }  // namespace zelutil::test
 

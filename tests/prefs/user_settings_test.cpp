@@ -9,8 +9,6 @@
 namespace zelutil::test {
 namespace {
 
-constexpr char kUnknown[] = "(unknown)";
-
 // a::g and b::g lend the bare name g (a's wins); c::g does not; a::sub::s lies below a; "group" only groups.
 constexpr char kDefaults[] = R"([
     {"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"ag"},{"name":"x","value":"ax"}],
@@ -21,21 +19,10 @@ constexpr char kDefaults[] = R"([
     {"header":"G","attribute":"group","children":[{"header":"I","attribute":"in","tclCommand":"t",
      "defaultsettings":[{"name":"i","value":"i"}]}]}])";
 
-struct Answer {
-    const char* name;
-    const char* value;
-};
-
-struct Row {
-    const char* what;
-    const char* sections;
-    /// What differs from the defaults.
-    std::vector<Answer> answers;
-};
-
 constexpr Answer kUntouched[] = {{"a::g", "ag"}, {"a::x", "ax"}, {"a::sub::s", "s"}, {"b::g", "bg"},
                                  {"b::y", "by"}, {"c::g", "cg"}, {"c::z", "cz"},     {"group::in::i", "i"}};
 
+/// The answers of a row are what differs from the defaults.
 void expectAll(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
         const Model model = modelOf(kDefaults, row.sections);
