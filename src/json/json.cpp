@@ -147,9 +147,30 @@ auto findMember(Object& object, const char* name) -> decltype(&object.FindMember
 struct BufferAllocator : rapidjson::CrtAllocator {};
 using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, BufferAllocator>;
 
+/// A writer that refuses what the parser would not take back.
+template <typename Writer>
+class BoundedWriter : public Writer {
+public:
+    using Writer::Writer;
+
+    bool StartObject() { return ++depth_ <= kMaximumDepth && Writer::StartObject(); }
+    bool EndObject(rapidjson::SizeType count = 0) {
+        --depth_;
+        return Writer::EndObject(count);
+    }
+    bool StartArray() { return ++depth_ <= kMaximumDepth && Writer::StartArray(); }
+    bool EndArray(rapidjson::SizeType count = 0) {
+        --depth_;
+        return Writer::EndArray(count);
+    }
+
+private:
+    unsigned depth_ = 0;
+};
+
 template <typename Writer>
 std::optional<std::string> written(Writer& writer, const Buffer& buffer, const Value& value) {
-    if (!value.Accept(writer) || !writer.IsComplete()) {
+    if (!value.Accept(writer) || !writer.IsComplete() || buffer.GetSize() > kMaximumTextSize) {
         return std::nullopt;
     }
     return std::string(buffer.GetString(), buffer.GetSize());
@@ -214,13 +235,13 @@ std::optional<std::string_view> string(const Value& value) {
 
 std::optional<std::string> compactText(const Value& value) {
     Buffer buffer;
-    rapidjson::Writer<Buffer> writer(buffer);
+    BoundedWriter<rapidjson::Writer<Buffer>> writer(buffer);
     return written(writer, buffer, value);
 }
 
 std::optional<std::string> prettyText(const Value& value) {
     Buffer buffer;
-    rapidjson::PrettyWriter<Buffer> writer(buffer);
+    BoundedWriter<rapidjson::PrettyWriter<Buffer>> writer(buffer);
     writer.SetIndent(' ', 4);
     return written(writer, buffer, value);
 }

@@ -70,7 +70,8 @@ std::optional<std::int32_t> integerMember(const Value& object, const char* name)
 /// The value's text, zeros inside included; nothing when it is no string.
 std::optional<std::string_view> string(const Value& value);
 
-// Writers. Nothing when the value cannot be written whole, as one that holds a number that is not finite.
+// Writers. Nothing when the value cannot be written whole, as one that holds a number that is not finite, and when the
+// text could not be read back: it would nest too deep or be too long.
 
 /// Without any white space.
 std::optional<std::string> compactText(const Value& value);

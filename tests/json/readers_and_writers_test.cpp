@@ -122,6 +122,34 @@ TEST(JsonWriters, EscapeEveryControlCharacterWhereverItStands) {
     EXPECT_EQ(compactText(value), "\"\\u001A\\u001F\\b\\f\\n\\r\\t\\\"\\\\/\x7F\"");
 }
 
+TEST(JsonWriters, WriteNothingThatCouldNotBeReadBack) {
+    std::string deepest;
+    for (unsigned i = 0; i < kMaximumDepth; ++i) {
+        deepest = "[" + deepest + "]";
+    }
+    const Text text(deepest);
+    ASSERT_TRUE(text.valid());
+    Document document;
+    document.CopyFrom(text.root(), document.GetAllocator());
+    EXPECT_TRUE(compactText(document).has_value());
+    Document deeper(rapidjson::kArrayType);
+    deeper.PushBack(Value(document, deeper.GetAllocator()), deeper.GetAllocator());
+    EXPECT_EQ(compactText(deeper), std::nullopt);
+    EXPECT_EQ(prettyText(deeper), std::nullopt);
+    // Siblings do not nest.
+    Document wide(rapidjson::kArrayType);
+    for (unsigned i = 0; i < 2 * kMaximumDepth; ++i) {
+        wide.PushBack(Value(i % 2 == 0 ? rapidjson::kArrayType : rapidjson::kObjectType), wide.GetAllocator());
+    }
+    EXPECT_TRUE(compactText(wide).has_value());
+
+    const std::string most(kMaximumTextSize - 2, 'x');
+    const Value longest(most.data(), static_cast<rapidjson::SizeType>(most.size()));
+    EXPECT_TRUE(compactText(longest).has_value());
+    const std::string more = most + "x";
+    EXPECT_EQ(compactText(Value(more.data(), static_cast<rapidjson::SizeType>(more.size()))), std::nullopt);
+}
+
 TEST(JsonWriters, WriteNothingRatherThanHalfAText) {
     const Value infinite(std::numeric_limits<double>::infinity());
     EXPECT_EQ(compactText(infinite), std::nullopt);
