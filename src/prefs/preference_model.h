@@ -14,6 +14,7 @@
 
 #include "json/json.h"
 #include "prefs/setting_index.h"
+#include "prefs/values_by_hash.h"
 
 /// What the preference manager knows and does. The manager is the process-wide, exported shell around one of these.
 ///
@@ -23,7 +24,7 @@
 class UserPreferenceManager::Model {
 public:
     using SubManagerTexts = std::map<SubManagerType, std::string>;
-    using ValuesByHash = std::map<std::uint64_t, std::string>;
+    using ValuesByHash = zelutil::prefs::ValuesByHash;
     using Sections = std::map<std::string, std::shared_ptr<UserPreferenceUISection>>;
 
     Model();

@@ -88,10 +88,12 @@ private:
             auto setting = std::make_shared<MetaSettings>();
             setting->fullName.reserve(prefix.size() + given->name.size());
             setting->fullName.append(prefix).append(given->name);
+            const std::uint64_t key = keyOf(given->name, prefixKey);
+            setting->key = key;
             setting->nameLength = static_cast<std::uint32_t>(given->name.size());
             setting->defaultValue = given->value;
             model_.settingsByHash_.add(std::move(setting));
-            model_.settingsByHash_.addKey(keyOf(given->name, prefixKey));
+            model_.settingsByHash_.addKey(key);
             if (unique) {
                 model_.settingsByHash_.addKey(keyOf(given->name));
             }

@@ -23,10 +23,6 @@ namespace {
 
 using Allocator = json::Document::AllocatorType;
 
-Value textValue(std::string_view text, Allocator& allocator) {
-    return Value(text.data(), static_cast<rapidjson::SizeType>(text.size()), allocator);
-}
-
 /// A section that has the member keeps it where it stands.
 void setMember(Value& object, const char* name, Value&& value, Allocator& allocator) {
     if (Value* const present = json::member(object, name)) {
@@ -98,37 +94,49 @@ private:
     }
 
     bool overrideSettings(const Value& defaultSettings, Value& overridden) {
+        const std::uint64_t prefixKey = keyOf(kNameSeparator, keyOf(attributes_.text()));
         bool changed = false;
-        for (const Value& element : defaultSettings.GetArray()) {
-            if (const auto setting = prefs::defaultSetting(element)) {
-                changed = overrideSetting(setting->name, overridden) || changed;
+        // Told of the members one by one, a document makes objects of just their size; AddMember makes room for 16.
+        json::Document list(&allocator_);
+        auto tell = [&](json::Document& events) {
+            rapidjson::SizeType count = 0;
+            events.StartArray();
+            for (const Value& element : defaultSettings.GetArray()) {
+                if (const auto setting = prefs::defaultSetting(element)) {
+                    count += overrideSetting(setting->name, keyOf(setting->name, prefixKey), events, changed) ? 1 : 0;
+                }
             }
-        }
+            return events.EndArray(count);
+        };
+        list.Populate(tell);
+        overridden = static_cast<Value&>(list);
         return changed;
     }
 
-    bool overrideSetting(std::string_view name, Value& overridden) {
-        const std::string fullName = attributes_.text() + std::string(kNameSeparator) + std::string(name);
-        const std::uint64_t key = keyOf(fullName);
-        const auto wanted = valuesByHash_.find(key);
+    /// Tells `events` what is to be written of the setting, and whether it is anything. Sets `changed` when it changes.
+    bool overrideSetting(std::string_view name, std::uint64_t key, json::Document& events, bool& changed) {
+        const std::string* const wanted = valuesByHash_.find(key);
         // What is wanted has the key of a setting; a section that only groups may still hold something of that name.
         MetaSettings* const setting = model_.settingsByHash_.find(key);
-        if (wanted == valuesByHash_.end() || setting == nullptr) {
+        if (wanted == nullptr || setting == nullptr) {
             return false;
         }
-        const bool changed = wanted->second != getMergedValueForSetting(setting);
-        if (!changed && !setting->hasUserValue) {
+        const bool differs = *wanted != getMergedValueForSetting(setting);
+        if (!differs && !setting->hasUserValue) {
             return false;
         }
-        Value entry(rapidjson::kObjectType);
-        entry.AddMember(textValue(name, allocator_), textValue(wanted->second, allocator_), allocator_);
-        overridden.PushBack(std::move(entry), allocator_);
-        if (changed) {
-            setting->userValue = wanted->second;
+        events.StartObject();
+        // The name is the document's own; the value may change before the document is written.
+        events.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()), false);
+        events.String(wanted->data(), static_cast<rapidjson::SizeType>(wanted->size()), true);
+        events.EndObject(1);
+        if (differs) {
+            setting->userValue = *wanted;
             setting->hasUserValue = true;
-            model_.changedSettingNames_.insert(fullName);
+            model_.changedSettingNames_.insert(attributes_.text() + std::string(kNameSeparator) + std::string(name));
+            changed = true;
         }
-        return changed;
+        return true;
     }
 
     Model& model_;
@@ -147,15 +155,16 @@ void UserPreferenceManager::Model::updateUserPrefSettings(const std::map<std::st
 /// What the user had set before, under what the host hands over, all by full name.
 UserPreferenceManager::Model::ValuesByHash UserPreferenceManager::Model::valuesToSave(
     const std::map<std::string, std::string>& settings) const {
-    ValuesByHash values;
-    for (const MetaSettings* const setting : settingsByHash_.inKeyOrder()) {
+    const std::vector<MetaSettings*> present = settingsByHash_.inKeyOrder();
+    ValuesByHash values(present.size() + settings.size());
+    for (const MetaSettings* const setting : present) {
         if (setting->hasUserValue) {
-            values[keyOf(setting->fullName)] = setting->userValue;
+            values.set(setting->key, setting->userValue);
         }
     }
     for (const auto& [name, value] : settings) {
         if (const MetaSettings* const setting = findSetting(name)) {
-            values[keyOf(setting->fullName)] = value;
+            values.set(setting->key, value);
         }
     }
     return values;
@@ -183,11 +192,13 @@ UserPreferenceManager::Model::SubManagerTexts UserPreferenceManager::Model::subM
 void UserPreferenceManager::Model::updatePreferenceManager(const ValuesByHash& valuesByHash,
                                                            const SubManagerTexts& subManagerTexts) {
     const std::string path = prefs::getWrittenUserFileName();
-    const auto text = overrideUserSettings(valuesByHash, subManagerTexts);
+    auto text = overrideUserSettings(valuesByHash, subManagerTexts);
     if (!text) {
         return;
     }
-    prefs::writeUserSettingsFile(path, *text);
+    if (!text->empty()) {
+        prefs::writeUserSettingsFile(path, std::move(*text));
+    }
     // Copies: an observer may save in its turn.
     const std::set<std::string> names = changedSettingNames_;
     const SubManagerTexts texts = changedSubManagerSettings_;

@@ -16,6 +16,7 @@ struct UserPreferenceManager::MetaSettings {
     std::string fullName;
     std::string defaultValue;
     std::string userValue;
+    std::uint64_t key = 0;  ///< Hash of the full name in lower case.
     std::uint32_t nameLength = 0;
     bool hasUserValue = false;  ///< Whether `userValue` is in force, empty or not.
 

@@ -1,6 +1,7 @@
 #include "prefs/user_settings_file.h"
 
 #include <cstdint>
+#include <utility>
 
 #include "json/json.h"
 #include "platform/platform.h"
@@ -24,26 +25,26 @@ std::string directoryOf(const std::string& path) {
     return path.substr(0, path.find_last_not_of(kSeparators, separator) + 1);
 }
 
-void keepUnreadable(const std::string& path) {
+/// `readable` is a text known to be readable, to save the look into a file that holds just that.
+void keepUnreadable(const std::string& path, const std::string& readable) {
     static bool kept = false;
     if (kept) {
         return;
     }
     const auto bytes = platform::readFile(path.c_str(), kLargestFileKept);
-    if (bytes && !bytes->empty() && !json::Text(*bytes).valid()) {
+    if (bytes && !bytes->empty() && *bytes != readable && !json::Text(*bytes).valid()) {
         kept = platform::replaceFile((path + kBadSuffix).c_str(), *bytes) == platform::Replaced::Yes;
     }
 }
 
 }  // namespace
 
-void writeUserSettingsFile(const std::string& path, std::string_view text) {
-    if (!json::Text(text).valid()) {
-        return;
-    }
+void writeUserSettingsFile(const std::string& path, std::string text) {
+    static std::string lastWritten;
     platform::makeDirectories(directoryOf(path).c_str());
-    keepUnreadable(path);
+    keepUnreadable(path, lastWritten);
     platform::replaceFile(path.c_str(), text);
+    lastWritten = std::move(text);
 }
 
 }  // namespace zelutil::prefs
