@@ -109,7 +109,8 @@ void ActionCatalogue::updateFromParents() {
 
 void ActionCatalogue::takeOverFromParent(int id) {
     Action* const child = find(id);
-    if (child == nullptr) {
+    // Where an observer has loaded anew meanwhile, the id may be gone or top-level.
+    if (child == nullptr || child->item.parent_id < 1) {
         return;
     }
     const UCPActionItem& parent = parentOf(*child).item;

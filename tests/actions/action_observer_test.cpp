@@ -239,10 +239,13 @@ TEST(ActionObserver, LoadFromInsideANotificationLeavesTheManagerWhole) {
 
 TEST(ActionObserver, LoadFromInsideALoadLeavesTheManagerWhole) {
     loadFamily();
-    Acting acting([] { manager().load("", ""); });
+    // 4 is a child in the outer text and a top-level action in the inner one, 5 is not in it.
+    Acting acting([] { load({action(4, "board", "z", "F4")}); });
     manager().attachObserver(2, &acting);
     load({action(1, "board", "p", "F1"), child(2, 1, "panel", "c"), child(4, 1, "sheet", "c"), child(5, 9, "x", "c")});
-    EXPECT_TRUE(manager().getAllActions().empty());
+    ASSERT_EQ(1U, manager().getAllActions().size());
+    EXPECT_EQ("F4", manager().getShortcut(4));
+    EXPECT_EQ(4, manager().getActionIdByShortcut("board", "F4"));
     manager().detachObserver(&acting);
 }
 
