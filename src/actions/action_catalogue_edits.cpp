@@ -1,4 +1,4 @@
-#include "actions/action_catalogue.h"
+#include "actions/action_tables.h"
 #include "actions/overwritable.h"
 
 #include <optional>
@@ -40,11 +40,11 @@ bool ActionCatalogue::updateShortcut(int id, const std::string& shortcut) {
     if (shortcutTakenBy(id, shortcut) != 0) {
         return false;
     }
-    Action* const action = find(id);
+    Action* const action = findForEdit(id);
     if (action == nullptr) {
         return false;
     }
-    if (action->binding->shortcut != shortcut) {
+    if (action->first->bound != shortcut) {
         spreadShortcut(id, rebind(*action, id, shortcut), shortcut);
     }
     return true;
@@ -53,21 +53,21 @@ bool ActionCatalogue::updateShortcut(int id, const std::string& shortcut) {
 /// Gives the action itself the shortcut and answers the one before.
 std::string ActionCatalogue::rebind(Action& action, int id, const std::string& shortcut) {
     auto& holders = action.context->holders;
-    std::string before = std::exchange(action.binding->shortcut, shortcut);
+    std::string before = std::exchange(action.first->bound, shortcut);
     // Kept deliberately: the entry goes even when another action holds it, as where a text ships a shortcut twice.
     holders.erase(before);
     if (!shortcut.empty()) {
         // Kept deliberately: an entry that is there stays with its holder, who is of the family.
-        holders.try_emplace(shortcut, Holder{action.item.command, id});
+        holders.try_emplace(shortcut, Holder{action.command, id, action.parentId});
     }
-    setValue(action.item.shortcut, shortcut);
+    setValue(action.shortcut, shortcut);
     return before;
 }
 
 void ActionCatalogue::spreadShortcut(int id, std::string before, const std::string& shortcut) {
     const auto change = [&](int child) -> std::optional<std::string> {
-        Action* const action = find(child);
-        if (action == nullptr || action->binding->shortcut == shortcut || shortcutTakenBy(child, shortcut) != 0) {
+        Action* const action = findForEdit(child);
+        if (action == nullptr || action->first->bound == shortcut || shortcutTakenBy(child, shortcut) != 0) {
             return std::nullopt;
         }
         return rebind(*action, child, shortcut);
@@ -81,35 +81,35 @@ void ActionCatalogue::spreadShortcut(int id, std::string before, const std::stri
 
 int ActionCatalogue::topLevelAbove(int id) const {
     // A way up that is longer than there are actions goes round in a circle.
-    for (std::size_t steps = 0; steps < actions_.size(); ++steps) {
-        const UCPActionItem* const action = item(id);
+    for (std::size_t steps = 0; steps < tables_->actions.size(); ++steps) {
+        const Action* const action = find(id);
         if (action == nullptr) {
             return 0;
         }
-        if (action->parent_id < 1) {
+        if (action->parentId < 1) {
             return id;
         }
-        id = action->parent_id;
+        id = action->parentId;
     }
     return 0;
 }
 
 bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
     const int top = topLevelAbove(id);
-    Action* action = find(top);
+    Action* action = findForEdit(top);
     if (action == nullptr) {
         return false;
     }
-    const std::string before = action->binding->shortcut;
+    const std::string before = action->first->bound;
     if (before == shortcut) {
         return true;
     }
     action->context->holders.erase(before);
-    const int holder = idByShortcut(action->item.context, shortcut);
+    const int holder = idByShortcut(action->context->name, shortcut);
     if (holder != 0 && holder != top) {
         // Goes no deeper: nobody holds the empty shortcut.
         stealShortcut(holder, std::string());
-        action = find(top);
+        action = findForEdit(top);
         if (action == nullptr) {
             return false;
         }
@@ -122,11 +122,11 @@ bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
 /// Kept deliberately: a menu flag alone does not count as a modification.
 void ActionCatalogue::updateMenu(int id, bool inMenu) {
     const auto change = [&](int changed) -> std::optional<bool> {
-        Action* const action = find(changed);
-        if (action == nullptr || effectiveValue(action->item.rmb) == inMenu) {
+        Action* const action = findForEdit(changed);
+        if (action == nullptr || effectiveValue(action->rmb) == inMenu) {
             return std::nullopt;
         }
-        setValue(action->item.rmb, inMenu);
+        setValue(action->rmb, inMenu);
         return !inMenu;
     };
     const auto finish = [&](int changed, bool) { observers_.notifyMenu(changed, inMenu); };

@@ -31,8 +31,8 @@ const std::string UCPActionManager::getAllUserSettings() const { return state_->
 bool UCPActionManager::isModified() const { return state_->catalogue.modified(); }
 
 std::pair<bool, const UCPActionItem> UCPActionManager::getAction(int id) const {
-    const UCPActionItem* const item = state_->catalogue.item(id);
-    return item == nullptr ? std::pair<bool, const UCPActionItem>() : std::pair<bool, const UCPActionItem>(true, *item);
+    const ActionCatalogue::Action* const action = state_->catalogue.find(id);
+    return {action != nullptr, action == nullptr ? UCPActionItem() : action->item()};
 }
 
 int UCPActionManager::getActionIdByCommand(const std::string& context, const std::string& command) const {
@@ -52,8 +52,8 @@ std::string UCPActionManager::getCommand(const std::string& context, const std::
 }
 
 std::string UCPActionManager::getShortcut(int id) const {
-    const UCPActionItem* const item = state_->catalogue.item(id);
-    return item == nullptr ? std::string() : zelutil::actions::effectiveValue(item->shortcut);
+    const ActionCatalogue::Action* const action = state_->catalogue.find(id);
+    return action == nullptr ? std::string() : zelutil::actions::effectiveValue(action->shortcut);
 }
 
 std::vector<UCPActionItem> UCPActionManager::getRMBMenuItems() const { return state_->catalogue.menuItems(); }
@@ -78,7 +78,7 @@ bool UCPActionManager::stealShortcut(int id, const std::string& shortcut) {
 void UCPActionManager::updateRMBMenu(int id, bool inMenu) { state_->catalogue.updateMenu(id, inMenu); }
 
 bool UCPActionManager::attachObserver(int id, IUCPActionObserver* observer) {
-    if (observer == nullptr || state_->catalogue.item(id) == nullptr) {
+    if (observer == nullptr || state_->catalogue.find(id) == nullptr) {
         return false;
     }
     state_->observers.attach(id, observer);

@@ -1,5 +1,6 @@
 #include "actions/action_text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace zelutil::actions {
@@ -42,11 +43,11 @@ DefinitionMembers membersOf(const json::Value& element) {
     }
     for (auto member = element.MemberBegin(); member != element.MemberEnd(); ++member) {
         const std::string_view key(member->name.GetString(), member->name.GetStringLength());
-        for (const Slot& slot : kSlots) {
-            // Of members with one name the first counts.
-            if (slot.key == key && members.*slot.member == nullptr) {
-                members.*slot.member = &member->value;
-            }
+        const auto slot =
+            std::find_if(kSlots.begin(), kSlots.end(), [key](const Slot& candidate) { return candidate.key == key; });
+        // Of members with one name the first counts.
+        if (slot != kSlots.end() && members.*slot->member == nullptr) {
+            members.*slot->member = &member->value;
         }
     }
     return members;
@@ -118,19 +119,19 @@ bool UserEntryReader::next(UserEntry& entry) {
 
 UserTextWriter::UserTextWriter() { list_.SetArray(); }
 
-void UserTextWriter::add(const UCPActionItem& item) {
+void UserTextWriter::add(int id, const OverwritableValue<std::string>& shortcut, const OverwritableValue<bool>& rmb) {
     json::Document::AllocatorType& allocator = document_.GetAllocator();
     json::Value entry;
     entry.SetObject();
     // Kept deliberately: an item that stands in for a missing parent is written, once it was edited, with its id 0.
-    entry.AddMember("id", item.id, allocator);
-    if (item.shortcut.overwritten) {
-        const std::string& shortcut = item.shortcut.userValue;
-        json::Value text(shortcut.data(), static_cast<unsigned>(shortcut.size()), allocator);
+    entry.AddMember("id", id, allocator);
+    if (shortcut.overwritten) {
+        const std::string& value = shortcut.userValue;
+        json::Value text(value.data(), static_cast<unsigned>(value.size()), allocator);
         entry.AddMember("shortcut", text, allocator);
     }
-    if (item.rmb.overwritten) {
-        entry.AddMember("rmb", item.rmb.userValue, allocator);
+    if (rmb.overwritten) {
+        entry.AddMember("rmb", rmb.userValue, allocator);
     }
     list_.PushBack(entry, allocator);
 }

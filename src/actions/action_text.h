@@ -71,7 +71,7 @@ public:
     UserTextWriter();
 
     /// An element of the id and the overwritten properties.
-    void add(const UCPActionItem& item);
+    void add(int id, const OverwritableValue<std::string>& shortcut, const OverwritableValue<bool>& rmb);
 
     std::string text();
 
