@@ -78,6 +78,25 @@ std::string ownModulePath() { return modulePathOf(reinterpret_cast<const void*>(
 
 void* loadModuleAt(const std::string& path) { return ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }
 
+/// The loader's own walk over LD_LIBRARY_PATH takes an empty entry for the current directory, and visits relative ones
+/// too. So the others are visited here, and the loader is asked only when none of these leads to such a file.
+void* loadModuleByName(const std::string& fileName) {
+    const std::string list = environment("LD_LIBRARY_PATH").value_or("");
+    bool isFoundFromHere = false;
+    for (std::size_t start = 0; !list.empty() && start <= list.size();) {
+        const std::size_t end = std::min(list.find_first_of(":;", start), list.size());
+        const std::string directory = list.substr(start, end - start);
+        const std::string file = directory.empty() ? fileName : directory + '/' + fileName;
+        if (file.front() != '/') {
+            isFoundFromHere = isFoundFromHere || ::access(file.c_str(), F_OK) == 0;
+        } else if (void* const module = loadModuleAt(file)) {
+            return module;
+        }
+        start = end + 1;
+    }
+    return isFoundFromHere ? nullptr : loadModuleAt(fileName);
+}
+
 }  // namespace
 
 const char* fixedTemporaryDirectory() { return "Z:\\tmp"; }
@@ -206,7 +225,7 @@ void* openModule(const char* baseName) {
             return beside;
         }
     }
-    return loadModuleAt(fileName);
+    return loadModuleByName(fileName);
 }
 
 void* moduleFunction(void* module, const char* name) { return ::dlsym(module, name); }

@@ -95,6 +95,23 @@ TEST_F(RootFromCommonLibrary, IsNotTakenFromTheCurrentDirectory) {
     EXPECT_EQ(outputOf({"root"}, kNotFound), std::string(kNotFound) + "HierarchyNotFound\n");
 }
 
+TEST_F(RootFromCommonLibrary, IsNotTakenFromTheCurrentDirectoryThoughTheLoaderWouldLookThere) {
+    fs::create_directory(here / "sub");
+    for (const fs::path& planted : {here, here / "sub"}) {
+        fs::copy(zelutil::test::commonLibraryDirectory() / moduleFileName("qtxCommon"), planted);
+    }
+    environment["QTXCOMMON_STAND_IN_TOOLS"] = systemText(product / "tools");
+    const std::string elsewhere = systemText(other);
+    const std::vector<std::string> lists[] = {{"", elsewhere}, {elsewhere, ""}, {"."}, {"sub", elsewhere}};
+    for (const std::vector<std::string>& list : lists) {
+        environment[zelutil::test::loaderPathVariable()] = systemList(list);
+        EXPECT_EQ(outputOf({"root"}, kNotFound), std::string(kNotFound) + "HierarchyNotFound\n") << systemList(list);
+    }
+    environment[zelutil::test::loaderPathVariable()] =
+        systemList({"", systemText(zelutil::test::commonLibraryDirectory())});
+    EXPECT_EQ(outputOf({"root"}), rootLine(product)) << "the other entries count";
+}
+
 // --- The library's own file -----------------------------------------------------------------------------------------
 
 class RootFromOwnFile : public HierarchyProbe {};
@@ -104,6 +121,16 @@ TEST_F(RootFromOwnFile, IsTheTreeWithTheLibraryInItsProgramDirectory) {
     installProgram(product / "tools/bin");
     EXPECT_EQ(outputOf({"root"}), "Populated installation root using GetModuleFileName(): " +
                                       quoted(windowsText(product)) + rootLine(product));
+}
+
+TEST_F(RootFromOwnFile, LetsNoCommonLibraryOfTheCurrentDirectoryPassForOneBesideIt) {
+    installProgram(product / "tools/bin");
+    fs::create_directory(other);
+    fs::copy(zelutil::test::commonLibraryDirectory() / moduleFileName("qtxCommon"), other);
+    here = product / "tools/bin";
+    environment[zelutil::test::loaderPathVariable()] = ".";
+    environment["QTXCOMMON_STAND_IN_TOOLS"] = "C:/wrong/tools";
+    EXPECT_EQ(outputOf({"chdir", systemText(other), "root"}), rootLine(product));
 }
 
 TEST_F(RootFromOwnFile, IsTheTreeWithABin64DirectoryOddity) {
