@@ -28,6 +28,17 @@ HierarchyNotFound::~HierarchyNotFound() = default;
 
 }  // namespace Exceptions
 
+namespace {
+
+/// Kept deliberately: a text that begins with a single separator has the current directory put in front as it stands,
+/// so that without a drive two separators meet there. Systems read them as one.
+Path pcbEnvBelowHome() {
+    const auto valueOf = [](const char* name) { return zelutil::platform::environment(name).value_or(""); };
+    return Path(valueOf("HOMEDRIVE") + valueOf("HOMEPATH") + "/pcbenv");
+}
+
+}  // namespace
+
 const Path& Hierarchy::GetRoot() {
     static Path root;
     if (root.Empty()) {
@@ -45,12 +56,9 @@ const Path& Hierarchy::GetRoot() {
 }
 
 const Path& Hierarchy::GetPcbEnv() {
-    static Path directory;
+    static Path directory = pcbEnvBelowHome();
     if (directory.Empty()) {
-        // Kept deliberately: a text that begins with a single separator has the current directory put in front as it
-        // stands, so that without a drive two separators meet there. Systems read them as one.
-        const auto valueOf = [](const char* name) { return zelutil::platform::environment(name).value_or(""); };
-        directory = Path(valueOf("HOMEDRIVE") + valueOf("HOMEPATH") + "/pcbenv");
+        directory = pcbEnvBelowHome();
     }
     return directory;
 }

@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
+#include <zelutil/file/hierarchy.h>
 
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "file/hierarchy_fixture.h"
+#include "support/environment.h"
 
 namespace {
 
@@ -76,6 +80,21 @@ TEST_F(PcbEnv, NeedsNoRoot) {
     trace();
     environment["HOMEDRIVE"] = "C:";
     EXPECT_EQ(outputOf({"pcbenv"}), "pcbenv \"C:\\pcbenv\"\n");
+}
+
+TEST(PcbEnvOnThreads, SeveralMayAskFirst) {
+    zelutil::test::setVariable("HOMEDRIVE", "C:");
+    zelutil::test::setVariable("HOMEPATH", "\\Users\\ann");
+    constexpr std::size_t kThreads = 8;
+    std::vector<std::string> answers(kThreads);
+    std::vector<std::thread> threads;
+    for (std::string& answer : answers) {
+        threads.emplace_back([&answer] { answer = ZelU::File::Hierarchy::GetPcbEnv(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(answers, std::vector<std::string>(kThreads, "C:\\Users\\ann\\pcbenv"));
 }
 
 }  // namespace

@@ -32,8 +32,9 @@ public:
 
 /// Where the product is installed, where the user's environment is, and files in them.
 ///
-/// The root is looked for at the first call that needs it and kept. Until it has been found, the calls that need it
-/// must not run on several threads at once; afterwards all of them may.
+/// The root is looked for at the first call that needs it and kept. Until it has been found, and for as long as the
+/// common library is not initialised, the calls that need it must not run on several threads at once; afterwards all of
+/// them may. `GetPcbEnv` may always, unless it answers the empty path.
 class ZELUTIL_API Hierarchy {
 public:
     Hierarchy() = delete;
