@@ -7,6 +7,7 @@
 #include <ctime>
 #include <deque>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "platform/platform.h"
@@ -20,7 +21,13 @@ struct DoomedFile {
     explicit DoomedFile(const Path& doomed) : path(doomed) {}
     DoomedFile(const DoomedFile&) = delete;
     DoomedFile& operator=(const DoomedFile&) = delete;
-    ~DoomedFile() { path.DeleteTheFile(); }
+    ~DoomedFile() {
+        try {
+            path.DeleteTheFile();
+        } catch (const std::bad_alloc&) {
+            // The file stays; it is too late to tell anybody.
+        }
+    }
 
     Path path;
 };
@@ -61,7 +68,12 @@ Path chooseTemporaryDirectory() {
 
 }  // namespace
 
-void Path::DeleteMeOnExit() { deletionList().push_back(std::make_shared<DoomedFile>(*this)); }
+void Path::DeleteMeOnExit() {
+    // The place first: a handle that finds none would take the file with it.
+    auto& list = deletionList();
+    list.emplace_back();
+    list.back() = std::make_shared<DoomedFile>(*this);
+}
 
 Path Path::GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix) {
     if (!dir.IsDirectory()) {

@@ -2,6 +2,7 @@
 #define ZELUTIL_TESTS_SUPPORT_SCARCE_MEMORY_H
 
 #include <cstddef>
+#include <new>
 
 namespace zelutil::test {
 
@@ -20,6 +21,18 @@ public:
     /// Bytes of the last request by calloc, granted or not.
     static std::size_t lastCleared();
 };
+
+/// Runs the work with so little memory that it fails. False when there was enough.
+template <typename Work>
+bool failsWith(int allowed, Work work) {
+    const ScarceMemory scarce(allowed);
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        return true;
+    }
+    return scarce.ranOut();
+}
 
 }  // namespace zelutil::test
 

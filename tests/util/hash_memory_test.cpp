@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -26,18 +25,6 @@ protected:
     CountingFactory factory{log};
     std::vector<std::string> keys = keysOfOneHash(12);
 };
-
-/// Runs the work with so little memory that it fails. False when there was enough.
-template <typename Work>
-bool failsWith(int allowed, Work work) {
-    const ScarceMemory scarce(allowed);
-    try {
-        work();
-    } catch (const std::bad_alloc&) {
-        return true;
-    }
-    return scarce.ranOut();
-}
 
 TEST_F(HashTableOutOfMemory, CreateThrowsAndLeaksNothing) {
     int failures = 0;
