@@ -1,6 +1,7 @@
 #include <zelutil/file/path.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -38,16 +39,16 @@ std::deque<std::shared_ptr<DoomedFile>>& deletionList() {
     return list;
 }
 
-std::uint32_t& nameCounter() {
-    static std::uint32_t counter = static_cast<std::uint32_t>(std::rand());
-    return counter;
+std::uint32_t nextNumber() {
+    static std::atomic<std::uint32_t> counter{static_cast<std::uint32_t>(std::rand())};
+    return counter++;
 }
 
 /// Kept deliberately: without a suffix the name ends in its dot. Names are found again by their form, with a dot at one
 /// place.
 std::string nextName(const std::string& suffix) {
     std::array<char, sizeof "Tmp00000000"> stem{};
-    std::snprintf(stem.data(), stem.size(), "Tmp%08x", static_cast<unsigned>(nameCounter()++));
+    std::snprintf(stem.data(), stem.size(), "Tmp%08x", static_cast<unsigned>(nextNumber()));
     const bool hasDot = !suffix.empty() && suffix.front() == '.';
     return std::string(stem.data()) + (hasDot ? "" : ".") + suffix;
 }

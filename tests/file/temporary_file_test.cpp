@@ -4,9 +4,13 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
 #include "support/environment.h"
 #include "support/temp_directory.h"
@@ -96,8 +100,22 @@ TEST_F(TemporaryFile, IsNotMade) {
     EXPECT_TRUE(fs::is_empty(directory.path()));
 }
 
-TEST_F(TemporaryFile, TheFirstNumberIsOneThatRandCanGive) {
-    EXPECT_LE(numberOf(next("x")), static_cast<std::uint32_t>(RAND_MAX));
+/// Whether `number` is what std::rand gives first after it was seeded with one of these moments of the process's clock.
+bool isDrawnAfterSeed(std::uint32_t number, std::clock_t first, std::clock_t last) {
+    for (std::clock_t moment = first; moment <= last; ++moment) {
+        std::srand(static_cast<unsigned>(moment));
+        if (static_cast<std::uint32_t>(std::rand()) == number) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(TemporaryFile, TheFirstNumberIsDrawnAfterSeedingWithTheClock) {
+    const std::clock_t before = std::clock();
+    const std::uint32_t number = numberOf(next("x"));
+    const std::clock_t after = std::clock();
+    EXPECT_TRUE(isDrawnAfterSeed(number, before, after)) << number;
 }
 
 TEST_F(TemporaryFile, EachNameHasTheNextNumberWhateverDirectoryAndSuffix) {
@@ -180,10 +198,38 @@ TEST_F(TemporaryFile, SeedsTheHostsRandomNumbersAnewOddity) {
     std::srand(kSeed);
     next("x");
     EXPECT_NE(draw(), undisturbed);
+    // The seed is the clock again, and nothing is drawn.
+    const std::clock_t before = std::clock();
+    next("x");
+    const std::clock_t after = std::clock();
+    const auto drawn = static_cast<std::uint32_t>(std::rand());
+    EXPECT_TRUE(isDrawnAfterSeed(drawn, before, after)) << drawn;
     // A call that finds no directory leaves them alone.
     std::srand(kSeed);
     Path::GetTempFile(Path(), false, "x");
     EXPECT_EQ(draw(), undisturbed);
+}
+
+TEST_F(TemporaryFile, ThreadsThatAskAtOnceGetDifferentNames) {
+    constexpr std::size_t kThreads = 4;
+    constexpr std::size_t kNames = 100;
+    std::vector<std::vector<std::string>> names(kThreads);
+    std::vector<std::thread> threads;
+    for (std::vector<std::string>& own : names) {
+        threads.emplace_back([this, &own] {
+            while (own.size() < kNames) {
+                own.push_back(next("x").Name());
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    std::set<std::string> all;
+    for (const std::vector<std::string>& own : names) {
+        all.insert(own.begin(), own.end());
+    }
+    EXPECT_EQ(all.size(), kThreads * kNames);
 }
 
 // --- The directory for temporary files: chosen once in a process, and so once in a test ------------------------------

@@ -136,7 +136,8 @@ public:
     ///     c:\tmp, false, "log"  => c:\tmp\Tmp0000494e.log
     ///     c:\tmp, false, ".log" => c:\tmp\Tmp0000494f.log
     ///
-    /// The C library's `rand` is seeded anew at every call. Two threads that ask at once may get the same name.
+    /// The C library's `rand` is seeded anew at every call. Several threads may ask at once, but for `deleteOnExit`;
+    /// they get different names. Another process may get the same one.
     static Path GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix);
 
     /// The same in the directory for temporary files: the first of the variables TMP and TEMP that names something that
