@@ -12,6 +12,17 @@ namespace platform = zelutil::platform;
 struct Mutex::Section {
     platform::CriticalSection* critical;
     std::atomic<unsigned> names;
+
+    /// One name fewer, which reads as locked or not.
+    void giveUp(bool locked) noexcept {
+        if (locked) {
+            platform::leaveCriticalSection(critical);
+        }
+        if (--names == 0) {
+            platform::destroyCriticalSection(critical);
+            delete this;
+        }
+    }
 };
 
 Mutex::Mutex() : section_(nullptr) {
@@ -24,14 +35,14 @@ Mutex::Mutex() : section_(nullptr) {
 Mutex& Mutex::operator=(const Mutex& other) {
     if (section_ != other.section_) {
         ++other.section_->names;
-        giveUp();
+        section_->giveUp(locked_);
         section_ = other.section_;
     }
     locked_ = other.locked_.load();
     return *this;
 }
 
-Mutex::~Mutex() { giveUp(); }
+Mutex::~Mutex() { section_->giveUp(locked_); }
 
 bool Mutex::IsLocked() const { return locked_; }
 
@@ -45,16 +56,6 @@ void Mutex::lock() {
 void Mutex::unlock() noexcept {
     platform::leaveCriticalSection(section_->critical);
     locked_ = false;
-}
-
-void Mutex::giveUp() noexcept {
-    if (locked_) {
-        platform::leaveCriticalSection(section_->critical);
-    }
-    if (--section_->names == 0) {
-        platform::destroyCriticalSection(section_->critical);
-        delete section_;
-    }
 }
 
 Lock::Lock(Mutex& mutex) : mutex_(mutex) { mutex_.lock(); }

@@ -40,34 +40,20 @@ public:
     ~LinkLock() { g_linksInUse.clear(std::memory_order_release); }
 };
 
+// Kept deliberately: what the system calls the current thread is not the name of any thread, so a thread that joins or
+// kills itself is never found out.
+bool isAnother(unsigned id, unsigned currentThread) { return id != 0 && id != currentThread; }
+
 }  // namespace
 
-/// What an object shares with the threads it started.
 struct Thread::LinkBlock {
     /// Threads that know this block.
     std::uint32_t count;
     /// Null once the object has been destroyed.
     Thread* owner;
-};
 
-/// A started thread's own: what it is to do, and its hold on the link block. It destroys itself.
-class Thread::Started final : public platform::ThreadBody {
-public:
-    Started(ThreadFunction function, void* argument, int delay)
-        : function_(function), argument_(argument), delay_(delay < 0 ? 0 : static_cast<std::uint32_t>(delay)) {}
-    Started(const Started&) = delete;
-    Started& operator=(const Started&) = delete;
-    ~Started() {
-        // Freed after the lock: a thread that was killed while it asked for memory may wait here for ever.
-        std::unique_ptr<LinkBlock> unused;
-        if (link_ != nullptr) {
-            const LinkLock lock;
-            unused = leaveLink();
-        }
-    }
-
-    /// Throws when `owner` has no link block.
-    void joinLinkOf(Thread& owner) {
+    /// The block of `owner`, now known to one more thread. Throws when there is none.
+    static LinkBlock* join(Thread& owner) {
         // Made before it is known to be needed, so that no memory is asked for under the lock.
         auto fresh = std::make_unique<LinkBlock>(LinkBlock{0, &owner});
         const LinkLock lock;
@@ -77,9 +63,51 @@ public:
         if (owner.link_ == nullptr) {
             throw Smart::AssociationExceptions::InitializationFailure();
         }
-        link_ = owner.link_;
-        ++link_->count;
+        ++owner.link_->count;
+        return owner.link_;
     }
+
+    // The rest is called under the lock.
+
+    /// A thread that was killed too late to be stopped must not speak for the one that its owner has started since.
+    void tellOwner(unsigned thread) const {
+        if (owner != nullptr && owner->id_ == thread) {
+            owner->onDone();
+        }
+    }
+
+    /// One thread fewer knows this block, which is answered to be freed when that was the last.
+    std::unique_ptr<LinkBlock> leave() {
+        --count;
+        if (count > 0) {
+            return nullptr;
+        }
+        if (owner != nullptr) {
+            owner->link_ = nullptr;
+        }
+        return std::unique_ptr<LinkBlock>(this);
+    }
+};
+
+namespace {
+
+/// A started thread's own: what it is to do, and its hold on the link block. It destroys itself.
+class Started final : public platform::ThreadBody {
+public:
+    Started(ThreadFunction function, void* argument, int delay)
+        : function_(function), argument_(argument), delay_(delay < 0 ? 0 : static_cast<std::uint32_t>(delay)) {}
+    Started(const Started&) = delete;
+    Started& operator=(const Started&) = delete;
+    ~Started() {
+        // Freed after the lock: a thread that was killed while it asked for memory may wait here for ever.
+        std::unique_ptr<Thread::LinkBlock> unused;
+        if (link_ != nullptr) {
+            const LinkLock lock;
+            unused = link_->leave();
+        }
+    }
+
+    void joinLinkOf(Thread& owner) { link_ = Thread::LinkBlock::join(owner); }
 
     void run(unsigned self) override {
         // Frees this object also when the thread is killed by unwinding.
@@ -88,38 +116,20 @@ public:
         platform::callKillable(function_, argument_);
         // All under the lock, so that `Kill` cannot strike while the memory is being freed.
         const LinkLock lock;
-        tellOwner(self);
-        leaveLink().reset();
+        link_->tellOwner(self);
+        link_->leave().reset();
+        link_ = nullptr;
         own.reset();
     }
 
 private:
-    /// A thread that was killed too late to be stopped must not speak for the one that its owner has started since.
-    void tellOwner(unsigned self) {
-        if (link_->owner != nullptr && link_->owner->id_ == self) {
-            link_->owner->onDone();
-        }
-    }
-
-    /// The link block, where nobody needs it any more.
-    std::unique_ptr<LinkBlock> leaveLink() {
-        LinkBlock* const link = link_;
-        link_ = nullptr;
-        --link->count;
-        if (link->count > 0) {
-            return nullptr;
-        }
-        if (link->owner != nullptr) {
-            link->owner->link_ = nullptr;
-        }
-        return std::unique_ptr<LinkBlock>(link);
-    }
-
-    LinkBlock* link_ = nullptr;
+    Thread::LinkBlock* link_ = nullptr;
     ThreadFunction function_;
     void* argument_;
     std::uint32_t delay_;
 };
+
+}  // namespace
 
 Thread::Thread(ThreadFunction function, void* argument) { Start(function, argument); }
 
@@ -158,7 +168,7 @@ bool Thread::IsRunning() const { return id_ != 0; }
 
 void Thread::Join() {
     const unsigned id = id_;
-    if (isRecordedForAnother(id)) {
+    if (isAnother(id, currentThreadID())) {
         platform::joinThread(id);
     }
     id_ = 0;
@@ -175,7 +185,7 @@ void Thread::Kill() {
         // Read again: a thread that ended meanwhile has said so under the lock, and its name may already be another's.
         const LinkLock lock;
         const unsigned still = id_;
-        if (isRecordedForAnother(still)) {
+        if (isAnother(still, currentThreadID())) {
             platform::killThread(still);
         }
         id_ = 0;
@@ -184,10 +194,6 @@ void Thread::Kill() {
 }
 
 unsigned Thread::currentThreadID() { return platform::currentThreadHandle(); }
-
-// Kept deliberately: what the system calls the current thread is not the name of any thread, so a thread that joins or
-// kills itself is never found out.
-bool Thread::isRecordedForAnother(unsigned id) const { return id != 0 && id != currentThreadID(); }
 
 void Thread::onDone() { id_ = 0; }
 

@@ -6,6 +6,10 @@
 #include <psapi.h>
 #else
 #include <sys/resource.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
 #endif
 
 namespace zelutil::test {
@@ -18,6 +22,13 @@ std::int64_t peakMemory() {
     }
     return static_cast<std::int64_t>(counters.PeakWorkingSetSize);
 }
+
+std::int64_t systemObjects() {
+    // Wine does not count them, but a new handle is the next free multiple of four.
+    const HANDLE next = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    CloseHandle(next);
+    return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(next) / 4);
+}
 #else
 std::int64_t peakMemory() {
     struct rusage usage {};
@@ -25,6 +36,11 @@ std::int64_t peakMemory() {
         return 0;
     }
     return std::int64_t{usage.ru_maxrss} * 1024;
+}
+
+std::int64_t systemObjects() {
+    std::ifstream maps("/proc/self/maps");
+    return std::count(std::istreambuf_iterator<char>(maps), {}, '\n');
 }
 #endif
 

@@ -8,7 +8,6 @@
 #include <thread>
 #include <vector>
 
-#include "support/killable.h"
 #include "support/random_text.h"
 #include "support/wait_until.h"
 
@@ -97,26 +96,6 @@ TEST(ThreadRace, TenThousandObjectsAndThreadsEndInAnyOrder) {
     }
     EXPECT_TRUE(zelutil::test::waitUntil([&] { return calls.allFinished(); }));
     EXPECT_GE(calls.finished, 10000);
-}
-
-TEST(ThreadRace, KillMeetsTheEndOfTheFunction) {
-    zelutil::test::RandomText random(5);
-    Calls calls;
-    Thread thread;
-    for (int i = 0; i < 500; ++i) {
-        auto sleep = static_cast<unsigned>(random.below(300));
-        thread.Start(zelutil::test::sleepMicroseconds, &sleep);
-        Thread copy(thread);
-        pause(random.below(60));
-        thread.Kill();
-        ASSERT_FALSE(thread.IsRunning());
-        // However the thread ended, it has let go of the object, which can be started again and is told of the end.
-        calls.begin();
-        thread.Start(Calls::one, &calls);
-        ASSERT_TRUE(zelutil::test::waitUntil([&] { return !thread.IsRunning(); }));
-        copy.Join();
-    }
-    EXPECT_TRUE(calls.allFinished());
 }
 
 }  // namespace

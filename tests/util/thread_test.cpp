@@ -5,6 +5,7 @@
 #include <atomic>
 #include <chrono>
 #include <climits>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <thread>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "support/killable.h"
+#include "support/process_memory.h"
 #include "support/silence.h"
 #include "support/wait_until.h"
 
@@ -50,6 +52,13 @@ private:
 void* count(void* counter) {
     ++*static_cast<std::atomic<int>*>(counter);
     return counter;
+}
+
+/// Whether the thread that counts `progress` up is inside its function. On Windows a thread that is killed while it is
+/// being started may take a lock of the loader with it.
+bool isUnderWay(const Progress& progress) {
+    const unsigned long before = progress;
+    return waitUntil([&] { return progress > before + 1; });
 }
 
 bool waitUntilIdle(const Thread& thread) {
@@ -173,6 +182,7 @@ TEST(Thread, NothingIsPrinted) {
         thread.Join();
         Progress progress{0};
         thread.Start(sleepForEver, &progress);
+        EXPECT_TRUE(isUnderWay(progress));
         thread.Kill();
         EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
     });
@@ -211,11 +221,11 @@ TEST(Thread, NegativeDelayIsNone) {
 TEST(Thread, KilledInItsDelayItNeverCallsTheFunction) {
     std::atomic<int> calls{0};
     Thread thread;
-    thread.Start(count, &calls, 300);
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    thread.Start(count, &calls, 1000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
     thread.Kill();
     EXPECT_FALSE(thread.IsRunning());
-    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
     EXPECT_EQ(calls, 0);
 }
 
@@ -223,7 +233,7 @@ TEST(Thread, LongestDelayIsNoShortOne) {
     std::atomic<int> calls{0};
     Thread thread;
     thread.Start(count, &calls, INT_MAX);
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
     EXPECT_TRUE(thread.IsRunning());
     thread.Kill();
     EXPECT_EQ(calls, 0);
@@ -312,13 +322,37 @@ TEST(Thread, FunctionMayDestroyTheObjectThatRunsIt) {
     EXPECT_TRUE(waitUntil([&] { return own.destroyed.load(); }));
 }
 
+TEST(Thread, EndedThreadsLeaveNothingOfTheSystemBehind) {
+    constexpr int kEach = 150;
+    const auto startMany = [] {
+        std::atomic<int> calls{0};
+        Progress progress{0};
+        for (int i = 0; i < kEach; ++i) {
+            Thread joined(count, &calls);
+            joined.Join();
+            Thread awaited(count, &calls);
+            waitUntilIdle(awaited);
+            Thread killed(sleepForEver, &progress);
+            Thread copy(killed);
+            ASSERT_TRUE(isUnderWay(progress));
+            killed.Kill();
+            copy.Join();
+        }
+    };
+    startMany();
+    const std::int64_t before = zelutil::test::systemObjects();
+    startMany();
+    EXPECT_GT(before, 0);
+    EXPECT_LT(zelutil::test::systemObjects(), before + kEach / 2);
+}
+
 // --- Killing --------------------------------------------------------------------------------------------------------
 
 TEST(Thread, KilledThreadDoesNothingMore) {
     for (const ThreadFunction function : {&sleepForEver, &computeForEver}) {
         Progress progress{0};
         Thread thread(function, &progress);
-        ASSERT_TRUE(waitUntil([&] { return progress > 10; }));
+        ASSERT_TRUE(isUnderWay(progress));
         thread.Kill();
         EXPECT_FALSE(thread.IsRunning());
         EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
@@ -331,6 +365,7 @@ TEST(Thread, OtherThreadsOutliveAKill) {
     ASSERT_TRUE(gate.waitUntilEntered());
     Progress progress{0};
     Thread thread(sleepForEver, &progress);
+    ASSERT_TRUE(isUnderWay(progress));
     thread.Kill();
     EXPECT_TRUE(other.IsRunning());
     gate.open();
@@ -343,7 +378,7 @@ TEST(Thread, CanBeStartedAgainAfterAKill) {
     for (int i = 0; i < 20; ++i) {
         Progress progress{0};
         thread.Start(sleepForEver, &progress);
-        ASSERT_TRUE(waitUntil([&] { return progress > 0; }));
+        ASSERT_TRUE(isUnderWay(progress));
         thread.Kill();
         // The killed thread does not speak for the new one.
         Gate gate;
@@ -372,7 +407,7 @@ TEST(Thread, ObjectMayGoRightAfterItsKill) {
     Progress progress{0};
     {
         Thread thread(sleepForEver, &progress);
-        ASSERT_TRUE(waitUntil([&] { return progress > 0; }));
+        ASSERT_TRUE(isUnderWay(progress));
         thread.Kill();
     }
     EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
@@ -427,6 +462,7 @@ TEST(Thread, OddityTheObjectIsNotToldOfACopysKill) {
     Progress progress{0};
     Thread thread(sleepForEver, &progress);
     Thread copy(thread);
+    ASSERT_TRUE(isUnderWay(progress));
     copy.Kill();
     EXPECT_FALSE(copy.IsRunning());
     EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
@@ -457,21 +493,33 @@ TEST(Thread, SeveralCopiesMayWaitAtOnce) {
 }
 
 TEST(Thread, ThreadThatWaitsForAnotherCanBeKilled) {
-    Gate gate;
-    Thread awaited(Gate::pass, &gate);
+    struct Awaited {
+        Gate gate;
+        Thread thread{Gate::pass, &gate};
+        std::atomic<bool> entered{false};
+        std::atomic<bool> returned{false};
+    };
+    Awaited awaited;
     Thread waiting(
-        [](void* other) -> void* {
-            Thread(*static_cast<Thread*>(other)).Join();
+        [](void* argument) -> void* {
+            auto* const other = static_cast<Awaited*>(argument);
+            Thread copy(other->thread);
+            other->entered = true;
+            copy.Join();
+            other->returned = true;
             return nullptr;
         },
         &awaited);
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ASSERT_TRUE(waitUntil([&] { return awaited.entered.load(); }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_TRUE(waiting.IsRunning());
     waiting.Kill();
-    EXPECT_TRUE(awaited.IsRunning());
-    gate.open();
-    awaited.Join();
-    EXPECT_EQ(gate.passed(), 1);
+    EXPECT_TRUE(awaited.thread.IsRunning());
+    awaited.gate.open();
+    awaited.thread.Join();
+    EXPECT_EQ(awaited.gate.passed(), 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(awaited.returned);
 }
 
 // --- A thread and itself --------------------------------------------------------------------------------------------

@@ -36,7 +36,6 @@ private:
 
     void lock();
     void unlock() noexcept;
-    void giveUp() noexcept;
 
     Section* section_;
     std::atomic<bool> locked_{false};

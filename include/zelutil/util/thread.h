@@ -78,23 +78,23 @@ public:
     /// Ends the thread wherever it is, without waiting for that; afterwards nothing runs. Does nothing when nothing
     /// runs.
     ///
-    /// A last resort: what the thread holds (locks, memory, half-made changes) is not given back. Elsewhere than on
-    /// Windows the thread is cancelled, asynchronously unless the function asks for less (pthread_setcanceltype), which
-    /// destroys the objects of the functions it is in; a function that computes while it has such objects must ask for
-    /// deferred cancellation, or the whole process is ended.
+    /// A last resort: what the thread holds (locks, memory, half-made changes) is not given back. On Windows that can
+    /// be a lock of the system itself where the thread is killed while it begins or ends. Elsewhere than on Windows the
+    /// thread is cancelled, asynchronously unless the function asks for less (pthread_setcanceltype), which destroys
+    /// the objects of the functions it is in; a function that computes while it has such objects must ask for deferred
+    /// cancellation, or the whole process is ended.
     ///
     /// A function that kills the thread it runs on does not return from here, and the object still reads as running.
     void Kill();
 
-private:
+    /// What an object shares with each thread that it started and that has not ended; opaque to hosts.
     struct LinkBlock;
-    class Started;
 
+private:
     static unsigned currentThreadID();
-    bool isRecordedForAnother(unsigned id) const;
     void onDone();
 
-    /// Shared with each thread that this object started and that has not ended; null while there is none.
+    /// Null while no thread needs one.
     LinkBlock* link_ = nullptr;
     /// Names the running thread; 0 when nothing runs.
     std::atomic<unsigned> id_{0};
