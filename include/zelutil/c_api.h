@@ -24,9 +24,9 @@ extern "C" {
 /// host that keeps it copies it. The first call of the process reads the preference files.
 ZELUTIL_API const char* get_user_setting(const char* name);
 
-/// The shipped default of the setting `name`, under the same rules as `get_user_setting`, with two exceptions: after the
-/// library's teardown it lets a C++ exception (a `bool`, true) escape, and while the first call of the process searches
-/// for the user's file it must not be called by whom that search calls (it would wait for ever).
+/// The shipped default of the setting `name`, under the same rules as `get_user_setting`, with two exceptions: after
+/// the library's teardown it lets a C++ exception (a `bool`, true) escape, and while the first call of the process
+/// searches for the user's file it must not be called by whom that search calls (it would wait for ever).
 ZELUTIL_API const char* get_default_user_setting(const char* name);
 
 // --- Actions and shortcuts ------------------------------------------------------------------------------------------

@@ -3,6 +3,8 @@
 namespace ZelU::ZelPanel {
 namespace {
 
+// The tables bear their given names.
+// NOLINTBEGIN(readability-identifier-naming)
 constexpr const char* const _wrkSheet[] = {
     "Total Etch Length", "Differential Pair", "Relative Propagation Delay", "Wiring", "Vias", "All Layers", "By Layer",
     "Impedance",         "Return Path",       "Min/Max Propagation Delays", "Holes",
@@ -87,6 +89,8 @@ constexpr const char* const _uicontrols[] = {
     "spac_adv",
     "sn_check_by_layer",
 };
+
+// NOLINTEND(readability-identifier-naming)
 
 // `constexpr` makes sure that the index is made by the compiler: no look-up can then be the first.
 template <typename E, int N, const char* const (&table)[N]>

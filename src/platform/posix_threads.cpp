@@ -4,14 +4,15 @@
 // in a list, found by a number of our own, and whoever finds the record may still use its pthread_t.
 #include <cxxabi.h>
 #include <pthread.h>
-#include <time.h>
 
 #include <cerrno>
+#include <ctime>
 #include <memory>
 
 #include "platform/threads.h"
 
 // There only where the program is built with the address sanitizer.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" [[gnu::weak]] void __asan_unpoison_memory_region(const volatile void* begin, std::size_t size);
 
 namespace zelutil::platform {
@@ -34,14 +35,14 @@ struct ThreadRecord {
 constexpr ThreadId kCurrentThreadHandle = 0xFFFFFFFE;
 
 // Guards the list and the flags in it. Without constructor and destructor, because threads may outlive static objects.
-pthread_mutex_t g_mutex = PTHREAD_MUTEX_INITIALIZER;
-pthread_cond_t g_listChanged = PTHREAD_COND_INITIALIZER;
-ThreadRecord* g_records = nullptr;
-ThreadId g_lastId = 0;
+pthread_mutex_t recordsMutex = PTHREAD_MUTEX_INITIALIZER;
+pthread_cond_t recordsChanged = PTHREAD_COND_INITIALIZER;
+ThreadRecord* allRecords = nullptr;
+ThreadId lastThreadId = 0;
 
 // For the waits that nothing is to end.
-pthread_mutex_t g_sleepMutex = PTHREAD_MUTEX_INITIALIZER;
-pthread_cond_t g_never = PTHREAD_COND_INITIALIZER;
+pthread_mutex_t sleepMutex = PTHREAD_MUTEX_INITIALIZER;
+pthread_cond_t neverHappens = PTHREAD_COND_INITIALIZER;
 
 /// Whoever may be killed has a `KillShield` around it.
 class MutexLock {
@@ -56,7 +57,7 @@ private:
 };
 
 ThreadRecord* find(ThreadId id) {
-    ThreadRecord* record = g_records;
+    ThreadRecord* record = allRecords;
     while (record != nullptr && record->id != id) {
         record = record->next;
     }
@@ -65,13 +66,13 @@ ThreadRecord* find(ThreadId id) {
 
 ThreadId unusedId() {
     do {
-        ++g_lastId;
-    } while (g_lastId == 0 || g_lastId == kCurrentThreadHandle || find(g_lastId) != nullptr);
-    return g_lastId;
+        ++lastThreadId;
+    } while (lastThreadId == 0 || lastThreadId == kCurrentThreadHandle || find(lastThreadId) != nullptr);
+    return lastThreadId;
 }
 
 void unlist(const ThreadRecord* record) {
-    ThreadRecord** link = &g_records;
+    ThreadRecord** link = &allRecords;
     while (*link != record) {
         link = &(*link)->next;
     }
@@ -93,10 +94,10 @@ public:
 
 private:
     bool mayReclaimItself() {
-        const MutexLock lock(g_mutex);
+        const MutexLock lock(recordsMutex);
         record_->finished = true;
         if (record_->waiters > 0) {
-            pthread_cond_broadcast(&g_listChanged);
+            pthread_cond_broadcast(&recordsChanged);
             return false;
         }
         pthread_detach(record_->thread);
@@ -169,7 +170,7 @@ public:
 
     void wait(int callersState) {
         while (!record_->finished || (record_->claimed && !record_->joined)) {
-            waitKillable(callersState, [] { pthread_cond_wait(&g_listChanged, &g_mutex); });
+            waitKillable(callersState, [] { pthread_cond_wait(&recordsChanged, &recordsMutex); });
         }
         if (!record_->joined) {
             join();
@@ -180,11 +181,11 @@ private:
     /// The end is near, but the host's thread-local objects are still to be destroyed, which may need the list.
     void join() {
         record_->claimed = true;
-        pthread_mutex_unlock(&g_mutex);
+        pthread_mutex_unlock(&recordsMutex);
         pthread_join(record_->thread, nullptr);
-        pthread_mutex_lock(&g_mutex);
+        pthread_mutex_lock(&recordsMutex);
         record_->joined = true;
-        pthread_cond_broadcast(&g_listChanged);
+        pthread_cond_broadcast(&recordsChanged);
     }
 
     ThreadRecord* record_;
@@ -221,7 +222,7 @@ bool isCurrentThread(ThreadId id) {
     KillShield shield;
     bool same = false;
     {
-        const MutexLock lock(g_mutex);
+        const MutexLock lock(recordsMutex);
         const ThreadRecord* const record = find(id);
         same = record != nullptr && pthread_equal(record->thread, pthread_self()) != 0;
     }
@@ -236,13 +237,13 @@ bool startThread(ThreadBody& body, std::atomic<ThreadId>& id) {
     bool started = false;
     {
         // The list stays locked until the record tells the thread: the thread itself may ask for it.
-        const MutexLock lock(g_mutex);
+        const MutexLock lock(recordsMutex);
         record->id = unusedId();
         id = record->id;
         started = pthread_create(&record->thread, nullptr, runThread, record.get()) == 0;
         if (started) {
-            record->next = g_records;
-            g_records = record.release();
+            record->next = allRecords;
+            allRecords = record.release();
         } else {
             id = 0;
         }
@@ -255,13 +256,13 @@ void joinThread(ThreadId id) {
     const int callersState = cancelState();
     KillShield shield;
     if (isCurrentThread(id)) {
-        const MutexLock lock(g_sleepMutex);
+        const MutexLock lock(sleepMutex);
         for (;;) {
-            waitKillable(callersState, [] { pthread_cond_wait(&g_never, &g_sleepMutex); });
+            waitKillable(callersState, [] { pthread_cond_wait(&neverHappens, &sleepMutex); });
         }
     }
     {
-        const MutexLock lock(g_mutex);
+        const MutexLock lock(recordsMutex);
         if (ThreadRecord* const record = find(id)) {
             Waiter(record).wait(callersState);
         }
@@ -272,7 +273,7 @@ void joinThread(ThreadId id) {
 void killThread(ThreadId id) {
     KillShield shield;
     {
-        const MutexLock lock(g_mutex);
+        const MutexLock lock(recordsMutex);
         const ThreadRecord* const record = find(id);
         if (record != nullptr && !record->finished) {
             pthread_cancel(record->thread);
@@ -286,12 +287,12 @@ void sleepKillable(std::uint32_t milliseconds) {
         return;
     }
     const timespec end = monotonicTimeAfter(milliseconds);
-    const MutexLock lock(g_sleepMutex);
+    const MutexLock lock(sleepMutex);
     // Not one of the sleeping calls: a thread killed in those would confuse the thread sanitizer.
     int result = 0;
     while (result != ETIMEDOUT) {
         waitKillable(PTHREAD_CANCEL_ENABLE,
-                     [&] { result = pthread_cond_clockwait(&g_never, &g_sleepMutex, CLOCK_MONOTONIC, &end); });
+                     [&] { result = pthread_cond_clockwait(&neverHappens, &sleepMutex, CLOCK_MONOTONIC, &end); });
     }
 }
 

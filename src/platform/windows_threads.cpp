@@ -81,7 +81,7 @@ void callKillable(void* (*function)(void*), void* argument) {
 
 KillShield::KillShield() = default;
 
-KillShield::~KillShield() = default;
+KillShield::~KillShield() = default;  // NOLINT(performance-trivially-destructible): not so on other systems
 
 void KillShield::lift() {}
 
@@ -104,6 +104,7 @@ void enterCriticalSection(CriticalSection* section) noexcept { EnterCriticalSect
 
 void leaveCriticalSection(CriticalSection* section) noexcept {
     // Leaving a section that one is not in would spoil its count, and the next thread would wait for ever.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     const HANDLE self = reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(GetCurrentThreadId()));
     if (section->section.OwningThread == self) {
         LeaveCriticalSection(&section->section);

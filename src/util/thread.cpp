@@ -24,20 +24,20 @@ namespace {
 
 // Held for a few instructions at a time, by one thread of the process. A thread that is killed while it waits for this
 // leaves nothing behind, which is not so of the system's locks.
-std::atomic_flag g_linksInUse = ATOMIC_FLAG_INIT;
+std::atomic_flag linksInUse = ATOMIC_FLAG_INIT;
 
 /// Guards every link block, and the thread's own end against `Kill`. Whoever may be killed has a `KillShield` around
 /// it.
 class LinkLock {
 public:
     LinkLock() {
-        while (g_linksInUse.test_and_set(std::memory_order_acquire)) {
+        while (linksInUse.test_and_set(std::memory_order_acquire)) {
             std::this_thread::yield();
         }
     }
     LinkLock(const LinkLock&) = delete;
     LinkLock& operator=(const LinkLock&) = delete;
-    ~LinkLock() { g_linksInUse.clear(std::memory_order_release); }
+    ~LinkLock() { linksInUse.clear(std::memory_order_release); }
 };
 
 // Kept deliberately: what the system calls the current thread is not the name of any thread, so a thread that joins or
