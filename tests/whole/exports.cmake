@@ -15,7 +15,6 @@ set(unlisted_classes
     ZelU::Marl::IUserPreferenceObserver
     ZelU::Marl::IUserPreferenceSubManagerObserver
     ZelU::Registry::IValueFactory
-    ZelU::Thrd::Thread::Started
     zelutil::platform::ThreadBody)
 
 set(both_heading "# On both systems")
