@@ -25,7 +25,7 @@ void showFacets();
 /// Two editors are registered, and the user goes from one to the other.
 void switchApplications();
 
-/// Enumerations of the constraint panels by value and by name.
+/// Enumerations of the constraint panels, and one of the host's own, by value and by name.
 void showEnumerations();
 
 #endif

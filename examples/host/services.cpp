@@ -1,6 +1,7 @@
 #include <cstdio>
 
 #include "chapters.h"
+#include "layer_kind.h"
 
 #include <zelutil/c_api.h>
 #include <zelutil/enums/panel_enums.h>
@@ -30,6 +31,20 @@ void showModes() {
     }
     std::printf("  \"ADVANCED\" is mode %d, \"expert\" is none (%d)\n", modes.RawLookup("ADVANCED"),
                 modes.RawLookup("expert"));
+}
+
+/// A layer as a user's file names it.
+void showLayer(const char* name) {
+    const LayerKind kind = HRES<LayerKind>::Instance().Lookup(name);
+    const bool isConducting = kind == LayerKind::Signal || kind == LayerKind::Plane;
+    std::printf("  a layer \"%s\" %s\n", name, isConducting ? "conducts" : "does not conduct");
+}
+
+void showLayerKinds() {
+    std::printf("  layer kind %d is \"%s\"\n", static_cast<int>(LayerKind::SolderMask),
+                HRES<LayerKind>::Instance().Name(static_cast<int>(LayerKind::SolderMask)));
+    showLayer("plane");
+    showLayer("Silkscreen");
 }
 
 }  // namespace
@@ -64,4 +79,5 @@ void switchApplications() {
 void showEnumerations() {
     std::puts("\nEnumerations");
     showModes();
+    showLayerKinds();
 }

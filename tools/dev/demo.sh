@@ -1,4 +1,4 @@
-#  [--windows]: Build the library and an example host and run it in an example installation
+#  [--windows]: Build the library and example hosts and run them in an example installation
 preset=release
 packages=("${buildPackages[@]}")
 case ${1:-} in
@@ -11,6 +11,7 @@ case ${1:-} in
 esac
 need "${packages[@]}"
 
+hosts=(host_demo "host_demo --read-back" registry_demo c_host)
 # The example installation and its user's home: nothing of the machine's own product, if it has one.
 demo=$PWD/build/$preset/demo
 # The library's trace shows which source the root was found by.
@@ -21,14 +22,14 @@ if [[ $preset == windows ]]; then
     startWine
     buildPreset windows zelutil_demo
     folder=Z:${demo//\//\\}
-    for host in host_demo "host_demo --read-back" c_host; do
+    for host in "${hosts[@]}"; do
         say "Running $host under Wine, installed in $demo"
         # Wine sets both variables itself, to the user of its prefix.
         cmake/run-wine cmd /c "set HOMEDRIVE=Z:&& set HOMEPATH=${folder#Z:}\\home&& $folder\\product\\tools\\bin\\$host"
     done
 else
     buildPreset release zelutil_demo
-    for host in host_demo "host_demo --read-back" c_host; do
+    for host in "${hosts[@]}"; do
         say "Running $host, installed in $demo"
         # shellcheck disable=SC2086: the option is a word of its own
         (cd "$demo/product/tools/bin" && HOMEDRIVE=Z: HOMEPATH=$demo/home ./$host)
