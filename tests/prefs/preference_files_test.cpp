@@ -4,6 +4,8 @@
 #include <zelutil/c_api.h>
 #include <zelutil/prefs/user_preference_manager.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "prefs/preference_world.h"
@@ -146,6 +148,19 @@ TEST_F(UserFile, MissingLeavesTheDefaults) {
 
 TEST_F(UserFile, ThatIsNoJsonLeavesTheDefaults) {
     world_.writeUser(userWithValue("user") + "x");
+    EXPECT_EQ(value(), "default");
+}
+
+// What follows a zero byte is not looked at, so the size alone makes the difference.
+TEST_F(UserFile, OfTheLargestSizeIsRead) {
+    world_.writeUser(userWithValue("user"));
+    std::filesystem::resize_file(world_.userFile(), std::uintmax_t{64} << 20);
+    EXPECT_EQ(value(), "user");
+}
+
+TEST_F(UserFile, LargerThanThatIsNotRead) {
+    world_.writeUser(userWithValue("user"));
+    std::filesystem::resize_file(world_.userFile(), (std::uintmax_t{64} << 20) + 1);
     EXPECT_EQ(value(), "default");
 }
 

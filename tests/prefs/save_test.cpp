@@ -127,6 +127,20 @@ TEST_F(Save, GoesToTheFileThatTheCommonLibraryFindsThen) {
     EXPECT_EQ(commonLibrary.searchCalls, 3);
 }
 
+TEST_F(Save, MakesTheDirectoriesOfAnOddlyWrittenPath) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    commonLibrary.foundPath = systemText(world_.home().path()) + "/a//b\\\\/found.cfg";
+    save("1");
+    EXPECT_EQ(readTextFile(world_.home() / "a/b/found.cfg"), savedText("1"));
+}
+
+TEST_F(Save, GoesToTheCurrentDirectoryWhenThePathHasNone) {
+    fs::current_path(world_.home().path());
+    loadCommonLibrary().foundPath = "found.cfg";
+    save("1");
+    EXPECT_EQ(readTextFile(world_.home() / "found.cfg"), savedText("1"));
+}
+
 TEST_F(Save, DuringItsSearchTheCFunctionAnswersNull) {
     CommonLibraryState& commonLibrary = loadCommonLibrary();
     UserPreferenceManager::GetInstance();
