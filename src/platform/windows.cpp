@@ -22,6 +22,8 @@ using namespace windows;
 
 namespace {
 
+constexpr wchar_t kCharactersOfNoName[] = L"\"*?<>|";
+
 /// Calls `fill(buffer, size)` with a growing buffer. `fill` answers, as these system calls do, 0 on failure, the length
 /// when it fitted, and otherwise the size it needs or `size` itself.
 template <typename Fill>
@@ -55,6 +57,21 @@ bool hasExecutableExtension(std::wstring_view path) {
     return std::any_of(kExecutable.begin(), kExecutable.end(), [&](const wchar_t* one) {
         return CompareStringOrdinal(extension.c_str(), -1, one, -1, TRUE) == CSTR_EQUAL;
     });
+}
+
+/// Puts what a symbolic link leads to in the place of the link's own data. False when it leads to nothing.
+bool followLink(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& data) {
+    const File target(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION found{};
+    if (!target.isOpen() || GetFileInformationByHandle(target.handle(), &found) == 0) {
+        const DWORD error = GetLastError();
+        return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+    }
+    data.dwFileAttributes = found.dwFileAttributes;
+    data.nFileSizeHigh = found.nFileSizeHigh;
+    data.nFileSizeLow = found.nFileSizeLow;
+    return true;
 }
 
 /// Bytes read into `bytes` from the start, which is cut to them; false on failure.
@@ -149,6 +166,9 @@ std::optional<FileStatus> fileStatus(const char* path) {
     if (GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data) == 0) {
         return std::nullopt;
     }
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && !followLink(file, data)) {
+        return std::nullopt;
+    }
     const bool directory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     return FileStatus{directory, directory || hasExecutableExtension(file),
                       (data.dwFileAttributes & FILE_ATTRIBUTE_READONLY) == 0,
@@ -163,7 +183,8 @@ bool removeFile(const char* path) { return DeleteFileW(systemPath(path).c_str())
 
 bool makeDirectories(const char* path) {
     const std::wstring directory = systemPath(path);
-    if (directory.empty()) {
+    // The system would refuse a part with such a character only after the parts before it were made.
+    if (directory.empty() || directory.find_first_of(kCharactersOfNoName) != std::wstring::npos) {
         return false;
     }
     // What cannot be made on the way (a drive, a server and its share) shows at the end.
@@ -175,8 +196,7 @@ bool makeDirectories(const char* path) {
 }
 
 std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize) {
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const File file(CreateFileW(systemPath(path).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+    const File file(CreateFileW(systemPath(path).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size{};
     if (!file.isOpen() || GetFileType(file.handle()) != FILE_TYPE_DISK || GetFileSizeEx(file.handle(), &size) == 0 ||

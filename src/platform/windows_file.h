@@ -18,6 +18,9 @@ namespace zelutil::platform::windows {
 /// Some calls take at most 32 bits of length at once.
 inline constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
 
+/// Whoever has or opens the file meanwhile is not disturbed.
+inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 std::wstring widen(std::string_view text);
 std::string narrow(std::wstring_view wide);
 

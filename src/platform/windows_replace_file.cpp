@@ -24,8 +24,6 @@ constexpr DWORD kLongestWaitForTurn = 2000;
 /// ERROR_DISK_QUOTA_EXCEEDED; not every SDK has the name.
 constexpr DWORD kDiskQuotaExceeded = 1295;
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
 /// How an attempt to write beside the target ended.
 enum class Beside { Done, Failed, Impossible };
 

@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "support/child_process.h"
 #include "support/environment.h"
+#include "support/symbolic_link.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
 
@@ -188,6 +189,25 @@ TEST_F(PlatformFiles, NothingHasNoStatus) {
     EXPECT_FALSE(fileStatus(kNull));
 }
 
+TEST_F(PlatformFiles, OfASymbolicLinkTheFileItLeadsToCounts) {
+    write("file", "bytes");
+    fs::permissions(directory / "file", fs::perms::owner_write, fs::perm_options::remove);
+    if (!test::makeFileLink(directory / "file", directory / "link") ||
+        !test::makeFileLink(directory / "missing", directory / "loose")) {
+        GTEST_SKIP() << "no symbolic links on this system";
+    }
+    const auto status = fileStatus(text("link").c_str());
+    ASSERT_TRUE(status);
+    EXPECT_FALSE(status->directory);
+    EXPECT_FALSE(status->ownerWrite);
+    EXPECT_EQ(status->size, 5);
+    EXPECT_FALSE(fileStatus(text("loose").c_str()));
+    EXPECT_EQ(readFile(text("link").c_str(), kNoLimit), "bytes");
+    EXPECT_TRUE(removeFile(text("link").c_str()));
+    EXPECT_TRUE(isThere("file"));
+    fs::permissions(directory / "file", fs::perms::owner_write, fs::perm_options::add);
+}
+
 TEST_F(PlatformFiles, SeparatorsMayBeSlashesAndDoubled) {
     write("dir/file", "bytes");
     std::string path = text("dir/file");
@@ -318,6 +338,7 @@ TEST_F(PlatformFiles, ATextWithACharacterOfNoNameNamesNoFile) {
         const std::string none = text("fil") + character;
         EXPECT_FALSE(writeFile(none.c_str(), "y")) << none;
         EXPECT_FALSE(makeDirectories(none.c_str())) << none;
+        EXPECT_FALSE(makeDirectories((text("new") + "\\a" + character + "\\b").c_str())) << "nor any parent";
         EXPECT_FALSE(renameFile(text("file").c_str(), none.c_str())) << none;
         EXPECT_FALSE(fileStatus(none.c_str())) << none;
         EXPECT_EQ(readFile(none.c_str(), kNoLimit), std::nullopt) << none;
