@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "support/ordinary_user.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
 
@@ -16,36 +17,18 @@ namespace zelutil::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using test::kNobody;
+using test::OrdinaryUser;
 using test::readTextFile;
 using test::TempDirectory;
 using test::windowsText;
 using test::writeTextFile;
-
-constexpr uid_t kNobody = 65534;
 
 struct stat statusOf(const fs::path& path) {
     struct stat status {};
     EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
     return status;
 }
-
-/// Runs as an ordinary user until the end of its scope. Only root can; elsewhere the process is one already.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : wasRoot_(::geteuid() == 0) {
-        if (wasRoot_) {
-            EXPECT_EQ(::seteuid(kNobody), 0);
-        }
-    }
-    ~OrdinaryUser() {
-        if (wasRoot_) {
-            EXPECT_EQ(::seteuid(0), 0);
-        }
-    }
-
-private:
-    bool wasRoot_;
-};
 
 class ReplacePosixFile : public testing::Test {
 protected:

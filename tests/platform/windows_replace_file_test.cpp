@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "support/held_file.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
 
@@ -13,23 +14,11 @@ namespace zelutil::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using test::HeldFile;
 using test::readTextFile;
 using test::TempDirectory;
 using test::windowsText;
 using test::writeTextFile;
-
-/// The file, held open for reading and shared as told, until the end of its scope.
-class HeldFile {
-public:
-    HeldFile(const fs::path& path, DWORD sharing)
-        : handle_(CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr)) {
-        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
-    }
-    ~HeldFile() { CloseHandle(handle_); }
-
-private:
-    HANDLE handle_;
-};
 
 class ReplaceWindowsFile : public testing::Test {
 protected:

@@ -4,74 +4,34 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <zelutil/prefs/user_preference_manager.h>
-
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <random>
 #include <string>
 #include <thread>
 
+#include "prefs/many_settings.h"
 #include "prefs/preference_world.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using zelutil::test::kills;
+using zelutil::test::manyDefaults;
+using zelutil::test::manySavedText;
 using zelutil::test::PreferenceWorld;
 using zelutil::test::readTextFile;
+using zelutil::test::saveMany;
 
-constexpr int kSettings = 300;
-
-/// How many saves are killed; the variable ZELUTIL_TEST_KILLS asks for more.
-int kills() {
-    constexpr int kUsual = 200;
-    const char* const asked = std::getenv("ZELUTIL_TEST_KILLS");
-    return asked == nullptr ? kUsual : std::atoi(asked);
-}
-
-/// Defaults with many settings, all of them changed by every save, so that a save takes its time.
-std::string manyDefaults() {
-    std::string text = R"({"meta":[{"header":"S","attribute":"s","tclCommand":"t","defaultsettings":[)";
-    for (int i = 0; i < kSettings; ++i) {
-        text +=
-            (i == 0 ? "" : ",") + std::string(R"({"name":"setting_)") + std::to_string(i) + R"(","value":"default"})";
-    }
-    return text + "]}]}";
-}
-
-std::map<std::string, std::string> all(const std::string& value) {
-    std::map<std::string, std::string> settings;
-    for (int i = 0; i < kSettings; ++i) {
-        settings["s::setting_" + std::to_string(i)] = value;
-    }
-    return settings;
-}
-
-/// The text of a user's file in which every setting has `value`, as a save lays it out.
-std::string savedText(const std::string& value) {
-    std::string text =
-        "{\n    \"meta\": [\n        {\n            \"header\": \"S\",\n            \"attribute\": \"s\",\n"
-        "            \"overriddensettings\": [";
-    for (int i = 0; i < kSettings; ++i) {
-        text += (i == 0 ? "\n" : ",\n") + std::string("                {\n                    \"setting_") +
-                std::to_string(i) + "\": \"" + value + "\"\n                }";
-    }
-    return text + "\n            ]\n        }\n    ]\n}";
-}
+constexpr int kUsualKills = 200;
 
 class SaveUnderFire : public testing::Test {
 protected:
     SaveUnderFire() {
         world_.writeDefaults(manyDefaults());
-        save(first_);
+        saveMany(first_);
         EXPECT_EQ(readTextFile(world_.userFile()), firstText_);
-    }
-
-    static void save(const std::string& value) {
-        UserPreferenceManager::GetInstance().updateUserPrefSettings(all(value), {});
     }
 
     /// A process that saves the one value and the other in turn until it is killed.
@@ -79,8 +39,8 @@ protected:
         const pid_t child = ::fork();
         if (child == 0) {
             for (;;) {
-                save(second_);
-                save(first_);
+                saveMany(second_);
+                saveMany(first_);
             }
         }
         return child;
@@ -98,10 +58,10 @@ protected:
     }
 
     PreferenceWorld world_;
-    const std::string first_ = "short";
-    const std::string second_ = "a value that is longer than the other one";
-    const std::string firstText_ = savedText(first_);
-    const std::string secondText_ = savedText(second_);
+    const std::string first_ = zelutil::test::kShortValue;
+    const std::string second_ = zelutil::test::kLongValue;
+    const std::string firstText_ = manySavedText(first_);
+    const std::string secondText_ = manySavedText(second_);
 };
 
 TEST_F(SaveUnderFire, AKilledSaveLeavesAWholeFileAndTheNextOneClearsUp) {
@@ -110,7 +70,7 @@ TEST_F(SaveUnderFire, AKilledSaveLeavesAWholeFileAndTheNextOneClearsUp) {
     int damaged = 0;
     int changed = 0;
     std::ptrdiff_t mostLeft = 0;
-    for (int i = 0; i < kills(); ++i) {
+    for (int i = 0; i < kills(kUsualKills); ++i) {
         const pid_t child = startSaving();
         ASSERT_GT(child, 0);
         std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
@@ -120,15 +80,15 @@ TEST_F(SaveUnderFire, AKilledSaveLeavesAWholeFileAndTheNextOneClearsUp) {
         changed += text == secondText_ ? 1 : 0;
         mostLeft = std::max(mostLeft, filesBesideTheUsers());
     }
-    std::printf("%d kills, %d damaged files, %d times the newer text, at most %td files left\n", kills(), damaged,
-                changed, mostLeft);
+    std::printf("%d kills, %d damaged files, %d times the newer text, at most %td files left\n", kills(kUsualKills),
+                damaged, changed, mostLeft);
     EXPECT_EQ(damaged, 0);
     EXPECT_GT(changed, 0);
     // Each save removes what the killed one before it left.
     EXPECT_LE(mostLeft, 1);
-    save("last");
+    saveMany("last");
     EXPECT_EQ(filesBesideTheUsers(), 0);
-    EXPECT_EQ(readTextFile(world_.userFile()), savedText("last"));
+    EXPECT_EQ(readTextFile(world_.userFile()), manySavedText("last"));
 }
 
 TEST_F(SaveUnderFire, AReaderOfAFileThatTwoProcessesSaveNeverSeesATornOne) {
@@ -148,7 +108,7 @@ TEST_F(SaveUnderFire, AReaderOfAFileThatTwoProcessesSaveNeverSeesATornOne) {
     std::printf("%d reads, %d torn\n", reads, torn);
     EXPECT_EQ(torn, 0);
     EXPECT_GT(reads, 100);
-    save("last");
+    saveMany("last");
     EXPECT_EQ(filesBesideTheUsers(), 0);
 }
 

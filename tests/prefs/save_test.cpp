@@ -3,14 +3,13 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/c_api.h>
 #include <zelutil/prefs/user_preference_manager.h>
-#include <zelutil/prefs/user_preference_server.h>
 
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #include <string>
 
 #include "prefs/preference_world.h"
+#include "prefs/saving_host.h"
 #include "support/common_library_stand_in.h"
 #include "support/small_stack.h"
 
@@ -19,52 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Type = UserPreferenceManager::SubManagerType;
-using ZelU::Marl::UserPreferenceServer;
-
-/// Counts its calls and does something in each.
-class Listener : public ZelU::Marl::IUserPreferenceObserver {
-public:
-    explicit Listener(std::function<void()> whenTold = [] {}) : whenTold_(std::move(whenTold)) {
-        UserPreferenceServer::getInstance().attach(this);
-    }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-    ~Listener() { UserPreferenceServer::getInstance().detach(this); }
-
-    void onUserSettingsChanged(const std::set<std::string>& changedNames) override {
-        ++calls;
-        whenTold_();
-        names = changedNames;
-    }
-
-    int calls = 0;
-    std::set<std::string> names;
-
-private:
-    std::function<void()> whenTold_;
-};
-
-std::string savedText(const std::string& value) {
-    return "{\n"
-           "    \"meta\": [\n"
-           "        {\n"
-           "            \"header\": \"S\",\n"
-           "            \"attribute\": \"s\",\n"
-           "            \"overriddensettings\": [\n"
-           "                {\n"
-           "                    \"value\": \"" +
-           value +
-           "\"\n"
-           "                }\n"
-           "            ]\n"
-           "        }\n"
-           "    ]\n"
-           "}";
-}
-
-void save(const std::string& value) {
-    UserPreferenceManager::GetInstance().updateUserPrefSettings({{"s::value", value}}, {});
-}
 
 class Save : public testing::Test {
 protected:

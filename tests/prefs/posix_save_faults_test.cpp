@@ -1,0 +1,185 @@
+// Each system call of a save fails in turn. Whatever fails: the user's file is the old or the new one, whole, nothing
+// of ours is left beside it, no exception comes out, the new value is in force and the observers are told.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "prefs/preference_world.h"
+#include "prefs/saving_host.h"
+#include "support/system_faults.h"
+
+namespace zelutil::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kErrors[] = {EACCES, EPERM, EROFS, EIO, ENOSPC, EDQUOT, EINTR, EMFILE, EBUSY, ENOLCK, EFBIG};
+constexpr std::size_t kMostCalls = 100;
+
+/// Over all cases of one test.
+struct Tally {
+    int broken = 0;
+    int old = 0;
+    int fresh = 0;
+    int damaged = 0;
+    int leftovers = 0;
+
+    void print(const char* what) const {
+        std::printf("%s: %d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers\n",
+                    what, broken, old, fresh, damaged, leftovers);
+    }
+};
+
+class SaveFaults : public testing::Test {
+protected:
+    SaveFaults() {
+        world_.writeDefaults(defaultsWithValue("default"));
+        UserPreferenceManager::GetInstance();
+    }
+
+    std::string textOf(const fs::path& file) const { return fs::exists(file) ? readTextFile(file) : "(none)"; }
+
+    bool isLeftoverThere() const {
+        const fs::path directory = world_.userFile().parent_path();
+        if (!fs::exists(directory)) {
+            return false;
+        }
+        for (const auto& entry : fs::directory_iterator(directory)) {
+            const std::string name = entry.path().filename().string();
+            if (name != "tessel_settings.cfg" && name != "tessel_settings.cfg.bad") {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Saves a value that no save before had, with the fault; tells whether it came to pass.
+    bool saveWith(const Fault& fault) {
+        const std::string value = std::to_string(++saves_);
+        const std::string old = textOf(world_.userFile());
+        const Listener listener;
+        bool happened = false;
+        {
+            const FaultInjection injection(fault);
+            EXPECT_NO_THROW(save(value));
+            happened = injection.happened();
+        }
+        EXPECT_EQ(listener.calls, 1);
+        EXPECT_EQ(UserPreferenceManager::GetInstance().getUserPrefSetting("value"), value);
+        const std::string text = textOf(world_.userFile());
+        tally_.broken += happened ? 1 : 0;
+        tally_.old += happened && text == old ? 1 : 0;
+        tally_.fresh += happened && text == savedText(value) ? 1 : 0;
+        const bool damaged = text != old && text != savedText(value);
+        tally_.damaged += damaged ? 1 : 0;
+        EXPECT_FALSE(damaged) << text;
+        // What could not be removed is removed by the next save.
+        const bool leftover = isLeftoverThere() && fault.call != "unlink";
+        tally_.leftovers += leftover ? 1 : 0;
+        EXPECT_FALSE(leftover);
+        return happened;
+    }
+
+    void expectGoodSave() {
+        const std::string value = std::to_string(++saves_);
+        save(value);
+        EXPECT_EQ(textOf(world_.userFile()), savedText(value));
+        EXPECT_FALSE(isLeftoverThere());
+    }
+
+    /// Has every call fail with every error: `test` is told the fault and answers whether it came to pass.
+    template <typename Test>
+    static void forEachFault(Test test) {
+        for (const std::string& call : wrappedCalls()) {
+            for (const int error : kErrors) {
+                for (std::size_t occurrence = 1;; ++occurrence) {
+                    SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::strerror(error));
+                    ASSERT_LT(occurrence, kMostCalls) << "called without end";
+                    if (!test(Fault{call, occurrence, error})) {
+                        break;
+                    }
+                }
+            }
+        }
+    }
+
+    PreferenceWorld world_;
+    Tally tally_;
+
+private:
+    int saves_ = 0;
+};
+
+TEST_F(SaveFaults, AnyCallMayFailWhereThereIsAFile) {
+    expectGoodSave();
+    forEachFault([&](const Fault& fault) {
+        const bool happened = saveWith(fault);
+        expectGoodSave();
+        return happened;
+    });
+    tally_.print("over a file");
+    EXPECT_GT(tally_.broken, 150);
+    EXPECT_GT(tally_.old, 0);
+    EXPECT_GT(tally_.fresh, 0);
+}
+
+TEST_F(SaveFaults, AnyCallMayFailWhereThereIsNoDirectoryYet) {
+    forEachFault([&](const Fault& fault) {
+        fs::remove_all(world_.home() / "pcbenv");
+        const bool happened = saveWith(fault);
+        expectGoodSave();
+        return happened;
+    });
+    tally_.print("without a directory");
+    EXPECT_GT(tally_.broken, 150);
+    EXPECT_GT(tally_.old, 0);
+    EXPECT_GT(tally_.fresh, 0);
+}
+
+TEST_F(SaveFaults, ADiskThatFillsInTheMiddleOfAWriteLeavesTheOldFile) {
+    expectGoodSave();
+    for (const int error : {ENOSPC, EDQUOT, EIO}) {
+        const std::string old = textOf(world_.userFile());
+        EXPECT_TRUE(saveWith({"write", 1, error, true}));
+        EXPECT_EQ(textOf(world_.userFile()), old);
+    }
+    expectGoodSave();
+}
+
+// A file that is no JSON is kept once in a process, so each fault gets a process of its own.
+TEST_F(SaveFaults, AnyCallMayFailWhereAFileThatIsNoJsonIsToBeKept) {
+    constexpr char kBad[] = "{\"meta\":[{\"mine\":1,}]";
+    enum Exit { kHappened = 10, kNever, kFailed };
+    int keptWhole = 0;
+    forEachFault([&](const Fault& fault) {
+        const fs::path kept = world_.userFile().string() + ".bad";
+        fs::remove(kept);
+        world_.writeUser(kBad);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const bool happened = saveWith(fault);
+            ::_exit(HasFailure() ? kFailed : happened ? kHappened : kNever);
+        }
+        int status = 0;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        EXPECT_TRUE(exitCode == kHappened || exitCode == kNever) << exitCode;
+        const std::string keptText = textOf(kept);
+        EXPECT_TRUE(keptText == kBad || keptText == "(none)") << keptText;
+        keptWhole += keptText == kBad ? 1 : 0;
+        tally_.broken += exitCode == kHappened ? 1 : 0;
+        return exitCode == kHappened;
+    });
+    std::printf("over a file to keep: %d calls broken, %d times kept\n", tally_.broken, keptWhole);
+    EXPECT_GT(tally_.broken, 300);
+    EXPECT_GT(keptWhole, 0);
+}
+
+}  // namespace
+}  // namespace zelutil::test
