@@ -85,15 +85,7 @@ private:
             if (!given) {
                 continue;
             }
-            auto setting = std::make_shared<MetaSettings>();
-            setting->fullName.reserve(prefix.size() + given->name.size());
-            setting->fullName.append(prefix).append(given->name);
-            const std::uint64_t key = keyOf(given->name, prefixKey);
-            setting->key = key;
-            setting->nameLength = static_cast<std::uint32_t>(given->name.size());
-            setting->defaultValue = given->value;
-            model_.settingsByHash_.add(std::move(setting));
-            model_.settingsByHash_.addKey(key);
+            model_.settingsByHash_.add(prefix, given->name, keyOf(given->name, prefixKey), given->value);
             if (unique) {
                 model_.settingsByHash_.addKey(keyOf(given->name));
             }

@@ -11,7 +11,24 @@ constexpr unsigned kKeyBits = 64;
 
 }  // namespace
 
-void SettingIndex::add(std::shared_ptr<Setting> setting) { settings_.push_back(std::move(setting)); }
+SettingIndex::Setting* SettingIndex::add(std::string_view section, std::string_view name, std::uint64_t key,
+                                         std::string_view defaultValue) {
+    const std::pmr::polymorphic_allocator<Setting> allocator(memory_.get());
+    const auto& setting = settings_.emplace_back(std::allocate_shared<Setting>(allocator));
+    setting->fullName = joined(section, name);
+    setting->defaultValue = defaultValue;
+    setting->key = key;
+    setting->nameLength = static_cast<std::uint32_t>(name.size());
+    addKey(key);
+    return setting.get();
+}
+
+std::string_view SettingIndex::joined(std::string_view section, std::string_view name) {
+    const std::size_t length = section.size() + name.size();
+    char* const text = static_cast<char*>(memory_->allocate(length, alignof(char)));
+    std::copy(name.begin(), name.end(), std::copy(section.begin(), section.end(), text));
+    return {text, length};
+}
 
 void SettingIndex::addKey(std::uint64_t key) {
     additions_.push_back({key, static_cast<std::uint32_t>(settings_.size() - 1)});

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +13,8 @@
 
 /// The record of one setting. There are thousands, so that each text counts at the start of a process.
 struct UserPreferenceManager::MetaSettings {
-    /// The section's attribute path, "::" and the name, as the defaults file has them.
-    std::string fullName;
+    /// The section's attribute path, "::" and the name, as the defaults file has them. It lives as long as the index.
+    std::string_view fullName;
     std::string defaultValue;
     std::string userValue;
     std::uint64_t key = 0;  ///< Hash of the full name in lower case.
@@ -21,7 +22,7 @@ struct UserPreferenceManager::MetaSettings {
     bool hasUserValue = false;  ///< Whether `userValue` is in force, empty or not.
 
     /// The name without the section's path.
-    std::string_view name() const { return std::string_view(fullName).substr(fullName.size() - nameLength); }
+    std::string_view name() const { return fullName.substr(fullName.size() - nameLength); }
 };
 
 namespace zelutil::prefs {
@@ -33,8 +34,15 @@ class SettingIndex {
 public:
     using Setting = UserPreferenceManager::MetaSettings;
 
-    /// Takes a setting in. It is found under its keys after the next `build`.
-    void add(std::shared_ptr<Setting> setting);
+    SettingIndex() = default;
+    /// A copy shares the records.
+    SettingIndex(const SettingIndex&) = default;
+    /// Records must not outlive their memory, as those of the left side would for a moment.
+    SettingIndex& operator=(const SettingIndex&) = delete;
+
+    /// Makes the record of a setting: its section's path with "::" behind it, and its name. `key` is that of both
+    /// together; the setting is found under it after the next `build`. Answers the record.
+    Setting* add(std::string_view section, std::string_view name, std::uint64_t key, std::string_view defaultValue);
 
     /// Has the setting that was added last found under `key` too, unless an earlier one is.
     void addKey(std::uint64_t key);
@@ -61,6 +69,11 @@ private:
     void dropLaterEntriesOfOneKey();
     void indexEntries();
 
+    std::string_view joined(std::string_view section, std::string_view name);
+
+    /// Records and names are made by the thousand, one after another, and go together.
+    std::shared_ptr<std::pmr::monotonic_buffer_resource> memory_ =
+        std::make_shared<std::pmr::monotonic_buffer_resource>();
     std::vector<std::shared_ptr<Setting>> settings_;
     /// What `build` has not seen yet. A deque copies nothing when it grows.
     std::deque<Entry> additions_;

@@ -40,7 +40,7 @@ UserPreferenceManager::UserPreferenceManager(const UserPreferenceManager& other)
     : model_(std::make_unique<Model>(*other.model_)) {}
 
 UserPreferenceManager& UserPreferenceManager::operator=(const UserPreferenceManager& other) {
-    *model_ = *other.model_;
+    model_ = std::make_unique<Model>(*other.model_);
     return *this;
 }
 

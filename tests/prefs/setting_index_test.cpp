@@ -13,12 +13,7 @@ using Setting = SettingIndex::Setting;
 
 class IndexAndMap {
 public:
-    void add(std::uint64_t key) {
-        auto setting = std::make_shared<Setting>();
-        map_.emplace(key, setting);
-        index_.add(std::move(setting));
-        index_.addKey(key);
-    }
+    void add(std::uint64_t key) { map_.emplace(key, index_.add("section::", "name", key, "value")); }
 
     void expectSame() {
         index_.build();
@@ -26,8 +21,8 @@ public:
         ASSERT_EQ(settings.size(), map_.size());
         auto inIndex = settings.begin();
         for (const auto& [key, setting] : map_) {
-            EXPECT_EQ(index_.find(key), setting.get()) << key;
-            EXPECT_EQ(*inIndex++, setting.get()) << key;
+            EXPECT_EQ(index_.find(key), setting) << key;
+            EXPECT_EQ(*inIndex++, setting) << key;
             expectAbsentUnlessMapped(key + 1);
             expectAbsentUnlessMapped(key - 1);
             expectAbsentUnlessMapped(~key);
@@ -37,11 +32,11 @@ public:
 private:
     void expectAbsentUnlessMapped(std::uint64_t key) const {
         const auto found = map_.find(key);
-        EXPECT_EQ(index_.find(key), found == map_.end() ? nullptr : found->second.get()) << key;
+        EXPECT_EQ(index_.find(key), found == map_.end() ? nullptr : found->second) << key;
     }
 
     SettingIndex index_;
-    std::map<std::uint64_t, std::shared_ptr<Setting>> map_;
+    std::map<std::uint64_t, Setting*> map_;
 };
 
 TEST(SettingIndex, FindsNothingInAnEmptyOneBuiltOrNot) {
@@ -52,6 +47,32 @@ TEST(SettingIndex, FindsNothingInAnEmptyOneBuiltOrNot) {
         EXPECT_TRUE(index.inKeyOrder().empty());
         index.build();
     }
+}
+
+TEST(SettingIndex, ARecordHoldsWhatItWasMadeOf) {
+    SettingIndex index;
+    const Setting* const setting = index.add("display::", "Grid", 7, "0.5");
+    index.addKey(9);
+    index.build();
+    EXPECT_EQ(index.find(7), setting);
+    EXPECT_EQ(index.find(9), setting);
+    EXPECT_EQ(setting->fullName, "display::Grid");
+    EXPECT_EQ(setting->name(), "Grid");
+    EXPECT_EQ(setting->defaultValue, "0.5");
+    EXPECT_EQ(setting->key, 7U);
+    EXPECT_EQ(setting->userValue, "");
+    EXPECT_FALSE(setting->hasUserValue);
+}
+
+TEST(SettingIndex, ACopyKeepsTheRecordsWhenTheOriginalIsGone) {
+    auto original = std::make_unique<SettingIndex>();
+    original->add("display::", "a name longer than any small buffer", 7, "a value longer than any small buffer");
+    original->build();
+    const SettingIndex copy(*original);
+    original.reset();
+    ASSERT_NE(copy.find(7), nullptr);
+    EXPECT_EQ(copy.find(7)->fullName, "display::a name longer than any small buffer");
+    EXPECT_EQ(copy.find(7)->defaultValue, "a value longer than any small buffer");
 }
 
 TEST(SettingIndex, FindsEachKeyOfAFewAtBothEnds) {
