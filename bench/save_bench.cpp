@@ -59,7 +59,12 @@ void zelutil::bench::addComparisons() {
             UserPreferenceManager::GetInstance().updateUserPrefSettings({{name, values.next()}}, {});
             return kDone;
         })
-        .peer("RapidJSON, parse and write", [] { return peers::parseAndWrite(saved) == saved.size() ? kDone : 0; })
+        .peer("RapidJSON, parse and write a file",
+              [] {
+                  const std::string written = peers::parseAndWrite(saved);
+                  std::ofstream(files.path() + "/peer.cfg", std::ios::binary) << written;
+                  return written.size() == saved.size() ? kDone : 0;
+              })
         .peer("QSettings::sync", [values = Alternating()]() mutable {
             settings.setValue(QString::fromStdString(corpus.settings()[kCount / 2].bareName),
                               QString::fromStdString(values.next()));

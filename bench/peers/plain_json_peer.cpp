@@ -28,13 +28,13 @@ std::uint64_t parseActionsAlone(const std::string& text) {
     return actions[actions.Size() - 1]["shortcut"].GetStringLength();
 }
 
-std::uint64_t parseAndWrite(const std::string& text) {
+std::string parseAndWrite(const std::string& text) {
     plain_rapidjson::Document document;
     document.Parse(text.data(), text.size());
     plain_rapidjson::StringBuffer buffer;
     plain_rapidjson::PrettyWriter<plain_rapidjson::StringBuffer> writer(buffer);
     document.Accept(writer);
-    return buffer.GetSize();
+    return {buffer.GetString(), buffer.GetSize()};
 }
 
 }  // namespace zelutil::bench::peers

@@ -13,8 +13,8 @@ std::uint64_t parseAlone(const std::string& defaultsText, const std::string& use
 /// Parses an action text; answers the length of the last shortcut.
 std::uint64_t parseActionsAlone(const std::string& text);
 
-/// Parses the text and writes it again with 4 blanks a level; answers the length of what was written.
-std::uint64_t parseAndWrite(const std::string& text);
+/// The text parsed and written again with 4 blanks a level.
+std::string parseAndWrite(const std::string& text);
 
 }  // namespace zelutil::bench::peers
 
