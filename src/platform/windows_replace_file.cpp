@@ -24,6 +24,9 @@ constexpr DWORD kLongestWaitForTurn = 2000;
 /// ERROR_DISK_QUOTA_EXCEEDED; not every SDK has the name.
 constexpr DWORD kDiskQuotaExceeded = 1295;
 
+constexpr DWORD kAttributesTakenOver =
+    FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
 /// How an attempt to write beside the target ended.
 enum class Beside { Done, Failed, Impossible };
 
@@ -136,9 +139,25 @@ public:
 private:
     bool putOnce(const std::wstring& target) {
         if (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
-            return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+            return move(target, 0);
         }
-        return isLetGo(target) && replace(target);
+        return isLetGo(target) && ((takeOver(target) && move(target, MOVEFILE_REPLACE_EXISTING)) || replace(target));
+    }
+
+    /// One step for the system, however it ends.
+    bool move(const std::wstring& target, DWORD flags) {
+        return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH | flags) != 0;
+    }
+
+    /// Also goes where somebody has the file open, but by two steps: a process killed between them leaves no file under
+    /// the name. Keeps attributes and access rights by itself.
+    bool replace(const std::wstring& target) {
+        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
+        if (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0) {
+            return true;
+        }
+        // The system may also have given up half-way, with the old file already gone.
+        return move(target, MOVEFILE_REPLACE_EXISTING);
     }
 
     /// Asked before the system begins to move anything, since not every system goes back when it cannot go on.
@@ -146,14 +165,15 @@ private:
         return File(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)).isOpen();
     }
 
-    /// Keeps the attributes and access rights of the file that is there, where the file system can do that.
-    bool replace(const std::wstring& target) {
-        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
-        if (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0) {
-            return true;
-        }
-        // The system may also have given up half-way, with the old file already gone.
-        return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH | MOVEFILE_REPLACE_EXISTING) != 0;
+    /// Gives the new file the attributes and access rights of the old one.
+    bool takeOver(const std::wstring& target) {
+        DWORD size = 0;
+        GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+        std::vector<unsigned char> rights(size);
+        const bool known = GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0;
+        const DWORD attributes = GetFileAttributesW(target.c_str()) & kAttributesTakenOver;
+        return known && SetFileAttributesW(path_.c_str(), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL) != 0 &&
+               SetFileSecurityW(path_.c_str(), DACL_SECURITY_INFORMATION, rights.data()) != 0;
     }
 
     std::wstring path_;

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "platform/platform.h"
 #include "support/held_file.h"
@@ -54,6 +55,41 @@ TEST_F(ReplaceWindowsFile, WhileSomebodyHoldsTheFileItIsWrittenWhereTheySharedWr
         EXPECT_EQ(readTextFile(file_), row.replaced == Replaced::Yes ? "new" : "old contents") << row.sharing;
         EXPECT_EQ(entries(), 1) << row.sharing;
     }
+}
+
+TEST_F(ReplaceWindowsFile, KeepsTheAttributes) {
+    for (const DWORD attributes : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN}) {
+        ASSERT_TRUE(SetFileAttributesW(file_.c_str(), attributes));
+        const DWORD before = GetFileAttributesW(file_.c_str());
+        EXPECT_EQ(replace("new"), Replaced::Yes);
+        EXPECT_EQ(GetFileAttributesW(file_.c_str()), before);
+    }
+}
+
+/// The access rights of the file, as the system tells them.
+std::vector<unsigned char> rightsOf(const fs::path& file) {
+    DWORD size = 0;
+    GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<unsigned char> rights(size);
+    EXPECT_TRUE(GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size));
+    return rights;
+}
+
+TEST_F(ReplaceWindowsFile, KeepsTheAccessRights) {
+    const auto usual = rightsOf(file_);
+    auto fewer = usual;
+    BOOL present = FALSE;
+    BOOL defaulted = FALSE;
+    PACL list = nullptr;
+    ASSERT_TRUE(GetSecurityDescriptorDacl(fewer.data(), &present, &list, &defaulted));
+    ASSERT_NE(list, nullptr);
+    ASSERT_TRUE(DeleteAce(list, list->AceCount - 1U));
+    ASSERT_TRUE(SetFileSecurityW(file_.c_str(), DACL_SECURITY_INFORMATION, fewer.data()));
+    const auto before = rightsOf(file_);
+    ASSERT_NE(before, usual);
+    EXPECT_EQ(replace("new"), Replaced::Yes);
+    EXPECT_EQ(rightsOf(file_), before);
+    EXPECT_EQ(entries(), 1);
 }
 
 TEST_F(ReplaceWindowsFile, LeavesAReadOnlyFileAsItIs) {
