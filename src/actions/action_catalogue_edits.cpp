@@ -9,7 +9,10 @@ namespace {
 
 /// Carries the change of action `id` down to its children, theirs and so on, in order, and calls `finish` for each
 /// changed action after its children. `change` answers what `finish` needs of the state before, or nothing where the
-/// action keeps what it has; the walk does not go on below it, so that a circle of parents ends at the first again.
+/// action keeps what it has; the walk does not go on below it.
+///
+/// A circle of parents leads back to `id`, which has its change already and is not asked again: where an observer has
+/// taken the change back meanwhile, the walk would never end.
 template <typename Before, typename Change, typename Finish>
 void cascade(const ActionCatalogue& catalogue, int id, Before before, Change change, Finish finish) {
     struct Level {
@@ -23,7 +26,8 @@ void cascade(const ActionCatalogue& catalogue, int id, Before before, Change cha
         const std::vector<int>& children = catalogue.childIds(open.back().id);
         if (open.back().nextChild < children.size()) {
             const int child = children[open.back().nextChild++];
-            if (std::optional<Before> childBefore = change(child)) {
+            std::optional<Before> childBefore = child == id ? std::nullopt : change(child);
+            if (childBefore) {
                 open.push_back({child, *std::move(childBefore), 0});
             }
             continue;
@@ -57,7 +61,8 @@ std::string ActionCatalogue::rebind(Action& action, int id, const std::string& s
     // Kept deliberately: the entry goes even when another action holds it, as where a text ships a shortcut twice.
     holders.erase(before);
     if (!shortcut.empty()) {
-        // Kept deliberately: an entry that is there stays with its holder, who is of the family.
+        // Kept deliberately: an entry that is there stays with its holder, who is of the family or, at a theft, has a
+        // parent that had no shortcut to lose.
         holders.try_emplace(shortcut, Holder{action.command, id, action.parentId});
     }
     setValue(action.shortcut, shortcut);

@@ -430,6 +430,52 @@ TEST(ActionCircle, ParentsInACircleAreAskedAndEditedOnce) {
     EXPECT_EQ((Events{"5: in menu", "2: in menu", "1: in menu", "3: in menu"}), all.take());
 }
 
+/// Whenever action 3 gets the change, takes it back from action 1.
+class TakingBack final : public IUCPActionObserver {
+public:
+    TakingBack() = default;
+    TakingBack(const TakingBack&) = delete;
+    TakingBack& operator=(const TakingBack&) = delete;
+    ~TakingBack() { manager().detachObserver(this); }
+
+    void onShortcutChanged(int, const std::string&, const std::string& newShortcut) override {
+        if (newShortcut == "F2") {
+            EXPECT_TRUE(manager().updateShortcut(1, "F1"));
+        }
+    }
+
+    void onRMBMenuChanged(int, bool inMenu) override {
+        if (inMenu) {
+            manager().updateRMBMenu(1, false);
+        }
+    }
+};
+
+TEST(ActionCircle, ChangeThatAnObserverTakesBackGoesRoundOnce) {
+    // 1 and 2 are each other's parent; 3 is 1's first child.
+    load({action(3, "c", "x", "", 1), action(1, "a", "x", "F1", 2), action(2, "b", "x", "", 1)});
+    ASSERT_TRUE(manager().updateShortcut(1, "F1"));
+    ASSERT_TRUE(manager().updateShortcut(1, "F7"));
+    TakingBack ofThree;
+    Recorder all;
+    ASSERT_TRUE(manager().attachObserver(3, &ofThree));
+    manager().attachObserver(&all);
+
+    // 3 has changed, which takes back 3 and 1; then it is the turn of 2, whose child 1 is where the change comes from.
+    manager().updateRMBMenu(1, true);
+    EXPECT_EQ((Events{"3: out of menu", "1: out of menu", "3: in menu", "2: in menu", "1: in menu"}), all.take());
+    ASSERT_EQ(1U, manager().getRMBMenuItems().size());
+    EXPECT_EQ(2, manager().getRMBMenuItems()[0].id);
+
+    EXPECT_TRUE(manager().updateShortcut(1, "F2"));
+    EXPECT_EQ((Events{"3: 'F2' -> 'F1'", "2: 'F7' -> 'F1'", "1: 'F2' -> 'F1'", "3: 'F7' -> 'F2'", "2: 'F1' -> 'F2'",
+                      "1: 'F7' -> 'F2'"}),
+              all.take());
+    EXPECT_EQ("F1", manager().getShortcut(1));
+    EXPECT_EQ("F2", manager().getShortcut(2));
+    EXPECT_EQ("F1", manager().getShortcut(3));
+}
+
 /// 1 > 2 > ... > `length`, each in the context that `context` gives.
 template <typename Context>
 std::vector<std::string> chain(int length, Context context) {

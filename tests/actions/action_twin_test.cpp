@@ -31,19 +31,25 @@ public:
         event.isShortcut = true;
         event.oldShortcut = oldShortcut;
         event.newShortcut = newShortcut;
-        log->push_back(event);
+        writeDown(event);
     }
 
     void onRMBMenuChanged(int actionId, bool inMenu) override {
         ActionEvent event = stateNow(actionId);
         event.inMenu = inMenu;
-        log->push_back(event);
+        writeDown(event);
     }
 
     int number = 0;
     std::vector<ActionEvent>* log = nullptr;
+    ActionTwin::Reaction reaction;
 
 private:
+    void writeDown(const ActionEvent& event) const {
+        log->push_back(event);
+        reaction(event);
+    }
+
     ActionEvent stateNow(int actionId) const {
         ActionEvent event;
         event.observer = number;
@@ -81,6 +87,9 @@ public:
         for (int i = 0; i < kObservers; ++i) {
             recorders_[static_cast<std::size_t>(i)].number = i;
             recorders_[static_cast<std::size_t>(i)].log = &log_;
+            recorders_[static_cast<std::size_t>(i)].reaction = [this](const ActionEvent& event) {
+                react(manager(), managerDepth_, event);
+            };
         }
     }
     ~Pair() {
@@ -130,6 +139,24 @@ public:
     const std::string& history() const { return history_; }
 
 private:
+    /// The first observer edits from inside its notifications, and from inside those of these edits.
+    template <typename Target>
+    void react(Target& target, int& depth, const ActionEvent& event) const {
+        constexpr int kDeepest = 2;
+        if (event.observer != 0 || !reacting_ || depth == kDeepest) {
+            return;
+        }
+        ++depth;
+        const int other = 1 + (event.id + depth) % 8;
+        if (event.isShortcut) {
+            const auto choice = event.oldShortcut.size() + static_cast<std::size_t>(event.id + depth);
+            target.updateShortcut(other, kWorldShortcuts[choice % kWorldShortcuts.size()]);
+        } else {
+            target.updateRMBMenu(other, !event.inMenu);
+        }
+        --depth;
+    }
+
     void update() {
         const int id = oneOf(random_, kWorldIds);
         const std::string& shortcut = oneOf(random_, kWorldShortcuts);
@@ -150,7 +177,9 @@ private:
         const int id = oneOf(random_, kWorldIds);
         const std::string& shortcut = oneOf(random_, kWorldShortcuts);
         history_ += "\nsteal " + std::to_string(id) + " '" + shortcut + "'";
+        reacting_ = false;
         EXPECT_EQ(twin_.stealShortcut(id, shortcut), UCPActionManagerTestPeer::steal(id, shortcut));
+        reacting_ = true;
     }
 
     void editMenu() {
@@ -229,8 +258,12 @@ private:
     }
 
     Random random_;
-    ActionTwin twin_{
-        {{kWorldContexts.begin(), kWorldContexts.end()}, {kWorldShortcuts.begin(), kWorldShortcuts.end()}}};
+    ActionTwin twin_{{{kWorldContexts.begin(), kWorldContexts.end()}, {kWorldShortcuts.begin(), kWorldShortcuts.end()}},
+                     [this](const ActionEvent& event) { react(twin_, twinDepth_, event); }};
+    int managerDepth_ = 0;
+    int twinDepth_ = 0;
+    /// Not during a theft, which nothing but this test commits.
+    bool reacting_ = true;
     std::array<Recorder, kObservers> recorders_;
     std::vector<ActionEvent> log_;
     std::string history_;

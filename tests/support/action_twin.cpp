@@ -211,7 +211,9 @@ std::string ActionTwin::userText() const {
 
 // --- Edits ----------------------------------------------------------------------------------------------------------
 
-bool ActionTwin::updateShortcut(int id, const std::string& shortcut) {
+bool ActionTwin::updateShortcut(int id, const std::string& shortcut) { return update(id, shortcut, id); }
+
+bool ActionTwin::update(int id, const std::string& shortcut, int origin) {
     if (isShortcutTaken(id, shortcut) != 0) {
         return false;
     }
@@ -230,16 +232,18 @@ bool ActionTwin::updateShortcut(int id, const std::string& shortcut) {
     if (!shortcut.empty()) {
         shortcutIndex_[item.context].insert({shortcut, {item.command, id}});
     }
-    finishShortcut(id, old, shortcut);
+    finishShortcut(id, old, shortcut, origin);
     return true;
 }
 
-void ActionTwin::finishShortcut(int id, const std::string& old, const std::string& shortcut) {
+void ActionTwin::finishShortcut(int id, const std::string& old, const std::string& shortcut, int origin) {
     TwinItem& item = actions_[id];
     commandIndex_[item.context][item.command].first = shortcut;
     item.shortcut.set(shortcut);
     for (const int child : childIds(id)) {
-        updateShortcut(child, shortcut);
+        if (child != origin) {
+            update(child, shortcut, origin);
+        }
     }
     modified_ = true;
     ActionEvent event;
@@ -281,18 +285,22 @@ bool ActionTwin::steal(int id, const std::string& shortcut, std::set<int>& visit
         }
         shortcutIndex_[item.context].insert({shortcut, {item.command, id}});
     }
-    finishShortcut(id, old, shortcut);
+    finishShortcut(id, old, shortcut, id);
     return true;
 }
 
-void ActionTwin::updateRMBMenu(int id, bool inMenu) {
+void ActionTwin::updateRMBMenu(int id, bool inMenu) { updateMenu(id, inMenu, id); }
+
+void ActionTwin::updateMenu(int id, bool inMenu, int origin) {
     const auto found = actions_.find(id);
     if (found == actions_.end() || found->second.rmb.effective() == inMenu) {
         return;
     }
     found->second.rmb.set(inMenu);
     for (const int child : childIds(id)) {
-        updateRMBMenu(child, inMenu);
+        if (child != origin) {
+            updateMenu(child, inMenu, origin);
+        }
     }
     ActionEvent event;
     event.inMenu = inMenu;
@@ -322,20 +330,29 @@ void ActionTwin::detach(int observer) {
 
 void ActionTwin::notify(int id, ActionEvent event) {
     event.id = id;
-    event.modifiedNow = modified_;
-    event.shortcutNow = shortcut(id);
-    for (const int child : childIds(id)) {
-        event.childShortcutsNow.push_back(shortcut(child));
-    }
-    for (const std::string& context : queries_.contexts) {
-        for (const std::string& text : queries_.shortcuts) {
-            event.holdersNow.push_back(idByShortcut(context, text));
-        }
-    }
     for (const int key : {id, kAll}) {
         for (const int observer : observersById_[key]) {
             event.observer = observer;
+            fillInStateNow(event);
             events_.push_back(event);
+            if (reaction_) {
+                reaction_(event);
+            }
+        }
+    }
+}
+
+void ActionTwin::fillInStateNow(ActionEvent& event) const {
+    event.modifiedNow = modified_;
+    event.shortcutNow = shortcut(event.id);
+    event.childShortcutsNow.clear();
+    for (const int child : childIds(event.id)) {
+        event.childShortcutsNow.push_back(shortcut(child));
+    }
+    event.holdersNow.clear();
+    for (const std::string& context : queries_.contexts) {
+        for (const std::string& text : queries_.shortcuts) {
+            event.holdersNow.push_back(idByShortcut(context, text));
         }
     }
 }

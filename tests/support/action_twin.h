@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_TESTS_SUPPORT_ACTION_TWIN_H
 #define ZELUTIL_TESTS_SUPPORT_ACTION_TWIN_H
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -86,7 +87,11 @@ public:
         std::vector<std::string> shortcuts;
     };
 
-    explicit ActionTwin(EventQueries queries) : queries_(std::move(queries)) {}
+    /// What an observer does after it has written down what it was told.
+    using Reaction = std::function<void(const ActionEvent&)>;
+
+    explicit ActionTwin(EventQueries queries, Reaction reaction = nullptr)
+        : queries_(std::move(queries)), reaction_(std::move(reaction)) {}
 
     void load(const std::vector<TwinDefinition>& definitions, const std::vector<TwinUserEntry>& entries);
 
@@ -122,10 +127,15 @@ private:
     int takenIn(const TwinItem& item, const std::string& context, const std::string& shortcut) const;
     int taken(int id, const std::string& shortcut, std::set<int>& visited) const;
     bool steal(int id, const std::string& shortcut, std::set<int>& visited);
-    void finishShortcut(int id, const std::string& old, const std::string& shortcut);
+    /// `origin` is where the change began: a circle of parents ends there.
+    bool update(int id, const std::string& shortcut, int origin);
+    void updateMenu(int id, bool inMenu, int origin);
+    void finishShortcut(int id, const std::string& old, const std::string& shortcut, int origin);
     void notify(int id, ActionEvent event);
+    void fillInStateNow(ActionEvent& event) const;
 
     EventQueries queries_;
+    Reaction reaction_;
     bool modified_ = false;
     Index shortcutIndex_;
     Index commandIndex_;

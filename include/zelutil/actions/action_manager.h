@@ -34,10 +34,10 @@ public:
     /// the shortcuts and menu flags that the user's text and the parents change.
     ///
     /// `defaultsText` is {"actions":[...]}, the shipped actions; an element without a valid "id", "context" and
-    /// "command" is skipped, and of two with one id the first counts. `userText` is the same object wrapped in an
-    /// array of exactly one element: [{"actions":[...]}]; any other text changes nothing. Its list is read up to the
-    /// first element without an "id" of 1 or more; an entry for an unknown action or a shortcut that another action
-    /// holds is dropped.
+    /// "command" or with a negative "parent_id" is skipped, and of two with one id the first counts. `userText` is the
+    /// same form wrapped in an array of exactly one element: [{"actions":[...]}]; any other text changes nothing. Its
+    /// list is read up to the first element without an "id" of 1 or more; an entry for an unknown action or a shortcut
+    /// that another action holds is dropped.
     void load(const std::string& defaultsText, const std::string& userText) override;
 
     /// What the user changed, without white space: {"actions":[...]}, the changed top-level actions in ascending id,
