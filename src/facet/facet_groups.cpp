@@ -17,12 +17,8 @@ void FacetGroups::add(std::string_view text) {
 }
 
 const FacetType* FacetGroups::find(std::string_view header, std::string_view name) const {
-    const auto group = groups_.find(header);
-    if (group == groups_.end()) {
-        return nullptr;
-    }
-    const auto facet = group->second->find(name);
-    return facet == group->second->end() ? nullptr : &facet->second;
+    const std::shared_ptr<const Facets>* const group = groups_.find(header);
+    return group == nullptr ? nullptr : (*group)->find(name);
 }
 
 // Kept deliberately: of the groups with one header only the first counts, and the facets of the others are dropped, not
@@ -30,8 +26,8 @@ const FacetType* FacetGroups::find(std::string_view header, std::string_view nam
 void FacetGroups::parseJsonFacetSettings(const json::Value& meta) {
     for (const json::Value& element : meta.GetArray()) {
         const std::string_view header = json::stringMember(element, "header").value_or("");
-        if (!header.empty() && groups_.find(header) == groups_.end()) {
-            groups_.emplace(header, std::make_shared<const Facets>(parseFacets(element)));
+        if (!header.empty() && groups_.find(header) == nullptr) {
+            groups_.add(header, std::make_shared<const Facets>(parseFacets(element)));
         }
     }
 }
@@ -46,7 +42,7 @@ FacetGroups::Facets FacetGroups::parseFacets(const json::Value& element) {
         const std::string_view name = json::stringMember(facet, "name").value_or("");
         if (!name.empty()) {
             // The first facet of a name stays.
-            facets.emplace(name, typeOf(facet));
+            facets.add(name, typeOf(facet));
         }
     }
     return facets;

@@ -2,12 +2,10 @@
 #define ZELUTIL_FACET_FACET_GROUPS_H
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <memory>
-#include <string>
 #include <string_view>
 
+#include "facet/text_table.h"
 #include "json/json.h"
 
 namespace zelutil::facet {
@@ -26,12 +24,12 @@ public:
     const FacetType* find(std::string_view header, std::string_view name) const;
 
 private:
-    using Facets = std::map<std::string, FacetType, std::less<>>;
+    using Facets = TextTable<FacetType>;
 
     void parseJsonFacetSettings(const json::Value& meta);
     static Facets parseFacets(const json::Value& element);
 
-    std::map<std::string, std::shared_ptr<const Facets>, std::less<>> groups_;
+    TextTable<std::shared_ptr<const Facets>> groups_;
 };
 
 }  // namespace zelutil::facet
