@@ -42,46 +42,69 @@ std::string_view withoutLeadingSpace(std::string_view text) {
     return text.substr(static_cast<std::size_t>(first - text.begin()));
 }
 
-constexpr std::size_t kBlock = sizeof(std::uint64_t);
-
-std::uint64_t block(const char* text) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, text, kBlock);
-    return bytes;
-}
+constexpr std::uint64_t kEach = 0x0101010101010101;
+constexpr std::uint64_t kHighBits = 0x80 * kEach;
 
 /// `ascii::lowerCase` of eight characters at once: for each byte its high bit tells whether it is an upper-case letter,
 /// and that bit, shifted, is the difference to the lower-case one.
 constexpr std::uint64_t lowerCaseBlock(std::uint64_t bytes) {
-    constexpr std::uint64_t kEach = 0x0101010101010101;
     const std::uint64_t low = bytes & (0x7F * kEach);
     const std::uint64_t fromA = low + (0x80 - 'A') * kEach;
     const std::uint64_t beyondZ = low + (0x7F - 'Z') * kEach;
-    const std::uint64_t isUpper = ~bytes & (fromA ^ beyondZ) & (0x80 * kEach);
+    const std::uint64_t isUpper = ~bytes & (fromA ^ beyondZ) & kHighBits;
     return bytes | (isUpper >> 2);
 }
 
-/// Length, in whole blocks, of a beginning that is certainly the same in `a` and `b`.
-std::size_t sameBlocks(std::string_view a, const char* b) {
-    // On texts of fewer than two blocks the search for the end of `b` would cost more than it saves.
-    if (a.size() < 2 * kBlock) {
-        return 0;
-    }
-    const void* const end = std::memchr(b, '\0', a.size());
-    const std::size_t common = end == nullptr ? a.size() : static_cast<std::size_t>(static_cast<const char*>(end) - b);
+/// Below the first zero byte nothing is borrowed, so none is missed and none made up.
+constexpr bool hasNul(std::uint64_t bytes) { return ((bytes - kEach) & ~bytes & kHighBits) != 0; }
+
+template <typename Block>
+std::uint64_t blockAt(const char* text) {
+    Block bytes = 0;
+    std::memcpy(&bytes, text, sizeof bytes);
+    return bytes;
+}
+
+/// Whether the characters of the two blocks are the same and no NUL among them.
+constexpr bool sameBlocks(std::uint64_t a, std::uint64_t b) {
+    return !hasNul(b) && (a == b || lowerCaseBlock(a) == lowerCaseBlock(b));
+}
+
+/// Length of a beginning of `length` characters that is certainly the same and without a NUL; all but the last few are
+/// found.
+std::size_t sameBeginning(const char* a, const char* b, std::size_t length) {
     std::size_t same = 0;
-    while (same + kBlock <= common) {
-        const std::uint64_t left = block(a.data() + same);
-        const std::uint64_t right = block(b + same);
-        if (left != right && lowerCaseBlock(left) != lowerCaseBlock(right)) {
-            break;
+    while (same + 8 <= length && sameBlocks(blockAt<std::uint64_t>(a + same), blockAt<std::uint64_t>(b + same))) {
+        same += 8;
+    }
+    if (same + 4 <= length) {
+        const std::uint64_t left = blockAt<std::uint32_t>(a + same);
+        const std::uint64_t right = blockAt<std::uint32_t>(b + same);
+        if (sameBlocks(left | left << 32, right | right << 32)) {
+            same += 4;
         }
-        same += kBlock;
     }
     return same;
 }
 
 int lowerCaseCode(char c) { return static_cast<unsigned char>(ascii::lowerCase(c)); }
+
+/// `b` ends at its first NUL, which may be among its `readable` bytes or come after them.
+int compareIgnoringCase(std::string_view a, const char* b, std::size_t readable) {
+    const std::size_t same = sameBeginning(a.data(), b, std::min(a.size(), readable));
+    b += same;
+    for (const char left : a.substr(same)) {
+        if (*b == '\0') {
+            return 1;
+        }
+        const int difference = lowerCaseCode(left) - lowerCaseCode(*b);
+        if (difference != 0) {
+            return difference;
+        }
+        ++b;
+    }
+    return *b == '\0' ? 0 : -1;
+}
 
 std::size_t clamped(int value) { return value < 0 ? 0 : static_cast<std::size_t>(value); }
 
@@ -112,23 +135,15 @@ void removeTrailingZeros(char* str) {
     std::fill(str + length, str + number.size(), '\0');
 }
 
-int StrNoCaseCompare(const std::string& a, const std::string& b) { return StrNoCaseCompare(a, b.c_str()); }
+int StrNoCaseCompare(const std::string& a, const std::string& b) {
+    return zelutil::compareIgnoringCase(a, b.c_str(), b.size());
+}
 
 int StrNoCaseCompare(const std::string& a, const char* b) {
-    const char* right = b == nullptr ? "" : b;
-    const std::size_t same = zelutil::sameBlocks(a, right);
-    right += same;
-    for (const char left : std::string_view(a).substr(same)) {
-        if (*right == '\0') {
-            return 1;
-        }
-        const int difference = zelutil::lowerCaseCode(left) - zelutil::lowerCaseCode(*right);
-        if (difference != 0) {
-            return difference;
-        }
-        ++right;
-    }
-    return *right == '\0' ? 0 : -1;
+    const char* const right = b == nullptr ? "" : b;
+    const void* const end = std::memchr(right, '\0', a.size());
+    return zelutil::compareIgnoringCase(
+        a, right, end == nullptr ? a.size() : static_cast<std::size_t>(static_cast<const char*>(end) - right));
 }
 
 std::string SubstrFromLeft(const std::string& s, int n) { return s.substr(0, zelutil::clamped(n)); }
