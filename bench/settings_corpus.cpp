@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <numeric>
 #include <random>
 
@@ -14,11 +12,6 @@ constexpr std::size_t kSettingsPerSection = 20;
 constexpr std::size_t kSectionsPerGroup = 10;
 constexpr const char* kStems[] = {"track_width",    "via_drill",   "show_ratsnest", "grid",     "autosave_interval",
                                   "pour_clearance", "marker_size", "cursor_shape",  "decimals", "thermal_gap"};
-
-void write(const std::filesystem::path& path, const std::string& text) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
 
 /// Lays out the sections; `entries` appends what the section that begins at a setting holds.
 template <typename Entries>
@@ -82,19 +75,10 @@ SettingsCorpus::SettingsCorpus(std::size_t count, std::size_t userChangesEvery) 
 }
 
 PreferenceDirectory::PreferenceDirectory(const SettingsCorpus& corpus) {
-    namespace fs = std::filesystem;
-    const fs::path directory = fs::temp_directory_path() / ("zelutil-bench-" + std::to_string(std::random_device{}()));
-    write(directory / "defaults.cfg", corpus.defaultsText());
-    write(directory / "pcbenv/tessel/tessel_settings.cfg", corpus.userText());
-    setenv("tessel_settings", (directory / "defaults.cfg").c_str(), 1);
+    directory_.write("pcbenv/tessel/tessel_settings.cfg", corpus.userText());
+    setenv("tessel_settings", directory_.write("defaults.cfg", corpus.defaultsText()).c_str(), 1);
     setenv("HOMEDRIVE", "Z:", 1);
-    setenv("HOMEPATH", directory.c_str(), 1);
-    path_ = directory.string();
-}
-
-PreferenceDirectory::~PreferenceDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    setenv("HOMEPATH", path().c_str(), 1);
 }
 
 std::vector<std::size_t> randomOrder(std::size_t count) {

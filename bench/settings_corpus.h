@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_BENCH_SETTINGS_CORPUS_H
 #define ZELUTIL_BENCH_SETTINGS_CORPUS_H
 
+#include "run_directory.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -34,19 +36,15 @@ private:
     std::string userText_;
 };
 
-/// A directory for the run's files, with the two preference files in it where the library is told to look for them. It
-/// goes at the end of its scope.
+/// A directory for the run's files, with the two preference files in it where the library is told to look for them.
 class PreferenceDirectory {
 public:
     explicit PreferenceDirectory(const SettingsCorpus& corpus);
-    PreferenceDirectory(const PreferenceDirectory&) = delete;
-    PreferenceDirectory& operator=(const PreferenceDirectory&) = delete;
-    ~PreferenceDirectory();
 
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return directory_.path(); }
 
 private:
-    std::string path_;
+    RunDirectory directory_;
 };
 
 /// A permutation of 0 .. count-1, the same in every run.
