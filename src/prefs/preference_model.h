@@ -68,8 +68,7 @@ public:
     ValuesByHash valuesToSave(const std::map<std::string, std::string>& settings) const;
     SubManagerTexts subManagerTextsToSave(const SubManagerTexts& subManagerSettings) const;
     /// Puts these in force and answers the text of the user's file, or nothing when that changes nothing.
-    std::optional<std::string> overrideUserSettings(const ValuesByHash& valuesByHash,
-                                                    const SubManagerTexts& subManagerTexts);
+    std::optional<std::string> overrideUserSettings(ValuesByHash valuesByHash, const SubManagerTexts& subManagerTexts);
 
     /// What the last save changed.
     const std::set<std::string>& changedSettingNames() const { return changedSettingNames_; }
@@ -88,7 +87,7 @@ private:
     void parseJsonObject(const zelutil::json::Value& metaArray, const std::string& parentHeader,
                          const std::string& parentAttribute);
     void parseUserAreaJsonObject(const zelutil::json::Value& metaArray, const std::string& parentAttribute);
-    void updatePreferenceManager(const ValuesByHash& valuesByHash, const SubManagerTexts& subManagerTexts);
+    void updatePreferenceManager(ValuesByHash valuesByHash, const SubManagerTexts& subManagerTexts);
     static std::string convertJsonToString(const zelutil::json::Value& value);
 
     std::map<SubManagerType, IUserSettingsManager*> subManagers_;

@@ -1,6 +1,7 @@
 // How the user's file is made anew from the defaults and what the user set.
 #include <zelutil/prefs/user_preference_server.h>
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,8 +39,7 @@ void setMember(Value& object, const char* name, Value&& value, Allocator& alloca
 /// into the walk.
 class UserPreferenceManager::Model::SavingWalk {
 public:
-    SavingWalk(Model& model, Allocator& allocator, const ValuesByHash& valuesByHash,
-               const SubManagerTexts& subManagerTexts)
+    SavingWalk(Model& model, Allocator& allocator, ValuesByHash& valuesByHash, const SubManagerTexts& subManagerTexts)
         : model_(model), allocator_(allocator), valuesByHash_(valuesByHash), subManagerTexts_(subManagerTexts) {
         for (const auto& [type, text] : subManagerTexts) {
             subManagerValues_.try_emplace(type, text);
@@ -131,6 +131,7 @@ private:
         events.String(wanted->data(), static_cast<rapidjson::SizeType>(wanted->size()), true);
         events.EndObject(1);
         if (differs) {
+            keepForItsOwnName(*setting, key);
             setting->userValue = *wanted;
             setting->hasUserValue = true;
             model_.changedSettingNames_.insert(attributes_.text() + std::string(kNameSeparator) + std::string(name));
@@ -139,10 +140,19 @@ private:
         return true;
     }
 
+    /// The bare name of one setting may be the full name of another and lead to the first. What the first one is to be
+    /// saved with under its own name does not change with that.
+    void keepForItsOwnName(const MetaSettings& setting, std::uint64_t key) {
+        if (setting.key != key && valuesByHash_.find(setting.key) == &setting.userValue) {
+            valuesByHash_.set(setting.key, keptValues_.emplace_back(setting.userValue));
+        }
+    }
+
     Model& model_;
     Allocator& allocator_;
-    const ValuesByHash& valuesByHash_;
+    ValuesByHash& valuesByHash_;
     const SubManagerTexts& subManagerTexts_;
+    std::deque<std::string> keptValues_;
     std::map<SubManagerType, json::Text> subManagerValues_;
     JoinedNames attributes_{""};
 };
@@ -189,10 +199,10 @@ UserPreferenceManager::Model::SubManagerTexts UserPreferenceManager::Model::subM
     return texts;
 }
 
-void UserPreferenceManager::Model::updatePreferenceManager(const ValuesByHash& valuesByHash,
+void UserPreferenceManager::Model::updatePreferenceManager(ValuesByHash valuesByHash,
                                                            const SubManagerTexts& subManagerTexts) {
     const std::string path = prefs::getWrittenUserFileName();
-    auto text = overrideUserSettings(valuesByHash, subManagerTexts);
+    auto text = overrideUserSettings(std::move(valuesByHash), subManagerTexts);
     if (!text) {
         return;
     }
@@ -205,7 +215,7 @@ void UserPreferenceManager::Model::updatePreferenceManager(const ValuesByHash& v
     ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(names, texts);
 }
 
-std::optional<std::string> UserPreferenceManager::Model::overrideUserSettings(const ValuesByHash& valuesByHash,
+std::optional<std::string> UserPreferenceManager::Model::overrideUserSettings(ValuesByHash valuesByHash,
                                                                               const SubManagerTexts& subManagerTexts) {
     changedSubManagerSettings_.clear();
     changedSettingNames_.clear();
