@@ -3,7 +3,6 @@
 #include "settings_corpus.h"
 #include "support/comparison.h"
 
-#include <zelutil/c_api.h>
 #include <zelutil/facet/facet_config_manager.h>
 
 #include <cstdlib>
