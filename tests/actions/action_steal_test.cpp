@@ -1,13 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "actions/action_fixture.h"
-
-/// Opens the one private operation that has no caller.
-struct UCPActionManagerTestPeer {
-    static bool steal(int id, const std::string& shortcut) {
-        return UCPActionManager::instance().stealShortcut(id, shortcut);
-    }
-};
+#include "actions/steal_shortcut.h"
 
 namespace zelutil::test {
 namespace {

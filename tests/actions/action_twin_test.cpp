@@ -5,15 +5,9 @@
 #include <array>
 #include <functional>
 
+#include "actions/steal_shortcut.h"
 #include "support/action_twin.h"
 #include "support/action_world.h"
-
-/// Opens the one private operation that has no caller.
-struct UCPActionManagerTestPeer {
-    static bool steal(int id, const std::string& shortcut) {
-        return UCPActionManager::instance().stealShortcut(id, shortcut);
-    }
-};
 
 namespace zelutil::test {
 namespace {
