@@ -4,7 +4,9 @@
 // in a list, found by a number of our own, and whoever finds the record may still use its pthread_t.
 #include <cxxabi.h>
 #include <pthread.h>
+#include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <ctime>
 #include <memory>
@@ -22,8 +24,10 @@ struct ThreadRecord {
     ThreadBody* body;
     ThreadId id;
     pthread_t thread;
-    /// Threads that wait for this one's end. The last of them reclaims it; without any it reclaims itself.
+    /// Threads that wait for this one's end. The last of them reclaims it; without any, `reclaimEnded` does.
     unsigned waiters;
+    /// The host's function is over, or is to be: the unloading of the library waits for this thread.
+    bool ending;
     /// Has nothing left to do but to end; it can no longer be killed.
     bool finished;
     /// One of the waiters is joining it.
@@ -39,6 +43,8 @@ pthread_mutex_t recordsMutex = PTHREAD_MUTEX_INITIALIZER;
 pthread_cond_t recordsChanged = PTHREAD_COND_INITIALIZER;
 ThreadRecord* allRecords = nullptr;
 ThreadId lastThreadId = 0;
+/// The process whose threads are in the list: a forked one has the list, but not the threads.
+std::atomic<pid_t> listedProcess{0};
 
 // For the waits that nothing is to end.
 pthread_mutex_t sleepMutex = PTHREAD_MUTEX_INITIALIZER;
@@ -79,30 +85,51 @@ void unlist(const ThreadRecord* record) {
     *link = record->next;
 }
 
-/// The last thing a started thread does, whether its body returned or is being unwound.
+void deleteAll(ThreadRecord* first) {
+    while (first != nullptr) {
+        const std::unique_ptr<ThreadRecord> own(first);
+        first = first->next;
+    }
+}
+
+/// Reclaims the threads that are gone, except those that somebody waits for. Nothing here waits for a thread.
+void reclaimEnded() {
+    ThreadRecord* gone = nullptr;
+    {
+        const MutexLock lock(recordsMutex);
+        ThreadRecord* next = nullptr;
+        for (ThreadRecord* record = allRecords; record != nullptr; record = next) {
+            next = record->next;
+            if (record->finished && record->waiters == 0 && pthread_tryjoin_np(record->thread, nullptr) == 0) {
+                unlist(record);
+                record->next = gone;
+                gone = record;
+            }
+        }
+    }
+    // Not under the lock: a thread that was killed while it asked for memory may wait here for ever.
+    deleteAll(gone);
+}
+
+/// The last thing a started thread does, whether its body returned or is being unwound. It stays in the list until
+/// another reclaims it, because it is still in the library's code when this is done.
 class Ending {
 public:
     explicit Ending(ThreadRecord* record) : record_(record) {}
     Ending(const Ending&) = delete;
     Ending& operator=(const Ending&) = delete;
     ~Ending() {
-        if (mayReclaimItself()) {
-            // Not under the lock: a thread that was killed while it asked for memory may wait here for ever.
-            delete record_;
-        }
+        tellWaiters();
+        // Those that ended before this one: a host that starts no more threads is left with few.
+        reclaimEnded();
     }
 
 private:
-    bool mayReclaimItself() {
+    void tellWaiters() {
         const MutexLock lock(recordsMutex);
+        record_->ending = true;
         record_->finished = true;
-        if (record_->waiters > 0) {
-            pthread_cond_broadcast(&recordsChanged);
-            return false;
-        }
-        pthread_detach(record_->thread);
-        unlist(record_);
-        return true;
+        pthread_cond_broadcast(&recordsChanged);
     }
 
     ThreadRecord* record_;
@@ -112,8 +139,41 @@ void* runThread(void* opaque) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
     auto* const record = static_cast<ThreadRecord*>(opaque);
     const Ending ending(record);
-    record->body->run(record->id);
+    record->body->run();
+    {
+        const MutexLock lock(recordsMutex);
+        record->ending = true;
+    }
+    record->body->finish(record->id);
     return nullptr;
+}
+
+bool anotherIsEnding() {
+    const MutexLock lock(recordsMutex);
+    const ThreadRecord* record = allRecords;
+    while (record != nullptr && (!record->ending || pthread_equal(record->thread, pthread_self()) != 0)) {
+        record = record->next;
+    }
+    return record != nullptr;
+}
+
+/// Runs while the library is being unloaded: a thread must not be in the library's code when that goes.
+///
+/// Not for ever: what the host has destroyed at the end of a thread may wait for the loader, which waits for this.
+[[gnu::destructor]] void waitForEndingThreads() {
+    constexpr int kMostWaits = 2000;
+    constexpr timespec kOneMillisecond = {0, 1000000};
+    if (listedProcess != getpid()) {
+        return;
+    }
+    const KillShield shield;
+    for (int i = 0; i < kMostWaits; ++i) {
+        reclaimEnded();
+        if (!anotherIsEnding()) {
+            return;
+        }
+        nanosleep(&kOneMillisecond, nullptr);
+    }
 }
 
 int cancelState() {
@@ -158,11 +218,8 @@ public:
     Waiter& operator=(const Waiter&) = delete;
     ~Waiter() {
         --record_->waiters;
-        if (record_->waiters > 0 || !record_->finished) {
+        if (record_->waiters > 0 || !record_->joined) {
             return;
-        }
-        if (!record_->joined) {
-            pthread_detach(record_->thread);
         }
         unlist(record_);
         delete record_;
@@ -238,6 +295,9 @@ bool startThread(ThreadBody& body, std::atomic<ThreadId>& id) {
     {
         // The list stays locked until the record tells the thread: the thread itself may ask for it.
         const MutexLock lock(recordsMutex);
+        if (listedProcess.exchange(getpid()) != getpid()) {
+            allRecords = nullptr;
+        }
         record->id = unusedId();
         id = record->id;
         started = pthread_create(&record->thread, nullptr, runThread, record.get()) == 0;
@@ -248,6 +308,7 @@ bool startThread(ThreadBody& body, std::atomic<ThreadId>& id) {
             id = 0;
         }
     }
+    reclaimEnded();
     shield.lift();
     return started;
 }
@@ -274,8 +335,9 @@ void killThread(ThreadId id) {
     KillShield shield;
     {
         const MutexLock lock(recordsMutex);
-        const ThreadRecord* const record = find(id);
+        ThreadRecord* const record = find(id);
         if (record != nullptr && !record->finished) {
+            record->ending = true;
             pthread_cancel(record->thread);
         }
     }

@@ -21,14 +21,17 @@ ThreadId currentThreadHandle();
 /// Whether `id` names the calling thread.
 bool isCurrentThread(ThreadId id);
 
-/// What a started thread does.
+/// What a started thread does: two steps, one after the other on the new thread. Neither may throw.
 class ThreadBody {
 public:
-    /// Called once, on the thread that `self` names; the object may be gone when it returns. Must not throw.
-    ///
     /// A thread can be killed only while it is inside `sleepKillable` or `callKillable`. Where the system ends it by
-    /// unwinding its stack, the objects in `run` are destroyed as by an exception that cannot be caught.
-    virtual void run(ThreadId self) = 0;
+    /// unwinding its stack, the objects in `run` are destroyed as by an exception that cannot be caught, and `finish`
+    /// is not called.
+    virtual void run() = 0;
+
+    /// `self` names the thread. The object may be gone when this returns. From before this call until the thread has
+    /// left the library's code the library stays in the process, whoever unloads it.
+    virtual void finish(ThreadId self) = 0;
 
 protected:
     ThreadBody() = default;

@@ -17,9 +17,14 @@ namespace {
 
 constexpr DWORD kExitCodeOfKilled = 1;
 
-DWORD WINAPI runThread(LPVOID body) {
-    static_cast<ThreadBody*>(body)->run(GetCurrentThreadId());
-    return 0;
+DWORD WINAPI runThread(LPVOID opaque) {
+    auto* const body = static_cast<ThreadBody*>(opaque);
+    body->run();
+    // Not for the time before: a thread that is killed would never give it back.
+    HMODULE library = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCSTR>(&runThread), &library);
+    body->finish(GetCurrentThreadId());
+    FreeLibraryAndExitThread(library, 0);
 }
 
 /// The thread with the right `access`; null when there is none. Between a thread's end and this call the system may

@@ -109,17 +109,21 @@ public:
 
     void joinLinkOf(Thread& owner) { link_ = Thread::LinkBlock::join(owner); }
 
-    void run(unsigned self) override {
-        // Frees this object also when the thread is killed by unwinding.
+    void run() override {
+        // Frees this object when the thread is killed by unwinding.
         std::unique_ptr<Started> own(this);
         platform::sleepKillable(delay_);
         platform::callKillable(function_, argument_);
+        static_cast<void>(own.release());
+    }
+
+    void finish(unsigned self) override {
         // All under the lock, so that `Kill` cannot strike while the memory is being freed.
         const LinkLock lock;
         link_->tellOwner(self);
         link_->leave().reset();
         link_ = nullptr;
-        own.reset();
+        delete this;
     }
 
 private:

@@ -2,8 +2,11 @@
 // test are C functions, so that the test itself links nothing of the library.
 #include <zelutil/zelutil.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 
+#include "support/killable.h"
 #include "support/module_export.h"
 
 namespace {
@@ -94,6 +97,36 @@ ZELUTIL_TEST_EXPORT bool useClasses() {
            LayerNames::Instance().Size() > 0 && UserPreferenceManager::GetInstance().getUserPrefSetting("grid") != "" &&
            UCPActionManager::instance().getAction(1).first &&
            ZelU::FACET::FacetConfigManager::GetInstance().facetDefined("Net", "Length") && useHashTable();
+}
+
+/// Runs a function on a thread of the library's and waits for its end; whether the function was called.
+ZELUTIL_TEST_EXPORT bool runThread(bool join) {
+    static std::atomic<bool> called;
+    called = false;
+    ZelU::Thrd::Thread thread(
+        [](void*) -> void* {
+            called = true;
+            return nullptr;
+        },
+        nullptr);
+    if (join) {
+        thread.Join();
+    }
+    while (thread.IsRunning()) {
+        std::this_thread::yield();
+    }
+    return called;
+}
+
+/// Starts a thread of the library's that would run for ever, and kills it in its function.
+ZELUTIL_TEST_EXPORT void killThread() {
+    static zelutil::test::Progress progress;
+    progress = 0;
+    ZelU::Thrd::Thread thread(zelutil::test::sleepForEver, &progress);
+    while (progress < 2) {
+        std::this_thread::yield();
+    }
+    thread.Kill();
 }
 
 /// Whether an exception of the library's arrives here as what it is.

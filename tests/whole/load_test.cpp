@@ -9,6 +9,7 @@
 #include "support/shared_module.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
+#include "support/wait_until.h"
 
 // This program does not link the library, so that it is in the process only while a test holds it there.
 namespace {
@@ -21,6 +22,7 @@ using zelutil::test::moduleIsLoaded;
 using zelutil::test::setVariable;
 using zelutil::test::TempDirectory;
 using zelutil::test::unloadModule;
+using zelutil::test::waitUntil;
 using zelutil::test::windowsText;
 using zelutil::test::writeTextFile;
 
@@ -95,6 +97,27 @@ TEST_F(Load, APluginTakesTheLibraryWithItAThousandTimes) {
         unloadModule(plugin);
         ASSERT_FALSE(moduleIsLoaded(kPlugin)) << round;
         ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
+    }
+}
+
+TEST_F(Load, AThreadThatHasEndedOutlivesNeitherPluginNorLibrary) {
+    for (int round = 0; round < 200; ++round) {
+        void* const plugin = loadModule(kPlugin);
+        ASSERT_TRUE(functionOf<bool (*)(bool)>(plugin, "runThread")(round % 2 == 0)) << round;
+        unloadModule(plugin);
+        // On Windows the thread may be the one that takes the library out.
+        ASSERT_TRUE(waitUntil([] { return !moduleIsLoaded(kLibrary); })) << round;
+        ASSERT_FALSE(moduleIsLoaded(kPlugin)) << round;
+    }
+}
+
+TEST_F(Load, AKilledThreadOutlivesNeitherPluginNorLibrary) {
+    for (int round = 0; round < 50; ++round) {
+        void* const plugin = loadModule(kPlugin);
+        functionOf<void (*)()>(plugin, "killThread")();
+        unloadModule(plugin);
+        ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
+        ASSERT_FALSE(moduleIsLoaded(kPlugin)) << round;
     }
 }
 

@@ -37,6 +37,10 @@ using ThreadFunction = void* (*)(void* argument);
 /// The object and its thread may end in any order: destroying the object neither ends the thread nor waits for it. The
 /// argument belongs to the host and must live as long as the function uses it.
 ///
+/// The library may be unloaded once no function runs any more: after `Join`, or when `IsRunning` says false. A thread
+/// on its last steps delays that for a moment: on Windows the library itself may be gone only a little after the
+/// unloading has returned, elsewhere the unloading waits (up to two seconds, also for a thread that was killed).
+///
 /// One object must not be started, joined or killed by two threads at once. `IsRunning` may be asked on any thread, and
 /// a function may use the object that runs it.
 class ZELUTIL_API Thread {
