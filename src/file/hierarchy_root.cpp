@@ -101,7 +101,7 @@ void locateRoot(Path& root) {
         return;
     }
     // Kept deliberately: the root still holds the last directory tried, so that after a failure a host that asks again
-    // gets that directory, as it always has, instead of another failure.
+    // gets that directory instead of another failure.
     throw ZelU::File::Exceptions::HierarchyNotFound();
 }
 

@@ -18,8 +18,9 @@ void locateRoot(ZelU::File::Path& root);
 
 /// The root of the tree that holds the library's own file; nothing when the file lies elsewhere.
 ///
-///     C:\p\tools\bin\zelutil.dll => C:\p    C:\p\tools.new\bin64\zelutil.dll => C:\p    C:\p\bin\zelutil.dll =>
-///     nothing
+///     C:\p\tools\bin\zelutil.dll       => C:\p
+///     C:\p\tools.new\bin64\zelutil.dll => C:\p
+///     C:\p\bin\zelutil.dll             => nothing
 std::optional<ZelU::File::Path> rootOfLibraryFile(const ZelU::File::Path& file);
 
 /// The tools directory that a directory of libraries belongs to.

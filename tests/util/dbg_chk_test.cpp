@@ -19,7 +19,7 @@ TEST(DbgChk, IsOffWhileTheVariableIsUndefined) {
     EXPECT_FALSE(chk);
 }
 
-TEST(DbgChk, AnyValueTurnsItOn) {
+TEST(DbgChk, AnyValueTurnsItOnOddity) {
     for (const char* const value : {"1", "0", "no", "false", "off", " ", ""}) {
         setVariable(kName, value);
         const ZelU::DbgChk chk(kName);
@@ -45,7 +45,7 @@ TEST(DbgChk, ReadsTheEnvironmentAtTheFirstTestAndNotAtConstruction) {
     EXPECT_FALSE(madeWhileSet);
 }
 
-TEST(DbgChk, KeepsItsFirstAnswer) {
+TEST(DbgChk, KeepsItsFirstAnswerOddity) {
     setVariable(kName, "1");
     const ZelU::DbgChk on(kName);
     EXPECT_TRUE(on);

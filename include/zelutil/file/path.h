@@ -56,6 +56,7 @@ public:
     ///
     ///     c:\a += "b/c" => c:\a\b\c        c:\a += "../b" => c:\b        c:\a += "d:/b" => c:\a\d:\b
     ///     c:\a += "b?"  => the empty path
+    ///     the empty path += "b" => C:\work\\b, as the text /b
     Path& operator+=(const char* component);
     Path& operator+=(const std::string& component);
 
@@ -103,11 +104,12 @@ public:
     /// Whether its owner may write it: on Windows, whether it lacks the read-only attribute.
     bool IsWriteable() const;
 
-    /// Bytes in the file; 0 where there is none.
+    /// Bytes in the file; 0 where there is none. Of a directory whatever the system says.
     std::int64_t Size() const;
 
     /// Copies this file's bytes to `dest`, which is made, or overwritten. False when this is no readable file (a
-    /// directory is none) or `dest` cannot be written. The whole file is held in memory meanwhile.
+    /// directory is none) or `dest` cannot be written; where that fails half-way, `dest` holds what was written by
+    /// then. The whole file is held in memory meanwhile.
     bool CopyTheFile(const Path& dest);
 
     /// Renames this file or directory to `dest`; a file that cannot be renamed (to another volume, say) is copied and
@@ -115,7 +117,8 @@ public:
     /// was made and the original could not be removed. This object's text stays as it is.
     bool MoveTheFile(const Path& dest);
 
-    /// Removes the file. False when there is none, for a directory, and when the system refuses.
+    /// Removes the file; of a symbolic link the link. False when there is none, for a directory, and when the system
+    /// refuses.
     bool DeleteTheFile();
 
     /// Has the file removed, if it exists then, when the process exits or this library is unloaded. The path may be

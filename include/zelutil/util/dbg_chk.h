@@ -15,8 +15,7 @@ namespace ZelU {
 ///
 /// Only presence counts:
 ///
-///     undefined => off     "1" => on     "0", "no", "false" => on     defined but empty => on (where the system knows
-///     it)
+///     undefined => off     "1" => on     "0", "no", "false" => on     defined but empty => on
 ///
 /// A copy takes over the answer, when there is one already. Tests of one switch may run on several threads at once;
 /// `overrideValue` and assignment must not run beside them.
