@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <deque>
 #include <memory>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "platform/platform.h"
 
@@ -33,11 +33,10 @@ struct DoomedFile {
     Path path;
 };
 
-/// Destroyed, first entry first, at the exit of the process or when the library is unloaded.
-std::deque<std::shared_ptr<DoomedFile>>& deletionList() {
-    static std::deque<std::shared_ptr<DoomedFile>> list;
-    return list;
-}
+/// Destroyed at the exit of the process or when the library is unloaded. It is there from the loading on, and not only
+/// from the first entry: so it outlives the static objects of the hosts that load the library, which may still enter
+/// files, whatever order a system has for destroying the objects of several modules.
+std::vector<std::shared_ptr<DoomedFile>> deletionList;
 
 std::uint32_t nextNumber() {
     static std::atomic<std::uint32_t> counter{static_cast<std::uint32_t>(std::rand())};
@@ -71,9 +70,8 @@ Path chooseTemporaryDirectory() {
 
 void Path::DeleteMeOnExit() {
     // The place first: a handle that finds none would take the file with it.
-    auto& list = deletionList();
-    list.emplace_back();
-    list.back() = std::make_shared<DoomedFile>(*this);
+    deletionList.emplace_back();
+    deletionList.back() = std::make_shared<DoomedFile>(*this);
 }
 
 Path Path::GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix) {

@@ -71,6 +71,14 @@ TEST_F(DeleteOnExit, APathMayBeEnteredMoreThanOnce) {
     EXPECT_EQ(entries(), Names{});
 }
 
+TEST_F(DeleteOnExit, AStaticObjectOfTheHostMayStillEnterAFile) {
+    for (const char* const earlier : {"enter", "make"}) {
+        write("late");
+        EXPECT_EQ(run({earlier, text("early"), "enter-late", text("late")}), "");
+        EXPECT_FALSE(fs::exists(directory / "late")) << "after " << earlier;
+    }
+}
+
 TEST_F(DeleteOnExit, WhatDoesNotExistIsPassedOverInSilence) {
     write("last");
     EXPECT_EQ(run({"enter", text("missing"), "enter", text("missing/file"), "enter", "", "enter", "?", "enter",

@@ -1,6 +1,7 @@
 // A host in small that ends: does what its arguments say, in their order, and then leaves.
 //
 //     enter PATH        has the file deleted at exit
+//     enter-late PATH   enters it only when this program's static objects are being destroyed
 //     make PATH         writes a file
 //     temporary DIR     prints a temporary name in the directory, entered for deletion, and writes that file
 //     keep DIR          the same, not entered
@@ -19,6 +20,19 @@ namespace {
 
 using ZelU::File::Path;
 
+/// Made before anything is asked of the library, and so destroyed after all that was made since.
+struct StaticObject {
+    ~StaticObject() {
+        if (!text.empty()) {
+            Path(text).DeleteMeOnExit();
+        }
+    }
+
+    std::string text;
+};
+
+StaticObject staticObject;
+
 void make(const Path& path) {
     zelutil::test::writeTextFile(zelutil::test::fileOfText(static_cast<const char*>(path)), "x");
 }
@@ -35,6 +49,8 @@ void obey(const std::string& command, const std::string& argument) {
         Path path(argument);
         path.DeleteMeOnExit();
         path = "c:/other";
+    } else if (command == "enter-late") {
+        staticObject.text = argument;
     } else if (command == "make") {
         make(Path(argument));
     } else if (command == "temporary") {
