@@ -48,7 +48,8 @@ public:
     virtual const char* Name(int value) const = 0;
 
     /// The value whose name equals `name`, ignoring the case of ASCII letters; N when none does or `name` is null.
-    /// Of names that are equal ignoring case the first of the table is found.
+    /// Of names that are equal ignoring case the first of the table is found: the name of a later one does not lead
+    /// back to its value.
     ///
     ///     on the names "Basic", "Advanced": "Advanced" => 1, "advanced" => 1, "Advanced " => 2, "" => 2
     virtual int RawLookup(const char* name) const = 0;
@@ -133,6 +134,8 @@ private:
     constexpr void insert(int value) {
         const Position position = find(table[value]);
         if (position.found) {
+            // Kept deliberately: of names that are equal ignoring case the first keeps the place. The later value has
+            // a name that leads to the first one; a table needs no check for that to be usable.
             return;
         }
         for (int index = m_count; index > position.index; --index) {
