@@ -8,6 +8,8 @@ namespace {
 
 constexpr std::uint32_t kSeed = 12;
 constexpr std::uint32_t kMultiplier = 0x5BD1E995;
+// Kept deliberately: this folds more than letters ("[" and "{" hash alike). The hash has only to be equal where keys
+// are, and one operation folds four bytes.
 constexpr unsigned kFoldByte = 0x20;
 constexpr std::uint32_t kFoldGroup = 0x20202020;
 

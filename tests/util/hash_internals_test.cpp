@@ -86,7 +86,7 @@ TEST(FoldedMurmur, ReadsAKeyAtAnyAddress) {
     }
 }
 
-TEST(FoldedMurmur, IgnoresBitFiveOfEveryByte) {
+TEST(FoldedMurmur, OddityIgnoresBitFiveOfEveryByte) {
     EXPECT_EQ(hash::foldedMurmur("Net/CLOCK"), hash::foldedMurmur("nET/clock"));
     EXPECT_EQ(hash::foldedMurmur("\x41\x40"), hash::foldedMurmur("\x61\x60"));
     EXPECT_EQ(hash::foldedMurmur("\xC4\x0F^"), hash::foldedMurmur("\xE4/~"));

@@ -40,7 +40,7 @@ struct Pair {
     const char* b;
 };
 
-TEST_F(HashTable, KeysThatHashAlikeAreYetTwoKeysUnlessOnlyTheCaseOfLettersDiffers) {
+TEST_F(HashTable, OddityKeysThatHashAlikeAreYetTwoKeysUnlessOnlyTheCaseOfLettersDiffers) {
     constexpr Pair kDifferent[] = {
         // 32 apart, but no letters: one hash, two keys.
         {"\x41\x40", "\x61\x60"},
