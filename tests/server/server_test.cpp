@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <climits>
+#include <cstddef>
 #include <functional>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -31,6 +34,26 @@ void* const kEditorC = &editors[2];
 TEST(Server, IsOneAndTheSame) {
     EXPECT_EQ(&Server::getInstance(), &Server::getInstance());
     static_assert(!std::is_default_constructible_v<Server>);
+}
+
+TEST(Server, FirstUsesMayRace) {
+    std::array<Server*, 8> seen{};
+    std::atomic<std::size_t> waiting{seen.size()};
+    std::vector<std::thread> threads;
+    for (Server*& one : seen) {
+        threads.emplace_back([&waiting, &one] {
+            --waiting;
+            while (waiting > 0) {
+            }
+            one = &Server::getInstance();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    for (const Server* const one : seen) {
+        EXPECT_EQ(one, &server());
+    }
 }
 
 TEST(Server, StartsWithTheDefaultIdAsActiveAndPrevious) {
