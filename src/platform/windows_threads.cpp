@@ -20,7 +20,7 @@ constexpr DWORD kExitCodeOfKilled = 1;
 DWORD WINAPI runThread(LPVOID opaque) {
     auto* const body = static_cast<ThreadBody*>(opaque);
     body->run();
-    // Not for the time before: a thread that is killed would never give it back.
+    // Held only from here on: a thread that is killed in its function would never give it back.
     HMODULE library = nullptr;
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCSTR>(&runThread), &library);
     body->finish(GetCurrentThreadId());

@@ -218,7 +218,7 @@ TEST(Mutex, OnlyItsHolderReleasesItByDestroying) {
     holder.join();
 }
 
-TEST(Mutex, AssignedOnesShareTheLock) {
+TEST(Mutex, OddityAssignedOnesShareTheLock) {
     Mutex mutex;
     Mutex sameLock;
     sameLock = mutex;
@@ -229,7 +229,7 @@ TEST(Mutex, AssignedOnesShareTheLock) {
     EXPECT_TRUE(contender.gotIt());
 }
 
-TEST(Mutex, AssignmentCopiesTheFlag) {
+TEST(Mutex, OddityAssignmentCopiesTheFlag) {
     Mutex held;
     const Lock lock(held);
     Mutex copy;
