@@ -152,6 +152,24 @@ TEST_F(PosixFileOperations, LinksAreFollowedButRemovedThemselves) {
     EXPECT_EQ(bytesOf("file"), "others");
 }
 
+TEST_F(PosixFileOperations, OnlyTheOwnersBitsOfTheModeCount) {
+    struct Row {
+        unsigned mode;
+        bool executable;
+        bool writeable;
+    };
+    constexpr Row kRows[] = {{0777, true, true},   {0500, true, false}, {0600, false, true},
+                             {0677, false, true},  {0577, true, false}, {0477, false, false},
+                             {0077, false, false}, {0100, true, false}, {0000, false, false}};
+    write("file", "");
+    for (const Row& row : kRows) {
+        fs::permissions(directory / "file", fs::perms{row.mode});
+        EXPECT_EQ(path("file").IsExecutable(), row.executable) << std::oct << row.mode;
+        EXPECT_EQ(path("file").IsWriteable(), row.writeable) << std::oct << row.mode;
+        EXPECT_TRUE(path("file").Exists()) << std::oct << row.mode;
+    }
+}
+
 TEST_F(PosixFileOperations, ALinkToNothingDoesNotExist) {
     fs::create_symlink(directory / "missing", directory / "link");
     EXPECT_FALSE(path("link").Exists());
