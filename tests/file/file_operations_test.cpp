@@ -5,9 +5,8 @@
 #include <fstream>
 #include <string>
 
+#include "file/file_fixture.h"
 #include "support/silence.h"
-#include "support/temp_directory.h"
-#include "support/text_file.h"
 
 namespace {
 
@@ -17,7 +16,6 @@ using zelutil::test::expectSilence;
 using zelutil::test::readTextFile;
 using zelutil::test::TempDirectory;
 using zelutil::test::windowsText;
-using zelutil::test::writeTextFile;
 
 /// Bytes that a text mode would change or stop at.
 const std::string kBinary("a\0b\x1a\r\nc\n\r\n\xff\xfe\x1a", 13);
@@ -30,16 +28,8 @@ std::string allBytes() {
     return bytes;
 }
 
-class FileOperations : public testing::Test {
+class FileOperations : public zelutil::test::FilesOfADirectory {
 protected:
-    Path path(const std::string& name) const { return Path(windowsText(directory / name)); }
-
-    void write(const std::string& name, const std::string& bytes) const { writeTextFile(directory / name, bytes); }
-
-    std::string bytesOf(const std::string& name) const { return readTextFile(directory / name); }
-
-    bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(directory / name)); }
-
     /// Whether the file can be opened for writing; a superuser may also write what is read-only.
     bool canWrite(const std::string& name) const { return std::ofstream(directory / name, std::ios::app).is_open(); }
 
@@ -47,8 +37,6 @@ protected:
         fs::permissions(directory / name, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                         fs::perm_options::remove);
     }
-
-    TempDirectory directory;
 };
 
 // --- Copying --------------------------------------------------------------------------------------------------------

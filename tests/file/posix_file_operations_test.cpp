@@ -6,9 +6,8 @@
 #include <filesystem>
 #include <string>
 
+#include "file/file_fixture.h"
 #include "support/system_faults.h"
-#include "support/temp_directory.h"
-#include "support/text_file.h"
 
 namespace {
 
@@ -16,21 +15,10 @@ namespace fs = std::filesystem;
 using ZelU::File::Path;
 using zelutil::test::Fault;
 using zelutil::test::FaultInjection;
-using zelutil::test::readTextFile;
-using zelutil::test::TempDirectory;
 using zelutil::test::windowsText;
-using zelutil::test::writeTextFile;
 
-class PosixFileOperations : public testing::Test {
+class PosixFileOperations : public zelutil::test::FilesOfADirectory {
 protected:
-    Path path(const std::string& name) const { return Path(windowsText(directory / name)); }
-
-    void write(const std::string& name, const std::string& bytes) const { writeTextFile(directory / name, bytes); }
-
-    std::string bytesOf(const std::string& name) const { return readTextFile(directory / name); }
-
-    bool isThere(const std::string& name) const { return fs::exists(fs::symlink_status(directory / name)); }
-
     /// What copying "from" to "to" answers while a call fails; the call must come.
     bool copyWith(const Fault& fault) const {
         const FaultInjection injection(fault);
@@ -45,8 +33,6 @@ protected:
         EXPECT_TRUE(injection.happened()) << fault.call;
         return answer;
     }
-
-    TempDirectory directory;
 };
 
 TEST_F(PosixFileOperations, ASourceThatCannotBeReadLeavesTheTargetAsItWas) {
