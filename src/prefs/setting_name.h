@@ -10,7 +10,7 @@
 /// How settings are named and how a name becomes a key.
 namespace zelutil::prefs {
 
-/// Stands between the parts of a heading path, an attribute path and a setting's full name.
+/// Separates the names in a heading path, an attribute path and a setting's full name.
 inline constexpr std::string_view kNameSeparator = "::";
 
 /// 64-bit FNV-1a (http://www.isthe.com/chongo/tech/comp/fnv/): start, and step from byte to byte. A hash can be
