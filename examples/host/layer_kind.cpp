@@ -9,6 +9,6 @@ constexpr const char* const kLayerKinds[] = {"Signal", "Plane", "Solder mask", "
 
 template <>
 const Smart::Enum::HRES<LayerKind>& Smart::Enum::HRES<LayerKind>::Instance() {
-    static constexpr HRES_Impl<LayerKind, 4, kLayerKinds> map;
-    return map;
+    static constexpr HRES_Impl<LayerKind, 4, kLayerKinds> kMap;
+    return kMap;
 }

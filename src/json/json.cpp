@@ -153,6 +153,7 @@ class BoundedWriter : public Writer {
 public:
     using Writer::Writer;
 
+    // NOLINTBEGIN(readability-identifier-naming): as above
     bool StartObject() { return ++depth_ <= kMaximumDepth && Writer::StartObject(); }
     bool EndObject(rapidjson::SizeType count = 0) {
         --depth_;
@@ -163,6 +164,7 @@ public:
         --depth_;
         return Writer::EndArray(count);
     }
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     unsigned depth_ = 0;

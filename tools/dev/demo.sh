@@ -31,7 +31,8 @@ else
     buildPreset release zelutil_demo
     for host in "${hosts[@]}"; do
         say "Running $host, installed in $demo"
-        # shellcheck disable=SC2086: the option is a word of its own
+        # The option is a word of its own.
+        # shellcheck disable=SC2086
         (cd "$demo/product/tools/bin" && HOMEDRIVE=Z: HOMEPATH=$demo/home ./$host)
     done
 fi

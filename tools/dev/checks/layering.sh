@@ -9,8 +9,8 @@ noneMatches() { # REGEX PATHSPEC...
 
 checkSystemKnowledge() {
     local places=(src include tests ':!src/platform' ':!include/zelutil/export.h' ':!tests/support')
-    # Tests of one system's side of the seam bear its name.
-    places+=(':!tests/platform/posix_*' ':!tests/platform/windows_*')
+    # What is tested on one system alone bears its name.
+    places+=(':!tests/*/posix_*' ':!tests/*/windows_*')
     local macros='_WIN32|_WIN64|__MINGW|_MSC_VER|__linux__|__unix__|__APPLE__|_POSIX'
     local headers='windows|winbase|winsock2?|shlobj|direct|io|process|unistd|pthread|dlfcn|fcntl|dirent|sched|spawn'
     local status=0
