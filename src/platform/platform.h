@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The one door to the operating system, and the guide for porting the library: one source file per system defines
-/// these functions, in this order. Threads and critical sections follow in threads.h.
+/// The one door to the operating system, and the guide for porting the library: one folder per system defines
+/// these functions, with the same file names in each. Threads and critical sections follow in threads.h.
 ///
 /// Every path that crosses this header is a Windows text in the narrow (ANSI) encoding: backslash or slash separates,
 /// a drive letter and a colon may lead. Where the system has no drives, the drive "Z:" is its root directory: a text

@@ -1,4 +1,4 @@
-#include "platform/drive_text.h"
+#include "platform/posix/drive_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "platform/posix_file.h"
+#include "platform/posix/file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 
-#include "platform/drive_text.h"
+#include "platform/posix/drive_text.h"
 
 namespace zelutil::platform::posix {
 

@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "platform/platform.h"
-#include "platform/posix_file.h"
+#include "platform/posix/file.h"
 #include "platform/replacement_name.h"
 
 namespace zelutil::platform {

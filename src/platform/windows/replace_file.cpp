@@ -5,7 +5,7 @@
 
 #include "platform/platform.h"
 #include "platform/replacement_name.h"
-#include "platform/windows_file.h"
+#include "platform/windows/file.h"
 
 namespace zelutil::platform {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/platform.h"
-#include "platform/windows_file.h"
+#include "platform/windows/file.h"
 
 /// The library needs no thread notifications; without them a host's threads start and end faster. The system refuses
 /// for a module with static thread-local storage, which gcc's runtime gives every DLL: there they come and find nothing

@@ -12,9 +12,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/drive_text.h"
 #include "platform/platform.h"
-#include "platform/posix_file.h"
+#include "platform/posix/drive_text.h"
+#include "platform/posix/file.h"
 
 namespace zelutil::platform {
 

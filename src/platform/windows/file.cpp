@@ -1,4 +1,4 @@
-#include "platform/windows_file.h"
+#include "platform/windows/file.h"
 
 #include <algorithm>
 
