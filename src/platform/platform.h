@@ -76,25 +76,6 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
 /// Creates or truncates the file and writes `bytes`. False when any step fails; what is in the file is then undefined.
 bool writeFile(const char* path, std::string_view bytes);
 
-/// What became of `replaceFile`.
-enum class Replaced {
-    /// The file holds the new bytes.
-    Yes,
-    /// The file is as before, or still missing.
-    No,
-    /// The new bytes were being written into the file itself, there being no other way, and that failed in the middle.
-    Torn,
-};
-
-/// Gives a file new contents in one step: whoever looks, and whenever this process or the system stops, finds the old
-/// file whole or the new one. Symbolic links are followed; mode, owner, attributes and access rights stay.
-///
-/// The bytes are written beside the file, flushed to disk and put in its place. Where that cannot be done (nothing may
-/// be made in the directory, the file has a second hard link or another owner, somebody holds it open) they are written
-/// into the file itself, but never when space is short. A file that cannot be opened for writing stays as it is, and
-/// what is no regular file too. What a killed process left beside the file earlier is removed.
-Replaced replaceFile(const char* path, std::string_view bytes);
-
 // --- Modules --------------------------------------------------------------------------------------------------------
 
 /// Full path of the file this code was loaded from (the library, or a program that holds it in static form); empty when

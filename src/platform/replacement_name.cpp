@@ -53,6 +53,14 @@ bool isReplacementName(std::string_view name, std::string_view targetName) {
            takeNumber(name) && name == kEnding;
 }
 
+std::string keptSuffix(std::uint32_t number) {
+    std::string suffix = ".bad";
+    if (number > 1) {
+        suffix += '.' + std::to_string(number);
+    }
+    return suffix;
+}
+
 std::uint32_t nextReplacementCall() {
     static std::atomic<std::uint32_t> calls{0};
     return calls.fetch_add(1, std::memory_order_relaxed);

@@ -5,6 +5,7 @@
 
 #include "json/json.h"
 #include "platform/platform.h"
+#include "platform/replace_file.h"
 
 namespace zelutil::prefs {
 namespace {

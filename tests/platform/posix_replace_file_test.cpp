@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/replace_file.h"
 #include "support/ordinary_user.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
@@ -156,6 +156,48 @@ TEST_F(ReplacePosixFile, LeavesWhatIsNoRegularFileAlone) {
     EXPECT_TRUE(fs::is_fifo(file_));
     EXPECT_EQ(replace("/dev/null", "new"), Replaced::No);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST_F(ReplacePosixFile, AKeptCopyHasModeAndOwner) {
+    writeTextFile(file_, "half {");
+    ASSERT_EQ(::chmod(file_.c_str(), 0640), 0);
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(file_.c_str(), kNobody, kNobody), 0);
+    }
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    const struct stat kept = statusOf(file_.string() + ".bad");
+    EXPECT_EQ(kept.st_mode & 07777, 0640U);
+    EXPECT_EQ(kept.st_uid, statusOf(file_).st_uid);
+    EXPECT_EQ(kept.st_gid, statusOf(file_).st_gid);
+}
+
+TEST_F(ReplacePosixFile, AKeptCopyOfAnotherUsersFileIsPrivate) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs root to make another user's file";
+    }
+    writeTextFile(file_, "half {");
+    ASSERT_EQ(::chmod(file_.c_str(), 0666), 0);
+    const OrdinaryUser user;
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    const struct stat kept = statusOf(file_.string() + ".bad");
+    EXPECT_EQ(kept.st_mode & 07777, 0600U);
+    EXPECT_EQ(kept.st_uid, kNobody);
+}
+
+TEST_F(ReplacePosixFile, ACopyIsKeptBesideTheLink) {
+    writeTextFile(directory_ / "real/settings.cfg", "half {");
+    fs::create_symlink("real/settings.cfg", file_);
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    EXPECT_EQ(readTextFile(file_.string() + ".bad"), "half {");
+    EXPECT_FALSE(fs::is_symlink(file_.string() + ".bad"));
+}
+
+TEST_F(ReplacePosixFile, ACopyDoesNotFollowALinkOfItsName) {
+    writeTextFile(file_, "half {");
+    fs::create_symlink("elsewhere", file_.string() + ".bad");
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    EXPECT_FALSE(fs::exists(directory_ / "elsewhere"));
+    EXPECT_EQ(readTextFile(file_.string() + ".bad.2"), "half {");
 }
 
 TEST_F(ReplacePosixFile, LeavesTheFileAnotherProcessIsStillWriting) {

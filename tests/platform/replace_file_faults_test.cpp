@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/replace_file.h"
 #include "support/system_faults.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
@@ -95,6 +95,59 @@ TEST_F(ReplaceFileFaults, AFileThatMustBeWrittenIntoGrowsBeforeItIsTouched) {
     }
     EXPECT_EQ(replaceFile(windowsText(file).c_str(), kNew), Replaced::Yes);
     EXPECT_EQ(readTextFile(directory / "other.cfg"), kNew);
+}
+
+TEST_F(ReplaceFileFaults, AnySingleFailingCallKeepsAWholeCopyOrNone) {
+    const TempDirectory directory;
+    const fs::path file = directory / "tessel_settings.cfg";
+    const fs::path kept = directory / "tessel_settings.cfg.bad";
+    writeTextFile(file, kOld);
+    int broken = 0;
+    int copies = 0;
+    for (const std::string& call : test::wrappedCalls()) {
+        for (const int error : kErrors) {
+            for (std::size_t occurrence = 1;; ++occurrence) {
+                SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::strerror(error));
+                ASSERT_LT(occurrence, 100U) << "called without end";
+                const Fault fault{call, occurrence, error};
+                const FaultInjection injection(fault);
+                const bool isKept = keepCopy(windowsText(file).c_str());
+                EXPECT_EQ(fs::exists(kept), isKept);
+                if (isKept) {
+                    EXPECT_EQ(readTextFile(kept), kOld);
+                }
+                EXPECT_EQ(entriesOf(directory), isKept ? 2 : 1);
+                EXPECT_EQ(readTextFile(file), kOld);
+                fs::remove(kept);
+                if (!injection.happened()) {
+                    break;
+                }
+                ++broken;
+                copies += isKept ? 1 : 0;
+            }
+        }
+    }
+    std::printf("%d calls broken, %d copies kept\n", broken, copies);
+    EXPECT_GT(broken, 100);
+    EXPECT_GT(copies, 0);
+}
+
+TEST_F(ReplaceFileFaults, WhereTheSystemCannotRenameToAFreeNameOnlyACopyStillTouchesNoOther) {
+    const TempDirectory directory;
+    const fs::path file = directory / "tessel_settings.cfg";
+    writeTextFile(file, kOld);
+    writeTextFile(directory / "tessel_settings.cfg.bad", "earlier");
+    for (const int error : {EINVAL, ENOSYS}) {
+        fs::remove(directory / "tessel_settings.cfg.bad.2");
+        // The first name is taken, for the link too; the second is asked without the fault.
+        const Fault fault{"renameat2", 1, error};
+        const FaultInjection injection(fault);
+        EXPECT_TRUE(keepCopy(windowsText(file).c_str()));
+        EXPECT_TRUE(injection.happened());
+        EXPECT_EQ(readTextFile(directory / "tessel_settings.cfg.bad"), "earlier");
+        EXPECT_EQ(readTextFile(directory / "tessel_settings.cfg.bad.2"), kOld);
+        EXPECT_EQ(entriesOf(directory), 3);
+    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "platform/replace_file.h"
 #include "platform/replacement_name.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
@@ -144,6 +145,91 @@ TEST_F(ReplaceFile, AReaderSeesWholeTextsOnlyWhileTwoWrite) {
     EXPECT_EQ(torn, 0);
     EXPECT_GT(reads, 0);
     EXPECT_EQ(names(), onlyTheFile_);
+}
+
+class KeepCopy : public ReplaceFile {
+protected:
+    bool keep() { return keepCopy(windowsText(file_).c_str()); }
+
+    fs::path kept(const char* suffix) const { return directory_ / (std::string("tessel_settings.cfg") + suffix); }
+};
+
+TEST_F(KeepCopy, TakesTheFirstFreeNameAndTouchesNoOther) {
+    const std::string first("half {\0\r\n\xFF", 10);
+    writeTextFile(file_, first);
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(readTextFile(kept(".bad")), first);
+    writeTextFile(file_, "second");
+    EXPECT_TRUE(keep());
+    writeTextFile(file_, "third");
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(readTextFile(kept(".bad")), first);
+    EXPECT_EQ(readTextFile(kept(".bad.2")), "second");
+    EXPECT_EQ(readTextFile(kept(".bad.3")), "third");
+    EXPECT_EQ(readTextFile(file_), "third");
+    EXPECT_EQ(names().size(), 4U);
+    // A gap is filled: the file that has left it is not there to be touched.
+    fs::remove(kept(".bad.2"));
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(readTextFile(kept(".bad.2")), "third");
+}
+
+TEST_F(KeepCopy, OfALargeFileIsWhole) {
+    std::string large;
+    for (int i = 0; i < 300'000; ++i) {
+        large += std::to_string(i);
+    }
+    writeTextFile(file_, large);
+    EXPECT_TRUE(keep());
+    EXPECT_TRUE(readTextFile(kept(".bad")) == large);
+}
+
+TEST_F(KeepCopy, OfAnEmptyFileIsEmpty) {
+    writeTextFile(file_, "");
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(readTextFile(kept(".bad")), "");
+}
+
+TEST_F(KeepCopy, OfWhatIsNoFileIsNone) {
+    EXPECT_FALSE(keep());
+    fs::create_directory(file_);
+    EXPECT_FALSE(keep());
+    EXPECT_FALSE(keepCopy(nullptr));
+    EXPECT_FALSE(keepCopy(""));
+    EXPECT_FALSE(keepCopy((windowsText(file_) + "?").c_str()));
+    EXPECT_EQ(names(), onlyTheFile_);
+}
+
+TEST_F(KeepCopy, ADirectoryHasTakenItsNameToo) {
+    writeTextFile(file_, "half {");
+    fs::create_directory(kept(".bad"));
+    EXPECT_TRUE(keep());
+    EXPECT_EQ(readTextFile(kept(".bad.2")), "half {");
+}
+
+TEST_F(KeepCopy, ManyAtOnceGetANameEach) {
+    writeTextFile(file_, "half {");
+    std::atomic<int> copies{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < 10; ++i) {
+                copies += keep() ? 1 : 0;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(copies, 40);
+    EXPECT_EQ(names().size(), 41U);
+    EXPECT_TRUE(fs::exists(kept(".bad.40")));
+}
+
+TEST(ReplacementName, NumbersTheKeptCopiesFromTheSecondOn) {
+    EXPECT_EQ(keptSuffix(1), ".bad");
+    EXPECT_EQ(keptSuffix(2), ".bad.2");
+    EXPECT_EQ(keptSuffix(10'000), ".bad.10000");
 }
 
 TEST(ReplacementName, HoldsProcessAndCall) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/platform.h"
+#include "platform/replace_file.h"
 #include "support/held_file.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"

@@ -40,8 +40,8 @@ bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.call
 
 const std::vector<std::string>& wrappedCalls() {
     static const std::vector<std::string> calls = {
-        "open",   "close",  "write", "fsync",           "fstat", "fchmod",   "fchown",  "ftruncate", "flock",
-        "rename", "unlink", "mkdir", "posix_fallocate", "stat",  "readlink", "opendir", "read",      "renameat2"};
+        "open",   "close", "write",           "fsync", "fstat",    "fchmod",  "fchown", "ftruncate", "flock", "rename",
+        "unlink", "mkdir", "posix_fallocate", "stat",  "readlink", "opendir", "read",   "renameat2", "link"};
     return calls;
 }
 
@@ -127,6 +127,9 @@ int __real_renameat2(int fromDirectory, const char* from, int toDirectory, const
 int __wrap_renameat2(int fromDirectory, const char* from, int toDirectory, const char* to, unsigned flags) {
     return isToFail("renameat2") ? -1 : __real_renameat2(fromDirectory, from, toDirectory, to, flags);
 }
+
+int __real_link(const char* from, const char* to);
+int __wrap_link(const char* from, const char* to) { return isToFail("link") ? -1 : __real_link(from, to); }
 
 int __real_unlink(const char* path);
 int __wrap_unlink(const char* path) { return isToFail("unlink") ? -1 : __real_unlink(path); }

@@ -1,4 +1,4 @@
-// replaceFile on POSIX systems; its contract is in platform.h.
+// Replacing and keeping files on POSIX systems; the contracts are in replace_file.h.
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -10,8 +10,8 @@
 #include <cstdio>
 #include <memory>
 
-#include "platform/platform.h"
 #include "platform/posix/file.h"
+#include "platform/replace_file.h"
 #include "platform/replacement_name.h"
 
 namespace zelutil::platform {
@@ -22,6 +22,8 @@ namespace {
 
 constexpr int kMostLinks = 40;
 constexpr int kMostNamesTried = 100;
+constexpr std::size_t kCopyBufferSize = 65'536;
+constexpr mode_t kPrivateFileMode = 0600;
 constexpr mode_t kModeBits = 07777;
 
 /// How an attempt to write beside the target ended.
@@ -76,6 +78,37 @@ void removeLeftovers(const std::string& target) {
     }
 }
 
+/// False, with errno set, also when `to` is there: EEXIST.
+bool renameToFreeName(const std::string& from, const std::string& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return true;
+    }
+    // Some file systems do not know the flag. A second link is refused too when the name is taken.
+    const bool flagUnknown = errno == EINVAL || errno == ENOSYS;
+    if (!flagUnknown || ::link(from.c_str(), to.c_str()) != 0) {
+        return false;
+    }
+    ::unlink(from.c_str());
+    return true;
+}
+
+/// Copies from where `source` stands to its end. False when any step fails.
+bool copyAll(int source, int target) {
+    std::string buffer(kCopyBufferSize, '\0');
+    for (;;) {
+        const ssize_t count = ::read(source, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return count == 0;
+        }
+        if (!writeAll(target, std::string_view(buffer).substr(0, static_cast<std::size_t>(count)))) {
+            return false;
+        }
+    }
+}
+
 /// A new file beside the target, removed again unless it was put in its place.
 class Replacement {
 public:
@@ -112,11 +145,16 @@ public:
                ::fchmod(file_.number(), old.st_mode & kModeBits) == 0;
     }
 
+    /// Shuts everybody else out.
+    bool makePrivate() { return ::fchmod(file_.number(), kPrivateFileMode) == 0; }
+
     bool fill(std::string_view bytes) {
         const bool filled = writeAll(file_.number(), bytes) && ::fsync(file_.number()) == 0;
         error_ = errno;
         return filled;
     }
+
+    bool copyFrom(int source) { return copyAll(source, file_.number()) && ::fsync(file_.number()) == 0; }
 
     bool putInPlaceOf(const std::string& target) {
         if (std::rename(path_.c_str(), target.c_str()) != 0) {
@@ -125,6 +163,19 @@ public:
         }
         file_.close();
         return true;
+    }
+
+    bool keepAs(const std::string& path) {
+        for (std::uint32_t number = 1; number <= kMaximumKeptNames; ++number) {
+            if (renameToFreeName(path_, path + keptSuffix(number))) {
+                file_.close();
+                return true;
+            }
+            if (errno != EEXIST) {
+                return false;
+            }
+        }
+        return false;
     }
 
 private:
@@ -216,6 +267,22 @@ Replaced replaceFile(const char* path, std::string_view bytes) {
         return replaceExisting(target, file, bytes);
     }
     return writeBeside(target, bytes, nullptr) == Beside::Done ? Replaced::Yes : Replaced::No;
+}
+
+bool keepCopy(const char* path) {
+    const auto file = systemPath(path);
+    if (!file) {
+        return false;
+    }
+    const Descriptor source(openRetrying(file->c_str(), O_RDONLY | O_NONBLOCK));
+    struct stat status {};
+    if (!source.isOpen() || ::fstat(source.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return false;
+    }
+    Replacement copy(*file);
+    // A copy of another user's file cannot be given to that user. It is worth more than none.
+    return copy.isOpen() && (copy.takeOver(status) || copy.makePrivate()) && copy.copyFrom(source.number()) &&
+           copy.keepAs(*file);
 }
 
 }  // namespace zelutil::platform

@@ -1,9 +1,9 @@
-// replaceFile on Windows; its contract is in platform.h.
+// Replacing and keeping files on Windows; the contracts are in replace_file.h.
 #include <algorithm>
 #include <optional>
 #include <vector>
 
-#include "platform/platform.h"
+#include "platform/replace_file.h"
 #include "platform/replacement_name.h"
 #include "platform/windows/file.h"
 
@@ -18,6 +18,8 @@ constexpr int kMostNamesTried = 100;
 /// Virus scanners and indexers hold a file for some milliseconds after it was written.
 constexpr int kSharingRetries = 5;
 constexpr DWORD kSharingRetryDelay = 20;
+
+constexpr DWORD kCopyBufferSize = 65'536;
 
 constexpr DWORD kLongestWaitForTurn = 2000;
 
@@ -96,6 +98,23 @@ void removeLeftovers(const std::wstring& target) {
     FindClose(search);
 }
 
+/// Copies the whole file. False when any step fails.
+bool copyAll(HANDLE source, HANDLE target) {
+    std::string buffer(kCopyBufferSize, '\0');
+    for (;;) {
+        DWORD count = 0;
+        if (ReadFile(source, buffer.data(), kCopyBufferSize, &count, nullptr) == 0) {
+            return false;
+        }
+        if (count == 0) {
+            return true;
+        }
+        if (!writeAll(target, std::string_view(buffer).substr(0, count))) {
+            return false;
+        }
+    }
+}
+
 /// A new file beside the target, removed again unless it was put in its place.
 class Replacement {
 public:
@@ -131,6 +150,32 @@ public:
         return writeAll(file_.handle(), bytes) && FlushFileBuffers(file_.handle()) != 0 && file_.close();
     }
 
+    /// Gives the new file the attributes and access rights of the old one.
+    bool takeOver(const std::wstring& target) {
+        DWORD size = 0;
+        GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+        std::vector<unsigned char> rights(size);
+        const bool known = GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0;
+        const DWORD attributes = GetFileAttributesW(target.c_str()) & kAttributesTakenOver;
+        return known && SetFileAttributesW(path_.c_str(), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL) != 0 &&
+               SetFileSecurityW(path_.c_str(), DACL_SECURITY_INFORMATION, rights.data()) != 0;
+    }
+
+    bool copyFrom(HANDLE source) {
+        return copyAll(source, file_.handle()) && FlushFileBuffers(file_.handle()) != 0 && file_.close();
+    }
+
+    bool keepAs(const std::wstring& path) {
+        for (std::uint32_t number = 1; exists_ && number <= kMaximumKeptNames; ++number) {
+            const std::wstring kept = path + widen(keptSuffix(number));
+            exists_ = MoveFileExW(path_.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH) == 0;
+            if (exists_ && GetLastError() != ERROR_ALREADY_EXISTS && GetLastError() != ERROR_FILE_EXISTS) {
+                return false;
+            }
+        }
+        return !exists_;
+    }
+
     bool putInPlaceOf(const std::wstring& target) {
         exists_ = !retryingWhileShared([&] { return putOnce(target); });
         return !exists_;
@@ -163,17 +208,6 @@ private:
     /// Asked before the system begins to move anything, since not every system goes back when it cannot go on.
     static bool isLetGo(const std::wstring& target) {
         return File(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)).isOpen();
-    }
-
-    /// Gives the new file the attributes and access rights of the old one.
-    bool takeOver(const std::wstring& target) {
-        DWORD size = 0;
-        GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-        std::vector<unsigned char> rights(size);
-        const bool known = GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0;
-        const DWORD attributes = GetFileAttributesW(target.c_str()) & kAttributesTakenOver;
-        return known && SetFileAttributesW(path_.c_str(), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL) != 0 &&
-               SetFileSecurityW(path_.c_str(), DACL_SECURITY_INFORMATION, rights.data()) != 0;
     }
 
     std::wstring path_;
@@ -285,6 +319,22 @@ Replaced replaceFile(const char* path, std::string_view bytes) {
         return writeInto(target, bytes);
     }
     return beside == Beside::Done ? Replaced::Yes : Replaced::No;
+}
+
+bool keepCopy(const char* path) {
+    const std::wstring file = systemPath(path);
+    const Turn turn;
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    retryingWhileShared([&] {
+        handle = CreateFileW(file.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+        return handle != INVALID_HANDLE_VALUE;
+    });
+    const File source(handle);
+    if (!source.isOpen() || GetFileType(source.handle()) != FILE_TYPE_DISK) {
+        return false;
+    }
+    Replacement copy(file);
+    return copy.isOpen() && copy.takeOver(file) && copy.copyFrom(source.handle()) && copy.keepAs(file);
 }
 
 }  // namespace zelutil::platform
