@@ -19,7 +19,8 @@ constexpr char kDefaultsVariable[] = "tessel_settings";
 constexpr char kDefaultsDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
 constexpr char kRegressionVariable[] = "regression_testing";
-constexpr char kUserSubdirectory[] = "/tessel/";
+constexpr char kUserFileInEnvironment[] = "/tessel/tessel_settings.cfg";
+constexpr char kUserFileInRegressionTest[] = "/tessel_settings.cfg";
 
 std::atomic<bool> searchInProgress{false};
 
@@ -49,6 +50,12 @@ std::optional<std::string> findOnSetupPath() {
     return search->find(kUserFileOnSetupPath);
 }
 
+/// The file's path in shell form. A directory that is no path holds no file: the text would name one of the root.
+std::string fileIn(const Path& directory, const char* name) {
+    const std::string text = directory.GetPath4Shell();
+    return text.empty() ? text : text + name;
+}
+
 }  // namespace
 
 std::string getUserSettingsFullPathname(const char* name) {
@@ -65,13 +72,13 @@ std::string getUserFileName() {
         return *found;
     }
     // Kept deliberately: in double quotes when it has a blank, as above; nothing is then read or written.
-    return Hierarchy::GetPcbEnv().GetPath4Shell() + kUserSubdirectory + kSettingsFileName;
+    return fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
 }
 
 std::string getWrittenUserFileName() {
     static const bool regressionTesting = platform::environment(kRegressionVariable).has_value();
     if (regressionTesting) {
-        return Path(Path::GetCWD()).GetPath4Shell() + "/" + kSettingsFileName;
+        return fileIn(Path(Path::GetCWD()), kUserFileInRegressionTest);
     }
     return getUserFileName();
 }

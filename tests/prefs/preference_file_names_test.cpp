@@ -1,0 +1,42 @@
+// The names of the user's file where a directory that should hold it is none.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "prefs/preference_files.h"
+#include "prefs/preference_world.h"
+
+namespace zelutil::test {
+namespace {
+
+class PreferenceFileNames : public testing::Test {
+protected:
+    PreferenceWorld world_;
+};
+
+TEST_F(PreferenceFileNames, AreBelowTheUserEnvironmentDirectory) {
+    EXPECT_EQ(prefs::getUserFileName(), windowsText(world_.home() / "pcbenv") + "/tessel/tessel_settings.cfg");
+    EXPECT_EQ(prefs::getWrittenUserFileName(), prefs::getUserFileName());
+}
+
+// The home directory lies above the root, so there is no environment directory.
+TEST_F(PreferenceFileNames, NoEnvironmentDirectoryHoldsNoFile) {
+    setVariable("HOMEPATH", "\\..");
+    EXPECT_EQ(prefs::getUserFileName(), "");
+    EXPECT_EQ(prefs::getWrittenUserFileName(), "");
+}
+
+#ifndef _WIN32
+TEST_F(PreferenceFileNames, NoCurrentDirectoryHoldsNoFile) {
+    setVariable("regression_testing", "1");
+    const auto vanishing = world_.home() / "vanishing";
+    std::filesystem::create_directory(vanishing);
+    std::filesystem::current_path(vanishing);
+    EXPECT_EQ(prefs::getWrittenUserFileName(), windowsText(vanishing) + "/tessel_settings.cfg");
+    std::filesystem::remove(vanishing);
+    EXPECT_EQ(prefs::getWrittenUserFileName(), "");
+}
+#endif
+
+}  // namespace
+}  // namespace zelutil::test
