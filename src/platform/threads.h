@@ -4,18 +4,14 @@
 #include <atomic>
 #include <cstdint>
 
-/// The system's threads and critical sections, the second part of the porting guide that platform.h begins.
-///
-/// No function prints. None throws but for lack of memory.
+/// The system's threads. No function prints. None throws but for lack of memory.
 namespace zelutil::platform {
-
-// --- Threads --------------------------------------------------------------------------------------------------------
 
 /// Names a thread that runs, in this process. Never 0 and never `currentThreadHandle()`. The system may give the number
 /// to another thread once the first has ended.
 using ThreadId = unsigned;
 
-/// What the system has a thread call "the current thread": the same number on every thread, and the name of none.
+/// The pseudo-handle by which the system has a thread call itself: equal on all threads, and never a `ThreadId`.
 ThreadId currentThreadHandle();
 
 /// Whether `id` names the calling thread.
@@ -59,42 +55,6 @@ void sleepKillable(std::uint32_t milliseconds);
 
 /// For `ThreadBody::run`: calls the function and discards its result, and what it throws.
 void callKillable(void* (*function)(void*), void* argument);
-
-/// While one of these lives, the calling thread is not killed by unwinding its stack: what it locks it unlocks.
-/// (Killing that does not unwind is not held off; who kills must hold the same lock.)
-class KillShield {
-public:
-    KillShield();
-    KillShield(const KillShield&) = delete;
-    KillShield& operator=(const KillShield&) = delete;
-    /// A thread that was to be killed meanwhile ends later: where it waits or asks the system for something.
-    ~KillShield();
-
-    /// Ends the protection now. A thread that was to be killed meanwhile does not return from this.
-    void lift();
-
-private:
-    int state_ = 0;
-    int type_ = 0;
-    bool lifted_ = false;
-};
-
-// --- Critical sections ----------------------------------------------------------------------------------------------
-
-/// A lock that its holder may take again; it is free when it has been left as often as it was entered.
-struct CriticalSection;
-
-/// Throws `std::bad_alloc`.
-CriticalSection* createCriticalSection();
-
-/// Destroys it, entered or not. No thread may be waiting to enter.
-void destroyCriticalSection(CriticalSection* section) noexcept;
-
-/// Waits until the section is free or the calling thread's own.
-void enterCriticalSection(CriticalSection* section) noexcept;
-
-/// Leaves it once. Does nothing when the calling thread is not inside.
-void leaveCriticalSection(CriticalSection* section) noexcept;
 
 }  // namespace zelutil::platform
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/threads.h"
+#include "platform/critical_section.h"
 
 namespace ZelU::Thrd {
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <thread>
 
+#include "platform/kill_shield.h"
 #include "platform/threads.h"
 
 namespace Smart::AssociationExceptions {

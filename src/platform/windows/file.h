@@ -1,16 +1,10 @@
 #ifndef ZELUTIL_PLATFORM_WINDOWS_FILE_H
 #define ZELUTIL_PLATFORM_WINDOWS_FILE_H
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <windows.h>
-
 #include <string>
 #include <string_view>
+
+#include "platform/windows/windows_h.h"
 
 /// Handles and texts, for the sources of the Windows seam only.
 namespace zelutil::platform::windows {

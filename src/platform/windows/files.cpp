@@ -1,20 +1,11 @@
-// The platform seam on Windows. Order and contracts: platform.h.
+// Directories and files on Windows. Order and contracts: files.h.
+#include "platform/files.h"
+
 #include <algorithm>
 #include <array>
-#include <vector>
 
-#include "platform/platform.h"
 #include "platform/windows/file.h"
-
-/// The library needs no thread notifications; without them a host's threads start and end faster. The system refuses
-/// for a module with static thread-local storage, which gcc's runtime gives every DLL: there they come and find nothing
-/// to do.
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {  // NOLINT(readability-identifier-naming)
-    if (reason == DLL_PROCESS_ATTACH) {
-        DisableThreadLibraryCalls(instance);
-    }
-    return TRUE;
-}
+#include "platform/windows/system_text.h"
 
 namespace zelutil::platform {
 
@@ -23,24 +14,6 @@ using namespace windows;
 namespace {
 
 constexpr wchar_t kCharactersOfNoName[] = L"\"*?<>|";
-
-/// Calls `fill(buffer, size)` with a growing buffer. `fill` answers, as these system calls do, 0 on failure, the length
-/// when it fitted, and otherwise the size it needs or `size` itself.
-template <typename Fill>
-std::optional<std::wstring> textOf(Fill fill) {
-    std::wstring buffer(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = fill(buffer.data(), static_cast<DWORD>(buffer.size()));
-        if (length == 0) {
-            return std::nullopt;
-        }
-        if (length < buffer.size()) {
-            buffer.resize(length);
-            return buffer;
-        }
-        buffer.resize(std::max<std::size_t>(length, buffer.size() * 2));
-    }
-}
 
 bool isDirectory(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -92,66 +65,9 @@ bool readAll(HANDLE file, std::string& bytes) {
     return true;
 }
 
-std::wstring ownModulePath() {
-    HMODULE self = nullptr;
-    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    if (GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ownModulePath), &self) == 0) {
-        return {};
-    }
-    return textOf([&](wchar_t* buffer, DWORD size) { return GetModuleFileNameW(self, buffer, size); }).value_or(L"");
-}
-
-HMODULE loadModuleAt(const std::wstring& path) {
-    return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-}
-
-bool isAbsolute(std::wstring_view directory) {
-    const auto isSeparator = [](wchar_t c) { return c == L'\\' || c == L'/'; };
-    return directory.size() >= 3 && ((directory[1] == L':' && isSeparator(directory[2])) ||
-                                     (isSeparator(directory[0]) && isSeparator(directory[1])));
-}
-
-/// The loader's own walk over PATH visits the current directory first, so the entries are visited here.
-HMODULE loadModuleFromPath(const std::wstring& fileName) {
-    const std::wstring list = widen(environment("PATH").value_or(""));
-    for (std::size_t start = 0; start <= list.size();) {
-        const std::size_t end = std::min(list.find(L';', start), list.size());
-        const std::wstring directory = list.substr(start, end - start);
-        if (isAbsolute(directory)) {
-            if (const HMODULE module = loadModuleAt(directory + L'\\' + fileName)) {
-                return module;
-            }
-        }
-        start = end + 1;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
-const char* fixedTemporaryDirectory() { return "C:\\Temp"; }
-
-const char* libraryFileName() { return "zelutil.dll"; }
-
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
-
-std::optional<std::string> environment(const char* name) {
-    if (name == nullptr) {
-        return std::nullopt;
-    }
-    const std::wstring wideName = widen(name);
-    SetLastError(ERROR_SUCCESS);
-    const auto value =
-        textOf([&](wchar_t* buffer, DWORD size) { return GetEnvironmentVariableW(wideName.c_str(), buffer, size); });
-    if (!value) {
-        return GetLastError() == ERROR_SUCCESS ? std::optional<std::string>("") : std::nullopt;
-    }
-    return narrow(*value);
-}
-
-std::optional<std::string> environmentPath(const char* name) { return environment(name); }
-
-std::optional<std::string> environmentPathList(const char* name) { return environment(name); }
 
 std::string currentDirectory() {
     const auto path = textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
@@ -215,29 +131,6 @@ bool writeFile(const char* path, std::string_view bytes) {
     File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                           CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file.isOpen() && writeAll(file.handle(), bytes) && file.close();
-}
-
-std::string modulePath() { return narrow(ownModulePath()); }
-
-void* openModule(const char* baseName) {
-    const std::wstring fileName = widen(baseName) + L".dll";
-    HMODULE module = nullptr;
-    if (GetModuleHandleExW(0, fileName.c_str(), &module) != 0) {
-        return module;
-    }
-    const std::wstring own = ownModulePath();
-    const std::size_t directoryEnd = own.rfind(L'\\');
-    if (directoryEnd != std::wstring::npos) {
-        module = loadModuleAt(own.substr(0, directoryEnd + 1) + fileName);
-    }
-    if (module == nullptr) {
-        module = LoadLibraryExW(fileName.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
-    }
-    return module != nullptr ? module : loadModuleFromPath(fileName);
-}
-
-void* moduleFunction(void* module, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
 }
 
 }  // namespace zelutil::platform

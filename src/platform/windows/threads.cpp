@@ -1,16 +1,9 @@
-// Threads and critical sections on Windows. Order and contracts: threads.h.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <windows.h>
+// Threads on Windows. Order and contracts: threads.h.
+#include "platform/threads.h"
 
 #include <chrono>
-#include <memory>
 
-#include "platform/threads.h"
+#include "platform/windows/windows_h.h"
 
 namespace zelutil::platform {
 namespace {
@@ -81,38 +74,6 @@ void callKillable(void* (*function)(void*), void* argument) {
     try {
         function(argument);
     } catch (...) {
-    }
-}
-
-KillShield::KillShield() = default;
-
-KillShield::~KillShield() = default;  // NOLINT(performance-trivially-destructible): not so on other systems
-
-void KillShield::lift() {}
-
-struct CriticalSection {
-    CRITICAL_SECTION section;
-};
-
-CriticalSection* createCriticalSection() {
-    auto section = std::make_unique<CriticalSection>();
-    InitializeCriticalSection(&section->section);
-    return section.release();
-}
-
-void destroyCriticalSection(CriticalSection* section) noexcept {
-    DeleteCriticalSection(&section->section);
-    delete section;
-}
-
-void enterCriticalSection(CriticalSection* section) noexcept { EnterCriticalSection(&section->section); }
-
-void leaveCriticalSection(CriticalSection* section) noexcept {
-    // Leaving a section that one is not in would spoil its count, and the next thread would wait for ever.
-    // NOLINTNEXTLINE(performance-no-int-to-ptr)
-    const HANDLE self = reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(GetCurrentThreadId()));
-    if (section->section.OwningThread == self) {
-        LeaveCriticalSection(&section->section);
     }
 }
 

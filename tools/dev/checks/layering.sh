@@ -16,6 +16,7 @@ checkSystemKnowledge() {
     local status=0
     noneMatches "^\s*#\s*(if|ifdef|ifndef|elif)\b.*($macros)" "${places[@]}" || status=1
     noneMatches "^\s*#\s*include\s*[<\"](($headers)\.h|(sys|linux)/)" "${places[@]}" || status=1
+    noneMatches '^\s*#\s*include\s*[<"]windows\.h' src ':!src/platform/windows/windows_h.h' || status=1
     return "$status"
 }
 

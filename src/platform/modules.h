@@ -1,0 +1,27 @@
+#ifndef ZELUTIL_PLATFORM_MODULES_H
+#define ZELUTIL_PLATFORM_MODULES_H
+
+#include <string>
+
+/// This library's own file and the modules it binds at run time. The rules for paths are those of platform.h.
+namespace zelutil::platform {
+
+/// File name of this library, without a directory: "zelutil.dll", "libzelutil.so".
+const char* libraryFileName();
+
+/// Full path of the file this code was loaded from (the library, or a program that holds it in static form); empty when
+/// the system does not tell.
+std::string modulePath();
+
+/// The module with this base name ("qtxCommon" is qtxCommon.dll or libqtxCommon.so): the one already in the process,
+/// else the one beside this library, else the one where the loader looks by default, never one of the current
+/// directory. It stays loaded. Null when there is none. Not to be called while this library is being loaded or
+/// unloaded.
+void* openModule(const char* baseName);
+
+/// The function of that C name in `module`, or null.
+void* moduleFunction(void* module, const char* name);
+
+}  // namespace zelutil::platform
+
+#endif

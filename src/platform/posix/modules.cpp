@@ -1,0 +1,90 @@
+// Modules on POSIX systems. Order and contracts: modules.h.
+#include "platform/modules.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <sstream>
+
+#include "platform/environment.h"
+#include "platform/posix/drive_text.h"
+
+namespace zelutil::platform {
+namespace {
+
+/// Path of the file mapped at `address`, as the kernel lists it; empty where it lists none.
+std::string mappedFileAt(const void* address) {
+    const auto wanted = reinterpret_cast<std::uintptr_t>(address);
+    std::ifstream mappings("/proc/self/maps");
+    for (std::string line; std::getline(mappings, line);) {
+        std::istringstream fields(line);
+        std::uintptr_t start = 0;
+        std::uintptr_t end = 0;
+        char dash = '\0';
+        fields >> std::hex >> start >> dash >> end;
+        const std::size_t path = line.find('/');
+        if (start <= wanted && wanted < end && path != std::string::npos) {
+            return line.substr(path);
+        }
+    }
+    return {};
+}
+
+/// Path of the file that holds the code at `address`. The loader knows it as it was told, which may be relative to a
+/// current directory that has changed since; then the kernel is asked.
+std::string modulePathOf(const void* address) {
+    Dl_info info{};
+    const bool known = ::dladdr(address, &info) != 0 && info.dli_fname != nullptr;
+    return known && info.dli_fname[0] == '/' ? info.dli_fname : mappedFileAt(address);
+}
+
+std::string ownModulePath() { return modulePathOf(reinterpret_cast<const void*>(&ownModulePath)); }
+
+void* loadModuleAt(const std::string& path) { return ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }
+
+/// The loader's own walk over LD_LIBRARY_PATH takes an empty entry for the current directory, and visits relative ones
+/// too. So the others are visited here, and the loader is asked only when none of these leads to such a file.
+void* loadModuleByName(const std::string& fileName) {
+    const std::string list = environment("LD_LIBRARY_PATH").value_or("");
+    bool isFoundFromHere = false;
+    for (std::size_t start = 0; !list.empty() && start <= list.size();) {
+        const std::size_t end = std::min(list.find_first_of(":;", start), list.size());
+        const std::string directory = list.substr(start, end - start);
+        const std::string file = directory.empty() ? fileName : directory + '/' + fileName;
+        if (file.front() != '/') {
+            isFoundFromHere = isFoundFromHere || ::access(file.c_str(), F_OK) == 0;
+        } else if (void* const module = loadModuleAt(file)) {
+            return module;
+        }
+        start = end + 1;
+    }
+    return isFoundFromHere ? nullptr : loadModuleAt(fileName);
+}
+
+}  // namespace
+
+const char* libraryFileName() { return "libzelutil.so"; }
+
+std::string modulePath() { return textFromSystemPath(ownModulePath()); }
+
+void* openModule(const char* baseName) {
+    const std::string fileName = std::string("lib") + baseName + ".so";
+    if (void* const loaded = ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD)) {
+        return loaded;
+    }
+    const std::string own = ownModulePath();
+    const std::size_t directoryEnd = own.rfind('/');
+    if (directoryEnd != std::string::npos) {
+        if (void* const beside = loadModuleAt(own.substr(0, directoryEnd + 1) + fileName)) {
+            return beside;
+        }
+    }
+    return loadModuleByName(fileName);
+}
+
+void* moduleFunction(void* module, const char* name) { return ::dlsym(module, name); }
+
+}  // namespace zelutil::platform

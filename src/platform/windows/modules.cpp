@@ -1,0 +1,78 @@
+// Modules on Windows. Order and contracts: modules.h.
+#include "platform/modules.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/environment.h"
+#include "platform/windows/system_text.h"
+
+namespace zelutil::platform {
+
+using namespace windows;
+
+namespace {
+
+std::wstring ownModulePath() {
+    HMODULE self = nullptr;
+    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ownModulePath), &self) == 0) {
+        return {};
+    }
+    return textOf([&](wchar_t* buffer, DWORD size) { return GetModuleFileNameW(self, buffer, size); }).value_or(L"");
+}
+
+HMODULE loadModuleAt(const std::wstring& path) {
+    return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
+bool isAbsolute(std::wstring_view directory) {
+    const auto isSeparator = [](wchar_t c) { return c == L'\\' || c == L'/'; };
+    return directory.size() >= 3 && ((directory[1] == L':' && isSeparator(directory[2])) ||
+                                     (isSeparator(directory[0]) && isSeparator(directory[1])));
+}
+
+/// The loader's own walk over PATH visits the current directory first, so the entries are visited here.
+HMODULE loadModuleFromPath(const std::wstring& fileName) {
+    const std::wstring list = widen(environment("PATH").value_or(""));
+    for (std::size_t start = 0; start <= list.size();) {
+        const std::size_t end = std::min(list.find(L';', start), list.size());
+        const std::wstring directory = list.substr(start, end - start);
+        if (isAbsolute(directory)) {
+            if (const HMODULE module = loadModuleAt(directory + L'\\' + fileName)) {
+                return module;
+            }
+        }
+        start = end + 1;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+const char* libraryFileName() { return "zelutil.dll"; }
+
+std::string modulePath() { return narrow(ownModulePath()); }
+
+void* openModule(const char* baseName) {
+    const std::wstring fileName = widen(baseName) + L".dll";
+    HMODULE module = nullptr;
+    if (GetModuleHandleExW(0, fileName.c_str(), &module) != 0) {
+        return module;
+    }
+    const std::wstring own = ownModulePath();
+    const std::size_t directoryEnd = own.rfind(L'\\');
+    if (directoryEnd != std::wstring::npos) {
+        module = loadModuleAt(own.substr(0, directoryEnd + 1) + fileName);
+    }
+    if (module == nullptr) {
+        module = LoadLibraryExW(fileName.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    }
+    return module != nullptr ? module : loadModuleFromPath(fileName);
+}
+
+void* moduleFunction(void* module, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
+}
+
+}  // namespace zelutil::platform
