@@ -4,7 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "json/json.h"
+#include "json/document.h"
+#include "json/writer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr std::size_t kLargestInput = 1 << 16;
@@ -12,14 +13,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     using namespace zelutil::json;
-    const Text text(std::string_view(reinterpret_cast<const char*>(data), size));
-    const auto compact = compactText(text.root());
-    const auto pretty = prettyText(text.root());
-    if (!compact || !pretty) {
-        std::abort();
+    const Document document(std::string_view(reinterpret_cast<const char*>(data), size));
+    if (!document.valid()) {
+        return 0;
     }
-    if (text.valid() && !(Text(*compact).valid() && Text(*pretty).valid())) {
-        std::abort();
+    PrettyWriter writer;
+    writer.copy(document.root());
+    for (const auto& written : {compactText(document.root()), writer.take()}) {
+        if (!written || !Document(*written).valid()) {
+            std::abort();
+        }
     }
     return 0;
 }

@@ -6,140 +6,128 @@
 namespace zelutil::actions {
 namespace {
 
-constexpr const char* kActions = "actions";
+constexpr std::string_view kActions = "actions";
+constexpr std::string_view kId = "id";
+constexpr std::string_view kShortcut = "shortcut";
+constexpr std::string_view kRmb = "rmb";
 
 /// The members of a definition, found in one walk over the element: eight searches by name cost as much as the parse.
 struct DefinitionMembers {
-    const json::Value* id = nullptr;
-    const json::Value* parentId = nullptr;
-    const json::Value* name = nullptr;
-    const json::Value* icon = nullptr;
-    const json::Value* context = nullptr;
-    const json::Value* command = nullptr;
-    const json::Value* shortcut = nullptr;
-    const json::Value* rmb = nullptr;
+    json::View id;
+    json::View parentId;
+    json::View name;
+    json::View icon;
+    json::View context;
+    json::View command;
+    json::View shortcut;
+    json::View rmb;
 };
 
 struct Slot {
     std::string_view key;
-    const json::Value* DefinitionMembers::*member;
+    json::View DefinitionMembers::*member;
 };
 
 constexpr std::array<Slot, 8> kSlots = {{
-    {"id", &DefinitionMembers::id},
+    {kId, &DefinitionMembers::id},
     {"parent_id", &DefinitionMembers::parentId},
     {"name", &DefinitionMembers::name},
     {"icon", &DefinitionMembers::icon},
     {"context", &DefinitionMembers::context},
     {"command", &DefinitionMembers::command},
-    {"shortcut", &DefinitionMembers::shortcut},
-    {"rmb", &DefinitionMembers::rmb},
+    {kShortcut, &DefinitionMembers::shortcut},
+    {kRmb, &DefinitionMembers::rmb},
 }};
 
-DefinitionMembers membersOf(const json::Value& element) {
+DefinitionMembers membersOf(json::View element) {
     DefinitionMembers members;
-    if (!element.IsObject()) {
-        return members;
-    }
-    for (auto member = element.MemberBegin(); member != element.MemberEnd(); ++member) {
-        const std::string_view key(member->name.GetString(), member->name.GetStringLength());
-        const auto slot =
-            std::find_if(kSlots.begin(), kSlots.end(), [key](const Slot& candidate) { return candidate.key == key; });
+    for (const auto& [key, value] : element.members()) {
+        const auto slot = std::find_if(kSlots.begin(), kSlots.end(),
+                                       [key = key](const Slot& candidate) { return candidate.key == key; });
         // Of members with one name the first counts.
-        if (slot != kSlots.end() && members.*slot->member == nullptr) {
-            members.*slot->member = &member->value;
+        if (slot != kSlots.end() && !(members.*slot->member)) {
+            members.*slot->member = value;
         }
     }
     return members;
 }
 
-int integerOrZero(const json::Value* value) { return value != nullptr && value->IsInt() ? value->GetInt() : 0; }
-
-std::string_view stringOrEmpty(const json::Value* value) {
-    return value == nullptr ? std::string_view() : json::string(*value).value_or(std::string_view());
-}
-
-bool isTrue(const json::Value* value) { return value != nullptr && value->IsTrue(); }
+std::string_view textOrEmpty(json::View value) { return value.text().value_or(std::string_view()); }
 
 /// The one object that the user's text wraps in an array.
-const json::Value* wrapped(const json::Value& root) {
-    return root.IsArray() && root.Size() == 1 ? root.Begin() : nullptr;
+json::View wrapped(json::View root) {
+    const json::Elements elements = root.elements();
+    return elements.size() == 1 ? *elements.begin() : json::View();
 }
 
 }  // namespace
 
-DefinitionReader::DefinitionReader(std::string_view text) : text_(text) {
-    if (const json::Value* const list = json::arrayMember(text_.root(), kActions)) {
-        next_ = list->Begin();
-        end_ = list->End();
-    }
-}
+DefinitionReader::DefinitionReader(std::string_view text)
+    : document_(text), elements_(document_.root().member(kActions).elements()), next_(elements_.begin()) {}
 
 bool DefinitionReader::next(ActionDefinition& definition) {
-    if (next_ == end_) {
+    if (next_ == elements_.end()) {
         return false;
     }
-    const DefinitionMembers members = membersOf(*next_++);
-    definition.id = integerOrZero(members.id);
-    definition.parentId = integerOrZero(members.parentId);
-    definition.name = stringOrEmpty(members.name);
-    definition.icon = stringOrEmpty(members.icon);
-    definition.context = stringOrEmpty(members.context);
-    definition.command = stringOrEmpty(members.command);
-    definition.shortcut = stringOrEmpty(members.shortcut);
-    definition.inMenu = isTrue(members.rmb);
+    const DefinitionMembers members = membersOf(*next_);
+    ++next_;
+    definition.id = members.id.integer().value_or(0);
+    definition.parentId = members.parentId.integer().value_or(0);
+    definition.name = textOrEmpty(members.name);
+    definition.icon = textOrEmpty(members.icon);
+    definition.context = textOrEmpty(members.context);
+    definition.command = textOrEmpty(members.command);
+    definition.shortcut = textOrEmpty(members.shortcut);
+    definition.inMenu = members.rmb.isTrue();
     return true;
 }
 
-UserEntryReader::UserEntryReader(std::string_view text) : text_(text) {
-    const json::Value* const object = wrapped(text_.root());
-    const json::Value* const list = object == nullptr ? nullptr : json::arrayMember(*object, kActions);
-    if (list != nullptr) {
-        next_ = list->Begin();
-        end_ = list->End();
-    }
-}
+UserEntryReader::UserEntryReader(std::string_view text)
+    : document_(text), elements_(wrapped(document_.root()).member(kActions).elements()), next_(elements_.begin()) {}
 
 bool UserEntryReader::next(UserEntry& entry) {
     // Kept deliberately: an element without an id ends the reading, and the later ones are lost. A damaged list is
     // applied up to the damage and no further.
-    const int id = next_ == end_ ? 0 : json::integerMember(*next_, "id").value_or(0);
+    const int id = next_ == elements_.end() ? 0 : (*next_).member(kId).integer().value_or(0);
     if (id < 1) {
-        next_ = end_;
+        next_ = elements_.end();
         return false;
     }
-    const json::Value* const shortcut = json::member(*next_, "shortcut");
-    const json::Value* const rmb = json::member(*next_, "rmb");
+    const json::View shortcut = (*next_).member(kShortcut);
+    const json::View rmb = (*next_).member(kRmb);
     entry.id = id;
-    entry.shortcut = shortcut == nullptr ? std::nullopt : std::optional(stringOrEmpty(shortcut));
-    entry.inMenu = rmb == nullptr ? std::nullopt : std::optional(isTrue(rmb));
+    entry.shortcut = shortcut ? std::optional(textOrEmpty(shortcut)) : std::nullopt;
+    entry.inMenu = rmb ? std::optional(rmb.isTrue()) : std::nullopt;
     ++next_;
     return true;
 }
 
-UserTextWriter::UserTextWriter() { list_.SetArray(); }
+UserTextWriter::UserTextWriter() {
+    writer_.beginObject();
+    writer_.key(kActions);
+    writer_.beginArray();
+}
 
 void UserTextWriter::add(int id, const OverwritableValue<std::string>& shortcut, const OverwritableValue<bool>& rmb) {
-    json::Document::AllocatorType& allocator = document_.GetAllocator();
-    json::Value entry;
-    entry.SetObject();
+    writer_.beginObject();
     // Kept deliberately: an item that stands in for a missing parent is written, once it was edited, with its id 0.
-    entry.AddMember("id", id, allocator);
+    writer_.key(kId);
+    writer_.integer(id);
     if (shortcut.overwritten) {
-        const std::string& value = shortcut.userValue;
-        json::Value text(value.data(), static_cast<unsigned>(value.size()), allocator);
-        entry.AddMember("shortcut", text, allocator);
+        writer_.key(kShortcut);
+        writer_.text(shortcut.userValue);
     }
     if (rmb.overwritten) {
-        entry.AddMember("rmb", rmb.userValue, allocator);
+        writer_.key(kRmb);
+        writer_.truth(rmb.userValue);
     }
-    list_.PushBack(entry, allocator);
+    writer_.endObject();
 }
 
 std::string UserTextWriter::text() {
-    document_.SetObject();
-    document_.AddMember("actions", list_, document_.GetAllocator());
-    return json::compactText(document_).value_or(std::string());
+    writer_.endArray();
+    writer_.endObject();
+    return writer_.take().value_or(std::string());
 }
 
 }  // namespace zelutil::actions

@@ -3,11 +3,12 @@
 
 #include <zelutil/actions/action_item.h>
 
-#include "json/json.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "json/document.h"
+#include "json/writer.h"
 
 /// The JSON form of the shipped action text and of the user's. Both are read one element at a time; what an element
 /// lacks, or has in another type, gets the value that stands for it, and whether it then makes sense is not decided
@@ -35,9 +36,9 @@ public:
     bool next(ActionDefinition& definition);
 
 private:
-    json::Text text_;
-    const json::Value* next_ = nullptr;
-    const json::Value* end_ = nullptr;
+    json::Document document_;
+    json::Elements elements_;
+    json::Elements::Iterator next_;
 };
 
 /// One element of a user's text. The shortcut lives as long as its reader.
@@ -57,9 +58,9 @@ public:
     bool next(UserEntry& entry);
 
 private:
-    json::Text text_;
-    const json::Value* next_ = nullptr;
-    const json::Value* end_ = nullptr;
+    json::Document document_;
+    json::Elements elements_;
+    json::Elements::Iterator next_;
 };
 
 /// Writes {"actions":[...]} without white space.
@@ -73,11 +74,11 @@ public:
     /// An element of the id and the overwritten properties.
     void add(int id, const OverwritableValue<std::string>& shortcut, const OverwritableValue<bool>& rmb);
 
+    /// Ends the text and returns it; nothing may be added or asked for afterwards.
     std::string text();
 
 private:
-    json::Document document_;
-    json::Value list_;
+    json::CompactWriter writer_;
 };
 
 }  // namespace zelutil::actions

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "facet/facet_groups.h"
+#include "json/document.h"
 #include "platform/platform.h"
 
 namespace ZelU::FACET {

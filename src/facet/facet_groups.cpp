@@ -1,19 +1,19 @@
 #include "facet/facet_groups.h"
 
+#include "json/document.h"
+
 namespace zelutil::facet {
 namespace {
 
-FacetType typeOf(const json::Value& element) {
-    return json::stringMember(element, "type") == "Numerical" ? FacetType::Numerical : FacetType::Other;
+FacetType typeOf(json::View element) {
+    return element.member("type").text() == "Numerical" ? FacetType::Numerical : FacetType::Other;
 }
 
 }  // namespace
 
 void FacetGroups::add(std::string_view text) {
-    const json::Text document(text);
-    if (const json::Value* const meta = json::arrayMember(document.root(), "meta")) {
-        parseJsonFacetSettings(*meta);
-    }
+    const json::Document document(text);
+    parseJsonFacetSettings(document.root().member("meta"));
 }
 
 const FacetType* FacetGroups::find(std::string_view header, std::string_view name) const {
@@ -23,23 +23,19 @@ const FacetType* FacetGroups::find(std::string_view header, std::string_view nam
 
 // Kept deliberately: of the groups with one header only the first counts, and the facets of the others are dropped, not
 // added to it.
-void FacetGroups::parseJsonFacetSettings(const json::Value& meta) {
-    for (const json::Value& element : meta.GetArray()) {
-        const std::string_view header = json::stringMember(element, "header").value_or("");
+void FacetGroups::parseJsonFacetSettings(json::View meta) {
+    for (const json::View element : meta.elements()) {
+        const std::string_view header = element.member("header").text().value_or("");
         if (!header.empty() && groups_.find(header) == nullptr) {
             groups_.add(header, std::make_shared<const Facets>(parseFacets(element)));
         }
     }
 }
 
-FacetGroups::Facets FacetGroups::parseFacets(const json::Value& element) {
+FacetGroups::Facets FacetGroups::parseFacets(json::View element) {
     Facets facets;
-    const json::Value* const list = json::arrayMember(element, "facets");
-    if (list == nullptr) {
-        return facets;
-    }
-    for (const json::Value& facet : list->GetArray()) {
-        const std::string_view name = json::stringMember(facet, "name").value_or("");
+    for (const json::View facet : element.member("facets").elements()) {
+        const std::string_view name = facet.member("name").text().value_or("");
         if (!name.empty()) {
             // The first facet of a name stays.
             facets.add(name, typeOf(facet));

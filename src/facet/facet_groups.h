@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "facet/text_table.h"
-#include "json/json.h"
+#include "json/view.h"
 
 namespace zelutil::facet {
 
@@ -26,8 +26,8 @@ public:
 private:
     using Facets = TextTable<FacetType>;
 
-    void parseJsonFacetSettings(const json::Value& meta);
-    static Facets parseFacets(const json::Value& element);
+    void parseJsonFacetSettings(json::View meta);
+    static Facets parseFacets(json::View element);
 
     TextTable<std::shared_ptr<const Facets>> groups_;
 };

@@ -2,6 +2,7 @@
 
 #include <zelutil/actions/action_manager.h>
 
+#include "json/document.h"
 #include "platform/platform.h"
 #include "prefs/preference_files.h"
 #include "prefs/setting_name.h"

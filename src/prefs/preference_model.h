@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "json/json.h"
+#include "json/view.h"
 #include "prefs/setting_index.h"
 #include "prefs/values_by_hash.h"
 
@@ -84,11 +84,11 @@ private:
     class UserSettingsWalk;
     class SavingWalk;
 
-    void parseJsonObject(const zelutil::json::Value& metaArray, const std::string& parentHeader,
+    void parseJsonObject(zelutil::json::View metaArray, const std::string& parentHeader,
                          const std::string& parentAttribute);
-    void parseUserAreaJsonObject(const zelutil::json::Value& metaArray, const std::string& parentAttribute);
+    void parseUserAreaJsonObject(zelutil::json::View metaArray, const std::string& parentAttribute);
     void updatePreferenceManager(ValuesByHash valuesByHash, const SubManagerTexts& subManagerTexts);
-    static std::string convertJsonToString(const zelutil::json::Value& value);
+    static std::string convertJsonToString(zelutil::json::View value);
 
     std::map<SubManagerType, IUserSettingsManager*> subManagers_;
     SubManagerTexts defaultSubManagerSettings_;

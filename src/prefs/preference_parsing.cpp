@@ -4,11 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "json/document.h"
+#include "json/writer.h"
 #include "prefs/preference_model.h"
 #include "prefs/section_json.h"
 #include "prefs/setting_name.h"
 
-using zelutil::json::Value;
+using zelutil::json::View;
 using zelutil::prefs::JoinedNames;
 using zelutil::prefs::keyOf;
 using zelutil::prefs::kNameSeparator;
@@ -27,60 +29,58 @@ public:
     DefaultsWalk(Model& model, std::string_view parentHeader, std::string_view parentAttribute)
         : model_(model), headers_(parentHeader), attributes_(parentAttribute) {}
 
-    void readArray(const Value& array) {
-        for (const Value& element : array.GetArray()) {
+    void readArray(View array) {
+        for (const View element : array.elements()) {
             readElement(element);
         }
     }
 
 private:
-    void readElement(const Value& element) {
+    void readElement(View element) {
         const auto names = prefs::sectionNames(element);
         if (!names) {
             return;
         }
         const JoinedNames::Level header(headers_, names->header);
         const JoinedNames::Level attribute(attributes_, names->attribute);
-        const Value* const children = json::arrayMember(element, prefs::kChildren);
+        const View children = element.member(prefs::kChildren);
         if (auto section = makeSection(element)) {
             section->parentHeader = header.outer();
             section->header = names->header;
-            section->hasChildren = children != nullptr;
+            section->hasChildren = children.isArray();
             model_.uiSections_.try_emplace(attributes_.text(), std::move(section));
         }
-        if (children != nullptr) {
-            readArray(*children);
-        }
+        readArray(children);
     }
 
     /// Reads what belongs to the section itself. Null for a section that only groups others.
-    std::shared_ptr<UserPreferenceUISection> makeSection(const Value& element) {
-        const auto tclCommand = json::stringMember(element, prefs::kTclCommand);
-        const Value* const settings = json::member(element, prefs::kDefaultSettings);
-        const Value* const unique = json::member(element, prefs::kUnique);
+    std::shared_ptr<UserPreferenceUISection> makeSection(View element) {
+        const auto tclCommand = element.member(prefs::kTclCommand).text();
+        const View settings = element.member(prefs::kDefaultSettings);
+        const View unique = element.member(prefs::kUnique);
         const auto type = SubManagerType{
-            json::integerMember(element, prefs::kSubmanagerId).value_or(static_cast<std::int32_t>(kNoSubManager))};
+            element.member(prefs::kSubmanagerId).integer().value_or(static_cast<std::int32_t>(kNoSubManager))};
         const bool hasSubManager = type != kNoSubManager;
-        if (!tclCommand || settings == nullptr || !(hasSubManager || settings->IsArray())) {
+        if (!tclCommand || !settings || !(hasSubManager || settings.isArray())) {
             return nullptr;
         }
         auto section = std::make_shared<UserPreferenceUISection>();
         section->attributePath = attributes_.text();
         section->tclCommand = *tclCommand;
-        section->unique = unique == nullptr || unique->IsTrue();
+        section->unique = !unique || unique.isTrue();
         section->submanagerId = static_cast<std::int32_t>(type);
         if (hasSubManager) {
-            model_.defaultSubManagerSettings_.try_emplace(type, convertJsonToString(*settings));
+            model_.defaultSubManagerSettings_.try_emplace(type, convertJsonToString(settings));
         } else {
-            readSettings(*settings, section->unique);
+            readSettings(settings, section->unique);
         }
         return section;
     }
 
-    void readSettings(const Value& array, bool unique) {
+    void readSettings(View array, bool unique) {
         const std::string prefix = attributes_.text() + std::string(kNameSeparator);
         const std::uint64_t prefixKey = keyOf(prefix);
-        for (const Value& element : array.GetArray()) {
+        for (const View element : array.elements()) {
             const auto given = prefs::defaultSetting(element);
             if (!given) {
                 continue;
@@ -102,28 +102,26 @@ class UserPreferenceManager::Model::UserSettingsWalk {
 public:
     UserSettingsWalk(Model& model, std::string_view parentAttribute) : model_(model), attributes_(parentAttribute) {}
 
-    void readArray(const Value& array) {
-        for (const Value& element : array.GetArray()) {
+    void readArray(View array) {
+        for (const View element : array.elements()) {
             readElement(element);
         }
     }
 
 private:
-    void readElement(const Value& element) {
+    void readElement(View element) {
         const auto names = prefs::sectionNames(element);
         if (!names) {
             return;
         }
         const JoinedNames::Level attribute(attributes_, names->attribute);
-        if (const Value* const overridden = json::member(element, prefs::kOverriddenSettings)) {
-            readOverridden(*overridden);
+        if (const View overridden = element.member(prefs::kOverriddenSettings)) {
+            readOverridden(overridden);
         }
-        if (const Value* const children = json::arrayMember(element, prefs::kChildren)) {
-            readArray(*children);
-        }
+        readArray(element.member(prefs::kChildren));
     }
 
-    void readOverridden(const Value& overridden) {
+    void readOverridden(View overridden) {
         const auto found = model_.uiSections_.find(attributes_.text());
         if (found == model_.uiSections_.end()) {
             return;
@@ -133,20 +131,14 @@ private:
             model_.userSubManagerSettings_.try_emplace(type, convertJsonToString(overridden));
             return;
         }
-        if (!overridden.IsArray()) {
-            return;
-        }
-        for (const Value& object : overridden.GetArray()) {
-            if (object.IsObject()) {
-                readValues(object);
-            }
+        for (const View object : overridden.elements()) {
+            readValues(object);
         }
     }
 
-    void readValues(const Value& object) {
-        for (const auto& member : object.GetObject()) {
-            const std::string_view name(member.name.GetString(), member.name.GetStringLength());
-            const auto value = json::string(member.value);
+    void readValues(View object) {
+        for (const auto& [name, given] : object.members()) {
+            const auto value = given.text();
             if (name.empty() || !value) {
                 continue;
             }
@@ -173,32 +165,28 @@ private:
 void UserPreferenceManager::Model::takeDefaults(std::string text) {
     defaultText_ = std::move(text);
     {
-        const json::Text parsed(defaultText_);
-        if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
-            parseJsonObject(*meta, "", "");
-        }
+        const json::Document document(defaultText_);
+        parseJsonObject(document.root().member(prefs::kMeta), "", "");
     }
     // After the document is gone: the index takes over its memory, which the system would have to find anew.
     settingsByHash_.build();
 }
 
 void UserPreferenceManager::Model::takeUserSettings(std::string_view text) {
-    const json::Text parsed(text);
-    if (const Value* const meta = json::arrayMember(parsed.root(), prefs::kMeta)) {
-        parseUserAreaJsonObject(*meta, "");
-    }
+    const json::Document document(text);
+    parseUserAreaJsonObject(document.root().member(prefs::kMeta), "");
 }
 
-void UserPreferenceManager::Model::parseJsonObject(const Value& metaArray, const std::string& parentHeader,
+void UserPreferenceManager::Model::parseJsonObject(View metaArray, const std::string& parentHeader,
                                                    const std::string& parentAttribute) {
     DefaultsWalk(*this, parentHeader, parentAttribute).readArray(metaArray);
 }
 
-void UserPreferenceManager::Model::parseUserAreaJsonObject(const Value& metaArray, const std::string& parentAttribute) {
+void UserPreferenceManager::Model::parseUserAreaJsonObject(View metaArray, const std::string& parentAttribute) {
     UserSettingsWalk(*this, parentAttribute).readArray(metaArray);
 }
 
-std::string UserPreferenceManager::Model::convertJsonToString(const Value& value) {
+std::string UserPreferenceManager::Model::convertJsonToString(View value) {
     // What was parsed can be written.
     return json::compactText(value).value_or("");
 }

@@ -1,19 +1,24 @@
 // How the user's file is made anew from the defaults and what the user set.
 #include <zelutil/prefs/user_preference_server.h>
 
+#include <algorithm>
 #include <deque>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "json/document.h"
+#include "json/writer.h"
 #include "prefs/preference_files.h"
 #include "prefs/preference_model.h"
 #include "prefs/section_json.h"
 #include "prefs/setting_name.h"
 #include "prefs/user_settings_file.h"
 
-using zelutil::json::Value;
+using zelutil::json::View;
 using zelutil::prefs::JoinedNames;
 using zelutil::prefs::keyOf;
 using zelutil::prefs::kNameSeparator;
@@ -22,114 +27,177 @@ namespace prefs = zelutil::prefs;
 
 namespace {
 
-using Allocator = json::Document::AllocatorType;
+/// The "overriddensettings" of one section, in the file that is being made.
+struct SavedSection {
+    struct Value {
+        std::string_view name;
+        std::string value;
+    };
 
-/// A section that has the member keeps it where it stands.
-void setMember(Value& object, const char* name, Value&& value, Allocator& allocator) {
-    if (Value* const present = json::member(object, name)) {
-        *present = std::move(value);
-        return;
+    /// The values, or, when it is not absent, what a sub-manager has there.
+    std::vector<Value> values;
+    View subManagerValue;
+};
+
+/// Writes the defaults with each section made the user's. The sections come in the order of the walk: a section before
+/// its children.
+class SavedTextWriter {
+public:
+    explicit SavedTextWriter(const std::vector<SavedSection>& sections) : next_(sections.begin()) {}
+
+    std::string written(View root) {
+        writeObject(root, prefs::kMeta, {});
+        return writer_.take().value_or("");
     }
-    object.AddMember(rapidjson::StringRef(name), std::move(value), allocator);
-}
+
+private:
+    /// Writes an object. The first member `arrayName` is an array of sections where it is an array at all; of each name
+    /// in `left` the first member is left out; `overridden`, where there is any, goes in the place of the first member
+    /// of its name, or last.
+    void writeObject(View object, std::string_view arrayName, std::initializer_list<std::string_view> left,
+                     const SavedSection* overridden = nullptr) {
+        std::vector<std::string_view> special(left);
+        special.push_back(arrayName);
+        if (overridden != nullptr) {
+            special.push_back(prefs::kOverriddenSettings);
+        }
+        writer_.beginObject();
+        for (const auto& [key, value] : object.members()) {
+            const auto found = std::find(special.begin(), special.end(), key);
+            const bool isSpecial = found != special.end();
+            if (isSpecial) {
+                special.erase(found);
+            }
+            const bool isArray = isSpecial && key == arrayName && value.isArray();
+            if (isSpecial && key == prefs::kOverriddenSettings) {
+                writeOverridden(*overridden);
+                overridden = nullptr;
+            } else if (isArray) {
+                writer_.key(key);
+                writeArray(value);
+            } else if (!isSpecial || key == arrayName) {
+                writer_.key(key);
+                writer_.copy(value);
+            }
+        }
+        if (overridden != nullptr) {
+            writeOverridden(*overridden);
+        }
+        writer_.endObject();
+    }
+
+    void writeArray(View array) {
+        writer_.beginArray();
+        for (const View element : array.elements()) {
+            if (prefs::sectionNames(element)) {
+                const SavedSection& section = *next_++;
+                writeObject(element, prefs::kChildren, {prefs::kTclCommand, prefs::kDefaultSettings}, &section);
+            } else {
+                writer_.copy(element);
+            }
+        }
+        writer_.endArray();
+    }
+
+    void writeOverridden(const SavedSection& section) {
+        writer_.key(prefs::kOverriddenSettings);
+        if (section.subManagerValue) {
+            writer_.copy(section.subManagerValue);
+            return;
+        }
+        writer_.beginArray();
+        for (const SavedSection::Value& value : section.values) {
+            writer_.beginObject();
+            writer_.key(value.name);
+            writer_.text(value.value);
+            writer_.endObject();
+        }
+        writer_.endArray();
+    }
+
+    std::vector<SavedSection>::const_iterator next_;
+    json::PrettyWriter writer_;
+};
 
 }  // namespace
 
-/// One walk over the sections of the defaults that turns them into the user's. What it puts into the document may point
-/// into the walk.
+/// One walk over the sections of the defaults that finds what the user's have instead.
 class UserPreferenceManager::Model::SavingWalk {
 public:
-    SavingWalk(Model& model, Allocator& allocator, ValuesByHash& valuesByHash, const SubManagerTexts& subManagerTexts)
-        : model_(model), allocator_(allocator), valuesByHash_(valuesByHash), subManagerTexts_(subManagerTexts) {
+    SavingWalk(Model& model, ValuesByHash& valuesByHash, const SubManagerTexts& subManagerTexts)
+        : model_(model), valuesByHash_(valuesByHash), subManagerTexts_(subManagerTexts) {
         for (const auto& [type, text] : subManagerTexts) {
             subManagerValues_.try_emplace(type, text);
         }
     }
 
     /// True when anything changed.
-    bool overrideArray(Value& array) {
+    bool overrideArray(View array) {
         bool changed = false;
-        for (Value& element : array.GetArray()) {
+        for (const View element : array.elements()) {
             changed = overrideElement(element) || changed;
         }
         return changed;
     }
 
+    /// A section before its children.
+    const std::vector<SavedSection>& sections() const { return sections_; }
+
 private:
-    bool overrideElement(Value& element) {
+    bool overrideElement(View element) {
         const auto names = prefs::sectionNames(element);
         if (!names) {
             return false;
         }
         const JoinedNames::Level attribute(attributes_, names->attribute);
-        element.EraseMember(prefs::kTclCommand);
-        Value overridden(rapidjson::kArrayType);
-        bool changed = fillOverridden(element, overridden);
-        element.EraseMember(prefs::kDefaultSettings);
-        setMember(element, prefs::kOverriddenSettings, std::move(overridden), allocator_);
-        if (Value* const children = json::arrayMember(element, prefs::kChildren)) {
-            changed = overrideArray(*children) || changed;
-        }
-        return changed;
+        const bool changed = fillOverridden(element, sections_.emplace_back());
+        return overrideArray(element.member(prefs::kChildren)) || changed;
     }
 
-    bool fillOverridden(const Value& section, Value& overridden) {
+    bool fillOverridden(View section, SavedSection& overridden) {
         IUserSettingsManager* manager = nullptr;
         SubManagerType type = SubManagerType::None;
         if (model_.doesClientHaveSubmanager(attributes_.text(), &manager, type)) {
             return takeSubManagerText(type, overridden);
         }
-        const Value* const settings = json::arrayMember(section, prefs::kDefaultSettings);
-        return settings != nullptr && overrideSettings(*settings, overridden);
+        return overrideSettings(section.member(prefs::kDefaultSettings), overridden);
     }
 
-    bool takeSubManagerText(SubManagerType type, Value& overridden) {
+    bool takeSubManagerText(SubManagerType type, SavedSection& overridden) {
         const auto text = subManagerTexts_.find(type);
         if (text == subManagerTexts_.end()) {
             return false;
         }
-        overridden = Value(subManagerValues_.at(type).root(), allocator_);
+        overridden.subManagerValue = subManagerValues_.at(type).root();
         model_.changedSubManagerSettings_.insert(*text);
         return true;
     }
 
-    bool overrideSettings(const Value& defaultSettings, Value& overridden) {
+    bool overrideSettings(View defaultSettings, SavedSection& overridden) {
         const std::uint64_t prefixKey = keyOf(kNameSeparator, keyOf(attributes_.text()));
         bool changed = false;
-        // Told of the members one by one, a document makes objects of just their size; AddMember makes room for 16.
-        json::Document list(&allocator_);
-        auto tell = [&](json::Document& events) {
-            rapidjson::SizeType count = 0;
-            events.StartArray();
-            for (const Value& element : defaultSettings.GetArray()) {
-                if (const auto setting = prefs::defaultSetting(element)) {
-                    count += overrideSetting(setting->name, keyOf(setting->name, prefixKey), events, changed) ? 1 : 0;
-                }
+        for (const View element : defaultSettings.elements()) {
+            if (const auto setting = prefs::defaultSetting(element)) {
+                overrideSetting(setting->name, keyOf(setting->name, prefixKey), overridden, changed);
             }
-            return events.EndArray(count);
-        };
-        list.Populate(tell);
-        overridden = static_cast<Value&>(list);
+        }
         return changed;
     }
 
-    /// Tells `events` what is to be written of the setting, and whether it is anything. Sets `changed` when it changes.
-    bool overrideSetting(std::string_view name, std::uint64_t key, json::Document& events, bool& changed) {
+    /// Sets `changed` when it changes.
+    void overrideSetting(std::string_view name, std::uint64_t key, SavedSection& overridden, bool& changed) {
         const std::string* const wanted = valuesByHash_.find(key);
         // What is wanted has the key of a setting; a section that only groups may still hold something of that name.
         MetaSettings* const setting = model_.settingsByHash_.find(key);
         if (wanted == nullptr || setting == nullptr) {
-            return false;
+            return;
         }
         const bool differs = *wanted != getMergedValueForSetting(setting);
         if (!differs && !setting->hasUserValue) {
-            return false;
+            return;
         }
-        events.StartObject();
-        // The name is the document's own; the value may change before the document is written.
-        events.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()), false);
-        events.String(wanted->data(), static_cast<rapidjson::SizeType>(wanted->size()), true);
-        events.EndObject(1);
+        // The value may change before the text is written.
+        overridden.values.push_back({name, *wanted});
         if (differs) {
             keepForItsOwnName(*setting, key);
             setting->userValue = *wanted;
@@ -137,7 +205,6 @@ private:
             model_.changedSettingNames_.insert(attributes_.text() + std::string(kNameSeparator) + std::string(name));
             changed = true;
         }
-        return true;
     }
 
     /// The bare name of one setting may be the full name of another and lead to the first. What the first one is to be
@@ -149,11 +216,11 @@ private:
     }
 
     Model& model_;
-    Allocator& allocator_;
     ValuesByHash& valuesByHash_;
     const SubManagerTexts& subManagerTexts_;
     std::deque<std::string> keptValues_;
-    std::map<SubManagerType, json::Text> subManagerValues_;
+    std::map<SubManagerType, json::Document> subManagerValues_;
+    std::vector<SavedSection> sections_;
     JoinedNames attributes_{""};
 };
 
@@ -186,13 +253,13 @@ UserPreferenceManager::Model::SubManagerTexts UserPreferenceManager::Model::subM
     const SubManagerTexts& subManagerSettings) const {
     SubManagerTexts texts;
     for (const auto& [type, text] : userSubManagerSettings_) {
-        const json::Text parsed(text);
-        if (parsed.root().IsArray() && !parsed.root().Empty()) {
-            texts.try_emplace(type, convertJsonToString(parsed.root()));
+        const json::Document document(text);
+        if (!document.root().elements().empty()) {
+            texts.try_emplace(type, convertJsonToString(document.root()));
         }
     }
     for (const auto& [type, text] : subManagerSettings) {
-        if (json::Text(text).valid()) {
+        if (json::Document(text).valid()) {
             texts[type] = text;
         }
     }
@@ -219,13 +286,12 @@ std::optional<std::string> UserPreferenceManager::Model::overrideUserSettings(Va
                                                                               const SubManagerTexts& subManagerTexts) {
     changedSubManagerSettings_.clear();
     changedSettingNames_.clear();
-    json::Text document(defaultText_);
-    Value* const meta = json::arrayMember(document.root(), prefs::kMeta);
-    SavingWalk walk(*this, document.allocator(), valuesByHash, subManagerTexts);
-    if (meta == nullptr || !walk.overrideArray(*meta)) {
+    const json::Document document(defaultText_);
+    SavingWalk walk(*this, valuesByHash, subManagerTexts);
+    if (!walk.overrideArray(document.root().member(prefs::kMeta))) {
         return std::nullopt;
     }
-    return json::prettyText(document.root()).value_or("");
+    return SavedTextWriter(walk.sections()).written(document.root());
 }
 
 bool UserPreferenceManager::Model::doesClientHaveSubmanager(const std::string& attributePath,

@@ -4,22 +4,22 @@
 #include <optional>
 #include <string_view>
 
-#include "json/json.h"
+#include "json/view.h"
 
 /// The layout that both preference files share: keys, and the reading that each walk over the sections begins with.
 namespace zelutil::prefs {
 
-inline constexpr char kMeta[] = "meta";
-inline constexpr char kHeader[] = "header";
-inline constexpr char kAttribute[] = "attribute";
-inline constexpr char kTclCommand[] = "tclCommand";
-inline constexpr char kDefaultSettings[] = "defaultsettings";
-inline constexpr char kOverriddenSettings[] = "overriddensettings";
-inline constexpr char kName[] = "name";
-inline constexpr char kValue[] = "value";
-inline constexpr char kUnique[] = "unique";
-inline constexpr char kSubmanagerId[] = "submanagerId";
-inline constexpr char kChildren[] = "children";
+inline constexpr std::string_view kMeta = "meta";
+inline constexpr std::string_view kHeader = "header";
+inline constexpr std::string_view kAttribute = "attribute";
+inline constexpr std::string_view kTclCommand = "tclCommand";
+inline constexpr std::string_view kDefaultSettings = "defaultsettings";
+inline constexpr std::string_view kOverriddenSettings = "overriddensettings";
+inline constexpr std::string_view kName = "name";
+inline constexpr std::string_view kValue = "value";
+inline constexpr std::string_view kUnique = "unique";
+inline constexpr std::string_view kSubmanagerId = "submanagerId";
+inline constexpr std::string_view kChildren = "children";
 
 struct SectionNames {
     std::string_view header;
@@ -27,9 +27,9 @@ struct SectionNames {
 };
 
 /// Nothing for an element that is no section: it is passed over with all it holds.
-inline std::optional<SectionNames> sectionNames(const json::Value& element) {
-    const auto header = json::stringMember(element, kHeader);
-    const auto attribute = json::stringMember(element, kAttribute);
+inline std::optional<SectionNames> sectionNames(json::View element) {
+    const auto header = element.member(kHeader).text();
+    const auto attribute = element.member(kAttribute).text();
     if (!header || !attribute) {
         return std::nullopt;
     }
@@ -42,9 +42,9 @@ struct DefaultSetting {
 };
 
 /// Nothing for an element of "defaultsettings" that is no setting.
-inline std::optional<DefaultSetting> defaultSetting(const json::Value& element) {
-    const auto name = json::stringMember(element, kName);
-    const auto value = json::stringMember(element, kValue);
+inline std::optional<DefaultSetting> defaultSetting(json::View element) {
+    const auto name = element.member(kName).text();
+    const auto value = element.member(kValue).text();
     if (!name || !value) {
         return std::nullopt;
     }

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "json/json.h"
+#include "json/document.h"
 #include "platform/platform.h"
 #include "platform/replace_file.h"
 
@@ -33,7 +33,7 @@ void keepUnreadable(const std::string& path, const std::string& readable) {
         return;
     }
     const auto bytes = platform::readFile(path.c_str(), kLargestFileKept);
-    if (bytes && !bytes->empty() && *bytes != readable && !json::Text(*bytes).valid()) {
+    if (bytes && !bytes->empty() && *bytes != readable && !json::Document(*bytes).valid()) {
         kept = platform::replaceFile((path + kBadSuffix).c_str(), *bytes) == platform::Replaced::Yes;
     }
 }

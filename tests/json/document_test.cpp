@@ -1,12 +1,12 @@
 // What the parser accepts and refuses, on the small stack that a Windows thread has.
-#include "json/json.h"
+#include "json/document.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
+#include <memory>
 #include <string>
 
+#include "json/writer.h"
 #include "support/small_stack.h"
 
 namespace zelutil::json {
@@ -34,7 +34,7 @@ struct Accepted {
     const char* compact;
 };
 
-TEST(JsonText, AcceptsWhatJsonAllowsAndPassesOddBytesThrough) {
+TEST(JsonDocument, AcceptsWhatJsonAllowsAndPassesOddBytesThrough) {
     const Accepted rows[] = {
         // Any value may be the root.
         {"null", "null"},
@@ -58,13 +58,13 @@ TEST(JsonText, AcceptsWhatJsonAllowsAndPassesOddBytesThrough) {
         {"1.7e308", "1.7e308"},
     };
     for (const Accepted& row : rows) {
-        const Text text(row.text);
+        const Document text(row.text);
         EXPECT_TRUE(text.valid()) << row.text;
         EXPECT_EQ(compactText(text.root()), row.compact) << row.text;
     }
 }
 
-TEST(JsonText, RefusesMalformedTextsAndLeavesTheRootNull) {
+TEST(JsonDocument, RefusesMalformedTextsAndLeavesTheRootNull) {
     const std::string rows[] = {
         "",
         " ",
@@ -98,135 +98,129 @@ TEST(JsonText, RefusesMalformedTextsAndLeavesTheRootNull) {
         "\0{}"s,
     };
     for (const std::string& row : rows) {
-        const Text text(row);
+        const Document text(row);
         EXPECT_FALSE(text.valid()) << row;
-        EXPECT_TRUE(text.root().IsNull()) << row;
+        EXPECT_FALSE(text.root()) << row;
     }
 }
 
-TEST(JsonText, ATextOfNoBytesAtAllIsMalformed) { EXPECT_FALSE(Text(std::string_view()).valid()); }
+TEST(JsonDocument, ATextOfNoBytesAtAllIsMalformed) { EXPECT_FALSE(Document(std::string_view()).valid()); }
 
-TEST(JsonText, RefusesNumbersThatAreNotFinite) {
+TEST(JsonDocument, RefusesNumbersThatAreNotFinite) {
     for (const char* const number : {"1.8e308", "-1.8e308", "1e309", "17976931348623159e292", "[1,2e308]"}) {
-        EXPECT_FALSE(Text(number).valid()) << number;
+        EXPECT_FALSE(Document(number).valid()) << number;
     }
-    EXPECT_TRUE(Text("1.7976931348623157e308").valid());
+    EXPECT_TRUE(Document("1.7976931348623157e308").valid());
 }
 
-TEST(JsonText, NestingIsBoundedWhateverTheStack) {
+TEST(JsonDocument, NestingIsBoundedWhateverTheStack) {
     test::runOnSmallStack([] {
         for (const auto& nested : {nestedArrays, nestedObjects}) {
-            EXPECT_TRUE(Text(nested(kMaximumDepth)).valid());
-            EXPECT_FALSE(Text(nested(kMaximumDepth + 1)).valid());
-            EXPECT_FALSE(Text(nested(1'000'000)).valid());
+            EXPECT_TRUE(Document(nested(kMaximumDepth)).valid());
+            EXPECT_FALSE(Document(nested(kMaximumDepth + 1)).valid());
+            EXPECT_FALSE(Document(nested(1'000'000)).valid());
         }
-        EXPECT_FALSE(Text(repeated(5'000'000, "[")).valid());
+        EXPECT_FALSE(Document(repeated(5'000'000, "[")).valid());
         // Siblings do not nest.
-        EXPECT_TRUE(Text("[" + repeated(5'000, "[],{},") + "0]").valid());
+        EXPECT_TRUE(Document("[" + repeated(5'000, "[],{},") + "0]").valid());
     });
 }
 
-TEST(JsonText, TheDeepestTextCanBeWrittenAndCopiedOnASmallStack) {
+TEST(JsonDocument, TheDeepestTextCanBeWrittenOnASmallStack) {
     test::runOnSmallStack([] {
         const std::string nested = nestedArrays(kMaximumDepth);
-        const Text text(nested);
+        const Document text(nested);
         EXPECT_EQ(compactText(text.root()), nested);
-        EXPECT_TRUE(prettyText(text.root()).has_value());
-        Document copy;
-        copy.CopyFrom(text.root(), copy.GetAllocator());
-        EXPECT_EQ(compactText(copy), nested);
+        PrettyWriter writer;
+        writer.copy(text.root());
+        EXPECT_TRUE(writer.take().has_value());
     });
 }
 
-TEST(JsonText, ControlCharactersInAStringAreRefusedWhereverTheyStand) {
+TEST(JsonDocument, ControlCharactersInAStringAreRefusedWhereverTheyStand) {
     // Blocks of 16 bytes are looked at in one go; the offset moves the character through two of them.
     for (char control = '\x01'; control < '\x20'; ++control) {
         for (std::size_t offset = 0; offset < 34; ++offset) {
             const std::string written = "[\"" + std::string(offset, 'x') + control + std::string(20, 'y') + "\"]";
-            EXPECT_FALSE(Text(written).valid()) << int{control} << " at " << offset;
+            EXPECT_FALSE(Document(written).valid()) << int{control} << " at " << offset;
         }
     }
-    EXPECT_TRUE(Text("[\"\x7F\"]").valid());
-    EXPECT_TRUE(Text("[1]\0\x1A"s).valid());
+    EXPECT_TRUE(Document("[\"\x7F\"]").valid());
+    EXPECT_TRUE(Document("[1]\0\x1A"s).valid());
 }
 
 struct Exponent {
     const char* number;
-    double value;
+    const char* written;
 };
 
-TEST(JsonText, VanishingExponentsNeitherOverflowNorChangeTheValue) {
+TEST(JsonDocument, VanishingExponentsNeitherOverflowNorChangeTheValue) {
     const Exponent rows[] = {
-        {"0.0000000001e-2147483639", 0.0},
-        {"0.0000000001E-2147483648", 0.0},
-        {"1e-99999999", 0.0},
-        {"1e-12345678901234567890", 0.0},
-        {"1e-9999999", 0.0},
+        {"0.0000000001e-2147483639", "0.0"},
+        {"0.0000000001E-2147483648", "0.0"},
+        {"1e-99999999", "0.0"},
+        {"1e-12345678901234567890", "0.0"},
+        {"1e-9999999", "0.0"},
+        {"-1e-2147483639", "-0.0"},
         // Leading zeros make an exponent long, not small.
-        {"1e-00000001", 0.1},
-        {"25e-0000000002", 0.25},
-        {"1e-0000000000000000000000000000000000000", 1.0},
-        {"1e-000123456789", 0.0},
+        {"1e-00000001", "0.1"},
+        {"25e-0000000002", "0.25"},
+        {"1e-0000000000000000000000000000000000000", "1.0"},
+        {"1e-000123456789", "0.0"},
         // Short ones are left alone.
-        {"5e-1", 0.5},
-        {"1e-1000000", 0.0},
+        {"5e-1", "0.5"},
+        {"1e-1000000", "0.0"},
     };
     for (const Exponent& row : rows) {
-        const Text text("["s + row.number + "]");
+        const Document text(row.number);
         ASSERT_TRUE(text.valid()) << row.number;
-        EXPECT_EQ(text.root()[0].GetDouble(), row.value) << row.number;
+        EXPECT_EQ(compactText(text.root()), row.written) << row.number;
     }
-    const Text negative("[-1e-2147483639]");
-    ASSERT_TRUE(negative.valid());
-    EXPECT_EQ(negative.root()[0].GetDouble(), 0.0);
-    EXPECT_TRUE(std::signbit(negative.root()[0].GetDouble()));
 }
 
-TEST(JsonText, ExponentsInsideStringsAreTextAndStay) {
+TEST(JsonDocument, ExponentsInsideStringsAreTextAndStay) {
     const std::string written = R"({"1e-2147483639":"x\"e-99999999","b\\":"e-123456789012","n":[1,"\\\"e-99999999"]})";
-    const Text text(written);
+    const Document text(written);
     ASSERT_TRUE(text.valid());
     EXPECT_EQ(compactText(text.root()), written);
     // The same beside a number that is shortened.
-    const Text mixed(R"(["1e-2147483639",1e-2147483639,"\\"])");
+    const Document mixed(R"(["1e-2147483639",1e-2147483639,"\\"])");
     ASSERT_TRUE(mixed.valid());
-    EXPECT_EQ(string(mixed.root()[0]), "1e-2147483639");
-    EXPECT_EQ(mixed.root()[1].GetDouble(), 0.0);
-    EXPECT_EQ(string(mixed.root()[2]), "\\");
+    EXPECT_EQ(compactText(mixed.root()), R"(["1e-2147483639",0.0,"\\"])");
 }
 
-TEST(JsonText, AnExponentCutOffAtTheEndIsMalformedOnly) {
-    EXPECT_FALSE(Text("[1e-999999999").valid());
-    EXPECT_FALSE(Text("[1e-").valid());
-    EXPECT_FALSE(Text("-").valid());
-    EXPECT_FALSE(Text("\"e-999999999").valid());
-    EXPECT_FALSE(Text("\"e-999999999\\").valid());
+TEST(JsonDocument, AnExponentCutOffAtTheEndIsMalformedOnly) {
+    EXPECT_FALSE(Document("[1e-999999999").valid());
+    EXPECT_FALSE(Document("[1e-").valid());
+    EXPECT_FALSE(Document("-").valid());
+    EXPECT_FALSE(Document("\"e-999999999").valid());
+    EXPECT_FALSE(Document("\"e-999999999\\").valid());
 }
 
-TEST(JsonText, LengthIsBounded) {
+TEST(JsonDocument, LengthIsBounded) {
     std::string text(kMaximumTextSize, ' ');
     text.back() = '7';
-    EXPECT_TRUE(Text(text).valid());
+    EXPECT_TRUE(Document(text).valid());
     text.insert(text.begin(), ' ');
-    EXPECT_FALSE(Text(text).valid());
+    EXPECT_FALSE(Document(text).valid());
 }
 
-TEST(JsonText, EveryLengthIsReadToItsLastByte) {
+TEST(JsonDocument, EveryLengthIsReadToItsLastByte) {
     // The parser reads blocks of 16 bytes: a string may end anywhere in one.
     for (std::size_t length = 0; length < 70; ++length) {
         const std::string content(length, 'x');
-        const Text text("\"" + content + "\"");
+        const Document text("\"" + content + "\"");
         ASSERT_TRUE(text.valid()) << length;
-        EXPECT_EQ(string(text.root()), content);
-        EXPECT_TRUE(Text(std::string(length, ' ') + "1" + std::string(length, '\n')).valid()) << length;
+        EXPECT_EQ(text.root().text(), content);
+        EXPECT_TRUE(Document(std::string(length, ' ') + "1" + std::string(length, '\n')).valid()) << length;
     }
 }
 
-TEST(JsonText, TheTextMayGoAwayAfterParsing) {
+TEST(JsonDocument, TheTextMayGoAwayAfterParsing) {
     auto source = std::make_unique<std::string>(R"({"name":"a text longer than any small buffer"})");
-    const Text text(*source);
+    const Document text(*source);
     source.reset();
-    EXPECT_EQ(stringMember(text.root(), "name"), "a text longer than any small buffer");
+    EXPECT_EQ(text.root().member("name").text(), "a text longer than any small buffer");
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
-#include "json/json.h"
+#include "json/document.h"
 
-#include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 #include <cmath>
@@ -78,7 +75,7 @@ class BoundedBuilder {
 public:
     using Ch = char;
 
-    explicit BoundedBuilder(Document& document) : document_(document) {}
+    explicit BoundedBuilder(rapidjson::Document& document) : document_(document) {}
 
     // The parser calls them by these names.
     // NOLINTBEGIN(readability-identifier-naming)
@@ -109,7 +106,7 @@ private:
         return true;
     }
 
-    Document& document_;
+    rapidjson::Document& document_;
     unsigned depth_ = 0;
 };
 
@@ -133,54 +130,9 @@ std::unique_ptr<char[]> paddedCopy(std::string_view text) {
     return copy;
 }
 
-template <typename Object>
-auto findMember(Object& object, const char* name) -> decltype(&object.FindMember(name)->value) {
-    if (!object.IsObject()) {
-        return nullptr;
-    }
-    const auto found = object.FindMember(name);
-    return found == object.MemberEnd() ? nullptr : &found->value;
-}
-
-/// Of RapidJSON's own StringBuffer there is a vectorised writer, which leaves 0x1A to 0x1F unescaped; a buffer of
-/// another type is written correctly.
-struct BufferAllocator : rapidjson::CrtAllocator {};
-using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, BufferAllocator>;
-
-/// A writer that refuses what the parser would not take back.
-template <typename Writer>
-class BoundedWriter : public Writer {
-public:
-    using Writer::Writer;
-
-    // NOLINTBEGIN(readability-identifier-naming): as above
-    bool StartObject() { return ++depth_ <= kMaximumDepth && Writer::StartObject(); }
-    bool EndObject(rapidjson::SizeType count = 0) {
-        --depth_;
-        return Writer::EndObject(count);
-    }
-    bool StartArray() { return ++depth_ <= kMaximumDepth && Writer::StartArray(); }
-    bool EndArray(rapidjson::SizeType count = 0) {
-        --depth_;
-        return Writer::EndArray(count);
-    }
-    // NOLINTEND(readability-identifier-naming)
-
-private:
-    unsigned depth_ = 0;
-};
-
-template <typename Writer>
-std::optional<std::string> written(Writer& writer, const Buffer& buffer, const Value& value) {
-    if (!value.Accept(writer) || !writer.IsComplete() || buffer.GetSize() > kMaximumTextSize) {
-        return std::nullopt;
-    }
-    return std::string(buffer.GetString(), buffer.GetSize());
-}
-
 }  // namespace
 
-Text::Text(std::string_view text) {
+Document::Document(std::string_view text) {
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         text.remove_prefix(kByteOrderMark.size());
     }
@@ -194,7 +146,7 @@ Text::Text(std::string_view text) {
     }
     buffer_ = paddedCopy(text);
     shortenVanishingExponents(buffer_.get(), buffer_.get() + text.size());
-    auto parse = [this](Document& document) {
+    auto parse = [this](rapidjson::Document& document) {
         rapidjson::InsituStringStream stream(buffer_.get());
         BoundedBuilder builder(document);
         rapidjson::Reader reader;
@@ -202,50 +154,6 @@ Text::Text(std::string_view text) {
         return valid_;
     };
     document_.Populate(parse);
-}
-
-const Value* member(const Value& object, const char* name) { return findMember(object, name); }
-
-Value* member(Value& object, const char* name) { return findMember(object, name); }
-
-const Value* arrayMember(const Value& object, const char* name) {
-    const Value* const found = member(object, name);
-    return found != nullptr && found->IsArray() ? found : nullptr;
-}
-
-Value* arrayMember(Value& object, const char* name) {
-    Value* const found = member(object, name);
-    return found != nullptr && found->IsArray() ? found : nullptr;
-}
-
-std::optional<std::string_view> stringMember(const Value& object, const char* name) {
-    const Value* const found = member(object, name);
-    return found == nullptr ? std::nullopt : string(*found);
-}
-
-std::optional<std::int32_t> integerMember(const Value& object, const char* name) {
-    const Value* const found = member(object, name);
-    return found != nullptr && found->IsInt() ? std::optional<std::int32_t>(found->GetInt()) : std::nullopt;
-}
-
-std::optional<std::string_view> string(const Value& value) {
-    if (!value.IsString()) {
-        return std::nullopt;
-    }
-    return std::string_view(value.GetString(), value.GetStringLength());
-}
-
-std::optional<std::string> compactText(const Value& value) {
-    Buffer buffer;
-    BoundedWriter<rapidjson::Writer<Buffer>> writer(buffer);
-    return written(writer, buffer, value);
-}
-
-std::optional<std::string> prettyText(const Value& value) {
-    Buffer buffer;
-    BoundedWriter<rapidjson::PrettyWriter<Buffer>> writer(buffer);
-    writer.SetIndent(' ', 4);
-    return written(writer, buffer, value);
 }
 
 }  // namespace zelutil::json

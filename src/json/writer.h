@@ -1,0 +1,64 @@
+#ifndef ZELUTIL_JSON_WRITER_H
+#define ZELUTIL_JSON_WRITER_H
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "json/view.h"
+
+namespace zelutil::json {
+
+enum class Layout {
+    Compact,  ///< Without any white space.
+    Pretty,   ///< A line for each element and member, with 4 blanks a level.
+};
+
+/// Writes one JSON text from beginning to end. Each member of an object is its key and then its value; what is begun is
+/// ended.
+///
+/// From the first value on that cannot be written whole, as one that nests too deep, the rest is ignored.
+template <Layout kLayout>
+class Writer {
+public:
+    Writer();
+    ~Writer();
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    void beginObject();
+    void endObject();
+    void beginArray();
+    void endArray();
+    void key(std::string_view name);
+    void text(std::string_view value);
+    void integer(std::int32_t value);
+    void truth(bool value);
+    /// Writes the value with all it holds. An absent one cannot be written.
+    void copy(View value);
+
+    /// Returns the text; nothing when a part of it is missing, and when it could not be read back: it nests deeper than
+    /// `kMaximumDepth`, is longer than `kMaximumTextSize` or holds a number that is not finite.
+    std::optional<std::string> take();
+
+private:
+    struct Target;
+
+    std::unique_ptr<Target> target_;
+    bool whole_ = true;
+};
+
+extern template class Writer<Layout::Compact>;
+extern template class Writer<Layout::Pretty>;
+
+using CompactWriter = Writer<Layout::Compact>;
+using PrettyWriter = Writer<Layout::Pretty>;
+
+/// The text of a value without any white space; nothing where `Writer::take` returns nothing.
+std::optional<std::string> compactText(View value);
+
+}  // namespace zelutil::json
+
+#endif
