@@ -6,7 +6,7 @@
 /// This library's own file and the modules it binds at run time. The rules for paths are those of platform.h.
 namespace zelutil::platform {
 
-/// File name of this library, without a directory: "zelutil.dll", "libzelutil.so".
+/// File name that the build gives this library, without a directory: "zelutil.dll", "libzelutil.so".
 const char* libraryFileName();
 
 /// Full path of the file this code was loaded from (the library, or a program that holds it in static form); empty when

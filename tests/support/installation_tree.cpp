@@ -1,12 +1,11 @@
 #include "support/installation_tree.h"
 
 #include "support/environment.h"
-#include "support/shared_module.h"
 #include "support/text_file.h"
 
 namespace zelutil::test {
 
-std::string libraryFileName() { return moduleFileName("zelutil"); }
+std::string libraryFileName() { return ZELUTIL_TEST_LIBRARY_FILE_NAME; }
 
 void makeInstallation(const std::filesystem::path& root, const std::string& programs) {
     writeTextFile(root / programs / libraryFileName(), "");

@@ -66,8 +66,6 @@ void* loadModuleByName(const std::string& fileName) {
 
 }  // namespace
 
-const char* libraryFileName() { return "libzelutil.so"; }
-
 std::string modulePath() { return textFromSystemPath(ownModulePath()); }
 
 void* openModule(const char* baseName) {

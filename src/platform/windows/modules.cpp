@@ -50,8 +50,6 @@ HMODULE loadModuleFromPath(const std::wstring& fileName) {
 
 }  // namespace
 
-const char* libraryFileName() { return "zelutil.dll"; }
-
 std::string modulePath() { return narrow(ownModulePath()); }
 
 void* openModule(const char* baseName) {
