@@ -9,6 +9,7 @@ if(CMAKE_CROSSCOMPILING AND WIN32)
     set(ZELUTIL_TEST_DRIVE "Z:")
 endif()
 
+# The labels of the tests are those in the variable ZELUTIL_TEST_LABELS.
 function(zelutil_add_gtest name)
     target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${ZELUTIL_TEST_DRIVE}${CMAKE_CURRENT_SOURCE_DIR}")
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
@@ -17,7 +18,7 @@ function(zelutil_add_gtest name)
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 120
         TEST_PREFIX "${name}."
-        PROPERTIES TIMEOUT 300)
+        PROPERTIES TIMEOUT 300 LABELS "${ZELUTIL_TEST_LABELS}")
 endfunction()
 
 # zelutil_public_test(NAME SOURCE...): public headers only, linked with the shared library as a host links it.
