@@ -135,7 +135,7 @@ std::string Path::GetPath4Shell() const { return hasSpace_ ? '"' + text_ + '"' :
 
 void Path::fix(std::size_t start) {
     zelutil::file::PathFlags flags{hasSpace_, absolute_};
-    zelutil::file::normalise(text_, flags, start, zelutil::platform::currentDirectory);
+    zelutil::file::normalise(text_, flags, start, zelutil::platform::namedCurrentDirectory);
     hasSpace_ = flags.hasSpace;
     absolute_ = flags.absolute;
 }

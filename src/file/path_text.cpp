@@ -84,11 +84,20 @@ bool beginsAbsolute(const std::string& text) {
     return (isLetter(text[0]) && text[1] == ':') || (text[0] == kSeparator && text[1] == kSeparator);
 }
 
+/// A text that cannot be made absolute names no file: with a separator alone in front it would name one of the root
+/// directory.
+///
 /// Kept deliberately: the joined text is not gone through again, so a text with a single leading separator ends up with
 /// two of them behind the current directory, as has a name appended to the empty path. The system reads two as one.
 void putCurrentDirectoryInFront(std::string& text, PathFlags& flags, std::string directory) {
-    flags.hasSpace |= fixCharacters(directory, 0);
+    const bool blank = fixCharacters(directory, 0);
     removeTrailingSeparators(directory);
+    if (directory.empty()) {
+        text.clear();
+        flags.hasSpace = false;
+        return;
+    }
+    flags.hasSpace |= blank;
     directory.reserve(directory.size() + 1 + text.size());
     directory += kSeparator;
     directory += text;

@@ -18,11 +18,13 @@ struct PathFlags {
     bool absolute = false;
 };
 
-/// Tells the current directory. Asked only when a text is relative, because asking costs more than all the rest.
+/// Tells the current directory; empty when no text names it. Asked only when a text is relative, because asking costs
+/// more than all the rest.
 using CurrentDirectory = std::function<std::string()>;
 
 /// Brings `text` into canonical form: a whole new text when `start` is 0, else one whose characters from `start` on
-/// have just been appended. An invalid text becomes empty.
+/// have just been appended. An invalid text becomes empty, and so does a relative one where the current directory is
+/// empty or invalid.
 ///
 /// With the current directory C:\work:
 ///

@@ -13,8 +13,12 @@ namespace zelutil::platform {
 /// where the system has no drives; a Windows text is returned as it stands.
 std::string fromSystemPath(std::string_view text);
 
-/// The process's current directory, absolute, with backslashes; empty when the system does not tell.
+/// The process's current directory, absolute, with backslashes; empty when the system does not tell. It may have
+/// characters that no text of this encoding can name: they are replaced as the system replaces them.
 std::string currentDirectory();
+
+/// The same for a text that is to name the directory: empty also when it would name none or another one.
+std::string namedCurrentDirectory();
 
 /// Makes `path` the current directory. False when it is none or may not be entered.
 bool changeDirectory(const char* path);

@@ -412,14 +412,22 @@ TEST(PathText, TheCurrentDirectoryIsNormalisedToo) {
         {R"(C:\my work)", R"(../a)", R"(C:\a)", true},
         {R"(C:\my work)", R"(../..)", ""},
         {R"(C:\"w)", R"(a)", R"(C:\w\a)"},
-        // A directory that is not known, or is no path, leaves the separator.
-        {"", R"(a)", R"(\a)"},
-        {R"(C:\wo?rk)", R"(a)", R"(\a)"},
-        {R"(C:\my wo*rk)", R"(a)", R"(\a)", false},
-        {R"(C:\my wo*rk)", R"(a b)", R"(\a b)", true},
-        {"", R"(..)", ""},
     };
     expectAllMadeAbsolute(kRows);
+}
+
+TEST(PathText, WhereTheCurrentDirectoryIsNotKnownOrNoPathARelativeTextIsNone) {
+    for (const char* const directory : {"", R"(\)", R"(//)", R"(")", R"(C:\wo?rk)", R"(C:\my wo*rk)", "C:\\wo\nrk"}) {
+        for (const char* const relative : {"a", "a b", "a/b", "/a", ".", "..", "./a b", "1:/x"}) {
+            SCOPED_TRACE(testing::Message() << "[" << relative << "] in [" << directory << "]");
+            std::string text = relative;
+            PathFlags flags{true, false};
+            normalise(text, flags, 0, [&] { return std::string(directory); });
+            EXPECT_EQ(text, "");
+            EXPECT_FALSE(flags.hasSpace);
+            EXPECT_FALSE(flags.absolute);
+        }
+    }
 }
 
 TEST(PathText, ASingleLeadingSeparatorIsRelativeAndEndsUpDoubledOddity) {

@@ -163,12 +163,40 @@ TEST_F(PosixFileOperations, ALinkToNothingDoesNotExist) {
     EXPECT_TRUE(isThere("link"));
 }
 
-TEST_F(PosixFileOperations, ACurrentDirectoryThatIsGoneLeavesTheSeparatorAlone) {
+/// Says of all relative texts that they name no file.
+void expectNoRelativePaths() {
+    for (const char* const text : {"a", "a b", "/a", ".", ".."}) {
+        EXPECT_STREQ(Path(text), "") << text;
+    }
+    EXPECT_STREQ(Path() + "a", "");
+    EXPECT_STREQ(Path("a", "b"), "");
+    EXPECT_STREQ(Path("Z:/a"), "Z:\\a");
+    // Nothing remembers a directory that was not put in front.
+    Path path("a b");
+    EXPECT_STREQ(path.GetPath4Shell().c_str(), "");
+    path = "b";
+    EXPECT_STREQ(path, "");
+}
+
+TEST_F(PosixFileOperations, InACurrentDirectoryThatIsGoneARelativeTextIsNoPath) {
     fs::create_directory(directory / "gone");
     fs::current_path(directory / "gone");
     fs::remove(directory / "gone");
     EXPECT_EQ(Path::GetCWD(), "");
-    EXPECT_STREQ(Path("a"), R"(\a)");
+    expectNoRelativePaths();
+    fs::current_path(directory.path());
+    EXPECT_STREQ(Path("a"), windowsText(directory / "a").c_str());
+}
+
+TEST_F(PosixFileOperations, InACurrentDirectoryThatNoTextNamesARelativeTextIsNoPath) {
+    // As texts, the last three would name other directories.
+    for (const char* const name : {"wo?rk", "wo\nrk", "w\"ork", "w\\ork", "w\\..\\ork"}) {
+        fs::create_directory(directory / name);
+        fs::current_path(directory / name);
+        EXPECT_EQ(Path::GetCWD(), windowsText(directory.path()) + "\\" + name);
+        SCOPED_TRACE(name);
+        expectNoRelativePaths();
+    }
     fs::current_path(directory.path());
 }
 
@@ -180,7 +208,7 @@ TEST_F(PosixFileOperations, ACurrentDirectoryOfMoreThan4096CharactersIsNotTold) 
         fs::current_path(name);
     }
     EXPECT_EQ(Path::GetCWD(), "");
-    EXPECT_STREQ(Path("a"), R"(\a)");
+    expectNoRelativePaths();
     fs::current_path(directory.path());
     EXPECT_EQ(Path::GetCWD(), windowsText(directory.path()));
 }

@@ -11,6 +11,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using ZelU::File::Path;
 
 class WindowsFileOperations : public zelutil::test::FilesOfADirectory {};
 
@@ -71,6 +72,25 @@ TEST_F(WindowsFileOperations, TheFileSystemFoldsCaseThoughPathsDoNot) {
     EXPECT_NE(path("fILE"), path("File"));
     EXPECT_FALSE(path("File").MoveTheFile(path("fILE"))) << "the target exists";
     EXPECT_EQ(bytesOf("File"), "bytes");
+}
+
+TEST_F(WindowsFileOperations, InACurrentDirectoryThatNoTextNamesARelativeTextIsNoPath) {
+    struct Row {
+        std::wstring name;
+        const char* asTheSystemReplacesIt;
+    };
+    // The superscript four is not in the code page; a plain four is, and names another directory.
+    const Row rows[] = {{L"\u0394\u65e5", "??"}, {L"\u2074", "4"}};
+    for (const Row& row : rows) {
+        fs::create_directory(directory.path() / row.name);
+        fs::current_path(directory.path() / row.name);
+        EXPECT_EQ(Path::GetCWD(), zelutil::test::windowsText(directory.path()) + "\\" + row.asTheSystemReplacesIt);
+        for (const char* const text : {"a", "a b", "/a", ".", ".."}) {
+            EXPECT_STREQ(Path(text), "") << text << " in " << row.asTheSystemReplacesIt;
+        }
+    }
+    fs::current_path(directory.path());
+    EXPECT_STREQ(Path("a"), zelutil::test::windowsText(directory / "a").c_str());
 }
 
 }  // namespace

@@ -54,6 +54,10 @@ bool isAbsolute(const std::string& text) {
 void makeAbsolute(LiteralPath& path, std::string directory) {
     const PassResult pass = passOverCharacters(directory, 0);
     removeTrailingBackslashes(directory);
+    if (directory == "") {
+        path = {"", false, path.absolute};
+        return;
+    }
     path.hasSpace = path.hasSpace || pass.blank;
     path.text = directory + "\\" + path.text;
     path.absolute = true;

@@ -22,6 +22,7 @@ namespace File {
 ///     notes.txt              => C:\work\notes.txt the current directory (here C:\work) goes in front
 ///     c:/a*b, c:/a?b, c:/a|b => the empty path    so do < > and line breaks
 ///     c:/a/../..             => the empty path    climbs above the drive
+///     notes.txt              => the empty path    where the current directory is gone or no text names it
 ///
 /// Odd texts that hosts may meet:
 ///
@@ -129,7 +130,8 @@ public:
     /// that is none.
     static bool Chdir(const Path& p);
 
-    /// The current directory as the system tells it, at most 4096 characters; "" when it does not.
+    /// The current directory as the system tells it, at most 4096 characters; "" when it does not. Characters that the
+    /// narrow encoding lacks are replaced, and no path comes of the text then.
     static std::string GetCWD();
 
     /// A path in `dir` at which nothing exists yet: "Tmp", a count of eight hexadecimal digits, ".", `suffix`. A suffix

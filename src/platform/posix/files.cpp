@@ -26,6 +26,22 @@ bool isDirectory(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+/// The system's path of the current directory; empty when it does not tell.
+std::string workingDirectory() {
+    std::string path(PATH_MAX, '\0');
+    if (::getcwd(path.data(), path.size()) == nullptr) {
+        return {};
+    }
+    path.resize(path.find('\0'));
+    return path;
+}
+
+std::string textOf(const std::string& path) {
+    std::string text = textFromSystemPath(path);
+    std::replace(text.begin(), text.end(), '/', '\\');
+    return text;
+}
+
 /// Bytes read into `buffer`, fewer than `size` at the end of the file only; -1 on failure.
 ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
     std::size_t total = 0;
@@ -49,15 +65,12 @@ ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
 
 std::string fromSystemPath(std::string_view text) { return textFromSystemPath(text); }
 
-std::string currentDirectory() {
-    std::string path(PATH_MAX, '\0');
-    if (::getcwd(path.data(), path.size()) == nullptr) {
-        return {};
-    }
-    path.resize(path.find('\0'));
-    std::string text = textFromSystemPath(path);
-    std::replace(text.begin(), text.end(), '/', '\\');
-    return text;
+std::string currentDirectory() { return textOf(workingDirectory()); }
+
+std::string namedCurrentDirectory() {
+    const std::string path = workingDirectory();
+    std::string text = textOf(path);
+    return systemPathFromText(text) == path ? text : std::string();
 }
 
 bool changeDirectory(const char* path) {

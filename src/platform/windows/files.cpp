@@ -15,6 +15,11 @@ namespace {
 
 constexpr wchar_t kCharactersOfNoName[] = L"\"*?<>|";
 
+/// Empty when the system does not tell.
+std::wstring workingDirectory() {
+    return textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); }).value_or(L"");
+}
+
 bool isDirectory(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -69,9 +74,12 @@ bool readAll(HANDLE file, std::string& bytes) {
 
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
 
-std::string currentDirectory() {
-    const auto path = textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
-    return narrow(path.value_or(L""));
+std::string currentDirectory() { return narrow(workingDirectory()); }
+
+std::string namedCurrentDirectory() {
+    const std::wstring path = workingDirectory();
+    std::string text = narrow(path);
+    return widen(text) == path ? text : std::string();
 }
 
 bool changeDirectory(const char* path) { return SetCurrentDirectoryW(systemPath(path).c_str()) != 0; }
