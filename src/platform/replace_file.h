@@ -12,23 +12,31 @@ enum class Replaced {
     Yes,
     /// The file is as before, or still missing.
     No,
-    /// The new bytes were being written into the file itself, there being no other way, and that failed in the middle.
+    /// It failed in the middle, where the system has no single step for it: the file holds a part of the new bytes, or is
+    /// gone and the new bytes lie beside it, where the next replacement keeps them.
     Torn,
 };
 
 /// Gives a file new contents in one step: whoever looks, and whenever this process or the system stops, finds the old
-/// file whole or the new one. Symbolic links are followed; mode, owner, attributes and access rights stay.
+/// file whole or the new one. Symbolic links are followed; a link that leads nowhere makes the file it names, and one
+/// whose target cannot be told is left alone. Owner, attributes and access rights stay.
 ///
 /// The bytes are written beside the file, flushed to disk and put in its place. Where that cannot be done (nothing may
-/// be made in the directory, the file has a second hard link or another owner, somebody holds it open) they are written
-/// into the file itself, but never when space is short. A file that cannot be opened for writing stays as it is, and
-/// what is no regular file too. What a killed process left beside the file earlier is removed.
+/// be made in the directory, the file has a second hard link, another owner or rights that cannot be copied, somebody
+/// holds it open) they are written into the file itself, under a lock that other calls respect, but never when space is
+/// short. Where the lock is not to be had for two seconds, where the file cannot be opened for writing or is no regular
+/// file, it stays as it is.
+///
+/// Calls of several processes for one file do not disturb each other. What a killed process left beside the file is
+/// removed; where the file itself is missing, it is kept as `keepCopy` would keep it.
 Replaced replaceFile(const char* path, std::string_view bytes);
 
 /// Keeps a copy of the file beside it, with its owner and access rights, under the first of these names that is free:
 /// `path` and ".bad", `path` and ".bad.2", `path` and ".bad.3" and so on. A file that has such a name already is never
 /// touched, whichever process makes it and when. Where the owner or the rights cannot be given, the copy is this user's
 /// alone.
+///
+/// Where the name is too long for such an ending, its end is replaced by a hash of it.
 ///
 /// Returns whether the copy is there, whole and on disk; where it cannot be made, nothing of it is left.
 bool keepCopy(const char* path);

@@ -1,14 +1,19 @@
 #include "platform/replacement_name.h"
 
 #include <atomic>
+#include <string>
 
 namespace zelutil::platform {
 namespace {
 
 constexpr std::string_view kMarker = ".zelutil-";
 constexpr std::string_view kEnding = ".tmp";
+constexpr std::string_view kKept = ".bad";
 constexpr std::string_view kDigits = "0123456789abcdef";
 constexpr std::size_t kNumberLength = 8;
+constexpr std::size_t kSuffixLength = kMarker.size() + kNumberLength + 1 + kNumberLength + kEnding.size();
+
+using Character = NativeText::value_type;
 
 std::string hexadecimal(std::uint32_t number) {
     std::string text(kNumberLength, '0');
@@ -19,7 +24,36 @@ std::string hexadecimal(std::uint32_t number) {
     return text;
 }
 
-bool takePrefix(std::string_view& text, std::string_view prefix) {
+NativeText native(std::string_view ascii) { return NativeText(ascii.begin(), ascii.end()); }
+
+/// FNV-1a over the characters.
+std::uint32_t hashOf(NativeTextView text) {
+    std::uint32_t hash = 2'166'136'261U;
+    for (const Character c : text) {
+        hash = (hash ^ static_cast<std::uint32_t>(c)) * 16'777'619U;
+    }
+    return hash;
+}
+
+/// Whether a text must not be cut before `c`: in UTF-8 or UTF-16 it continues a character.
+bool continuesCharacter(Character c) {
+    const auto unit = static_cast<std::uint32_t>(c);
+    return sizeof(Character) == 1 ? (unit & 0xC0U) == 0x80U : (unit & 0xFC00U) == 0xDC00U;
+}
+
+/// The name, or the beginning of a long one with a hash, such that `room` more characters make a legal name.
+NativeText stemOf(NativeTextView name, std::size_t room) {
+    if (name.size() + room <= kMaximumNameLength) {
+        return NativeText(name);
+    }
+    std::size_t length = kMaximumNameLength - room - kNumberLength - 1;
+    while (length > 0 && continuesCharacter(name[length])) {
+        --length;
+    }
+    return NativeText(name.substr(0, length)) + native('~' + hexadecimal(hashOf(name)));
+}
+
+bool takePrefix(NativeTextView& text, NativeTextView prefix) {
     if (text.substr(0, prefix.size()) != prefix) {
         return false;
     }
@@ -27,9 +61,9 @@ bool takePrefix(std::string_view& text, std::string_view prefix) {
     return true;
 }
 
-bool takeNumber(std::string_view& text) {
-    const std::string_view number = text.substr(0, kNumberLength);
-    if (number.size() != kNumberLength || number.find_first_not_of(kDigits) != std::string_view::npos) {
+bool takeNumber(NativeTextView& text) {
+    const NativeTextView number = text.substr(0, kNumberLength);
+    if (number.size() != kNumberLength || number.find_first_not_of(native(kDigits)) != NativeTextView::npos) {
         return false;
     }
     text.remove_prefix(kNumberLength);
@@ -38,27 +72,26 @@ bool takeNumber(std::string_view& text) {
 
 }  // namespace
 
-std::string replacementName(std::string_view targetName, std::uint32_t process, std::uint32_t call) {
-    std::string name(targetName);
-    name += kMarker;
-    name += hexadecimal(process);
-    name += '-';
-    name += hexadecimal(call);
-    name += kEnding;
-    return name;
+NativeText replacementName(NativeTextView targetName, std::uint32_t process, std::uint32_t call) {
+    std::string suffix(kMarker);
+    suffix += hexadecimal(process);
+    suffix += '-';
+    suffix += hexadecimal(call);
+    suffix += kEnding;
+    return stemOf(targetName, kSuffixLength) + native(suffix);
 }
 
-bool isReplacementName(std::string_view name, std::string_view targetName) {
-    return takePrefix(name, targetName) && takePrefix(name, kMarker) && takeNumber(name) && takePrefix(name, "-") &&
-           takeNumber(name) && name == kEnding;
+bool isReplacementName(NativeTextView name, NativeTextView targetName) {
+    return takePrefix(name, stemOf(targetName, kSuffixLength)) && takePrefix(name, native(kMarker)) &&
+           takeNumber(name) && takePrefix(name, native("-")) && takeNumber(name) && name == native(kEnding);
 }
 
-std::string keptSuffix(std::uint32_t number) {
-    std::string suffix = ".bad";
+NativeText keptName(NativeTextView targetName, std::uint32_t number) {
+    std::string suffix(kKept);
     if (number > 1) {
         suffix += '.' + std::to_string(number);
     }
-    return suffix;
+    return stemOf(targetName, suffix.size()) + native(suffix);
 }
 
 std::uint32_t nextReplacementCall() {

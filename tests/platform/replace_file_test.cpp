@@ -103,6 +103,7 @@ TEST_F(ReplaceFile, RemovesWhatAKilledProcessLeftAndNothingElse) {
         "tessel_settings.cfg.zelutil-00001a2g-00000007.tmp",
         "tessel_settings.cfg.zelutil-00001a2b_00000007.tmp",
     };
+    writeTextFile(file_, "old");
     for (const auto& group : {ours, notOurs}) {
         for (const std::string& name : group) {
             writeTextFile(directory_ / name, "left");
@@ -113,6 +114,17 @@ TEST_F(ReplaceFile, RemovesWhatAKilledProcessLeftAndNothingElse) {
     expected.push_back("tessel_settings.cfg");
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(names(), expected);
+}
+
+TEST_F(ReplaceFile, KeepsWhatAKilledProcessLeftWhereThereIsNoFile) {
+    writeTextFile(directory_ / "tessel_settings.cfg.zelutil-00001a2b-00000007.tmp", "all that is left");
+    writeTextFile(directory_ / "tessel_settings.cfg.zelutil-00001a2b-00000008.tmp", "");
+    writeTextFile(directory_ / "tessel_settings.cfg.bad", "earlier");
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_EQ(names(), (std::vector<std::string>{"tessel_settings.cfg", "tessel_settings.cfg.bad",
+                                                 "tessel_settings.cfg.bad.2"}));
+    EXPECT_EQ(readTextFile(directory_ / "tessel_settings.cfg.bad"), "earlier");
+    EXPECT_EQ(readTextFile(directory_ / "tessel_settings.cfg.bad.2"), "all that is left");
 }
 
 TEST_F(ReplaceFile, AReaderSeesWholeTextsOnlyWhileTwoWrite) {
@@ -226,19 +238,60 @@ TEST_F(KeepCopy, ManyAtOnceGetANameEach) {
     EXPECT_TRUE(fs::exists(kept(".bad.40")));
 }
 
+NativeText native(std::string_view ascii) { return NativeText(ascii.begin(), ascii.end()); }
+
 TEST(ReplacementName, NumbersTheKeptCopiesFromTheSecondOn) {
-    EXPECT_EQ(keptSuffix(1), ".bad");
-    EXPECT_EQ(keptSuffix(2), ".bad.2");
-    EXPECT_EQ(keptSuffix(10'000), ".bad.10000");
+    EXPECT_EQ(keptName(native("x.cfg"), 1), native("x.cfg.bad"));
+    EXPECT_EQ(keptName(native("x.cfg"), 2), native("x.cfg.bad.2"));
+    EXPECT_EQ(keptName(native("x.cfg"), 10'000), native("x.cfg.bad.10000"));
 }
 
 TEST(ReplacementName, HoldsProcessAndCall) {
-    EXPECT_EQ(replacementName("x.cfg", 0x1a2b, 7), "x.cfg.zelutil-00001a2b-00000007.tmp");
-    EXPECT_EQ(replacementName("", 0xffffffff, 0), ".zelutil-ffffffff-00000000.tmp");
-    EXPECT_TRUE(isReplacementName("x.cfg.zelutil-00001a2b-00000007.tmp", "x.cfg"));
-    EXPECT_FALSE(isReplacementName("x.cfg.zelutil-00001a2b-00000007.tmp", "y.cfg"));
-    EXPECT_FALSE(isReplacementName("x.cfg.zelutil-00001A2B-00000007.tmp", "x.cfg"));
-    EXPECT_FALSE(isReplacementName("x.cfg", "x.cfg"));
+    EXPECT_EQ(replacementName(native("x.cfg"), 0x1a2b, 7), native("x.cfg.zelutil-00001a2b-00000007.tmp"));
+    EXPECT_EQ(replacementName(native(""), 0xffffffff, 0), native(".zelutil-ffffffff-00000000.tmp"));
+    const auto isOurs = [](std::string_view name) { return isReplacementName(native(name), native("x.cfg")); };
+    EXPECT_TRUE(isOurs("x.cfg.zelutil-00001a2b-00000007.tmp"));
+    EXPECT_FALSE(isOurs("y.cfg.zelutil-00001a2b-00000007.tmp"));
+    EXPECT_FALSE(isOurs("x.cfg.zelutil-00001A2B-00000007.tmp"));
+    EXPECT_FALSE(isOurs("x.cfg"));
+}
+
+TEST(ReplacementName, OfALongNameIsLegalAndRecognised) {
+    for (std::size_t length = 200; length <= kMaximumNameLength; ++length) {
+        const NativeText target(length, 'n');
+        const NativeText name = replacementName(target, 0x1a2b, 7);
+        EXPECT_EQ(name.size(), std::min<std::size_t>(length + 30, 255)) << length;
+        EXPECT_TRUE(isReplacementName(name, target)) << length;
+        EXPECT_EQ(keptName(target, 12).size(), std::min<std::size_t>(length + 7, 255)) << length;
+    }
+}
+
+TEST(ReplacementName, TellsLongTargetsApartThatBeginAlike) {
+    const NativeText one = NativeText(230, 'n') + native("1");
+    const NativeText two = NativeText(230, 'n') + native("2");
+    EXPECT_FALSE(isReplacementName(replacementName(one, 1, 1), two));
+    EXPECT_NE(keptName(one + NativeText(24, 'x'), 1), keptName(two + NativeText(24, 'x'), 1));
+}
+
+TEST(ReplacementName, DoesNotCutACharacter) {
+    if (sizeof(NativeText::value_type) == 1) {
+        // 255 - 30 - 9 bytes would end after the first of the two bytes of a character.
+        const NativeText target = native("a") + native([] {
+                                      std::string text;
+                                      while (text.size() < 230) {
+                                          text += "\xC3\xA4";
+                                      }
+                                      return text;
+                                  }());
+        EXPECT_EQ(replacementName(target, 1, 1).substr(0, 216), target.substr(0, 215) + native("~"));
+    } else {
+        NativeText target = native("a");
+        while (target.size() < 230) {
+            target += static_cast<NativeText::value_type>(0xD83D);
+            target += static_cast<NativeText::value_type>(0xDE00);
+        }
+        EXPECT_EQ(replacementName(target, 1, 1).substr(0, 216), target.substr(0, 215) + native("~"));
+    }
 }
 
 TEST(ReplacementName, EveryCallGetsANumberOfItsOwn) {

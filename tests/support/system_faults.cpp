@@ -40,8 +40,9 @@ bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.call
 
 const std::vector<std::string>& wrappedCalls() {
     static const std::vector<std::string> calls = {
-        "open",   "close", "write",           "fsync", "fstat",    "fchmod",  "fchown", "ftruncate", "flock", "rename",
-        "unlink", "mkdir", "posix_fallocate", "stat",  "readlink", "opendir", "read",   "renameat2", "link"};
+        "open",  "close",     "write",  "fsync",    "fstat",           "fchmod",      "fchown",   "ftruncate",
+        "flock", "rename",    "unlink", "mkdir",    "posix_fallocate", "stat",        "readlink", "opendir",
+        "read",  "renameat2", "link",   "getxattr", "fsetxattr",       "fremovexattr"};
     return calls;
 }
 
@@ -130,6 +131,21 @@ int __wrap_renameat2(int fromDirectory, const char* from, int toDirectory, const
 
 int __real_link(const char* from, const char* to);
 int __wrap_link(const char* from, const char* to) { return isToFail("link") ? -1 : __real_link(from, to); }
+
+ssize_t __real_getxattr(const char* path, const char* name, void* value, std::size_t size);
+ssize_t __wrap_getxattr(const char* path, const char* name, void* value, std::size_t size) {
+    return isToFail("getxattr") ? -1 : __real_getxattr(path, name, value, size);
+}
+
+int __real_fsetxattr(int file, const char* name, const void* value, std::size_t size, int flags);
+int __wrap_fsetxattr(int file, const char* name, const void* value, std::size_t size, int flags) {
+    return isToFail("fsetxattr") ? -1 : __real_fsetxattr(file, name, value, size, flags);
+}
+
+int __real_fremovexattr(int file, const char* name);
+int __wrap_fremovexattr(int file, const char* name) {
+    return isToFail("fremovexattr") ? -1 : __real_fremovexattr(file, name);
+}
 
 int __real_unlink(const char* path);
 int __wrap_unlink(const char* path) { return isToFail("unlink") ? -1 : __real_unlink(path); }

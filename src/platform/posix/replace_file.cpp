@@ -1,288 +1,351 @@
-// Replacing and keeping files on POSIX systems; the contracts are in replace_file.h.
+// The steps of replacing and keeping files on POSIX systems. Order and contracts: replacement_primitives.h.
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <memory>
 
 #include "platform/posix/file.h"
-#include "platform/replace_file.h"
-#include "platform/replacement_name.h"
+#include "platform/replacement_primitives.h"
 
-namespace zelutil::platform {
+namespace zelutil::platform::replacement {
 
 using namespace posix;
 
 namespace {
 
-constexpr int kMostLinks = 40;
-constexpr int kMostNamesTried = 100;
-constexpr std::size_t kCopyBufferSize = 65'536;
+constexpr int kMaximumLinks = 40;
 constexpr mode_t kPrivateFileMode = 0600;
 constexpr mode_t kModeBits = 07777;
+constexpr char kAccessList[] = "system.posix_acl_access";
 
-/// How an attempt to write beside the target ended.
-enum class Beside { Done, Failed, Impossible };
-
-std::string directoryOf(const std::string& path) {
-    const std::size_t end = path.rfind('/');
-    return end == std::string::npos ? std::string() : path.substr(0, end + 1);
-}
-
-/// The file behind any symbolic links, also where the last of them points to nothing yet.
-std::string withoutLinks(std::string path) {
-    for (int links = 0; links < kMostLinks; ++links) {
-        std::string target(PATH_MAX, '\0');
-        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
-        if (length <= 0) {
-            return path;
-        }
-        target.resize(static_cast<std::size_t>(length));
-        path = target.front() == '/' ? target : directoryOf(path) + target;
-    }
-    return path;
-}
+int descriptorOf(const OpenFile& file) { return static_cast<int>(file.native()); }
 
 bool isShortOfSpace(int error) { return error == ENOSPC || error == EDQUOT; }
 
-/// Writing into the file itself is tried only where nothing can be put in its place, not where writing fails.
-Beside afterError(int error) {
-    const bool notAllowed = error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
-    return notAllowed ? Beside::Impossible : Beside::Failed;
-}
-
-bool isLeftover(const std::string& path) {
-    const Descriptor file(openRetrying(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
-    // Its maker holds a lock for as long as it lives.
-    return file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0;
-}
-
-void removeLeftovers(const std::string& target) {
-    const std::string directory = directoryOf(target);
-    const std::string name = target.substr(directory.size());
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(directory.empty() ? "." : directory.c_str()),
-                                                      ::closedir);
-    if (entries == nullptr) {
-        return;
-    }
-    while (const dirent* const entry = ::readdir(entries.get())) {
-        const std::string path = directory + entry->d_name;
-        if (isReplacementName(entry->d_name, name) && isLeftover(path)) {
-            ::unlink(path.c_str());
-        }
+StepResult resultOf(int error) {
+    switch (error) {
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EBUSY:
+            return StepResult::Refused;
+        case EEXIST:
+            return StepResult::Busy;
+        case ENOENT:
+            return StepResult::Gone;
+        default:
+            return StepResult::Failed;
     }
 }
 
-/// False, with errno set, also when `to` is there: EEXIST.
-bool renameToFreeName(const std::string& from, const std::string& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return true;
-    }
-    // Some file systems do not know the flag. A second link is refused too when the name is taken.
-    const bool flagUnknown = errno == EINVAL || errno == ENOSYS;
-    if (!flagUnknown || ::link(from.c_str(), to.c_str()) != 0) {
-        return false;
-    }
-    ::unlink(from.c_str());
-    return true;
+StepResult open(const NativeText& path, int flags, OpenFile& file, mode_t mode = 0) {
+    file.reset(openRetrying(path.c_str(), flags, mode));
+    return file.isOpen() ? StepResult::Done : resultOf(errno);
 }
 
-/// Copies from where `source` stands to its end. False when any step fails.
-bool copyAll(int source, int target) {
-    std::string buffer(kCopyBufferSize, '\0');
-    for (;;) {
-        const ssize_t count = ::read(source, buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return count == 0;
-        }
-        if (!writeAll(target, std::string_view(buffer).substr(0, static_cast<std::size_t>(count)))) {
-            return false;
-        }
-    }
+std::optional<struct stat> statusOf(const OpenFile& file) {
+    struct stat status {};
+    return ::fstat(descriptorOf(file), &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
 }
 
-/// A new file beside the target, removed again unless it was put in its place.
-class Replacement {
-public:
-    explicit Replacement(const std::string& target) {
-        const std::string directory = directoryOf(target);
-        const std::string name = target.substr(directory.size());
-        for (int i = 0; i < kMostNamesTried && !file_.isOpen(); ++i) {
-            path_ = directory + replacementName(name, static_cast<std::uint32_t>(::getpid()), nextReplacementCall());
-            create();
-            if (!file_.isOpen() && error_ != EEXIST) {
-                return;
-            }
-        }
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (file_.isOpen()) {
-            ::unlink(path_.c_str());
-        }
-    }
-
-    bool isOpen() const { return file_.isOpen(); }
-    int error() const { return error_; }
-
-    /// False when the new file cannot be given the owner of the old one.
-    bool takeOver(const struct stat& old) {
-        struct stat own {};
-        if (::fstat(file_.number(), &own) != 0) {
-            return false;
-        }
-        const bool sameOwner = own.st_uid == old.st_uid && own.st_gid == old.st_gid;
-        return (sameOwner || ::fchown(file_.number(), old.st_uid, old.st_gid) == 0) &&
-               ::fchmod(file_.number(), old.st_mode & kModeBits) == 0;
-    }
-
-    /// Shuts everybody else out.
-    bool makePrivate() { return ::fchmod(file_.number(), kPrivateFileMode) == 0; }
-
-    bool fill(std::string_view bytes) {
-        const bool filled = writeAll(file_.number(), bytes) && ::fsync(file_.number()) == 0;
-        error_ = errno;
-        return filled;
-    }
-
-    bool copyFrom(int source) { return copyAll(source, file_.number()) && ::fsync(file_.number()) == 0; }
-
-    bool putInPlaceOf(const std::string& target) {
-        if (std::rename(path_.c_str(), target.c_str()) != 0) {
-            error_ = errno;
-            return false;
-        }
-        file_.close();
-        return true;
-    }
-
-    bool keepAs(const std::string& path) {
-        for (std::uint32_t number = 1; number <= kMaximumKeptNames; ++number) {
-            if (renameToFreeName(path_, path + keptSuffix(number))) {
-                file_.close();
-                return true;
-            }
-            if (errno != EEXIST) {
-                return false;
-            }
-        }
-        return false;
-    }
-
-private:
-    void create() {
-        file_.reset(openRetrying(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, kNewFileMode));
-        error_ = errno;
-        if (!file_.isOpen()) {
-            return;
-        }
-        // Without a lock another process takes the file for a leftover. One may have done so before this moment.
-        struct stat status {};
-        ::flock(file_.number(), LOCK_EX | LOCK_NB);
-        if (::fstat(file_.number(), &status) == 0 && status.st_nlink == 0) {
-            file_.close();
-            error_ = EEXIST;
-        }
-    }
-
-    std::string path_;
-    Descriptor file_{-1};
-    int error_ = 0;
+enum class LockResult {
+    Had,
+    /// Another open file has it.
+    Taken,
+    /// This file system has none, for nobody.
+    Unknown,
+    Failed,
 };
 
-/// `old` is null where there is no file yet.
-Beside writeBeside(const std::string& target, std::string_view bytes, const struct stat* old) {
-    Replacement replacement(target);
-    if (!replacement.isOpen()) {
-        return afterError(replacement.error());
+/// Over NFS an exclusive lock needs a file that is open for writing, and a shared one a file open for reading.
+LockResult lock(const OpenFile& file, int kind) {
+    int result = 0;
+    do {
+        result = ::flock(descriptorOf(file), kind | LOCK_NB);
+    } while (result != 0 && errno == EINTR);
+    if (result == 0) {
+        return LockResult::Had;
     }
-    if (old != nullptr && !replacement.takeOver(*old)) {
-        return Beside::Impossible;
+    if (errno == EWOULDBLOCK) {
+        return LockResult::Taken;
     }
-    if (!replacement.fill(bytes)) {
-        return Beside::Failed;
-    }
-    return replacement.putInPlaceOf(target) ? Beside::Done : afterError(replacement.error());
+    return errno == ENOLCK || errno == ENOSYS || errno == EOPNOTSUPP ? LockResult::Unknown : LockResult::Failed;
 }
 
-/// Makes sure that the file can grow to `size` before any of its bytes is touched.
-bool reserve(int file, off_t oldSize, off_t size) {
-    if (size <= oldSize) {
-        return true;
+/// A lock that nobody can have stands in nobody's way.
+StepResult lockWherePossible(const OpenFile& file, int kind) {
+    switch (lock(file, kind)) {
+        case LockResult::Had:
+        case LockResult::Unknown:
+            return StepResult::Done;
+        case LockResult::Taken:
+            return StepResult::Busy;
+        case LockResult::Failed:
+            break;
     }
-    const int error = ::posix_fallocate(file, oldSize, size - oldSize);
-    if (error == 0 || !(isShortOfSpace(error) || error == EFBIG)) {
-        return true;
+    return StepResult::Refused;
+}
+
+/// Nothing when the system does not tell.
+std::optional<bool> isNamedBy(const OpenFile& file, const NativeText& path) {
+    const auto own = statusOf(file);
+    struct stat named {};
+    if (!own) {
+        return std::nullopt;
     }
-    const bool restored = ::ftruncate(file, oldSize) == 0;
-    static_cast<void>(restored);
+    if (::stat(path.c_str(), &named) != 0) {
+        return errno == ENOENT ? std::optional<bool>(false) : std::nullopt;
+    }
+    return own->st_dev == named.st_dev && own->st_ino == named.st_ino;
+}
+
+enum class AccessList { None, Present, Unknown };
+
+AccessList accessListOf(const NativeText& path, std::string& list) {
+    const ssize_t size = ::getxattr(path.c_str(), kAccessList, nullptr, 0);
+    if (size < 0) {
+        return errno == ENODATA || errno == EOPNOTSUPP ? AccessList::None : AccessList::Unknown;
+    }
+    list.resize(static_cast<std::size_t>(size));
+    const bool isWhole = ::getxattr(path.c_str(), kAccessList, list.data(), list.size()) == size;
+    return isWhole ? AccessList::Present : AccessList::Unknown;
+}
+
+/// Also takes away the list that the new file may have from its directory.
+bool takeOverAccessList(int file, const NativeText& from) {
+    std::string list;
+    switch (accessListOf(from, list)) {
+        case AccessList::Present:
+            return ::fsetxattr(file, kAccessList, list.data(), list.size(), 0) == 0;
+        case AccessList::None:
+            return ::fremovexattr(file, kAccessList) == 0 || errno == ENODATA || errno == EOPNOTSUPP;
+        case AccessList::Unknown:
+            break;
+    }
     return false;
 }
 
-Replaced writeInto(Descriptor& file, const struct stat& old, std::string_view bytes) {
-    const auto size = static_cast<off_t>(bytes.size());
-    if (!reserve(file.number(), old.st_size, size)) {
-        return Replaced::No;
+/// False, with errno set, also when `to` is there: EEXIST.
+bool renameToFreeName(const char* from, const char* to) {
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) {
+        return true;
     }
-    const bool written = writeAll(file.number(), bytes) && ::ftruncate(file.number(), size) == 0;
-    const bool flushed = written && ::fsync(file.number()) == 0;
-    return file.close() && flushed ? Replaced::Yes : Replaced::Torn;
-}
-
-Replaced replaceExisting(const std::string& target, Descriptor& file, std::string_view bytes) {
-    struct stat old {};
-    if (::fstat(file.number(), &old) != 0 || !S_ISREG(old.st_mode)) {
-        return Replaced::No;
+    // Some file systems do not know the flag. A second link is refused too when the name is taken.
+    const bool isFlagUnknown = errno == EINVAL || errno == ENOSYS;
+    if (!isFlagUnknown || ::link(from, to) != 0) {
+        return false;
     }
-    const Beside beside = old.st_nlink > 1 ? Beside::Impossible : writeBeside(target, bytes, &old);
-    if (beside == Beside::Impossible) {
-        return writeInto(file, old, bytes);
-    }
-    return beside == Beside::Done ? Replaced::Yes : Replaced::No;
+    ::unlink(from);
+    return true;
 }
 
 }  // namespace
 
-Replaced replaceFile(const char* path, std::string_view bytes) {
-    const auto named = systemPath(path);
-    if (!named) {
-        return Replaced::No;
-    }
-    const std::string target = withoutLinks(*named);
-    Descriptor file(openRetrying(target.c_str(), O_WRONLY | O_NONBLOCK));
-    if (!file.isOpen() && errno != ENOENT) {
-        return Replaced::No;
-    }
-    removeLeftovers(target);
-    if (file.isOpen()) {
-        return replaceExisting(target, file, bytes);
-    }
-    return writeBeside(target, bytes, nullptr) == Beside::Done ? Replaced::Yes : Replaced::No;
+OpenFile::~OpenFile() { close(); }
+
+void OpenFile::reset(std::intptr_t native) {
+    close();
+    native_ = native;
 }
 
-bool keepCopy(const char* path) {
-    const auto file = systemPath(path);
-    if (!file) {
-        return false;
-    }
-    const Descriptor source(openRetrying(file->c_str(), O_RDONLY | O_NONBLOCK));
-    struct stat status {};
-    if (!source.isOpen() || ::fstat(source.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return false;
-    }
-    Replacement copy(*file);
-    // A copy of another user's file cannot be given to that user. It is worth more than none.
-    return copy.isOpen() && (copy.takeOver(status) || copy.makePrivate()) && copy.copyFrom(source.number()) &&
-           copy.keepAs(*file);
+bool OpenFile::close() {
+    const auto descriptor = static_cast<int>(native_);
+    const bool wasOpen = isOpen();
+    native_ = kNone;
+    return !wasOpen || ::close(descriptor) == 0;
 }
 
-}  // namespace zelutil::platform
+Turn::Turn() = default;
+
+Turn::~Turn() = default;
+
+std::optional<NativeText> nativePath(const char* text) { return systemPath(text); }
+
+std::optional<NativeText> resolveLinks(NativeText path) {
+    for (int links = 0; links <= kMaximumLinks; ++links) {
+        NativeText target(PATH_MAX, '\0');
+        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
+        if (length < 0) {
+            const bool isNoLink = errno == EINVAL || errno == ENOENT;
+            return isNoLink ? std::optional<NativeText>(path) : std::nullopt;
+        }
+        if (length == 0 || static_cast<std::size_t>(length) == target.size()) {
+            return std::nullopt;
+        }
+        target.resize(static_cast<std::size_t>(length));
+        path = target.front() == '/' ? target : path.substr(0, nameStart(path)) + target;
+    }
+    return std::nullopt;
+}
+
+std::size_t nameStart(const NativeText& path) { return path.rfind('/') + 1; }
+
+std::uint32_t processNumber() { return static_cast<std::uint32_t>(::getpid()); }
+
+StepResult probeTarget(const NativeText& path, Target& target) {
+    OpenFile file;
+    const StepResult opened = openForWriting(path, file);
+    if (opened != StepResult::Done) {
+        return opened;
+    }
+    const auto status = statusOf(file);
+    if (!status || !S_ISREG(status->st_mode)) {
+        return StepResult::Refused;
+    }
+    target.hasOtherLinks = status->st_nlink > 1;
+    return StepResult::Done;
+}
+
+StepResult createBeside(const NativeText& path, bool replaces, OpenFile& file) {
+    const mode_t mode = replaces ? kPrivateFileMode : kNewFileMode;
+    const StepResult created = open(path, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, file, mode);
+    if (created != StepResult::Done) {
+        return created;
+    }
+    // Until it is locked, another process may take the file for a leftover.
+    const StepResult locked = lockWherePossible(file, LOCK_EX);
+    const auto isThere = isNamedBy(file, path);
+    if (locked == StepResult::Done && isThere == true) {
+        return StepResult::Done;
+    }
+    if (locked != StepResult::Busy && isThere != false) {
+        discard(file, path);
+    }
+    file.close();
+    return StepResult::Busy;
+}
+
+bool takeOver(const OpenFile& file, const NativeText&, const NativeText& from) {
+    const int descriptor = descriptorOf(file);
+    const auto own = statusOf(file);
+    struct stat old {};
+    if (!own || ::stat(from.c_str(), &old) != 0) {
+        return false;
+    }
+    const bool hasOwner = own->st_uid == old.st_uid && own->st_gid == old.st_gid;
+    return (hasOwner || ::fchown(descriptor, old.st_uid, old.st_gid) == 0) && takeOverAccessList(descriptor, from) &&
+           ::fchmod(descriptor, old.st_mode & kModeBits) == 0;
+}
+
+bool makePrivate(const OpenFile& file, const NativeText&) {
+    ::fremovexattr(descriptorOf(file), kAccessList);
+    return ::fchmod(descriptorOf(file), kPrivateFileMode) == 0;
+}
+
+bool writeBytes(const OpenFile& file, std::string_view bytes) { return writeAll(descriptorOf(file), bytes); }
+
+bool flushToDisk(const OpenFile& file) { return ::fsync(descriptorOf(file)) == 0; }
+
+StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& target, bool replaces) {
+    if (!replaces) {
+        // A target that came to be meanwhile has an owner and rights of its own.
+        const StepResult put = putUnderFreeName(file, path, target);
+        return put == StepResult::Busy ? StepResult::Gone : put;
+    }
+    if (std::rename(path.c_str(), target.c_str()) != 0) {
+        return resultOf(errno);
+    }
+    file.close();
+    return StepResult::Done;
+}
+
+/// A rename loses nothing that a system like this has, so there is no second way.
+StepResult exchange(OpenFile&, const NativeText&, const NativeText&, bool) { return StepResult::Refused; }
+
+StepResult putUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& name) {
+    if (!renameToFreeName(path.c_str(), name.c_str())) {
+        return resultOf(errno);
+    }
+    file.close();
+    return StepResult::Done;
+}
+
+void discard(OpenFile& file, const NativeText& path) {
+    ::unlink(path.c_str());
+    file.close();
+}
+
+StepResult openForWriting(const NativeText& path, OpenFile& file) {
+    return open(path, O_WRONLY | O_NONBLOCK | O_NOFOLLOW, file);
+}
+
+StepResult lockForWriting(const OpenFile& file) { return lockWherePossible(file, LOCK_EX); }
+
+bool isStillThere(const OpenFile& file, const NativeText& path) { return isNamedBy(file, path) == true; }
+
+std::optional<std::uint64_t> sizeOf(const OpenFile& file) {
+    const auto status = statusOf(file);
+    return status ? std::optional<std::uint64_t>(status->st_size) : std::nullopt;
+}
+
+bool reserve(const OpenFile& file, std::uint64_t oldSize, std::uint64_t size) {
+    if (size <= oldSize) {
+        return true;
+    }
+    const auto end = static_cast<off_t>(oldSize);
+    const int error = ::posix_fallocate(descriptorOf(file), end, static_cast<off_t>(size) - end);
+    if (error == 0 || !(isShortOfSpace(error) || error == EFBIG)) {
+        return true;
+    }
+    truncate(file, oldSize);
+    return false;
+}
+
+bool truncate(const OpenFile& file, std::uint64_t size) {
+    return ::ftruncate(descriptorOf(file), static_cast<off_t>(size)) == 0;
+}
+
+StepResult openForReading(const NativeText& path, OpenFile& file) {
+    // Opening a pipe without a writer would wait for ever.
+    const StepResult opened = open(path, O_RDONLY | O_NONBLOCK, file);
+    if (opened != StepResult::Done) {
+        return opened;
+    }
+    const auto status = statusOf(file);
+    return status && S_ISREG(status->st_mode) ? StepResult::Done : StepResult::Refused;
+}
+
+StepResult lockForReading(const OpenFile& file) { return lockWherePossible(file, LOCK_SH); }
+
+std::optional<std::size_t> readBytes(const OpenFile& file, std::string& buffer) {
+    ssize_t count = 0;
+    do {
+        count = ::read(descriptorOf(file), buffer.data(), buffer.size());
+    } while (count < 0 && errno == EINTR);
+    return count < 0 ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(count));
+}
+
+std::vector<NativeText> namesBeside(const NativeText& path) {
+    const NativeText directory = path.substr(0, nameStart(path));
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(directory.empty() ? "." : directory.c_str()),
+                                                      ::closedir);
+    std::vector<NativeText> names;
+    while (const dirent* const entry = entries == nullptr ? nullptr : ::readdir(entries.get())) {
+        names.emplace_back(entry->d_name);
+    }
+    return names;
+}
+
+StepResult openLeftover(const NativeText& path, OpenFile& file) {
+    const StepResult opened = open(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK, file);
+    if (opened != StepResult::Done) {
+        return opened;
+    }
+    const auto status = statusOf(file);
+    if (!status || !S_ISREG(status->st_mode)) {
+        return StepResult::Refused;
+    }
+    // Its maker holds the lock for as long as it lives. After that, another process may have cleared up first.
+    const bool isLocked = lock(file, LOCK_EX) == LockResult::Had;
+    return isLocked && isStillThere(file, path) ? StepResult::Done : StepResult::Refused;
+}
+
+}  // namespace zelutil::platform::replacement

@@ -1,238 +1,73 @@
-// Replacing and keeping files on Windows; the contracts are in replace_file.h.
+// The steps of replacing and keeping files on Windows. Order and contracts: replacement_primitives.h.
 #include <algorithm>
-#include <optional>
-#include <vector>
 
-#include "platform/replace_file.h"
-#include "platform/replacement_name.h"
+#include "platform/replacement_primitives.h"
 #include "platform/windows/file.h"
+#include "platform/windows/replace_rules.h"
+#include "platform/windows/system_text.h"
 
-namespace zelutil::platform {
+// It needs what comes before it.
+#include <winioctl.h>
+
+namespace zelutil::platform::replacement {
 
 using namespace windows;
 
 namespace {
 
-constexpr int kMostNamesTried = 100;
-
-/// Virus scanners and indexers hold a file for some milliseconds after it was written.
-constexpr int kSharingRetries = 5;
-constexpr DWORD kSharingRetryDelay = 20;
-
-constexpr DWORD kCopyBufferSize = 65'536;
-
-constexpr DWORD kLongestWaitForTurn = 2000;
+constexpr DWORD kMaximumWaitForTurn = 2000;
+constexpr int kMaximumLinks = 40;
 
 /// ERROR_DISK_QUOTA_EXCEEDED; not every SDK has the name.
 constexpr DWORD kDiskQuotaExceeded = 1295;
 
-constexpr DWORD kAttributesTakenOver =
-    FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+/// The byte that a process locks while it writes into a file. It is far behind the last one, where it is in no reader's
+/// way.
+constexpr DWORD kLockedByteHigh = 0x40000000;
 
-/// How an attempt to write beside the target ended.
-enum class Beside { Done, Failed, Impossible };
-
-std::size_t nameStart(const std::wstring& path) {
-    const std::size_t separator = path.find_last_of(L"\\/:");
-    return separator == std::wstring::npos ? 0 : separator + 1;
-}
+HANDLE handleOf(const OpenFile& file) { return reinterpret_cast<HANDLE>(file.native()); }
 
 bool isShortOfSpace(DWORD error) {
     return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == kDiskQuotaExceeded;
 }
 
-/// Writing into the file itself is tried only where nothing can be put in its place, not where space is short.
-Beside afterError(DWORD error) { return isShortOfSpace(error) ? Beside::Failed : Beside::Impossible; }
+bool isMissing(DWORD error) { return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND; }
 
-bool isSharingError(DWORD error) {
-    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED ||
+bool isNameTaken(DWORD error) { return error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS; }
+
+bool isHeld(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
            error == ERROR_UNABLE_TO_REMOVE_REPLACED;
 }
 
-/// Calls `attempt` until it succeeds or fails for another reason than that somebody holds the file; a few times.
-template <typename Attempt>
-bool retryingWhileShared(Attempt attempt) {
-    for (int retries = kSharingRetries;; --retries) {
-        if (attempt()) {
-            return true;
-        }
-        const DWORD error = GetLastError();
-        if (retries == 0 || !isSharingError(error)) {
-            SetLastError(error);
-            return false;
-        }
-        Sleep(kSharingRetryDelay);
+StepResult resultOf(DWORD error) {
+    if (isShortOfSpace(error)) {
+        return StepResult::Failed;
     }
+    if (isMissing(error)) {
+        return StepResult::Gone;
+    }
+    return isHeld(error) || isNameTaken(error) ? StepResult::Busy : StepResult::Refused;
 }
 
-/// The file behind any symbolic links.
-std::wstring withoutLinks(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-        return path;
-    }
-    const File file(CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
-    const DWORD size = file.isOpen() ? GetFinalPathNameByHandleW(file.handle(), nullptr, 0, 0) : 0;
-    std::wstring target(size, L'\0');
-    if (size == 0 || GetFinalPathNameByHandleW(file.handle(), target.data(), size, 0) >= size) {
-        return path;
-    }
-    target.resize(target.find(L'\0'));
-    return target;
+/// Access to a file that is there is also denied while somebody holds it or while it is being deleted.
+StepResult resultForTarget(DWORD error) { return error == ERROR_ACCESS_DENIED ? StepResult::Busy : resultOf(error); }
+
+StepResult open(const NativeText& path, DWORD access, DWORD sharing, OpenFile& file) {
+    file.reset(reinterpret_cast<std::intptr_t>(
+        CreateFileW(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
+    return file.isOpen() ? StepResult::Done : resultForTarget(GetLastError());
 }
 
-void removeLeftovers(const std::wstring& target) {
-    const std::size_t start = nameStart(target);
-    const std::string name = narrow(target.substr(start));
-    WIN32_FIND_DATAW entry{};
-    const HANDLE search = FindFirstFileW((target + L".zelutil-*.tmp").c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) {
-        return;
-    }
-    do {
-        // One that its maker is still writing is not shared, and cannot be deleted.
-        if (isReplacementName(narrow(entry.cFileName), name)) {
-            DeleteFileW((target.substr(0, start) + entry.cFileName).c_str());
-        }
-    } while (FindNextFileW(search, &entry) != 0);
-    FindClose(search);
+/// Asked before the system begins to move anything, since not every system goes back when it cannot go on.
+StepResult isLetGo(const NativeText& target) {
+    OpenFile file;
+    return open(target, DELETE, kShareAll, file);
 }
 
-/// Copies the whole file. False when any step fails.
-bool copyAll(HANDLE source, HANDLE target) {
-    std::string buffer(kCopyBufferSize, '\0');
-    for (;;) {
-        DWORD count = 0;
-        if (ReadFile(source, buffer.data(), kCopyBufferSize, &count, nullptr) == 0) {
-            return false;
-        }
-        if (count == 0) {
-            return true;
-        }
-        if (!writeAll(target, std::string_view(buffer).substr(0, count))) {
-            return false;
-        }
-    }
-}
-
-/// A new file beside the target, removed again unless it was put in its place.
-class Replacement {
-public:
-    explicit Replacement(const std::wstring& target) {
-        const std::size_t start = nameStart(target);
-        const std::string name = narrow(target.substr(start));
-        for (int i = 0; i < kMostNamesTried && !file_.isOpen(); ++i) {
-            path_ =
-                target.substr(0, start) + widen(replacementName(name, GetCurrentProcessId(), nextReplacementCall()));
-            file_.reset(
-                CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-            if (!file_.isOpen() && GetLastError() != ERROR_FILE_EXISTS) {
-                return;
-            }
-        }
-        exists_ = file_.isOpen();
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (file_.isOpen()) {
-            file_.close();
-        }
-        if (exists_) {
-            DeleteFileW(path_.c_str());
-        }
-    }
-
-    bool isOpen() const { return file_.isOpen(); }
-
-    /// Writes the bytes to the disk and lets go of the file.
-    bool fill(std::string_view bytes) {
-        return writeAll(file_.handle(), bytes) && FlushFileBuffers(file_.handle()) != 0 && file_.close();
-    }
-
-    /// Gives the new file the attributes and access rights of the old one.
-    bool takeOver(const std::wstring& target) {
-        DWORD size = 0;
-        GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-        std::vector<unsigned char> rights(size);
-        const bool known = GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0;
-        const DWORD attributes = GetFileAttributesW(target.c_str()) & kAttributesTakenOver;
-        return known && SetFileAttributesW(path_.c_str(), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL) != 0 &&
-               SetFileSecurityW(path_.c_str(), DACL_SECURITY_INFORMATION, rights.data()) != 0;
-    }
-
-    bool copyFrom(HANDLE source) {
-        return copyAll(source, file_.handle()) && FlushFileBuffers(file_.handle()) != 0 && file_.close();
-    }
-
-    bool keepAs(const std::wstring& path) {
-        for (std::uint32_t number = 1; exists_ && number <= kMaximumKeptNames; ++number) {
-            const std::wstring kept = path + widen(keptSuffix(number));
-            exists_ = MoveFileExW(path_.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH) == 0;
-            if (exists_ && GetLastError() != ERROR_ALREADY_EXISTS && GetLastError() != ERROR_FILE_EXISTS) {
-                return false;
-            }
-        }
-        return !exists_;
-    }
-
-    bool putInPlaceOf(const std::wstring& target) {
-        exists_ = !retryingWhileShared([&] { return putOnce(target); });
-        return !exists_;
-    }
-
-private:
-    bool putOnce(const std::wstring& target) {
-        if (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) {
-            return move(target, 0);
-        }
-        return isLetGo(target) && ((takeOver(target) && move(target, MOVEFILE_REPLACE_EXISTING)) || replace(target));
-    }
-
-    /// One step for the system, however it ends.
-    bool move(const std::wstring& target, DWORD flags) {
-        return MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH | flags) != 0;
-    }
-
-    /// Also goes where somebody has the file open, but by two steps: a process killed between them leaves no file under
-    /// the name. Keeps attributes and access rights by itself.
-    bool replace(const std::wstring& target) {
-        const DWORD flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
-        if (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, flags, nullptr, nullptr) != 0) {
-            return true;
-        }
-        // The system may also have given up half-way, with the old file already gone.
-        return move(target, MOVEFILE_REPLACE_EXISTING);
-    }
-
-    /// Asked before the system begins to move anything, since not every system goes back when it cannot go on.
-    static bool isLetGo(const std::wstring& target) {
-        return File(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr)).isOpen();
-    }
-
-    std::wstring path_;
-    File file_{INVALID_HANDLE_VALUE};
-    bool exists_ = false;
-};
-
-Beside writeBeside(const std::wstring& target, std::string_view bytes) {
-    Replacement replacement(target);
-    if (!replacement.isOpen()) {
-        return afterError(GetLastError());
-    }
-    if (!replacement.fill(bytes)) {
-        return Beside::Failed;
-    }
-    return replacement.putInPlaceOf(target) ? Beside::Done : afterError(GetLastError());
-}
-
-File openForWriting(const std::wstring& path) {
-    HANDLE handle = INVALID_HANDLE_VALUE;
-    retryingWhileShared([&] {
-        handle = CreateFileW(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
-        return handle != INVALID_HANDLE_VALUE;
-    });
-    return File(handle);
+StepResult moveTo(const NativeText& from, const NativeText& to, DWORD flags) {
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH | flags) != 0 ? StepResult::Done
+                                                                                      : resultForTarget(GetLastError());
 }
 
 bool setSize(HANDLE file, std::uint64_t size) {
@@ -241,100 +76,319 @@ bool setSize(HANDLE file, std::uint64_t size) {
     return SetFilePointerEx(file, end, nullptr, FILE_BEGIN) != 0 && SetEndOfFile(file) != 0;
 }
 
-Replaced writeInto(const std::wstring& target, std::string_view bytes) {
-    File file = openForWriting(target);
-    LARGE_INTEGER oldSize{};
-    if (!file.isOpen() || GetFileSizeEx(file.handle(), &oldSize) == 0) {
-        return Replaced::No;
+StepResult lock(const OpenFile& file, DWORD flags) {
+    OVERLAPPED place{};
+    place.OffsetHigh = kLockedByteHigh;
+    if (LockFileEx(handleOf(file), flags | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0) {
+        return StepResult::Done;
     }
-    // The file grows before any of its bytes is touched, so that a full disk shows in time.
-    const auto old = static_cast<std::uint64_t>(oldSize.QuadPart);
-    if (!setSize(file.handle(), std::max<std::uint64_t>(old, bytes.size()))) {
-        return Replaced::No;
+    switch (GetLastError()) {
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_IO_PENDING:
+            return StepResult::Busy;
+        case ERROR_NOT_SUPPORTED:
+        case ERROR_INVALID_FUNCTION:
+            // This file system has no locks, so nobody else takes one either.
+            return StepResult::Done;
+        default:
+            return StepResult::Refused;
     }
-    const bool written = SetFilePointer(file.handle(), 0, nullptr, FILE_BEGIN) == 0 && writeAll(file.handle(), bytes) &&
-                         SetEndOfFile(file.handle()) != 0;
-    const bool flushed = written && FlushFileBuffers(file.handle()) != 0;
-    return file.close() && flushed ? Replaced::Yes : Replaced::Torn;
 }
 
-/// Keeps the saves of all processes of the session apart. Not waited for longer than a save takes.
-class Turn {
-public:
-    Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\zelutil-replace-file")) {
-        // A process that died in the middle of its turn has handed it on.
-        const DWORD result = mutex_ == nullptr ? WAIT_FAILED : WaitForSingleObject(mutex_, kLongestWaitForTurn);
-        taken_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+bool hasNamedStreams(const NativeText& path) {
+    WIN32_FIND_STREAM_DATA stream{};
+    const HANDLE search = FindFirstStreamW(path.c_str(), FindStreamInfoStandard, &stream, 0);
+    if (search == INVALID_HANDLE_VALUE) {
+        return false;
     }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
-    ~Turn() {
-        if (taken_) {
-            ReleaseMutex(mutex_);
-        }
-        if (mutex_ != nullptr) {
-            CloseHandle(mutex_);
-        }
+    bool isFound = isNamedStream(stream.cStreamName);
+    while (!isFound && FindNextStreamW(search, &stream) != 0) {
+        isFound = isNamedStream(stream.cStreamName);
     }
+    FindClose(search);
+    return isFound;
+}
 
-private:
-    HANDLE mutex_;
-    bool taken_;
-};
+constexpr SECURITY_INFORMATION kOwnerAndRights = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
 
-/// What is there, as far as it decides how to write it.
-struct Target {
-    bool exists;
-    bool writable;
-    bool hasOtherLinks;
-};
+/// Owner and access rights of the file; empty when the system does not tell.
+std::vector<unsigned char> securityOf(const NativeText& path) {
+    DWORD size = 0;
+    GetFileSecurityW(path.c_str(), kOwnerAndRights, nullptr, 0, &size);
+    std::vector<unsigned char> security(size);
+    const bool isTold = GetFileSecurityW(path.c_str(), kOwnerAndRights, security.data(), size, &size) != 0;
+    return isTold ? security : std::vector<unsigned char>();
+}
 
-Target look(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return {false, true, false};
+PSID ownerIn(std::vector<unsigned char>& security) {
+    PSID owner = nullptr;
+    BOOL isDefault = FALSE;
+    return GetSecurityDescriptorOwner(security.data(), &owner, &isDefault) != 0 ? owner : nullptr;
+}
+
+bool haveOneOwner(std::vector<unsigned char>& one, std::vector<unsigned char>& other) {
+    const PSID owner = ownerIn(one);
+    const PSID otherOwner = ownerIn(other);
+    return owner != nullptr && otherOwner != nullptr && EqualSid(owner, otherOwner) != 0;
+}
+
+HANDLE createMutex(const wchar_t* name) {
+    // Processes of other users take their turns too.
+    SECURITY_DESCRIPTOR everybody{};
+    InitializeSecurityDescriptor(&everybody, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&everybody, TRUE, nullptr, FALSE);
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), &everybody, FALSE};
+    return CreateMutexW(&attributes, FALSE, name);
+}
+
+/// What the link leads to, which need not be there. Nothing when it cannot be told.
+std::optional<NativeText> readLink(const NativeText& link) {
+    const File file(CreateFileW(link.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING,
+                                FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    std::string data(MAXIMUM_REPARSE_DATA_BUFFER_SIZE, '\0');
+    DWORD size = 0;
+    if (!file.isOpen() || DeviceIoControl(file.handle(), FSCTL_GET_REPARSE_POINT, nullptr, 0, data.data(),
+                                          static_cast<DWORD>(data.size()), &size, nullptr) == 0) {
+        return std::nullopt;
     }
-    if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
-        return {true, false, false};
-    }
-    const File file = openForWriting(path);
-    BY_HANDLE_FILE_INFORMATION information{};
-    const bool known = file.isOpen() && GetFileType(file.handle()) == FILE_TYPE_DISK &&
-                       GetFileInformationByHandle(file.handle(), &information) != 0;
-    return {true, known, known && information.nNumberOfLinks > 1};
+    return targetOfLink(std::string_view(data).substr(0, size), link);
+}
+
+std::optional<NativeText> finalPathOf(const OpenFile& file) {
+    return textOf(
+        [&](wchar_t* buffer, DWORD size) { return GetFinalPathNameByHandleW(handleOf(file), buffer, size, 0); });
+}
+
+NativeText withRoomBeside(const NativeText& path) {
+    const auto full =
+        textOf([&](wchar_t* buffer, DWORD size) { return GetFullPathNameW(path.c_str(), size, buffer, nullptr); });
+    return full ? pathWithRoomBeside(path, *full) : path;
 }
 
 }  // namespace
 
-Replaced replaceFile(const char* path, std::string_view bytes) {
-    const std::wstring target = withoutLinks(systemPath(path));
-    const Turn turn;
-    const Target found = look(target);
-    if (!found.writable) {
-        return Replaced::No;
-    }
-    removeLeftovers(target);
-    const Beside beside = found.hasOtherLinks ? Beside::Impossible : writeBeside(target, bytes);
-    if (beside == Beside::Impossible && found.exists) {
-        return writeInto(target, bytes);
-    }
-    return beside == Beside::Done ? Replaced::Yes : Replaced::No;
+OpenFile::~OpenFile() { close(); }
+
+void OpenFile::reset(std::intptr_t native) {
+    close();
+    native_ = native;
 }
 
-bool keepCopy(const char* path) {
-    const std::wstring file = systemPath(path);
-    const Turn turn;
-    HANDLE handle = INVALID_HANDLE_VALUE;
-    retryingWhileShared([&] {
-        handle = CreateFileW(file.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
-        return handle != INVALID_HANDLE_VALUE;
-    });
-    const File source(handle);
-    if (!source.isOpen() || GetFileType(source.handle()) != FILE_TYPE_DISK) {
+bool OpenFile::close() {
+    const HANDLE handle = handleOf(*this);
+    const bool wasOpen = isOpen();
+    native_ = kNone;
+    return !wasOpen || CloseHandle(handle) != 0;
+}
+
+Turn::Turn() : isTaken_(false) {
+    HANDLE mutex = createMutex(L"Global\\zelutil-replace-file");
+    if (mutex == nullptr) {
+        // Not every process may reach beyond its own session.
+        mutex = createMutex(L"Local\\zelutil-replace-file");
+    }
+    if (mutex == nullptr) {
+        return;
+    }
+    native_ = reinterpret_cast<std::intptr_t>(mutex);
+    // A process that died in the middle of its turn has handed it on.
+    const DWORD result = WaitForSingleObject(mutex, kMaximumWaitForTurn);
+    isTaken_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+}
+
+Turn::~Turn() {
+    const HANDLE mutex = reinterpret_cast<HANDLE>(native_);
+    if (isTaken_) {
+        ReleaseMutex(mutex);
+    }
+    if (mutex != nullptr) {
+        CloseHandle(mutex);
+    }
+}
+
+std::optional<NativeText> nativePath(const char* text) {
+    const NativeText path = systemPath(text);
+    return path.empty() ? std::nullopt : std::optional<NativeText>(withRoomBeside(path));
+}
+
+std::optional<NativeText> resolveLinks(NativeText path) {
+    for (int links = 0; links <= kMaximumLinks; ++links) {
+        const DWORD attributes = GetFileAttributesW(path.c_str());
+        if (attributes == INVALID_FILE_ATTRIBUTES) {
+            return isMissing(GetLastError()) ? std::optional<NativeText>(path) : std::nullopt;
+        }
+        if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+            return path;
+        }
+        OpenFile file;
+        const StepResult opened = open(path, 0, kShareAll, file);
+        if (opened == StepResult::Done) {
+            return finalPathOf(file);
+        }
+        auto next = opened == StepResult::Gone ? readLink(path) : std::nullopt;
+        if (!next) {
+            return std::nullopt;
+        }
+        path = withRoomBeside(*next);
+    }
+    return std::nullopt;
+}
+
+std::size_t nameStart(const NativeText& path) { return path.find_last_of(L"\\/:") + 1; }
+
+std::uint32_t processNumber() { return GetCurrentProcessId(); }
+
+StepResult probeTarget(const NativeText& path, Target& target) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return resultForTarget(GetLastError());
+    }
+    if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
+        return StepResult::Refused;
+    }
+    OpenFile file;
+    const StepResult opened = openForWriting(path, file);
+    if (opened != StepResult::Done) {
+        return opened;
+    }
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (GetFileType(handleOf(file)) != FILE_TYPE_DISK ||
+        GetFileInformationByHandle(handleOf(file), &information) == 0) {
+        return StepResult::Refused;
+    }
+    target.hasOtherLinks = information.nNumberOfLinks > 1;
+    target.isSparse = (attributes & FILE_ATTRIBUTE_SPARSE_FILE) != 0;
+    target.isEncryptedOrCompressed = (attributes & (FILE_ATTRIBUTE_ENCRYPTED | FILE_ATTRIBUTE_COMPRESSED)) != 0;
+    target.hasNamedStreams = hasNamedStreams(path);
+    return StepResult::Done;
+}
+
+StepResult createBeside(const NativeText& path, bool, OpenFile& file) {
+    // Not shared, it can be opened by nobody else, least of all as a leftover.
+    file.reset(reinterpret_cast<std::intptr_t>(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                                           CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)));
+    return file.isOpen() ? StepResult::Done : resultOf(GetLastError());
+}
+
+bool takeOver(const OpenFile&, const NativeText& path, const NativeText& from) {
+    const DWORD attributes = GetFileAttributesW(from.c_str());
+    auto old = securityOf(from);
+    auto own = securityOf(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES || old.empty() || own.empty()) {
         return false;
     }
-    Replacement copy(file);
-    return copy.isOpen() && copy.takeOver(file) && copy.copyFrom(source.handle()) && copy.keepAs(file);
+    const bool hasOwner =
+        haveOneOwner(old, own) || SetFileSecurityW(path.c_str(), OWNER_SECURITY_INFORMATION, old.data()) != 0;
+    return hasOwner && SetFileAttributesW(path.c_str(), attributesOfNewFile(attributes)) != 0 &&
+           SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, old.data()) != 0;
 }
 
-}  // namespace zelutil::platform
+/// The rights that the directory hands down are the ones that the user chose for files in it.
+bool makePrivate(const OpenFile&, const NativeText&) { return true; }
+
+bool writeBytes(const OpenFile& file, std::string_view bytes) { return writeAll(handleOf(file), bytes); }
+
+bool flushToDisk(const OpenFile& file) { return FlushFileBuffers(handleOf(file)) != 0; }
+
+StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& target, bool replaces) {
+    if (!replaces) {
+        const StepResult put = putUnderFreeName(file, path, target);
+        return put == StepResult::Busy && GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES
+                   ? StepResult::Gone
+                   : put;
+    }
+    if (!file.close()) {
+        return StepResult::Failed;
+    }
+    const StepResult ready = isLetGo(target);
+    return ready == StepResult::Done ? moveTo(path, target, MOVEFILE_REPLACE_EXISTING) : ready;
+}
+
+/// A process killed between the steps of this call leaves no file under the name, but the new one beside it.
+StepResult exchange(OpenFile& file, const NativeText& path, const NativeText& target, bool mustKeepAll) {
+    if (!file.close()) {
+        return StepResult::Failed;
+    }
+    const StepResult ready = isLetGo(target);
+    if (ready != StepResult::Done) {
+        return ready;
+    }
+    const DWORD flags = mustKeepAll ? 0 : REPLACEFILE_IGNORE_MERGE_ERRORS;
+    if (ReplaceFileW(target.c_str(), path.c_str(), nullptr, flags, nullptr, nullptr) != 0) {
+        return StepResult::Done;
+    }
+    const StepResult result = resultForTarget(GetLastError());
+    if (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES && isMissing(GetLastError())) {
+        return StepResult::Gone;
+    }
+    return result == StepResult::Gone ? StepResult::Refused : result;
+}
+
+StepResult putUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& name) {
+    return file.close() ? moveTo(path, name, 0) : StepResult::Failed;
+}
+
+void discard(OpenFile& file, const NativeText& path) {
+    file.close();
+    DeleteFileW(path.c_str());
+}
+
+StepResult openForWriting(const NativeText& path, OpenFile& file) { return open(path, GENERIC_WRITE, kShareAll, file); }
+
+StepResult lockForWriting(const OpenFile& file) { return lock(file, LOCKFILE_EXCLUSIVE_LOCK); }
+
+bool isStillThere(const OpenFile& file, const NativeText&) {
+    // A file that was deleted or replaced has no name any more.
+    BY_HANDLE_FILE_INFORMATION information{};
+    return GetFileInformationByHandle(handleOf(file), &information) != 0 && information.nNumberOfLinks > 0;
+}
+
+std::optional<std::uint64_t> sizeOf(const OpenFile& file) {
+    LARGE_INTEGER size{};
+    return GetFileSizeEx(handleOf(file), &size) != 0
+               ? std::optional<std::uint64_t>(static_cast<std::uint64_t>(size.QuadPart))
+               : std::nullopt;
+}
+
+bool reserve(const OpenFile& file, std::uint64_t oldSize, std::uint64_t size) {
+    return setSize(handleOf(file), std::max(oldSize, size)) &&
+           SetFilePointer(handleOf(file), 0, nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER;
+}
+
+bool truncate(const OpenFile& file, std::uint64_t size) { return setSize(handleOf(file), size); }
+
+StepResult openForReading(const NativeText& path, OpenFile& file) {
+    const StepResult opened = open(path, GENERIC_READ, kShareAll, file);
+    return opened == StepResult::Done && GetFileType(handleOf(file)) != FILE_TYPE_DISK ? StepResult::Refused : opened;
+}
+
+StepResult lockForReading(const OpenFile& file) { return lock(file, 0); }
+
+std::optional<std::size_t> readBytes(const OpenFile& file, std::string& buffer) {
+    DWORD count = 0;
+    const auto size = static_cast<DWORD>(std::min(buffer.size(), kLargestTransfer));
+    return ReadFile(handleOf(file), buffer.data(), size, &count, nullptr) != 0 ? std::optional<std::size_t>(count)
+                                                                               : std::nullopt;
+}
+
+std::vector<NativeText> namesBeside(const NativeText& path) {
+    std::vector<NativeText> names;
+    WIN32_FIND_DATAW entry{};
+    const NativeText pattern = path.substr(0, nameStart(path)) + L"*.zelutil-*.tmp";
+    const HANDLE search = FindFirstFileW(pattern.c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) {
+        return names;
+    }
+    do {
+        names.emplace_back(entry.cFileName);
+    } while (FindNextFileW(search, &entry) != 0);
+    FindClose(search);
+    return names;
+}
+
+StepResult openLeftover(const NativeText& path, OpenFile& file) {
+    // One that its maker is still writing is not shared.
+    return open(path, GENERIC_READ, FILE_SHARE_DELETE, file);
+}
+
+}  // namespace zelutil::platform::replacement

@@ -1,0 +1,305 @@
+// How a file gets new contents: the order of the steps, and what is done when one of them fails. It is the same on all
+// systems; the steps themselves are the system's.
+//
+//     make a file beside the target, give it the target's rights, write, flush, put it in the target's place
+//     where that is refused: lock the target, reserve the space, write into it, cut it, flush
+#include "platform/replace_file.h"
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "platform/replacement_plan.h"
+#include "platform/replacement_primitives.h"
+
+namespace zelutil::platform {
+
+using namespace replacement;
+
+namespace {
+
+constexpr int kMaximumNamesTried = 100;
+constexpr int kMaximumAttempts = 10;
+constexpr std::size_t kCopyBufferSize = 65'536;
+
+struct Patience {
+    int retries;
+    std::chrono::milliseconds delay;
+};
+
+/// Virus scanners and indexers hold a file for some milliseconds after it was written.
+constexpr Patience kWhileHeld{5, std::chrono::milliseconds(20)};
+
+constexpr Patience kNotAtAll{0, std::chrono::milliseconds(0)};
+
+/// Another process writes into the file for some milliseconds, or for seconds where the device is slow.
+constexpr Patience kWhileLocked{400, std::chrono::milliseconds(5)};
+
+template <typename Step>
+StepResult retryingWhileBusy(Patience patience, Step step) {
+    for (int retries = patience.retries;; --retries) {
+        const StepResult result = step();
+        if (result != StepResult::Busy || retries == 0) {
+            return result;
+        }
+        std::this_thread::sleep_for(patience.delay);
+    }
+}
+
+NativeText besideOf(const NativeText& path, const NativeText& name) { return path.substr(0, nameStart(path)) + name; }
+
+/// Gives the file the first free name of those for kept copies. False when there is none to be had.
+bool keepUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& target) {
+    const NativeText targetName = target.substr(nameStart(target));
+    for (std::uint32_t number = 1; number <= kMaximumKeptNames; ++number) {
+        const StepResult result = putUnderFreeName(file, path, besideOf(target, keptName(targetName, number)));
+        if (result != StepResult::Busy) {
+            return result == StepResult::Done;
+        }
+    }
+    return false;
+}
+
+/// A new file beside the target, removed again unless it was given another name or is left.
+class NewFile {
+public:
+    NewFile(const NativeText& target, bool replaces) {
+        const NativeText targetName = target.substr(nameStart(target));
+        for (int i = 0; i < kMaximumNamesTried && created_ == StepResult::Busy; ++i) {
+            path_ = besideOf(target, replacementName(targetName, processNumber(), nextReplacementCall()));
+            created_ = createBeside(path_, replaces, file_);
+        }
+        isOurs_ = created_ == StepResult::Done;
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+    ~NewFile() {
+        if (isOurs_) {
+            discard(file_, path_);
+        }
+    }
+
+    StepResult created() const { return created_; }
+    bool isOpen() const { return isOurs_; }
+
+    bool takeOver(const NativeText& from) { return replacement::takeOver(file_, path_, from); }
+    bool makePrivate() { return replacement::makePrivate(file_, path_); }
+
+    bool fill(std::string_view bytes) { return writeBytes(file_, bytes) && flushToDisk(file_); }
+
+    /// Fills it from where `source` stands to its end.
+    bool fillFrom(const OpenFile& source) {
+        std::string buffer(kCopyBufferSize, '\0');
+        for (;;) {
+            const auto size = readBytes(source, buffer);
+            if (!size) {
+                return false;
+            }
+            if (*size == 0) {
+                return flushToDisk(file_);
+            }
+            if (!writeBytes(file_, std::string_view(buffer).substr(0, *size))) {
+                return false;
+            }
+        }
+    }
+
+    StepResult putInPlaceOf(const NativeText& target, bool replaces) {
+        return settle(retryingWhileBusy(kWhileHeld, [&] { return putInPlace(file_, path_, target, replaces); }));
+    }
+
+    StepResult exchangeWith(const NativeText& target, bool mustKeepAll) {
+        // Where a move was tried first, it has waited already.
+        return settle(retryingWhileBusy(mustKeepAll ? kWhileHeld : kNotAtAll,
+                                        [&] { return exchange(file_, path_, target, mustKeepAll); }));
+    }
+
+    bool keepFor(const NativeText& target) {
+        isOurs_ = !keepUnderFreeName(file_, path_, target);
+        return !isOurs_;
+    }
+
+    /// Leaves the file where it is, for the next replacement to keep.
+    void leave() { isOurs_ = false; }
+
+private:
+    StepResult settle(StepResult put) {
+        isOurs_ = put != StepResult::Done;
+        return put;
+    }
+
+    NativeText path_;
+    OpenFile file_;
+    StepResult created_ = StepResult::Busy;
+    bool isOurs_ = false;
+};
+
+/// How an attempt to write beside the target ended.
+enum class WriteBesideResult {
+    Done,
+    Failed,
+    /// Nothing can be put in the target's place.
+    Impossible,
+    /// The target is not the one that was looked at; nothing was done to it.
+    Changed,
+    /// The target is gone, and the new file could not be put there. It lies beside.
+    Lost,
+};
+
+WriteBesideResult afterStep(StepResult result) {
+    switch (result) {
+        case StepResult::Done:
+            return WriteBesideResult::Done;
+        case StepResult::Gone:
+            return WriteBesideResult::Changed;
+        case StepResult::Failed:
+            return WriteBesideResult::Failed;
+        case StepResult::Busy:
+        case StepResult::Refused:
+            break;
+    }
+    return WriteBesideResult::Impossible;
+}
+
+WriteBesideResult exchangeFor(NewFile& file, const NativeText& target, bool mustKeepAll) {
+    const StepResult exchanged = file.exchangeWith(target, mustKeepAll);
+    if (exchanged != StepResult::Gone) {
+        return afterStep(exchanged);
+    }
+    // The system gave up half-way, with the old file already gone.
+    const StepResult put = file.putInPlaceOf(target, false);
+    if (put == StepResult::Done || put == StepResult::Gone) {
+        return afterStep(put);
+    }
+    file.leave();
+    return WriteBesideResult::Lost;
+}
+
+/// `found` is null where there is no target yet.
+WriteBesideResult putInPlaceOf(NewFile& file, const NativeText& target, const Target* found, bool hasTurn) {
+    const bool mustKeepAll = found != nullptr && wayToReplace(*found) == WayToReplace::Exchange;
+    if (!mustKeepAll) {
+        const WriteBesideResult moved = afterStep(file.putInPlaceOf(target, found != nullptr));
+        if (moved != WriteBesideResult::Impossible) {
+            return moved;
+        }
+    }
+    return found != nullptr && hasTurn ? exchangeFor(file, target, mustKeepAll) : WriteBesideResult::Impossible;
+}
+
+WriteBesideResult writeBeside(const NativeText& target, const Target* found, std::string_view bytes, bool hasTurn) {
+    if (found != nullptr && wayToReplace(*found) == WayToReplace::WriteInto) {
+        return WriteBesideResult::Impossible;
+    }
+    NewFile file(target, found != nullptr);
+    if (!file.isOpen()) {
+        return file.created() == StepResult::Refused ? WriteBesideResult::Impossible : WriteBesideResult::Failed;
+    }
+    if (found != nullptr && !file.takeOver(target)) {
+        return WriteBesideResult::Impossible;
+    }
+    if (!file.fill(bytes)) {
+        return WriteBesideResult::Failed;
+    }
+    return putInPlaceOf(file, target, found, hasTurn);
+}
+
+/// Nothing when the target is not the one that was looked at.
+std::optional<Replaced> writeInto(const NativeText& target, std::string_view bytes) {
+    OpenFile file;
+    StepResult ready = retryingWhileBusy(kWhileHeld, [&] { return openForWriting(target, file); });
+    if (ready == StepResult::Done) {
+        ready = retryingWhileBusy(kWhileLocked, [&] { return lockForWriting(file); });
+    }
+    if (ready == StepResult::Gone || (ready == StepResult::Done && !isStillThere(file, target))) {
+        return std::nullopt;
+    }
+    const auto oldSize = ready == StepResult::Done ? sizeOf(file) : std::nullopt;
+    if (!oldSize || !reserve(file, *oldSize, bytes.size())) {
+        return Replaced::No;
+    }
+    const bool isWritten = writeBytes(file, bytes) && truncate(file, bytes.size()) && flushToDisk(file);
+    return file.close() && isWritten ? Replaced::Yes : Replaced::Torn;
+}
+
+void clearLeftovers(const NativeText& target, bool isTargetMissing) {
+    const NativeText targetName = target.substr(nameStart(target));
+    for (const NativeText& name : namesBeside(target)) {
+        const NativeText path = besideOf(target, name);
+        OpenFile file;
+        if (!isReplacementName(name, targetName) || openLeftover(path, file) != StepResult::Done) {
+            continue;
+        }
+        // Without its target a leftover may be all that there is of the user's values.
+        if (isTargetMissing && sizeOf(file) != 0) {
+            keepUnderFreeName(file, path, target);
+        } else {
+            discard(file, path);
+        }
+    }
+}
+
+/// Nothing when the target is not the one that was looked at.
+std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view bytes, bool hasTurn) {
+    Target found;
+    const StepResult probed = retryingWhileBusy(kWhileHeld, [&] { return probeTarget(target, found); });
+    const bool isMissing = probed == StepResult::Gone;
+    if (probed != StepResult::Done && !isMissing) {
+        return Replaced::No;
+    }
+    if (hasTurn) {
+        clearLeftovers(target, isMissing);
+    }
+    switch (writeBeside(target, isMissing ? nullptr : &found, bytes, hasTurn)) {
+        case WriteBesideResult::Done:
+            return Replaced::Yes;
+        case WriteBesideResult::Failed:
+            return Replaced::No;
+        case WriteBesideResult::Changed:
+            return std::nullopt;
+        case WriteBesideResult::Lost:
+            return Replaced::Torn;
+        case WriteBesideResult::Impossible:
+            break;
+    }
+    return isMissing ? Replaced::No : writeInto(target, bytes);
+}
+
+}  // namespace
+
+Replaced replaceFile(const char* path, std::string_view bytes) {
+    const auto named = nativePath(path);
+    const auto target = named ? resolveLinks(*named) : std::nullopt;
+    if (!target) {
+        return Replaced::No;
+    }
+    const Turn turn;
+    for (int attempt = 0; attempt < kMaximumAttempts; ++attempt) {
+        if (const auto replaced = replaceOnce(*target, bytes, turn.isTaken())) {
+            return *replaced;
+        }
+    }
+    return Replaced::No;
+}
+
+bool keepCopy(const char* path) {
+    const auto target = nativePath(path);
+    if (!target) {
+        return false;
+    }
+    const Turn turn;
+    OpenFile source;
+    StepResult ready = retryingWhileBusy(kWhileHeld, [&] { return openForReading(*target, source); });
+    if (ready == StepResult::Done) {
+        ready = retryingWhileBusy(kWhileLocked, [&] { return lockForReading(source); });
+    }
+    if (ready != StepResult::Done) {
+        return false;
+    }
+    NewFile copy(*target, true);
+    // A copy of another user's file cannot be given to that user. It is worth more than none.
+    return copy.isOpen() && (copy.takeOver(*target) || copy.makePrivate()) && copy.fillFrom(source) &&
+           copy.keepFor(*target);
+}
+
+}  // namespace zelutil::platform
