@@ -3,6 +3,7 @@
 #include "actions/action_catalogue.h"
 #include "actions/observer_registry.h"
 #include "actions/overwritable.h"
+#include "util/process_wide.h"
 
 using zelutil::actions::ActionCatalogue;
 using zelutil::actions::ObserverRegistry;
@@ -13,8 +14,12 @@ struct UCPActionManager::State {
 };
 
 UCPActionManager& UCPActionManager::instance() {
-    static UCPActionManager manager;
-    return manager;
+    // Local, so that it may use the private constructor and destructor.
+    struct Holder {
+        UCPActionManager manager;
+    };
+    static zelutil::ProcessWide<Holder> holder([] { return new Holder; });
+    return holder.get().manager;
 }
 
 UCPActionManager::UCPActionManager() : state_(std::make_unique<State>()) {}

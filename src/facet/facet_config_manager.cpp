@@ -10,6 +10,7 @@
 #include "facet/facet_groups.h"
 #include "json/document.h"
 #include "platform/platform.h"
+#include "util/process_wide.h"
 
 namespace ZelU::FACET {
 
@@ -53,8 +54,8 @@ struct FacetConfigManager::Contents {
 };
 
 FacetConfigManager& FacetConfigManager::GetInstance() {
-    static FacetConfigManager instance;
-    return instance;
+    static zelutil::ProcessWide<FacetConfigManager> instance([] { return new FacetConfigManager; });
+    return instance.get();
 }
 
 FacetConfigManager::FacetConfigManager() : contents_(std::make_unique<Contents>()) { readfacetSettings(); }

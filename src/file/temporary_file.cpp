@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "util/process_wide.h"
 
 namespace ZelU {
 namespace File {
@@ -33,10 +34,12 @@ struct DoomedFile {
     Path path;
 };
 
-/// Destroyed at the exit of the process or when the library is unloaded. It is there from the loading on, and not only
-/// from the first entry: so it outlives the static objects of the hosts that load the library, which may still enter
-/// files, whatever order a system has for destroying the objects of several modules.
-std::vector<std::shared_ptr<DoomedFile>> deletionList;
+using DeletionList = std::vector<std::shared_ptr<DoomedFile>>;
+
+DeletionList& deletionList() {
+    static zelutil::ProcessWide<DeletionList> list([] { return new DeletionList; });
+    return list.get();
+}
 
 std::uint32_t nextNumber() {
     static std::atomic<std::uint32_t> counter{static_cast<std::uint32_t>(std::rand())};
@@ -70,8 +73,9 @@ Path chooseTemporaryDirectory() {
 
 void Path::DeleteMeOnExit() {
     // The place first: a handle that finds none would take the file with it.
-    deletionList.emplace_back();
-    deletionList.back() = std::make_shared<DoomedFile>(*this);
+    DeletionList& list = deletionList();
+    list.emplace_back();
+    list.back() = std::make_shared<DoomedFile>(*this);
 }
 
 Path Path::GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix) {
@@ -100,8 +104,8 @@ Path Path::GetTempFile(const Path& dir, bool deleteOnExit, const char* suffix) {
 }
 
 Path Path::GetTempFile(bool deleteOnExit, const char* suffix) {
-    static const Path directory = chooseTemporaryDirectory();
-    return GetTempFile(directory, deleteOnExit, suffix);
+    static zelutil::ProcessWide<const Path> directory([] { return new const Path(chooseTemporaryDirectory()); });
+    return GetTempFile(directory.get(), deleteOnExit, suffix);
 }
 
 }  // namespace File

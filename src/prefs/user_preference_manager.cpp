@@ -1,5 +1,6 @@
 #include <zelutil/c_api.h>
 #include <zelutil/prefs/user_preference_manager.h>
+#include <zelutil/prefs/user_preference_server.h>
 
 #include <algorithm>
 
@@ -20,6 +21,8 @@ std::atomic<bool> UserPreferenceManager::s_bKilled{false};
 UserPreferenceManager& UserPreferenceManager::GetInstance() {
     // Copies come and go; only the end of this object is the teardown.
     struct Singleton {
+        // A save ends by telling the server's observers. So the server is there before the manager and goes after it.
+        ZelU::Marl::UserPreferenceServer& server = ZelU::Marl::UserPreferenceServer::getInstance();
         UserPreferenceManager manager;
         ~Singleton() { s_bKilled = true; }
     };

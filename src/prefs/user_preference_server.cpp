@@ -1,5 +1,7 @@
 #include <zelutil/prefs/user_preference_server.h>
 
+#include "util/process_wide.h"
+
 namespace ZelU {
 namespace Marl {
 namespace {
@@ -14,8 +16,8 @@ void attachTo(std::set<Observer*>& observers, Observer* observer) {
 }  // namespace
 
 UserPreferenceServer& UserPreferenceServer::getInstance() {
-    static UserPreferenceServer server;
-    return server;
+    static zelutil::ProcessWide<UserPreferenceServer> server([] { return new UserPreferenceServer; });
+    return server.get();
 }
 
 void UserPreferenceServer::attach(IUserPreferenceObserver* observer) { attachTo(observers_, observer); }

@@ -1,12 +1,14 @@
 #include <zelutil/server/server.h>
 
+#include "util/process_wide.h"
+
 namespace ZelU::Marl {
 
 int Server::m_defaultAppId = 0;
 
 Server& Server::getInstance() {
-    static Server server;
-    return server;
+    static zelutil::ProcessWide<Server> server([] { return new Server; });
+    return server.get();
 }
 
 Server::Server() : m_finder(nullptr), m_previousAppId(m_defaultAppId), m_activeAppId(m_defaultAppId) {}
