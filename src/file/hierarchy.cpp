@@ -1,11 +1,15 @@
 #include <zelutil/file/hierarchy.h>
 
+#include <atomic>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "common_library/common_library.h"
 #include "file/hierarchy_root.h"
-#include "platform/platform.h"
+#include "file/kept_paths.h"
+#include "platform/environment.h"
+#include "util/process_wide.h"
 
 namespace ZelU::File {
 
@@ -37,30 +41,82 @@ Path pcbEnvBelowHome() {
     return Path(valueOf("HOMEDRIVE") + valueOf("HOMEPATH") + "/pcbenv");
 }
 
+/// The root, and which one is answered meanwhile. No lock is held while it is looked for: the common library may call
+/// the host back, and the host any of our functions, on this thread or, waiting for it, on another. So two threads may
+/// look at once; each answers with what it found, and what is kept is always one whole path.
+class InstallationRoot {
+public:
+    const Path& ask() {
+        const Path* const known = root_;
+        const Path& root = known != nullptr ? *known : locate();
+        return zelutil::common_library::initDone() ? root : untilInitDone(root);
+    }
+
+private:
+    const Path& locate() {
+        Path path;
+        const bool found = zelutil::file::locateRoot(path);
+        const Path& root = kept_.keep(std::move(path));
+        if (found) {
+            root_ = root.Empty() ? nullptr : &root;
+            return root;
+        }
+        // Kept deliberately: the last directory tried becomes the root, so that after a failure a host that asks again
+        // gets that directory instead of another failure. What another thread has found meanwhile stays.
+        if (!root.Empty()) {
+            const Path* none = nullptr;
+            root_.compare_exchange_strong(none, &root);
+        }
+        throw Exceptions::HierarchyNotFound();
+    }
+
+    /// A common library that is not ready may still change its mind, so the root is looked for again at the next call.
+    /// Kept deliberately: until it is ready every call answers what was found first, even the empty path, so that hosts
+    /// that start early all see one tree.
+    const Path& untilInitDone(const Path& root) {
+        const Path* first = nullptr;
+        const bool isFirst = first_.compare_exchange_strong(first, &root);
+        root_ = nullptr;
+        return isFirst ? root : *first;
+    }
+
+    zelutil::file::KeptPaths kept_;
+    /// Null until there is one that is not empty.
+    std::atomic<const Path*> root_{nullptr};
+    /// The first that was found before the common library was ready.
+    std::atomic<const Path*> first_{nullptr};
+};
+
+class UserEnvironment {
+public:
+    const Path& ask() {
+        if (const Path* const known = directory_) {
+            return *known;
+        }
+        const Path& directory = kept_.keep(pcbEnvBelowHome());
+        const Path* known = nullptr;
+        if (directory.Empty() || directory_.compare_exchange_strong(known, &directory)) {
+            return directory;
+        }
+        return *known;
+    }
+
+private:
+    zelutil::file::KeptPaths kept_;
+    /// Null until there is one that is not empty.
+    std::atomic<const Path*> directory_{nullptr};
+};
+
 }  // namespace
 
 const Path& Hierarchy::GetRoot() {
-    static Path root;
-    if (root.Empty()) {
-        zelutil::file::locateRoot(root);
-    }
-    if (zelutil::common_library::initDone()) {
-        return root;
-    }
-    // A common library that is not ready may still change its mind, so the root is looked for again at the next call.
-    // Kept deliberately: until it is ready every call answers what was found first, even the empty path, so that hosts
-    // that start early all see one tree.
-    static const Path saved = root;
-    root = Path();
-    return saved;
+    static zelutil::ProcessWide<InstallationRoot> root([] { return new InstallationRoot; });
+    return root.get().ask();
 }
 
 const Path& Hierarchy::GetPcbEnv() {
-    static Path directory = pcbEnvBelowHome();
-    if (directory.Empty()) {
-        directory = pcbEnvBelowHome();
-    }
-    return directory;
+    static zelutil::ProcessWide<UserEnvironment> environment([] { return new UserEnvironment; });
+    return environment.get().ask();
 }
 
 }  // namespace ZelU::File

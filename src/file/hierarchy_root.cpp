@@ -95,14 +95,9 @@ bool searchDirectories(Path& root, const DbgChk& trace) {
 
 }  // namespace
 
-void locateRoot(Path& root) {
+bool locateRoot(Path& root) {
     const DbgChk trace(kTraceVariable);
-    if (askCommonLibrary(root, trace) || askOwnModule(root, trace) || searchDirectories(root, trace)) {
-        return;
-    }
-    // Kept deliberately: the root still holds the last directory tried, so that after a failure a host that asks again
-    // gets that directory instead of another failure.
-    throw ZelU::File::Exceptions::HierarchyNotFound();
+    return askCommonLibrary(root, trace) || askOwnModule(root, trace) || searchDirectories(root, trace);
 }
 
 std::optional<Path> rootOfLibraryFile(const Path& file) {

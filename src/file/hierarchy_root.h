@@ -10,9 +10,8 @@
 /// The search for the installation root.
 namespace zelutil::file {
 
-/// Looks for the root and leaves it in `root`. Where there is none throws `HierarchyNotFound`, and `root` holds the
-/// last directory tried.
-void locateRoot(ZelU::File::Path& root);
+/// Looks for the root and leaves it in `root`. False when there is none; `root` then holds the last directory tried.
+bool locateRoot(ZelU::File::Path& root);
 
 // What the search decides on, without a look at the system.
 

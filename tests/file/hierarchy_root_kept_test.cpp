@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <zelutil/file/hierarchy.h>
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "file/hierarchy_fixture.h"
 #include "support/installation_tree.h"
@@ -103,6 +105,84 @@ TEST_F(RootNotFound, AThrownExceptionIsCaughtByItsBaseAndCopiesInSilence) {
     EXPECT_THROW(throw copy, Base);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), kNotFound);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), kNotFound);
+}
+
+// --- On several threads ---------------------------------------------------------------------------------------------
+
+class RootOnThreads : public HierarchyProbe {
+protected:
+    /// Directories without an installation, enough to keep a search busy for a while.
+    std::vector<std::filesystem::path> manyOthers() const {
+        std::vector<std::filesystem::path> directories;
+        for (int number = 0; number < 500; ++number) {
+            directories.push_back(other / std::to_string(number));
+        }
+        return directories;
+    }
+};
+
+TEST_F(RootOnThreads, SeveralMayAskFirst) {
+    makeInstallation(product);
+    std::vector<std::filesystem::path> directories = manyOthers();
+    directories.push_back(product / "tools/bin");
+    setPath(directories);
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EQ(outputOf({"threads", "4", "root"}), rootLine(product) + rootLine(product));
+    }
+}
+
+TEST_F(RootOnThreads, WithoutAnInstallationAtLeastOneIsToldSo) {
+    setPath(manyOthers());
+    const ChildResult result = probe({"threads", "4", "root"});
+    EXPECT_EQ(result.exitCode, 0);
+    // A thread that asks when another one's search is over gets the last directory, as the next call does; it never
+    // gets one in the middle.
+    std::string lines = result.out;
+    for (const std::string& text : {std::string(kNotFound), std::string("root \"HierarchyNotFound\"\n")}) {
+        ASSERT_NE(lines.find(text), std::string::npos) << result.out;
+        for (std::size_t found = lines.find(text); found != std::string::npos; found = lines.find(text)) {
+            lines.erase(found, text.size());
+        }
+    }
+    const std::string last = rootLine(other / "499");
+    EXPECT_TRUE(lines == last || lines == last + last) << result.out;
+}
+
+// --- While the common library calls back ----------------------------------------------------------------------------
+
+class RootCalledBack : public HierarchyProbe {};
+
+TEST_F(RootCalledBack, IsSearchedForByTheCallToo) {
+    makeInstallation(product);
+    setPath({product / "tools/bin"});
+    EXPECT_EQ(outputOf({"common-library", "complete", "nested", "root", "root", "root"}),
+              "nested\n" + rootLine(product) + rootLine(product) + rootLine(product));
+}
+
+TEST_F(RootCalledBack, IsInTheEndWhatTheCommonLibraryTellsLast) {
+    trace();
+    EXPECT_EQ(outputOf({"common-library", "complete", "nested", "root", "tools", "C:/a/tools", "root", "root"}),
+              "nested\n"
+              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\a\"\n"
+              "root \"C:\\a\"\n"
+              "Populated installation root using qtxGetToolsPathInBuf(): \"C:\\a\"\n"
+              "root \"C:\\a\"\n"
+              "root \"C:\\a\"\n");
+}
+
+TEST_F(RootCalledBack, IsNotFoundBothTimes) {
+    setPath({other / "lib"});
+    EXPECT_EQ(
+        outputOf({"common-library", "complete", "nested", "root", "root", "root"}, std::string(kNotFound) + kNotFound),
+        std::string("nested\n") + kNotFound + "HierarchyNotFound\n" + kNotFound + "HierarchyNotFound\n" +
+            rootLine(other / "lib"));
+}
+
+TEST_F(RootCalledBack, MayBeAskedForOnAnotherThreadThatIsWaitedFor) {
+    makeInstallation(product);
+    setPath({product / "tools/bin"});
+    EXPECT_EQ(outputOf({"common-library", "complete", "nested", "wait", "root", "root"}),
+              "on another thread\n" + rootLine(product) + rootLine(product) + rootLine(product));
 }
 
 // --- While the common library is not initialised --------------------------------------------------------------------

@@ -38,6 +38,9 @@ ZELUTIL_TEST_EXPORT int qtxGetToolsPathInBuf(char* buffer, int size, int reserve
     ++state.toolsPathCalls;
     state.toolsPathBufferSize = size;
     state.toolsPathReserved = reserved;
+    if (state.duringToolsPath) {
+        state.duringToolsPath();
+    }
     return write(state.toolsPath, buffer, size) ? 1 : 0;
 }
 #endif

@@ -18,6 +18,8 @@ namespace zelutil::test {
 struct CommonLibraryState {
     /// What qtxGetToolsPathInBuf writes; nothing: it fails.
     std::optional<std::string> toolsPath;
+    /// Called inside qtxGetToolsPathInBuf, before it answers.
+    std::function<void()> duringToolsPath;
     int toolsPathCalls = 0;
     int toolsPathBufferSize = 0;
     int toolsPathReserved = -1;
