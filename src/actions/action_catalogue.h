@@ -5,14 +5,17 @@
 
 #include "actions/observer_registry.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace zelutil::actions {
 
-struct ActionDefinition;
+class UserEntryReader;
 
 /// The actions, who holds which shortcut, and the edits. `UCPActionManager` is the door to the process's one catalogue
 /// and documents the operations of the same meaning.
@@ -20,8 +23,15 @@ struct ActionDefinition;
 /// Parents and children are given by id and may form chains of any length and circles, so no procedure recurses along
 /// them. An observer that edits or loads from inside a notification changes the tables under a running edit: what runs
 /// on after a notification holds ids, never references.
+///
+///     action_tables.cpp      the tables and how they are filled
+///     action_loading.cpp     loading, and what children take over from their parents
+///     action_catalogue.cpp   the queries
+///     action_conflicts.cpp   who is in whose way, with examples
+///     action_edits.cpp       the edits
 class ActionCatalogue {
 public:
+    struct Command;
     struct Context;
 
     /// An action in a form that is cheap to load: texts that never change are views into the catalogue.
@@ -34,14 +44,25 @@ public:
         OverwritableValue<std::string> shortcut;
         OverwritableValue<bool> rmb;
         Context* context = nullptr;
-        /// The first action with the same context and command, this one or another.
-        Action* first = nullptr;
-        /// What the command is bound to now; kept by the first action with it.
-        ///
-        /// Kept deliberately: a command is bound once per context, so all actions with one command share that.
-        std::string bound;
+        /// The context's record of the command.
+        Command* binding = nullptr;
+        /// In the order of the text.
+        std::vector<Action*> children;
+        /// Where the last survey of `Followers` put the action.
+        std::size_t place = 0;
 
         UCPActionItem item() const;
+
+        /// The id of the action that is in the way of giving this one the shortcut, whoever is below it; 0 for none.
+        int inTheWay(const std::string& wanted) const;
+    };
+
+    /// Counts the work of loads and edits, so that tests can tell how it grows.
+    struct Work {
+        /// How often it was asked whether somebody is in the way of one action.
+        std::uint64_t looks = 0;
+        /// How often a command was bound to another shortcut.
+        std::uint64_t changes = 0;
     };
 
     explicit ActionCatalogue(const ObserverRegistry& observers);
@@ -71,31 +92,40 @@ public:
     void updateMenu(int id, bool inMenu);
     bool stealShortcut(int id, const std::string& shortcut);
 
+    const Work& work() const { return work_; }
+
 private:
     struct Holder;
     struct Tables;
+    class Followers;
+    class Refusals;
 
-    void loadDefaults(std::string_view text);
-    void loadUserEntries(std::string_view text);
+    /// The action of a family in whose way somebody is, and who that is.
+    struct Conflict {
+        int id = 0;
+        int holder = 0;
+    };
+
+    void applyUserEntries(UserEntryReader& reader);
     void updateFromParents();
-    void define(const ActionDefinition& definition);
-    void index(Action& action);
-    Action& parentOf(const Action& child);
-    void takeOverFromParent(int id);
+    void takeOverFromParent(int id, Refusals& refusals);
 
     Action* findForEdit(int id);
-    const Context* findContext(std::string_view name) const;
     const Holder* findHolder(std::string_view context, const std::string& shortcut) const;
-    int conflictIn(const Context* context, const Action& action, const std::string& shortcut) const;
-    int conflictOf(const Action& action, const std::string& shortcut) const;
+    std::optional<Conflict> firstConflict(int id, const std::string& shortcut, std::uint64_t& looks) const;
     int topLevelAbove(int id) const;
 
-    std::string rebind(Action& action, int id, const std::string& shortcut);
-    void spreadShortcut(int id, std::string before, const std::string& shortcut);
+    void changeShortcut(int id, Action& action, const std::string& shortcut);
+    std::string rebind(int id, Action& action, const std::string& shortcut, Followers& followers);
+    void bind(int id, Action& action, const std::string& shortcut, Followers& followers);
+    void spreadShortcut(int id, std::string before, const std::string& shortcut, Followers& followers);
 
     const ObserverRegistry& observers_;
     std::unique_ptr<Tables> tables_;
     bool modified_ = false;
+    /// Changes with every load and with every edit that changes a shortcut.
+    std::uint64_t edits_ = 0;
+    Work work_;
 };
 
 }  // namespace zelutil::actions

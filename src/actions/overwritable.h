@@ -3,6 +3,8 @@
 
 #include <zelutil/actions/action_item.h>
 
+#include <utility>
+
 namespace zelutil::actions {
 
 /// The value in force.
@@ -13,9 +15,13 @@ const T& effectiveValue(const OverwritableValue<T>& property) {
 
 /// The one rule by which a property gets a new value: going back to the default is no overwrite.
 template <typename T>
-void setValue(OverwritableValue<T>& property, const T& value) {
+void setValue(OverwritableValue<T>& property, T value) {
     property.overwritten = value != property.defaultValue;
-    property.userValue = property.overwritten ? value : property.resetValue;
+    if (property.overwritten) {
+        property.userValue = std::move(value);
+    } else {
+        property.userValue = property.resetValue;
+    }
 }
 
 }  // namespace zelutil::actions

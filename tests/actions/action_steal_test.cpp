@@ -78,6 +78,43 @@ TEST(ActionSteal, LooksOnlyAtItsOwnContext) {
     EXPECT_EQ("E", manager().getShortcut(8));
 }
 
+/// Gives a shortcut to an action as soon as another action is told of a change.
+class Giver final : public IUCPActionObserver {
+public:
+    Giver(int when, int to, std::string gift) : when_(when), to_(to), gift_(std::move(gift)) {
+        manager().attachObserver(this);
+    }
+    Giver(const Giver&) = delete;
+    Giver& operator=(const Giver&) = delete;
+    ~Giver() { manager().detachObserver(this); }
+
+    void onShortcutChanged(int actionId, const std::string& /*oldShortcut*/,
+                           const std::string& /*newShortcut*/) override {
+        if (actionId == when_) {
+            given = manager().updateShortcut(to_, gift_);
+        }
+    }
+    void onRMBMenuChanged(int /*actionId*/, bool /*inMenu*/) override {}
+
+    bool given = false;
+
+private:
+    int when_;
+    int to_;
+    std::string gift_;
+};
+
+TEST(ActionSteal, WhatTheThiefGaveUpMayBeGivenAwayDuringTheTheft) {
+    load({action(1, "board", "a", "F1"), action(2, "board", "b", "F2"), action(3, "board", "c")});
+    const Giver giver(1, 3, "F2");
+    EXPECT_TRUE(steal(2, "F1"));
+    EXPECT_TRUE(giver.given);
+    EXPECT_EQ("F2", manager().getShortcut(3));
+    EXPECT_EQ(3, manager().getActionIdByShortcut("board", "F2"));
+    EXPECT_EQ("c", manager().getCommand("board", "F2", false));
+    EXPECT_EQ(2, manager().getActionIdByShortcut("board", "F1"));
+}
+
 TEST(ActionSteal, EntryOfAChildWhoseParentHasNothingToLoseStaysOddity) {
     load({action(1, "board", "p"), child(2, 1, "panel", "c"), action(4, "panel", "z")});
     ASSERT_TRUE(manager().updateShortcut(2, "F5"));

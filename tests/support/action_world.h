@@ -3,20 +3,26 @@
 
 #include "support/action_twin.h"
 
-#include <array>
 #include <random>
 #include <string>
 #include <vector>
 
 namespace zelutil::test {
 
-// The small stock from which random actions are made, so that ids, commands and shortcuts collide often.
+/// What random actions are made from, and what is asked and edited.
+struct ActionStock {
+    /// 0 and -1 are no ids of actions, and the last two are defined by no text.
+    std::vector<int> ids;
+    std::vector<std::string> contexts;
+    std::vector<std::string> commands;
+    std::vector<std::string> shortcuts;
+};
 
-/// 0 and -1 are no ids of actions; 1 to 6 may be defined, 7 and 8 only be named as parents.
-inline constexpr std::array<int, 10> kWorldIds = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8};
-extern const std::array<std::string, 4> kWorldContexts;
-extern const std::array<std::string, 5> kWorldCommands;
-extern const std::array<std::string, 4> kWorldShortcuts;
+/// So small that ids, commands and shortcuts collide often.
+const ActionStock& smallStock();
+
+/// With a context and a shortcut for each action.
+const ActionStock& familyStock();
 
 /// A shipped and a user's text, and what they mean.
 struct ActionWorld {
@@ -37,9 +43,13 @@ const auto& oneOf(Random& random, const Stock& stock) {
     return stock[static_cast<std::size_t>(below(random, static_cast<int>(stock.size())))];
 }
 
-/// Conflicting shortcuts, chains, circles and missing parents, members that lack or have a wrong type, and texts of
-/// a wrong shape.
+/// Of the small stock: conflicting shortcuts, chains, circles and missing parents, members that lack or have a wrong
+/// type, and texts of a wrong shape.
 ActionWorld randomActionWorld(Random& random);
+
+/// Of the stock for families: long chains and trees with ascending, descending and mixed ids, most actions with a
+/// context and a shortcut of their own, some strangers in their way.
+ActionWorld randomActionFamilies(Random& random);
 
 }  // namespace zelutil::test
 

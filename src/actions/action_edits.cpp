@@ -1,3 +1,4 @@
+#include "actions/action_followers.h"
 #include "actions/action_tables.h"
 #include "actions/overwritable.h"
 
@@ -41,44 +42,63 @@ void cascade(const ActionCatalogue& catalogue, int id, Before before, Change cha
 }  // namespace
 
 bool ActionCatalogue::updateShortcut(int id, const std::string& shortcut) {
-    if (shortcutTakenBy(id, shortcut) != 0) {
+    if (firstConflict(id, shortcut, work_.looks)) {
         return false;
     }
     Action* const action = findForEdit(id);
     if (action == nullptr) {
         return false;
     }
-    if (action->first->bound != shortcut) {
-        spreadShortcut(id, rebind(*action, id, shortcut), shortcut);
+    if (action->binding->bound != shortcut) {
+        changeShortcut(id, *action, shortcut);
     }
     return true;
 }
 
-/// Gives the action itself the shortcut and answers the one before.
-std::string ActionCatalogue::rebind(Action& action, int id, const std::string& shortcut) {
-    auto& holders = action.context->holders;
-    std::string before = std::exchange(action.first->bound, shortcut);
+/// Gives the action a shortcut that differs from what it is bound to and that nobody is in the way of.
+void ActionCatalogue::changeShortcut(int id, Action& action, const std::string& shortcut) {
+    Followers followers(*this, action, shortcut);
+    spreadShortcut(id, rebind(id, action, shortcut, followers), shortcut, followers);
+}
+
+/// Takes from the action what it is bound to and gives it the shortcut. Returns what it was bound to.
+std::string ActionCatalogue::rebind(int id, Action& action, const std::string& shortcut, Followers& followers) {
+    std::string before = action.binding->bound;
+    bind(id, action, shortcut, followers);
     // Kept deliberately: the entry goes even when another action holds it, as where a text ships a shortcut twice.
-    holders.erase(before);
-    if (!shortcut.empty()) {
-        // Kept deliberately: an entry that is there stays with its holder, who is of the family or, at a theft, has a
-        // parent that had no shortcut to lose.
-        holders.try_emplace(shortcut, Holder{action.command, id, action.parentId});
-    }
-    setValue(action.shortcut, shortcut);
+    action.context->holders.erase(before);
     return before;
 }
 
-void ActionCatalogue::spreadShortcut(int id, std::string before, const std::string& shortcut) {
+/// Gives the action itself the shortcut. Where there is no memory for that, nothing has changed.
+void ActionCatalogue::bind(int id, Action& action, const std::string& shortcut, Followers& followers) {
+    std::string bound = shortcut;
+    std::string value = shortcut;
+    // Kept deliberately: an entry that is there stays with its holder, who is of the family or, at a theft, has a
+    // parent that had no shortcut to lose.
+    const bool holds =
+        !shortcut.empty() &&
+        action.context->holders.try_emplace(shortcut, Holder{action.command, id, action.parentId}).second;
+    action.binding->bound = std::move(bound);
+    setValue(action.shortcut, std::move(value));
+    modified_ = true;
+    ++work_.changes;
+    if (holds) {
+        followers.noteHolder(action);
+    }
+}
+
+/// Has the actions below follow, and tells of every change after those below it.
+void ActionCatalogue::spreadShortcut(int id, std::string before, const std::string& shortcut, Followers& followers) {
     const auto change = [&](int child) -> std::optional<std::string> {
         Action* const action = findForEdit(child);
-        if (action == nullptr || action->first->bound == shortcut || shortcutTakenBy(child, shortcut) != 0) {
+        if (action == nullptr || action->binding->bound == shortcut || !followers.mayFollow(*action)) {
             return std::nullopt;
         }
-        return rebind(*action, child, shortcut);
+        return rebind(child, *action, shortcut, followers);
     };
     const auto finish = [&](int changed, const std::string& oldShortcut) {
-        modified_ = true;
+        modified_ = true;  // again: an observer may have loaded anew
         observers_.notifyShortcut(changed, oldShortcut, shortcut);
     };
     cascade(*this, id, std::move(before), change, finish);
@@ -86,7 +106,7 @@ void ActionCatalogue::spreadShortcut(int id, std::string before, const std::stri
 
 int ActionCatalogue::topLevelAbove(int id) const {
     // A way up that is longer than there are actions goes round in a circle.
-    for (std::size_t steps = 0; steps < tables_->actions.size(); ++steps) {
+    for (std::size_t steps = 0; steps < tables_->actions.size() + 1; ++steps) {
         const Action* const action = find(id);
         if (action == nullptr) {
             return 0;
@@ -105,10 +125,11 @@ bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
     if (action == nullptr) {
         return false;
     }
-    const std::string before = action->first->bound;
+    std::string before = action->binding->bound;
     if (before == shortcut) {
         return true;
     }
+    // Here and not again at the end: until then an observer may have given the entry to another action.
     action->context->holders.erase(before);
     const int holder = idByShortcut(action->context->name, shortcut);
     if (holder != 0 && holder != top) {
@@ -119,8 +140,9 @@ bool ActionCatalogue::stealShortcut(int id, const std::string& shortcut) {
             return false;
         }
     }
-    rebind(*action, top, shortcut);
-    spreadShortcut(top, before, shortcut);
+    Followers followers(*this, *action, shortcut);
+    bind(top, *action, shortcut, followers);
+    spreadShortcut(top, std::move(before), shortcut, followers);
     return true;
 }
 
