@@ -45,7 +45,8 @@ bool removeFile(const char* path);
 bool makeDirectories(const char* path);
 
 /// Bytes of a regular file that others may have open, whole. Nothing when it cannot be opened or read, when it is no
-/// regular file, or when it has more than `maximumSize` bytes (it is then not read at all).
+/// regular file, or when it has more than `maximumSize` bytes (it is then not read at all). Where the system lets a
+/// program shut others out of a file, reading waits for such a program, a tenth of a second at most.
 std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize);
 
 /// Creates or truncates the file and writes `bytes`. False when any step fails; what is in the file is then undefined.

@@ -15,6 +15,9 @@ namespace {
 
 constexpr wchar_t kCharactersOfNoName[] = L"\"*?<>|";
 
+constexpr int kReadingRetries = 5;
+constexpr DWORD kReadingRetryDelay = 20;
+
 /// Empty when the system does not tell.
 std::wstring workingDirectory() {
     return textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); }).value_or(L"");
@@ -70,6 +73,26 @@ bool readAll(HANDLE file, std::string& bytes) {
     return true;
 }
 
+/// The last error says why there is nothing.
+std::optional<std::string> readOnce(const std::wstring& path, std::uint64_t maximumSize) {
+    SetLastError(ERROR_SUCCESS);
+    const File file(
+        CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    LARGE_INTEGER size{};
+    if (!file.isOpen() || GetFileType(file.handle()) != FILE_TYPE_DISK || GetFileSizeEx(file.handle(), &size) == 0 ||
+        static_cast<std::uint64_t>(size.QuadPart) > maximumSize) {
+        return std::nullopt;
+    }
+    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+    if (!readAll(file.handle(), bytes)) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+/// Locks of parts of the file show only when these are read.
+bool isHeldBySomebody(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION; }
+
 }  // namespace
 
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
@@ -120,18 +143,14 @@ bool makeDirectories(const char* path) {
 }
 
 std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize) {
-    const File file(CreateFileW(systemPath(path).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    LARGE_INTEGER size{};
-    if (!file.isOpen() || GetFileType(file.handle()) != FILE_TYPE_DISK || GetFileSizeEx(file.handle(), &size) == 0 ||
-        static_cast<std::uint64_t>(size.QuadPart) > maximumSize) {
-        return std::nullopt;
+    const std::wstring file = systemPath(path);
+    for (int retries = kReadingRetries;; --retries) {
+        auto bytes = readOnce(file, maximumSize);
+        if (bytes || retries == 0 || !isHeldBySomebody(GetLastError())) {
+            return bytes;
+        }
+        Sleep(kReadingRetryDelay);
     }
-    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-    if (!readAll(file.handle(), bytes)) {
-        return std::nullopt;
-    }
-    return bytes;
 }
 
 bool writeFile(const char* path, std::string_view bytes) {
