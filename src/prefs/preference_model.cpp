@@ -34,8 +34,7 @@ const UserPreferenceManager::Model::SubManagerTexts& UserPreferenceManager::Mode
 }
 
 const UserPreferenceManager::Model::SubManagerTexts& UserPreferenceManager::Model::readOverriddenCfg() {
-    const std::string path = prefs::getUserFileName();
-    takeUserSettings(platform::readFile(path.c_str(), zelutil::json::kMaximumTextSize).value_or(""));
+    userFile_.read(prefs::getUserFileName(), [this](std::string_view text) { return takeUserSettings(text); });
     return userSubManagerSettings_;
 }
 

@@ -14,6 +14,7 @@
 
 #include "json/view.h"
 #include "prefs/setting_index.h"
+#include "prefs/user_settings_file.h"
 #include "prefs/values_by_hash.h"
 
 /// What the preference manager knows and does. The manager is the process-wide, exported shell around one of these.
@@ -41,7 +42,8 @@ public:
 
     /// What the two files hold, as far as it is theirs to tell: the same without files.
     void takeDefaults(std::string text);
-    void takeUserSettings(std::string_view text);
+    /// Returns whether the text is JSON.
+    bool takeUserSettings(std::string_view text);
 
     /// Null for an unknown name.
     MetaSettings* findSetting(std::string_view name) const;
@@ -99,6 +101,7 @@ private:
     std::string defaultText_;
     std::set<std::string> changedSettingNames_;
     SubManagerTexts changedSubManagerSettings_;
+    zelutil::prefs::UserSettingsFile userFile_;
 };
 
 #endif

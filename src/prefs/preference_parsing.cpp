@@ -172,9 +172,10 @@ void UserPreferenceManager::Model::takeDefaults(std::string text) {
     settingsByHash_.build();
 }
 
-void UserPreferenceManager::Model::takeUserSettings(std::string_view text) {
+bool UserPreferenceManager::Model::takeUserSettings(std::string_view text) {
     const json::Document document(text);
     parseUserAreaJsonObject(document.root().member(prefs::kMeta), "");
+    return document.valid();
 }
 
 void UserPreferenceManager::Model::parseJsonObject(View metaArray, const std::string& parentHeader,

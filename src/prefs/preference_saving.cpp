@@ -16,7 +16,6 @@
 #include "prefs/preference_model.h"
 #include "prefs/section_json.h"
 #include "prefs/setting_name.h"
-#include "prefs/user_settings_file.h"
 
 using zelutil::json::View;
 using zelutil::prefs::JoinedNames;
@@ -274,7 +273,7 @@ void UserPreferenceManager::Model::updatePreferenceManager(ValuesByHash valuesBy
         return;
     }
     if (!text->empty()) {
-        prefs::writeUserSettingsFile(path, std::move(*text));
+        userFile_.write(path, *text);
     }
     // Copies: an observer may save in its turn.
     const std::set<std::string> names = changedSettingNames_;

@@ -1,18 +1,15 @@
 #include "prefs/user_settings_file.h"
 
 #include <cstdint>
-#include <utility>
 
 #include "json/document.h"
-#include "platform/platform.h"
+#include "platform/files.h"
 #include "platform/replace_file.h"
 
 namespace zelutil::prefs {
 namespace {
 
-constexpr char kBadSuffix[] = ".bad";
-
-/// Many times what a user's file can be; a larger one is no settings gone wrong.
+/// Many times what a user's file can be. A larger one cannot be kept.
 constexpr std::uint64_t kLargestFileKept = json::kMaximumTextSize * 4;
 
 constexpr char kSeparators[] = "\\/";
@@ -26,26 +23,82 @@ std::string directoryOf(const std::string& path) {
     return path.substr(0, path.find_last_not_of(kSeparators, separator) + 1);
 }
 
-/// `readable` is a text known to be readable, to save the look into a file that holds just that.
-void keepUnreadable(const std::string& path, const std::string& readable) {
-    static bool kept = false;
-    if (kept) {
-        return;
+/// The size of the file; nothing where there is none or a directory.
+std::optional<std::uint64_t> sizeOf(const std::string& path) {
+    const auto status = platform::fileStatus(path.c_str());
+    if (!status || status->directory) {
+        return std::nullopt;
     }
-    const auto bytes = platform::readFile(path.c_str(), kLargestFileKept);
-    if (bytes && !bytes->empty() && *bytes != readable && !json::Document(*bytes).valid()) {
-        kept = platform::replaceFile((path + kBadSuffix).c_str(), *bytes) == platform::Replaced::Yes;
-    }
+    return static_cast<std::uint64_t>(status->size);
 }
 
 }  // namespace
 
-void writeUserSettingsFile(const std::string& path, std::string text) {
-    static std::string lastWritten;
+UserSettingsFile::Fingerprint::Fingerprint(std::string_view bytes)
+    : size(bytes.size()), hash(std::hash<std::string_view>()(bytes)) {}
+
+bool UserSettingsFile::Fingerprint::operator==(const Fingerprint& other) const {
+    return size == other.size && hash == other.hash;
+}
+
+void UserSettingsFile::read(const std::string& path, const Parse& parse) {
+    const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
+    if (bytes && parse(*bytes)) {
+        know(path, Fingerprint(*bytes));
+    } else if (bytes || sizeOf(path)) {
+        unreadPath_ = path;
+    }
+}
+
+void UserSettingsFile::write(const std::string& path, std::string_view text) {
     platform::makeDirectories(directoryOf(path).c_str());
-    keepUnreadable(path, lastWritten);
-    platform::replaceFile(path.c_str(), text);
-    lastWritten = std::move(text);
+    if (mayBeOverwritten(path) && platform::replaceFile(path.c_str(), text) == platform::Replaced::Yes) {
+        know(path, Fingerprint(text));
+    }
+}
+
+/// Keeps the file first where that is necessary.
+bool UserSettingsFile::mayBeOverwritten(const std::string& path) {
+    const auto bytes = platform::readFile(path.c_str(), kLargestFileKept);
+    if (!bytes) {
+        return mayBeOverwrittenUnseen(path);
+    }
+    const Fingerprint contents(*bytes);
+    if (bytes->empty() || contents == knownContents_) {
+        return true;
+    }
+    const bool nothingIsLost = path != unreadPath_ && json::Document(*bytes).valid();
+    return nothingIsLost || keep(path, contents);
+}
+
+/// A file that was read or written here holds nothing unknown. Whether it can be replaced, although somebody shuts
+/// others out of it now, is for the replacing to find out.
+bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
+    const std::uint64_t size = sizeOf(path).value_or(0);
+    if (size == 0) {
+        return true;
+    }
+    if (size > kLargestFileKept) {
+        return false;
+    }
+    return path == knownPath_ || keep(path, std::nullopt);
+}
+
+bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> contents) {
+    if (!platform::keepCopy(path.c_str())) {
+        return false;
+    }
+    // A file that cannot be overwritten in spite of that is not to be kept at every save.
+    know(path, contents);
+    return true;
+}
+
+void UserSettingsFile::know(const std::string& path, std::optional<Fingerprint> contents) {
+    knownPath_ = path;
+    knownContents_ = contents;
+    if (path == unreadPath_) {
+        unreadPath_.clear();
+    }
 }
 
 }  // namespace zelutil::prefs

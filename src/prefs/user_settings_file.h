@@ -1,17 +1,56 @@
 #ifndef ZELUTIL_PREFS_USER_SETTINGS_FILE_H
 #define ZELUTIL_PREFS_USER_SETTINGS_FILE_H
 
+#include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
-/// Writing the user's file.
 namespace zelutil::prefs {
 
-/// Replaces the file at `path` by one with this text, making its directory first. Whatever fails, fails quietly, and
-/// the old file stays.
+/// The user's file, read once and then written at each save.
 ///
-/// An old file that has something in it but is no JSON may be somebody's settings with one comma too many: the first
-/// such file that the process meets is kept as `path` and ".bad".
-void writeUserSettingsFile(const std::string& path, std::string text);
+/// A file that could not be read may hold somebody's settings with one comma too many, or it was out of reach for a
+/// moment only. So a copy is kept, as `path` and ".bad" or the first free numbered name, before the file is
+/// overwritten, and where that fails the file stays. This concerns a file that is no JSON when it is to be overwritten,
+/// and one that was there at the start and could not be read or parsed then, whatever it holds by now. An empty file is
+/// never kept.
+///
+/// A copy knows what its original knew and goes its own way from there.
+class UserSettingsFile {
+public:
+    /// Returns whether the text is JSON.
+    using Parse = std::function<bool(std::string_view text)>;
+
+    /// Reads the file at `path` and has it parsed. Without a file, or when it cannot be read, `parse` is not called.
+    void read(const std::string& path, const Parse& parse);
+
+    /// Replaces the file at `path`, which need not be the one that was read, by one with this text, making its
+    /// directory first. Whatever fails, fails quietly, and the old file stays.
+    void write(const std::string& path, std::string_view text);
+
+private:
+    /// Tells contents apart without holding them.
+    struct Fingerprint {
+        explicit Fingerprint(std::string_view bytes);
+        bool operator==(const Fingerprint& other) const;
+
+        std::size_t size;
+        std::size_t hash;
+    };
+
+    bool mayBeOverwritten(const std::string& path);
+    bool mayBeOverwrittenUnseen(const std::string& path);
+    bool keep(const std::string& path, std::optional<Fingerprint> contents);
+    void know(const std::string& path, std::optional<Fingerprint> contents);
+
+    /// Path of the file that was there at the start and could not be read; empty once that file is kept or replaced.
+    std::string unreadPath_;
+    /// Path and contents of the file that was read, written or kept last.
+    std::string knownPath_;
+    std::optional<Fingerprint> knownContents_;
+};
 
 }  // namespace zelutil::prefs
 

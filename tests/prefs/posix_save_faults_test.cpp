@@ -152,7 +152,7 @@ TEST_F(SaveFaults, ADiskThatFillsInTheMiddleOfAWriteLeavesTheOldFile) {
     expectGoodSave();
 }
 
-// A file that is no JSON is kept once in a process, so each fault gets a process of its own.
+// A process that has kept a file once does not keep it again, so each fault gets a process of its own.
 TEST_F(SaveFaults, AnyCallMayFailWhereAFileThatIsNoJsonIsToBeKept) {
     constexpr char kBad[] = "{\"meta\":[{\"mine\":1,}]";
     enum Exit { kHappened = 10, kNever, kFailed };
@@ -172,6 +172,7 @@ TEST_F(SaveFaults, AnyCallMayFailWhereAFileThatIsNoJsonIsToBeKept) {
         EXPECT_TRUE(exitCode == kHappened || exitCode == kNever) << exitCode;
         const std::string keptText = textOf(kept);
         EXPECT_TRUE(keptText == kBad || keptText == "(none)") << keptText;
+        EXPECT_TRUE(keptText == kBad || textOf(world_.userFile()) == kBad) << textOf(world_.userFile());
         keptWhole += keptText == kBad ? 1 : 0;
         tally_.broken += exitCode == kHappened ? 1 : 0;
         return exitCode == kHappened;

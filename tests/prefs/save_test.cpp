@@ -189,16 +189,7 @@ TEST_F(Save, RemovesWhatAKilledSaveLeft) {
     EXPECT_EQ(readTextFile(world_.userFile()), savedText("1"));
 }
 
-TEST_F(Save, KeepsTheFirstFileThatIsNoJsonOnly) {
-    world_.writeUser("first {");
-    save("1");
-    world_.writeUser("second {");
-    save("2");
-    EXPECT_EQ(readTextFile(world_.userFile()), savedText("2"));
-    EXPECT_EQ(readTextFile(world_.userFile().string() + ".bad"), "first {");
-}
-
-TEST_F(Save, KeepsTheFirstFileThatIsNoJsonAlsoAtALaterSave) {
+TEST_F(Save, KeepsAFileThatIsNoJsonAlsoAtALaterSave) {
     save("1");
     world_.writeUser("half {");
     save("2");

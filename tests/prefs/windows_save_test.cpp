@@ -43,6 +43,9 @@ TEST(WindowsSave, WhileSomebodyHoldsTheFileItIsWrittenWhereTheySharedWriting) {
     const PreferenceWorld world;
     world.writeDefaults(defaultsWithValue("default"));
     const std::string old = userWithValue("user");
+    // A file that cannot be read at the start is another matter.
+    world.writeUser(old);
+    UserPreferenceManager::GetInstance();
     for (const SharingRow& row : kRows) {
         SCOPED_TRACE(row.sharing);
         world.writeUser(old);

@@ -84,8 +84,12 @@ public:
     /// user's when it differs from the one in force, and stays so even when it is the default again. Where no value
     /// changes and there is no sub-manager's text, nothing is written and nobody is told. Otherwise the new values are
     /// in force, the file is replaced whole, and the observers of `ZelU::Marl::UserPreferenceServer` are told, even
-    /// when the file could not be written. A file that was there but could not be read as JSON is kept beside it as
-    /// "tessel_settings.cfg.bad".
+    /// when the file could not be written.
+    ///
+    /// What could not be read is not lost: a file that is no JSON, or that was there when the manager was made and
+    /// could not be read then, is copied to "tessel_settings.cfg.bad" beside it before it is replaced, or to
+    /// "tessel_settings.cfg.bad.2", ".bad.3" and so on where there is such a file. Where that cannot be done, nothing
+    /// is written.
     ///
     /// With the variable "regression_testing" set when the process first saves, the file is written to the current
     /// directory instead. Not to be called at the same time as a look-up or another save.
