@@ -9,6 +9,8 @@
 #include <string>
 
 #include "platform/replace_file.h"
+#include "platform/replacement_name.h"
+#include "support/access_list.h"
 #include "support/ordinary_user.h"
 #include "support/temp_directory.h"
 #include "support/text_file.h"
@@ -17,9 +19,11 @@ namespace zelutil::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using test::accessListOf;
 using test::kNobody;
 using test::OrdinaryUser;
 using test::readTextFile;
+using test::setAccessList;
 using test::TempDirectory;
 using test::windowsText;
 using test::writeTextFile;
@@ -156,6 +160,100 @@ TEST_F(ReplacePosixFile, LeavesWhatIsNoRegularFileAlone) {
     EXPECT_TRUE(fs::is_fifo(file_));
     EXPECT_EQ(replace("/dev/null", "new"), Replaced::No);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+class ReplaceFileWithAccessList : public ReplacePosixFile {
+protected:
+    void SetUp() override {
+        writeTextFile(file_, "old");
+        if (!setAccessList(file_, test::kAccessList, list_)) {
+            GTEST_SKIP() << "this file system has no access lists";
+        }
+    }
+
+    const std::string list_ = test::accessListForOneMore();
+};
+
+TEST_F(ReplaceFileWithAccessList, KeepsIt) {
+    const struct stat before = statusOf(file_);
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_NE(statusOf(file_).st_ino, before.st_ino);
+    EXPECT_EQ(statusOf(file_).st_mode, before.st_mode);
+    EXPECT_EQ(accessListOf(file_), list_);
+}
+
+TEST_F(ReplaceFileWithAccessList, KeepsACopyWithIt) {
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    EXPECT_EQ(accessListOf(file_.string() + ".bad"), list_);
+}
+
+TEST_F(ReplaceFileWithAccessList, KeepsACopyOfAnotherUsersFileWithoutIt) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs root to make another user's file";
+    }
+    // Its group, which may do nothing, is none that the user can be in.
+    ASSERT_EQ(::chown(file_.c_str(), 0, 4321), 0);
+    ASSERT_EQ(::chmod(file_.c_str(), 0666), 0);
+    const OrdinaryUser user;
+    ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
+    EXPECT_EQ(accessListOf(file_.string() + ".bad"), "");
+    EXPECT_EQ(statusOf(file_.string() + ".bad").st_mode & 0777, 0600U);
+}
+
+TEST_F(ReplaceFileWithAccessList, DoesNotGetItFromTheDirectory) {
+    const fs::path plain = directory_ / "plain.cfg";
+    writeTextFile(plain, "old");
+    ASSERT_EQ(::chmod(plain.c_str(), 0640), 0);
+    ASSERT_TRUE(setAccessList(directory_.path(), test::kDefaultAccessList, list_));
+    EXPECT_EQ(replace(plain, "new"), Replaced::Yes);
+    EXPECT_EQ(accessListOf(plain), "");
+    EXPECT_EQ(statusOf(plain).st_mode & 0777, 0640U);
+    // A file that replaces none has what the directory hands down.
+    EXPECT_EQ(replace(directory_ / "first.cfg", "new"), Replaced::Yes);
+    EXPECT_NE(accessListOf(directory_ / "first.cfg"), "");
+}
+
+TEST_F(ReplacePosixFile, ReplacesFilesOfAnyNameThatTheSystemTakes) {
+    for (const std::size_t length : {1U, 224U, 225U, 226U, 240U, 255U}) {
+        const fs::path file = directory_ / std::string(length, 'n');
+        EXPECT_EQ(replace(file, "first"), Replaced::Yes) << length;
+        EXPECT_EQ(replace(file, "second"), Replaced::Yes) << length;
+        EXPECT_EQ(readTextFile(file), "second") << length;
+        ASSERT_TRUE(keepCopy(windowsText(file).c_str())) << length;
+        EXPECT_EQ(entries(), 2U) << length;
+        fs::remove_all(directory_.path());
+        fs::create_directory(directory_.path());
+    }
+    EXPECT_EQ(replace(directory_ / std::string(256, 'n'), "new"), Replaced::No);
+}
+
+TEST_F(ReplacePosixFile, RemovesALeftoverOfALongName) {
+    const std::string name(250, 'n');
+    writeTextFile(directory_ / name, "old");
+    writeTextFile(directory_ / replacementName(name, 1, 0), "left");
+    EXPECT_EQ(replace(directory_ / name, "new"), Replaced::Yes);
+    EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(ReplacePosixFile, AFileOfALeftoversNameThatIsNoRegularOneStays) {
+    const fs::path pipe = directory_ / "tessel_settings.cfg.zelutil-00000001-00000000.tmp";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0666), 0);
+    fs::create_symlink("elsewhere", directory_ / "tessel_settings.cfg.zelutil-00000001-00000001.tmp");
+    EXPECT_EQ(replace(file_, "new"), Replaced::Yes);
+    EXPECT_EQ(entries(), 3U);
+}
+
+TEST_F(ReplacePosixFile, ALinkTooManyIsNotReplaced) {
+    writeTextFile(file_, "old");
+    fs::path last = file_.filename();
+    for (int i = 0; i < 45; ++i) {
+        const std::string name = "link" + std::to_string(i);
+        fs::create_symlink(last, directory_ / name);
+        last = name;
+    }
+    EXPECT_EQ(replace(directory_ / last, "new"), Replaced::No);
+    EXPECT_TRUE(fs::is_symlink(directory_ / last));
+    EXPECT_EQ(readTextFile(file_), "old");
 }
 
 TEST_F(ReplacePosixFile, AKeptCopyHasModeAndOwner) {

@@ -6,9 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <utility>
 
 namespace zelutil::test {
 namespace {
@@ -19,8 +21,37 @@ struct {
     bool happened = false;
 } injection;
 
+struct {
+    std::string call;
+    std::size_t occurrence = 0;
+    std::function<void()> function;
+    std::size_t calls = 0;
+    bool happened = false;
+    bool isRunning = false;
+} hook;
+
+std::vector<std::string>* log = nullptr;
+bool locksAreLikeNfs = false;
+
+void runHook(const char* call) {
+    if (!hook.function || hook.call != call || ++hook.calls != hook.occurrence) {
+        return;
+    }
+    hook.happened = true;
+    hook.isRunning = true;
+    hook.function();
+    hook.isRunning = false;
+}
+
 /// Whether this call of that name is the one to fail; errno is set then.
 bool isToFail(const char* call) {
+    if (hook.isRunning) {
+        return false;
+    }
+    if (log != nullptr) {
+        log->emplace_back(call);
+    }
+    runHook(call);
     if (injection.fault == nullptr || injection.fault->call != call) {
         return false;
     }
@@ -32,6 +63,12 @@ bool isToFail(const char* call) {
     injection.happened = true;
     errno = injection.fault->error;
     return true;
+}
+
+bool isRefusedByNfs(int file, int operation) {
+    const int access = ::fcntl(file, F_GETFL) & O_ACCMODE;
+    const bool isExclusive = (operation & LOCK_EX) != 0;
+    return locksAreLikeNfs && access == (isExclusive ? O_RDONLY : O_WRONLY);
 }
 
 bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.calls == injection.fault->occurrence; }
@@ -56,8 +93,31 @@ FaultInjection::~FaultInjection() { injection.fault = nullptr; }
 
 bool FaultInjection::happened() const { return injection.happened; }
 
+CallHook::CallHook(std::string call, std::size_t occurrence, std::function<void()> function) {
+    hook.call = std::move(call);
+    hook.occurrence = occurrence;
+    hook.function = std::move(function);
+    hook.calls = 0;
+    hook.happened = false;
+}
+
+CallHook::~CallHook() { hook.function = nullptr; }
+
+bool CallHook::happened() const { return hook.happened; }
+
+CallLog::CallLog() { log = &calls_; }
+
+CallLog::~CallLog() { log = nullptr; }
+
+std::ptrdiff_t CallLog::count(const std::string& call) const { return std::count(calls_.begin(), calls_.end(), call); }
+
+NfsLocks::NfsLocks() { locksAreLikeNfs = true; }
+
+NfsLocks::~NfsLocks() { locksAreLikeNfs = false; }
+
 }  // namespace zelutil::test
 
+using zelutil::test::isRefusedByNfs;
 using zelutil::test::isToFail;
 using zelutil::test::isToWriteHalf;
 
@@ -119,7 +179,16 @@ int __real_ftruncate(int file, off_t size);
 int __wrap_ftruncate(int file, off_t size) { return isToFail("ftruncate") ? -1 : __real_ftruncate(file, size); }
 
 int __real_flock(int file, int operation);
-int __wrap_flock(int file, int operation) { return isToFail("flock") ? -1 : __real_flock(file, operation); }
+int __wrap_flock(int file, int operation) {
+    if (isToFail("flock")) {
+        return -1;
+    }
+    if (isRefusedByNfs(file, operation)) {
+        errno = EBADF;
+        return -1;
+    }
+    return __real_flock(file, operation);
+}
 
 int __real_rename(const char* from, const char* to);
 int __wrap_rename(const char* from, const char* to) { return isToFail("rename") ? -1 : __real_rename(from, to); }

@@ -2,6 +2,7 @@
 #define ZELUTIL_TESTS_SUPPORT_SYSTEM_FAULTS_H
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,43 @@ public:
 
     /// Whether the call came and was made to fail.
     bool happened() const;
+};
+
+/// Calls a function of the test just before the `occurrence`-th call of that name (from 1), which then goes its way.
+/// One at a time, until the end of its scope.
+class CallHook {
+public:
+    CallHook(std::string call, std::size_t occurrence, std::function<void()> function);
+    CallHook(const CallHook&) = delete;
+    CallHook& operator=(const CallHook&) = delete;
+    ~CallHook();
+
+    bool happened() const;
+};
+
+/// Writes down the names of the wrapped calls until the end of its scope, but for those of a `CallHook`. One at a time.
+class CallLog {
+public:
+    CallLog();
+    CallLog(const CallLog&) = delete;
+    CallLog& operator=(const CallLog&) = delete;
+    ~CallLog();
+
+    const std::vector<std::string>& calls() const { return calls_; }
+    std::ptrdiff_t count(const std::string& call) const;
+
+private:
+    std::vector<std::string> calls_;
+};
+
+/// Until the end of its scope locks are as over NFS: an exclusive one needs a file that is open for writing, a shared
+/// one a file that is open for reading.
+class NfsLocks {
+public:
+    NfsLocks();
+    NfsLocks(const NfsLocks&) = delete;
+    NfsLocks& operator=(const NfsLocks&) = delete;
+    ~NfsLocks();
 };
 
 }  // namespace zelutil::test
