@@ -60,7 +60,7 @@ public:
     bool isTaken() const { return isTaken_; }
 
 private:
-    std::intptr_t native_ = 0;
+    [[maybe_unused]] std::intptr_t native_ = 0;
     bool isTaken_ = true;
 };
 
