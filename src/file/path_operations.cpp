@@ -12,20 +12,28 @@ namespace File {
 
 namespace platform = zelutil::platform;
 
-bool Path::CopyTheFile(const Path& dest) {
-    if (!Exists()) {
+namespace {
+
+using WriteFile = bool (*)(const char* path, std::string_view bytes);
+
+bool copyFile(const Path& from, const Path& to, WriteFile write) {
+    if (!from.Exists()) {
         return false;
     }
     // Read whole before the target is opened: a copy onto itself finds its bytes.
     try {
-        const auto bytes = platform::readFile(text_.c_str(), std::numeric_limits<std::uint64_t>::max());
-        return bytes && platform::writeFile(dest.text_.c_str(), *bytes);
+        const auto bytes = platform::readFile(from, std::numeric_limits<std::uint64_t>::max());
+        return bytes && write(to, *bytes);
     } catch (const std::bad_alloc&) {
         return false;
     } catch (const std::length_error&) {
         return false;
     }
 }
+
+}  // namespace
+
+bool Path::CopyTheFile(const Path& dest) { return copyFile(*this, dest, platform::writeFile); }
 
 bool Path::MoveTheFile(const Path& dest) {
     if (!Exists() || dest.Exists()) {
@@ -34,7 +42,8 @@ bool Path::MoveTheFile(const Path& dest) {
     if (platform::renameFile(text_.c_str(), dest.text_.c_str())) {
         return true;
     }
-    if (!CopyTheFile(dest)) {
+    // A target that somebody has made meanwhile is not overwritten.
+    if (!copyFile(*this, dest, platform::writeNewFile)) {
         return false;
     }
     // Kept deliberately: the file is at its new place, and a host that was told so must not move it again, though the

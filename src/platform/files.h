@@ -35,7 +35,8 @@ struct FileStatus {
 /// Status of the file or directory, symbolic links followed; nothing when there is none.
 std::optional<FileStatus> fileStatus(const char* path);
 
-/// Renames a file or directory within one volume. False when it cannot be done, also when `to` exists.
+/// Renames a file or directory within one volume. False when it cannot be done, also when `to` exists, even if it was
+/// made in this very moment; both are then as before.
 bool renameFile(const char* from, const char* to);
 
 /// Removes one file (of a symbolic link, the link). False for a directory and where it cannot be done.
@@ -51,6 +52,10 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
 
 /// Creates or truncates the file and writes `bytes`. False when any step fails; what is in the file is then undefined.
 bool writeFile(const char* path, std::string_view bytes);
+
+/// The same for a file that is to be made: false, and nothing changes, when anything has that name (a symbolic link to
+/// nothing too), even if it was made in this very moment.
+bool writeNewFile(const char* path, std::string_view bytes);
 
 }  // namespace zelutil::platform
 

@@ -1,5 +1,7 @@
 // File operations of paths where system calls fail, and where files have links.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <zelutil/file/path.h>
 
 #include <cerrno>
@@ -13,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ZelU::File::Path;
+using zelutil::test::CallHook;
 using zelutil::test::Fault;
 using zelutil::test::FaultInjection;
 using zelutil::test::windowsText;
@@ -27,9 +30,9 @@ protected:
         return answer;
     }
 
-    bool moveWith(const Fault& fault) const {
+    bool moveWith(const Fault& fault, const char* from = "from") const {
         const FaultInjection injection(fault);
-        const bool answer = path("from").MoveTheFile(path("to"));
+        const bool answer = path(from).MoveTheFile(path("to"));
         EXPECT_TRUE(injection.happened()) << fault.call;
         return answer;
     }
@@ -97,6 +100,33 @@ TEST_F(PosixFileOperations, AFileSystemWithoutExclusiveRenameRenamesAllTheSame) 
     }
 }
 
+TEST_F(PosixFileOperations, AFileSystemWithoutExclusiveRenameKeepsTheFileItself) {
+    write("file", "bytes");
+    fs::create_symlink(directory / "file", directory / "link");
+    fs::create_directory(directory / "dir");
+    fs::create_symlink(directory / "dir", directory / "dir_link");
+    fs::create_hard_link(directory / "file", directory / "second");
+    for (const char* const name : {"second", "link", "dir_link"}) {
+        const bool isLink = fs::is_symlink(directory / name);
+        EXPECT_TRUE(moveWith({"renameat2", 1, EINVAL}, name)) << name;
+        EXPECT_FALSE(isThere(name));
+        EXPECT_EQ(fs::is_symlink(directory / "to"), isLink) << name;
+        EXPECT_TRUE(isLink || fs::equivalent(directory / "file", directory / "to")) << "not a copy";
+        fs::remove(directory / "to");
+    }
+}
+
+TEST_F(PosixFileOperations, AFileThatCannotLoseItsOldNameGetsNoNewOne) {
+    write("from", "bytes");
+    const CallHook hook("unlink", 1, [this] { fs::rename(directory / "from", directory / "elsewhere"); });
+    const Fault fault{"renameat2", 1, EINVAL};
+    const FaultInjection injection(fault);
+    EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+    EXPECT_TRUE(hook.happened());
+    EXPECT_FALSE(isThere("to"));
+    EXPECT_EQ(bytesOf("elsewhere"), "bytes");
+}
+
 TEST_F(PosixFileOperations, ADirectoryThatCannotBeRenamedStays) {
     write("from/file", "bytes");
     EXPECT_FALSE(moveWith({"renameat2", 1, EXDEV}));
@@ -106,12 +136,61 @@ TEST_F(PosixFileOperations, ADirectoryThatCannotBeRenamedStays) {
 
 TEST_F(PosixFileOperations, MoveIsTrueThoughTheOriginalCannotBeRemovedOddity) {
     write("from", "bytes");
-    // A link to nothing does not exist for the caller, but for a renaming it does, so the file is copied through it.
-    fs::create_symlink(directory / "target", directory / "to");
-    EXPECT_TRUE(moveWith({"unlink", 1, EACCES}));
+    // The process's open files have names that can be read, but neither renamed nor removed.
+    const int descriptor = open((directory / "from").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(descriptor, 0);
+    Path from("Z:/proc/self/fd/" + std::to_string(descriptor));
+    EXPECT_TRUE(from.MoveTheFile(path("to")));
+    EXPECT_EQ(bytesOf("to"), "bytes");
+    EXPECT_TRUE(from.Exists());
     EXPECT_EQ(bytesOf("from"), "bytes");
-    EXPECT_EQ(bytesOf("target"), "bytes");
+    close(descriptor);
+}
+
+TEST_F(PosixFileOperations, AMoveLeavesALinkToNothingAlone) {
+    write("from", "bytes");
+    fs::create_symlink(directory / "target", directory / "to");
+    EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+    EXPECT_EQ(bytesOf("from"), "bytes");
     EXPECT_TRUE(fs::is_symlink(directory / "to"));
+    EXPECT_FALSE(isThere("target"));
+}
+
+TEST_F(PosixFileOperations, AMoveDoesNotOverwriteATargetThatAppearsMeanwhile) {
+    struct Row {
+        const char* call;
+        std::size_t occurrence;
+        int renamingFailsWith;
+    };
+    // Renamed in one step, by two names, and copied; the source is opened first.
+    constexpr Row kRows[] = {{"renameat2", 1, 0}, {"link", 1, EINVAL}, {"open", 2, EXDEV}};
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.call);
+        write("from", "new");
+        fs::remove(directory / "to");
+        const CallHook hook(row.call, row.occurrence, [this] { write("to", "old"); });
+        const Fault fault{"renameat2", row.renamingFailsWith == 0 ? std::size_t{99} : 1, row.renamingFailsWith};
+        const FaultInjection injection(fault);
+        EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+        EXPECT_TRUE(hook.happened());
+        EXPECT_EQ(bytesOf("from"), "new");
+        EXPECT_EQ(bytesOf("to"), "old");
+    }
+}
+
+TEST_F(PosixFileOperations, AMovedDirectoryDoesNotReplaceOneThatAppearsMeanwhile) {
+    for (const char* const call : {"mkdir", "rename"}) {
+        SCOPED_TRACE(call);
+        write("from/file", "new");
+        fs::remove_all(directory / "to");
+        const CallHook hook(call, 1, [this] { write("to/file", "old"); });
+        const Fault fault{"renameat2", 1, EINVAL};
+        const FaultInjection injection(fault);
+        EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+        EXPECT_TRUE(hook.happened());
+        EXPECT_EQ(bytesOf("from/file"), "new");
+        EXPECT_EQ(bytesOf("to/file"), "old");
+    }
 }
 
 TEST_F(PosixFileOperations, AFileThatCannotBeRemovedIsReported) {

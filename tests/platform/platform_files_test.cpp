@@ -301,6 +301,18 @@ TEST_F(PlatformFiles, WritesAndReadsBytesAsTheyAre) {
     EXPECT_EQ(bytesOf("file"), "short") << "nothing is left of a longer file";
 }
 
+TEST_F(PlatformFiles, ANewFileIsWrittenOnlyWhereNothingIs) {
+    EXPECT_TRUE(writeNewFile(text("file").c_str(), "first"));
+    EXPECT_EQ(bytesOf("file"), "first");
+    EXPECT_FALSE(writeNewFile(text("file").c_str(), "x"));
+    EXPECT_EQ(bytesOf("file"), "first");
+    fs::create_directory(directory / "dir");
+    for (const std::string& none : {text("dir"), text("missing/file"), text("fil?"), std::string()}) {
+        EXPECT_FALSE(writeNewFile(none.c_str(), "x")) << none;
+    }
+    EXPECT_FALSE(writeNewFile(kNull, "x"));
+}
+
 TEST_F(PlatformFiles, ReadsNoMoreThanIsAllowed) {
     write("file", "12345");
     EXPECT_EQ(readFile(text("file").c_str(), 6), "12345");

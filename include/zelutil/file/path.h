@@ -114,8 +114,9 @@ public:
     bool CopyTheFile(const Path& dest);
 
     /// Renames this file or directory to `dest`; a file that cannot be renamed (to another volume, say) is copied and
-    /// removed. False, and both are as before, when there is nothing to move or `dest` exists. True also when the copy
-    /// was made and the original could not be removed. This object's text stays as it is.
+    /// removed. False, and both are as before, when there is nothing to move or `dest` exists, even if it was made only
+    /// during this call. True also when the copy was made and the original could not be removed. This object's text
+    /// stays as it is.
     bool MoveTheFile(const Path& dest);
 
     /// Removes the file; of a symbolic link the link. False when there is none, for a directory, and when the system
@@ -131,7 +132,7 @@ public:
     static bool Chdir(const Path& p);
 
     /// The current directory as the system tells it, at most 4096 characters; "" when it does not. Characters that the
-    /// narrow encoding lacks are replaced, and no path comes of the text then.
+    /// narrow encoding lacks are replaced; relative texts are no paths then.
     static std::string GetCWD();
 
     /// A path in `dir` at which nothing exists yet: "Tmp", a count of eight hexadecimal digits, ".", `suffix`. A suffix

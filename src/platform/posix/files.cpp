@@ -61,6 +61,39 @@ ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
     return static_cast<ssize_t>(total);
 }
 
+/// Each step fails when the target exists. A directory goes in the place of an empty one that is made for it; a file
+/// has both names for a moment.
+bool renameBySteps(const std::string& source, const std::string& target) {
+    struct stat status {};
+    if (::lstat(source.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        if (::mkdir(target.c_str(), kNewDirectoryMode) != 0) {
+            return false;
+        }
+        if (std::rename(source.c_str(), target.c_str()) == 0) {
+            return true;
+        }
+        ::rmdir(target.c_str());
+        return false;
+    }
+    if (::link(source.c_str(), target.c_str()) != 0) {
+        return false;
+    }
+    if (::unlink(source.c_str()) == 0) {
+        return true;
+    }
+    ::unlink(target.c_str());
+    return false;
+}
+
+bool writeTo(const char* path, int flags, std::string_view bytes) {
+    const auto file = systemPath(path);
+    if (!file) {
+        return false;
+    }
+    Descriptor descriptor(openRetrying(file->c_str(), O_WRONLY | flags, kNewFileMode));
+    return descriptor.isOpen() && writeAll(descriptor.number(), bytes) && descriptor.close();
+}
+
 }  // namespace
 
 std::string fromSystemPath(std::string_view text) { return textFromSystemPath(text); }
@@ -97,9 +130,8 @@ bool renameFile(const char* from, const char* to) {
     if (::renameat2(AT_FDCWD, source->c_str(), AT_FDCWD, target->c_str(), RENAME_NOREPLACE) == 0) {
         return true;
     }
-    // Some file systems do not know the flag; there a target made in this very moment is not seen.
-    const bool flagUnknown = errno == EINVAL || errno == ENOSYS;
-    return flagUnknown && ::access(target->c_str(), F_OK) != 0 && std::rename(source->c_str(), target->c_str()) == 0;
+    // Some file systems do not know the flag.
+    return (errno == EINVAL || errno == ENOSYS) && renameBySteps(*source, *target);
 }
 
 bool removeFile(const char* path) {
@@ -144,13 +176,8 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
     return bytes;
 }
 
-bool writeFile(const char* path, std::string_view bytes) {
-    const auto file = systemPath(path);
-    if (!file) {
-        return false;
-    }
-    Descriptor descriptor(openRetrying(file->c_str(), O_WRONLY | O_CREAT | O_TRUNC, kNewFileMode));
-    return descriptor.isOpen() && writeAll(descriptor.number(), bytes) && descriptor.close();
-}
+bool writeFile(const char* path, std::string_view bytes) { return writeTo(path, O_CREAT | O_TRUNC, bytes); }
+
+bool writeNewFile(const char* path, std::string_view bytes) { return writeTo(path, O_CREAT | O_EXCL, bytes); }
 
 }  // namespace zelutil::platform

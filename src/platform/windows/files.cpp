@@ -93,6 +93,13 @@ std::optional<std::string> readOnce(const std::wstring& path, std::uint64_t maxi
 /// Locks of parts of the file show only when these are read.
 bool isHeldBySomebody(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION; }
 
+bool writeTo(const char* path, DWORD disposition, std::string_view bytes) {
+    // Shared as the C runtime's streams share: a file that somebody has open in the usual way can be overwritten.
+    File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                          disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file.isOpen() && writeAll(file.handle(), bytes) && file.close();
+}
+
 }  // namespace
 
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
@@ -153,11 +160,8 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
     }
 }
 
-bool writeFile(const char* path, std::string_view bytes) {
-    // Shared as the C runtime's streams share: a file that somebody has open in the usual way can be overwritten.
-    File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file.isOpen() && writeAll(file.handle(), bytes) && file.close();
-}
+bool writeFile(const char* path, std::string_view bytes) { return writeTo(path, CREATE_ALWAYS, bytes); }
+
+bool writeNewFile(const char* path, std::string_view bytes) { return writeTo(path, CREATE_NEW, bytes); }
 
 }  // namespace zelutil::platform
