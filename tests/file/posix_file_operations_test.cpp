@@ -116,6 +116,16 @@ TEST_F(PosixFileOperations, AFileSystemWithoutExclusiveRenameKeepsTheFileItself)
     }
 }
 
+TEST_F(PosixFileOperations, ADirectoryThatCannotBeRenamedLeavesNoEmptyOne) {
+    fs::create_directory(directory / "from");
+    const CallHook hook("rename", 1, [this] { fs::rename(directory / "from", directory / "elsewhere"); });
+    const Fault fault{"renameat2", 1, EINVAL};
+    const FaultInjection injection(fault);
+    EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+    EXPECT_TRUE(hook.happened());
+    EXPECT_FALSE(isThere("to"));
+}
+
 TEST_F(PosixFileOperations, AFileThatCannotLoseItsOldNameGetsNoNewOne) {
     write("from", "bytes");
     const CallHook hook("unlink", 1, [this] { fs::rename(directory / "from", directory / "elsewhere"); });
