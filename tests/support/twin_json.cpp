@@ -260,21 +260,35 @@ std::string scalarText(const TwinJson& value) {
     }
 }
 
-/// `lineBreak` comes before each element, `lineBreak` of one level less before the closing bracket.
-std::string textOf(const TwinJson& value, bool pretty, std::size_t level) {
+void appendLineBreak(std::string& text, std::size_t level) { text += "\n" + std::string(4 * level, ' '); }
+
+void appendValue(std::string& text, const TwinJson& value, bool pretty, std::size_t level) {
     const bool isObject = value.is(Kind::Object);
     if (!isObject && !value.is(Kind::Array)) {
-        return scalarText(value);
+        text += scalarText(value);
+        return;
     }
-    std::string result(1, isObject ? '{' : '[');
+    text += isObject ? '{' : '[';
     for (std::size_t i = 0; i < value.values.size(); ++i) {
-        result += i == 0 ? "" : ",";
-        result += pretty ? "\n" + std::string(4 * (level + 1), ' ') : "";
-        result += isObject ? quoted(value.names[i]) + (pretty ? ": " : ":") : "";
-        result += textOf(value.values[i], pretty, level + 1);
+        text += i == 0 ? "" : ",";
+        if (pretty) {
+            appendLineBreak(text, level + 1);
+        }
+        if (isObject) {
+            text += quoted(value.names[i]) + (pretty ? ": " : ":");
+        }
+        appendValue(text, value.values[i], pretty, level + 1);
     }
-    result += pretty && !value.values.empty() ? "\n" + std::string(4 * level, ' ') : "";
-    return result + (isObject ? '}' : ']');
+    if (pretty && !value.values.empty()) {
+        appendLineBreak(text, level);
+    }
+    text += isObject ? '}' : ']';
+}
+
+std::string textOf(const TwinJson& value, bool pretty) {
+    std::string text;
+    appendValue(text, value, pretty, 0);
+    return text;
 }
 
 std::size_t levelsOf(const TwinJson& value) {
@@ -326,13 +340,13 @@ TwinJson* memberOf(TwinJson& object, std::string_view name) {
     return const_cast<TwinJson*>(memberOf(static_cast<const TwinJson&>(object), name));
 }
 
-std::string compactText(const TwinJson& value) { return textOf(value, false, 0); }
+std::string compactText(const TwinJson& value) { return textOf(value, false); }
 
 std::optional<std::string> prettyText(const TwinJson& value) {
     if (levelsOf(value) > kTwinDeepest) {
         return std::nullopt;
     }
-    return textOf(value, true, 0);
+    return textOf(value, true);
 }
 
 }  // namespace zelutil::test
