@@ -52,8 +52,9 @@ NativeText besideOf(const NativeText& path, const NativeText& name) { return pat
 bool keepUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& target) {
     const NativeText targetName = target.substr(nameStart(target));
     for (std::uint32_t number = 1; number <= kMaximumKeptNames; ++number) {
-        const StepResult result = putUnderFreeName(file, path, besideOf(target, keptName(targetName, number)));
-        if (result != StepResult::Busy) {
+        const NativeText name = besideOf(target, keptName(targetName, number));
+        const StepResult result = retryingWhileBusy(kWhileHeld, [&] { return putUnderFreeName(file, path, name); });
+        if (result != StepResult::Taken) {
             return result == StepResult::Done;
         }
     }
@@ -65,7 +66,7 @@ class NewFile {
 public:
     NewFile(const NativeText& target, bool replaces) {
         const NativeText targetName = target.substr(nameStart(target));
-        for (int i = 0; i < kMaximumNamesTried && created_ == StepResult::Busy; ++i) {
+        for (int i = 0; i < kMaximumNamesTried && created_ == StepResult::Taken; ++i) {
             path_ = besideOf(target, replacementName(targetName, processNumber(), nextReplacementCall()));
             created_ = createBeside(path_, replaces, file_);
         }
@@ -130,7 +131,7 @@ private:
 
     NativeText path_;
     OpenFile file_;
-    StepResult created_ = StepResult::Busy;
+    StepResult created_ = StepResult::Taken;
     bool isOurs_ = false;
 };
 
@@ -155,6 +156,7 @@ WriteBesideResult afterStep(StepResult result) {
         case StepResult::Failed:
             return WriteBesideResult::Failed;
         case StepResult::Busy:
+        case StepResult::Taken:
         case StepResult::Refused:
             break;
     }
@@ -239,18 +241,25 @@ void clearLeftovers(const NativeText& target, bool isTargetMissing) {
     }
 }
 
-/// Nothing when the target is not the one that was looked at.
-std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view bytes, bool hasTurn) {
+/// Writes beside the target where that can be done, and clears up. `exists` is told whether there is a target.
+WriteBesideResult tryBeside(const NativeText& target, std::string_view bytes, bool& exists) {
+    const Turn turn;
     Target found;
     const StepResult probed = retryingWhileBusy(kWhileHeld, [&] { return probeTarget(target, found); });
-    const bool isMissing = probed == StepResult::Gone;
-    if (probed != StepResult::Done && !isMissing) {
-        return Replaced::No;
+    exists = probed == StepResult::Done;
+    if (!exists && probed != StepResult::Gone) {
+        return WriteBesideResult::Failed;
     }
-    if (hasTurn) {
-        clearLeftovers(target, isMissing);
+    if (turn.isTaken()) {
+        clearLeftovers(target, !exists);
     }
-    switch (writeBeside(target, isMissing ? nullptr : &found, bytes, hasTurn)) {
+    return writeBeside(target, exists ? &found : nullptr, bytes, turn.isTaken());
+}
+
+/// Nothing when the target is not the one that was looked at.
+std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view bytes) {
+    bool exists = false;
+    switch (tryBeside(target, bytes, exists)) {
         case WriteBesideResult::Done:
             return Replaced::Yes;
         case WriteBesideResult::Failed:
@@ -262,7 +271,7 @@ std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view b
         case WriteBesideResult::Impossible:
             break;
     }
-    return isMissing ? Replaced::No : writeInto(target, bytes);
+    return exists ? writeInto(target, bytes) : Replaced::No;
 }
 
 }  // namespace
@@ -270,12 +279,8 @@ std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view b
 Replaced replaceFile(const char* path, std::string_view bytes) {
     const auto named = nativePath(path);
     const auto target = named ? resolveLinks(*named) : std::nullopt;
-    if (!target) {
-        return Replaced::No;
-    }
-    const Turn turn;
-    for (int attempt = 0; attempt < kMaximumAttempts; ++attempt) {
-        if (const auto replaced = replaceOnce(*target, bytes, turn.isTaken())) {
+    for (int attempt = 0; target && attempt < kMaximumAttempts; ++attempt) {
+        if (const auto replaced = replaceOnce(*target, bytes)) {
             return *replaced;
         }
     }

@@ -16,8 +16,10 @@ namespace zelutil::platform::replacement {
 /// How a step ended.
 enum class StepResult {
     Done,
-    /// Somebody holds the file, its lock or its name: worth another try in a moment, or under another name.
+    /// Somebody holds the file or its lock: worth another try in a moment.
     Busy,
+    /// The name is somebody else's: worth a try under another.
+    Taken,
     /// The file, or the directory it was to be in, is not there, or no longer the one that it was.
     Gone,
     /// The system does not allow this step; another way may be open.
@@ -96,8 +98,8 @@ StepResult probeTarget(const NativeText& path, Target& target);
 
 // --- A new file beside it -------------------------------------------------------------------------------------------
 
-/// Creates the file `path`, exclusively, and keeps other processes from taking it for a leftover. Busy when the name or
-/// the lock is somebody else's. A file that is to replace another is nobody else's to read until it takes over.
+/// Creates the file `path`, exclusively, and keeps other processes from taking it for a leftover. Taken also when
+/// another process has the lock. A file that is to replace another is nobody else's to read until it takes over.
 StepResult createBeside(const NativeText& path, bool replaces, OpenFile& file);
 
 /// Gives the new file the owner, attributes and access rights of the file `from`. False when it cannot have them all.
@@ -121,7 +123,7 @@ StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& 
 /// middle; the new file is then still there.
 StepResult exchange(OpenFile& file, const NativeText& path, const NativeText& target, bool mustKeepAll);
 
-/// Gives the file another name that is free, and closes it. Busy when the name is taken.
+/// Gives the file another name that is free, and closes it.
 StepResult putUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& name);
 
 /// Removes the file, which this process made or holds locked, and closes it.

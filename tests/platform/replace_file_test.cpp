@@ -132,9 +132,10 @@ TEST_F(ReplaceFile, AReaderSeesWholeTextsOnlyWhileTwoWrite) {
     const std::string second(70'000, '2');
     ASSERT_EQ(replace(file_, first), Replaced::Yes);
     std::atomic<bool> done{false};
+    std::atomic<int> written{0};
     const auto writeMany = [&](const std::string& bytes) {
         for (int i = 0; i < 100; ++i) {
-            replace(file_, bytes);
+            written += replace(file_, bytes) == Replaced::Yes ? 1 : 0;
         }
     };
     int torn = 0;
@@ -155,6 +156,7 @@ TEST_F(ReplaceFile, AReaderSeesWholeTextsOnlyWhileTwoWrite) {
     done = true;
     reader.join();
     EXPECT_EQ(torn, 0);
+    EXPECT_EQ(written, 200);
     EXPECT_GT(reads, 0);
     EXPECT_EQ(names(), onlyTheFile_);
 }

@@ -60,9 +60,8 @@ TEST_F(ReplaceWindowsFile, WhileSomebodyHoldsTheFileItIsWrittenWhereTheySharedWr
 TEST_F(ReplaceWindowsFile, KeepsTheAttributes) {
     for (const DWORD attributes : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN}) {
         ASSERT_TRUE(SetFileAttributesW(file_.c_str(), attributes));
-        const DWORD before = GetFileAttributesW(file_.c_str());
         EXPECT_EQ(replace("new"), Replaced::Yes);
-        EXPECT_EQ(GetFileAttributesW(file_.c_str()), before);
+        EXPECT_EQ(GetFileAttributesW(file_.c_str()), attributes | FILE_ATTRIBUTE_ARCHIVE);
     }
 }
 
@@ -90,6 +89,27 @@ TEST_F(ReplaceWindowsFile, KeepsTheAccessRights) {
     EXPECT_EQ(replace("new"), Replaced::Yes);
     EXPECT_EQ(rightsOf(file_), before);
     EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(ReplaceWindowsFile, MakesAndReplacesFilesOfPathsThatLeaveNoRoomBeside) {
+    fs::path parent = directory_.path();
+    while (parent.native().size() < 190) {
+        parent /= std::string(20, 'd');
+    }
+    fs::create_directories(parent);
+    for (const std::size_t length : {228U, 229U, 230U, 245U, 258U, 259U}) {
+        const fs::path file = parent / std::string(length - parent.native().size() - 1, 'n');
+        ASSERT_EQ(file.native().size(), length);
+        const std::string text = windowsText(file);
+        EXPECT_EQ(replaceFile(text.c_str(), "first"), Replaced::Yes) << length;
+        EXPECT_EQ(replaceFile(text.c_str(), "second"), Replaced::Yes) << length;
+        EXPECT_EQ(readTextFile(file), "second") << length;
+        EXPECT_EQ(std::distance(fs::directory_iterator(parent), {}), 1) << length;
+        EXPECT_TRUE(keepCopy(text.c_str())) << length;
+        EXPECT_EQ(std::distance(fs::directory_iterator(parent), {}), 2) << length;
+        fs::remove_all(parent);
+        fs::create_directories(parent);
+    }
 }
 
 TEST_F(ReplaceWindowsFile, LeavesAReadOnlyFileAsItIs) {

@@ -38,7 +38,7 @@ StepResult resultOf(int error) {
         case EBUSY:
             return StepResult::Refused;
         case EEXIST:
-            return StepResult::Busy;
+            return StepResult::Taken;
         case ENOENT:
             return StepResult::Gone;
         default:
@@ -220,7 +220,7 @@ StepResult createBeside(const NativeText& path, bool replaces, OpenFile& file) {
         discard(file, path);
     }
     file.close();
-    return StepResult::Busy;
+    return StepResult::Taken;
 }
 
 bool takeOver(const OpenFile& file, const NativeText&, const NativeText& from) {
@@ -248,7 +248,7 @@ StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& 
     if (!replaces) {
         // A target that came to be meanwhile has an owner and rights of its own.
         const StepResult put = putUnderFreeName(file, path, target);
-        return put == StepResult::Busy ? StepResult::Gone : put;
+        return put == StepResult::Taken ? StepResult::Gone : put;
     }
     if (std::rename(path.c_str(), target.c_str()) != 0) {
         return resultOf(errno);

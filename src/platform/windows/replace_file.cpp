@@ -47,7 +47,10 @@ StepResult resultOf(DWORD error) {
     if (isMissing(error)) {
         return StepResult::Gone;
     }
-    return isHeld(error) || isNameTaken(error) ? StepResult::Busy : StepResult::Refused;
+    if (isNameTaken(error)) {
+        return StepResult::Taken;
+    }
+    return isHeld(error) ? StepResult::Busy : StepResult::Refused;
 }
 
 /// Access to a file that is there is also denied while somebody holds it or while it is being deleted.
@@ -293,9 +296,7 @@ bool flushToDisk(const OpenFile& file) { return FlushFileBuffers(handleOf(file))
 StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& target, bool replaces) {
     if (!replaces) {
         const StepResult put = putUnderFreeName(file, path, target);
-        return put == StepResult::Busy && GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES
-                   ? StepResult::Gone
-                   : put;
+        return put == StepResult::Taken ? StepResult::Gone : put;
     }
     if (!file.close()) {
         return StepResult::Failed;
@@ -337,10 +338,13 @@ StepResult openForWriting(const NativeText& path, OpenFile& file) { return open(
 
 StepResult lockForWriting(const OpenFile& file) { return lock(file, LOCKFILE_EXCLUSIVE_LOCK); }
 
-bool isStillThere(const OpenFile& file, const NativeText&) {
-    // A file that was deleted or replaced has no name any more.
-    BY_HANDLE_FILE_INFORMATION information{};
-    return GetFileInformationByHandle(handleOf(file), &information) != 0 && information.nNumberOfLinks > 0;
+bool isStillThere(const OpenFile& file, const NativeText& path) {
+    // A file that was replaced has no name any more; one that was deleted keeps it until it is closed everywhere.
+    FILE_STANDARD_INFO information{};
+    OpenFile again;
+    return GetFileInformationByHandleEx(handleOf(file), FileStandardInfo, &information, sizeof information) != 0 &&
+           information.NumberOfLinks > 0 && information.DeletePending == 0 &&
+           open(path, 0, kShareAll, again) == StepResult::Done;
 }
 
 std::optional<std::uint64_t> sizeOf(const OpenFile& file) {
