@@ -27,6 +27,8 @@ const ActionCatalogue::Holder* ActionCatalogue::Context::holderOf(const std::str
 }
 
 ActionCatalogue::Tables::Tables(DefinitionReader& reader) {
+    actions.reserve(reader.count());
+    ordered.reserve(reader.count());
     ActionDefinition definition;
     while (reader.next(definition)) {
         define(definition);
@@ -68,7 +70,12 @@ void ActionCatalogue::Tables::define(const ActionDefinition& definition) {
 /// The first with a command, and the first with a shortcut, has it.
 void ActionCatalogue::Tables::index(Action& action) {
     const std::string& shortcut = action.shortcut.defaultValue;
-    action.binding = &action.context->commands.try_emplace(action.command, Command{action.id, shortcut}).first->second;
+    const auto [place, added] = action.context->commands.try_emplace(action.command);
+    action.binding = &place->second;
+    if (added) {
+        action.binding->action = action.id;
+        action.binding->bound = shortcut;
+    }
     if (!shortcut.empty()) {
         action.context->holders.try_emplace(shortcut, Holder{action.command, action.id, action.parentId});
     }
@@ -121,7 +128,7 @@ ActionCatalogue::Context& ActionCatalogue::Tables::context(std::string_view name
 
 ActionCatalogue::Context& ActionCatalogue::Tables::addContext(std::string_view name) {
     const std::string_view kept = keep(name);
-    Context& added = contexts.try_emplace(kept, kept, lasting, changing).first->second;
+    Context& added = contexts.try_emplace(kept, kept, lasting).first->second;
     const std::string_view linked = linkedWith(kept);
     if (!linked.empty()) {
         added.linked = findContext(linked);

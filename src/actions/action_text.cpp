@@ -63,7 +63,15 @@ json::View wrapped(json::View root) {
 }  // namespace
 
 DefinitionReader::DefinitionReader(std::string_view text)
-    : document_(text), elements_(document_.root().member(kActions).elements()), next_(elements_.begin()) {}
+    : textSize_(text.size()),
+      document_(text),
+      elements_(document_.root().member(kActions).elements()),
+      next_(elements_.begin()) {}
+
+std::size_t DefinitionReader::count() const {
+    constexpr std::string_view kShortest = R"({"id":1,"context":"c","command":"c"})";
+    return std::min(elements_.size(), textSize_ / kShortest.size());
+}
 
 bool DefinitionReader::next(ActionDefinition& definition) {
     if (next_ == elements_.end()) {

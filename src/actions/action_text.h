@@ -3,6 +3,7 @@
 
 #include <zelutil/actions/action_item.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,7 +36,11 @@ public:
     /// The next element; false at the end.
     bool next(ActionDefinition& definition);
 
+    /// Elements of the text, as far as they can be actions: one that makes sense takes some characters.
+    std::size_t count() const;
+
 private:
+    std::size_t textSize_;
     json::Document document_;
     json::Elements elements_;
     json::Elements::Iterator next_;

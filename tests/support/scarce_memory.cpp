@@ -1,7 +1,10 @@
 #include "support/scarce_memory.h"
 
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 
 namespace {
@@ -34,7 +37,28 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
+/// The standard library's memory resources use it. The address of the whole block stands in front of the aligned one:
+/// not every system has a malloc that aligns.
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    const auto bytes = static_cast<std::size_t>(alignment);
+    std::size_t space = size + bytes;
+    void* const block = operator new(space + sizeof(void*));
+    void* aligned = static_cast<char*>(block) + sizeof(void*);
+    aligned = std::align(bytes, size, aligned, space);
+    std::memcpy(static_cast<char*>(aligned) - sizeof block, &block, sizeof block);
+    return aligned;
+}
+
 void operator delete(void* memory) noexcept { std::free(memory); }
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+    void* block = nullptr;
+    std::memcpy(&block, static_cast<char*>(memory) - sizeof block, sizeof block);
+    std::free(block);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t alignment) noexcept {
+    operator delete(memory, alignment);
+}
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 // The linker's --wrap gives these names their meaning.
