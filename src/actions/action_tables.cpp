@@ -68,6 +68,9 @@ void ActionCatalogue::Tables::define(const ActionDefinition& definition) {
 }
 
 /// The first with a command, and the first with a shortcut, has it.
+///
+/// Kept deliberately: the command of a later action with that shortcut counts as bound to it too. So setting it again
+/// once it is free changes nothing.
 void ActionCatalogue::Tables::index(Action& action) {
     const std::string& shortcut = action.shortcut.defaultValue;
     const auto [place, added] = action.context->commands.try_emplace(action.command);

@@ -64,6 +64,8 @@ std::optional<std::string> rootVariable() {
 std::string searchList(const DbgChk& trace) {
     std::string list;
     if (const auto value = rootVariable()) {
+        // Kept deliberately: a text that is no path is the empty path, and what is joined to it lies in the current
+        // directory, which is then looked at before all entries.
         const Path programs = Path(*value) + kProgramsOfTree;
         print(trace, "Added QTX ROOT/INSTDIR ENV variable to beginning of search PATH", programs);
         list = std::string(programs) + ";";

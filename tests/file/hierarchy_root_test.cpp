@@ -242,6 +242,18 @@ TEST_F(RootFromSearch, AVariableIsNormalised) {
     EXPECT_EQ(outputOf({"root"}), rootLine(product));
 }
 
+TEST_F(RootFromSearch, AVariableThatIsNoPathMeansTheCurrentDirectoryFirstOddity) {
+    makeInstallation(here);
+    makeInstallation(other);
+    setPath({other / "tools/bin"});
+    for (const char* const name : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
+        environment[name] = "C:/no?path";
+        EXPECT_EQ(outputOf({"root"}), rootLine(here)) << name;
+        environment[name] = std::nullopt;
+    }
+    EXPECT_EQ(outputOf({"root"}), rootLine(other));
+}
+
 TEST_F(RootFromSearch, AnEmptyVariableIsTheCurrentDirectory) {
     makeInstallation(here);
     trace();

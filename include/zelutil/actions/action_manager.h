@@ -30,8 +30,12 @@ public:
 
     // --- Sub-manager of the preferences ---
 
-    /// Forgets all actions and reads them anew. Observers stay attached, also to ids that are gone, and are told of
-    /// the shortcuts and menu flags that the user's text and the parents change.
+    /// Forgets all actions and reads them anew. Observers stay attached, also to ids that are gone. They are told of
+    /// the shortcuts that the user's text and the parents change and of the menu flags that the user's text changes; a
+    /// menu flag taken over from a parent is told to nobody.
+    ///
+    /// Where memory runs out, std::bad_alloc passes through: the actions are then as before, or those of `defaultsText`
+    /// with only a part of the changes that `userText` and the parents make.
     ///
     /// `defaultsText` is {"actions":[...]}, the shipped actions; an element without a valid "id", "context" and
     /// "command" or with a negative "parent_id" is skipped, and of two with one id the first counts. `userText` is the

@@ -7,6 +7,8 @@ namespace zelutil::platform {
 
 using namespace windows;
 
+/// Kept deliberately: this is the system's table, not the one that a C runtime copied from it at its start. A process
+/// may have several runtimes, and what a host sets in one is seen here only where that runtime passes it on.
 std::optional<std::string> environment(const char* name) {
     if (name == nullptr) {
         return std::nullopt;
