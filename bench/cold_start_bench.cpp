@@ -1,5 +1,5 @@
-// Reading both preference files and building the model from them, against parsing the same texts and against other
-// stores. The model is the static form's: the manager itself is made once in a process.
+// Reading both preference files and building the catalogue from them, against parsing the same texts and against other
+// stores. The catalogue is the static form's: the manager itself is made once in a process.
 #include <QSettings>
 #include <QString>
 #include <filesystem>
@@ -9,7 +9,7 @@
 #include <unordered_map>
 
 #include "peers/plain_json_peer.h"
-#include "prefs/preference_model.h"
+#include "prefs/preferences.h"
 #include "settings_corpus.h"
 #include "support/comparison.h"
 
@@ -82,10 +82,8 @@ void zelutil::bench::addComparisons() {
 
     Comparison("read, parse and build 10000 settings", 1)
         .zelutil([] {
-            UserPreferenceManager::Model model;
-            model.readDefaultJson();
-            model.readOverriddenCfg();
-            return std::uint64_t{model.getMergedValueForSetting(model.findSetting(last)).size()};
+            prefs::UserSettingsFile userFile;
+            return std::uint64_t{prefs::readPreferenceFiles(userFile).find(last)->valueInForce().size()};
         })
         .peer("RapidJSON, parse alone", [] { return peers::parseAlone(corpus.defaultsText(), corpus.userText()); })
         .peer("nlohmann::json, flattened",

@@ -37,6 +37,9 @@ public:
     /// False when absent. The value null is a value.
     explicit operator bool() const { return value_ != nullptr; }
 
+    /// Whether both are one and the same value of a document, or both absent; equal values are not looked at.
+    bool isSame(View other) const { return value_ == other.value_; }
+
     bool isArray() const { return value_ != nullptr && value_->IsArray(); }
     /// Whether this is the literal `true`.
     bool isTrue() const { return value_ != nullptr && value_->IsTrue(); }

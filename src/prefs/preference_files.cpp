@@ -15,6 +15,8 @@ namespace {
 using ZelU::File::Hierarchy;
 using ZelU::File::Path;
 
+/// Both files have this name.
+constexpr char kSettingsFileName[] = "tessel_settings.cfg";
 constexpr char kDefaultsVariable[] = "tessel_settings";
 constexpr char kDefaultsDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
@@ -33,9 +35,9 @@ public:
 };
 
 /// Without an installation the defaults are empty; the manager's maker is not to see the exception.
-Path findInstalled(const char* name) {
+Path findInstalled() {
     try {
-        return Hierarchy::FindFile(name, kDefaultsDirectory);
+        return Hierarchy::FindFile(kSettingsFileName, kDefaultsDirectory);
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         return {};
     }
@@ -58,16 +60,16 @@ std::string fileIn(const Path& directory, const char* name) {
 
 }  // namespace
 
-std::string getUserSettingsFullPathname(const char* name) {
+std::string defaultsFilePath() {
     if (auto named = platform::environmentPath(kDefaultsVariable)) {
         return *named;
     }
     // Kept deliberately: a path with a blank comes in double quotes, which no file has in its name. A host that lives
     // with the built-in values there would suddenly meet others.
-    return findInstalled(name).GetPath4Shell();
+    return findInstalled().GetPath4Shell();
 }
 
-std::string getUserFileName() {
+std::string userFilePath() {
     if (auto found = findOnSetupPath()) {
         return *found;
     }
@@ -75,12 +77,12 @@ std::string getUserFileName() {
     return fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
 }
 
-std::string getWrittenUserFileName() {
+std::string writtenUserFilePath() {
     static const bool regressionTesting = platform::environment(kRegressionVariable).has_value();
     if (regressionTesting) {
         return fileIn(Path(Path::GetCWD()), kUserFileInRegressionTest);
     }
-    return getUserFileName();
+    return userFilePath();
 }
 
 bool isUserFileSearchInProgress() { return searchInProgress; }

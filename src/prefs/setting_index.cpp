@@ -8,105 +8,91 @@ namespace zelutil::prefs {
 namespace {
 
 constexpr unsigned kKeyBits = 64;
+constexpr std::size_t kEntriesPerBucket = 2;
 
 }  // namespace
 
-SettingIndex::Setting* SettingIndex::add(std::string_view section, std::string_view name, std::uint64_t key,
-                                         std::string_view defaultValue) {
-    const std::pmr::polymorphic_allocator<Setting> allocator(memory_.get());
-    const auto& setting = settings_.emplace_back(std::allocate_shared<Setting>(allocator));
-    setting->fullName = joined(section, name);
-    setting->defaultValue = defaultValue;
-    setting->key = key;
-    setting->nameLength = static_cast<std::uint32_t>(name.size());
-    addKey(key);
-    return setting.get();
-}
-
-std::string_view SettingIndex::joined(std::string_view section, std::string_view name) {
-    const std::size_t length = section.size() + name.size();
-    char* const text = static_cast<char*>(memory_->allocate(length, alignof(char)));
-    std::copy(name.begin(), name.end(), std::copy(section.begin(), section.end(), text));
-    return {text, length};
-}
-
-void SettingIndex::addKey(std::uint64_t key) {
-    additions_.push_back({key, static_cast<std::uint32_t>(settings_.size() - 1)});
-}
-
-void SettingIndex::build() {
-    additions_.insert(additions_.end(), entries_.begin(), entries_.end());
-    chooseDirectorySize();
-    dealOutAdditions();
-    sortBuckets();
-    dropLaterEntriesOfOneKey();
-    indexEntries();
-}
-
-SettingIndex::Setting* SettingIndex::find(std::uint64_t key) const {
+Setting* SettingIndex::locate(std::uint64_t key) const {
     const std::size_t bucket = bucketOf(key);
     const Entry* const begin = entries_.data() + directory_[bucket];
     const Entry* const end = entries_.data() + directory_[bucket + 1];
     const Entry* const found =
         std::lower_bound(begin, end, key, [](const Entry& entry, std::uint64_t wanted) { return entry.key < wanted; });
-    return found == end || found->key != key ? nullptr : settings_[found->setting].get();
+    return found == end || found->key != key ? nullptr : found->setting;
 }
 
-std::vector<SettingIndex::Setting*> SettingIndex::inKeyOrder() const {
-    std::vector<Setting*> settings;
+std::vector<const Setting*> SettingIndex::inKeyOrder() const {
+    std::vector<const Setting*> settings;
     settings.reserve(entries_.size());
     for (const Entry& entry : entries_) {
-        settings.push_back(settings_[entry.setting].get());
+        settings.push_back(entry.setting);
     }
     return settings;
 }
 
-/// One bucket to about two entries.
-void SettingIndex::chooseDirectorySize() {
-    unsigned bits = 1;
-    while ((std::size_t{1} << bits) < additions_.size() / 2) {
-        ++bits;
-    }
-    shift_ = kKeyBits - bits;
-    directory_.assign((std::size_t{1} << bits) + 1, 0);
+void SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {
+    Setting& setting = index_.settings_.emplace_back();
+    setting.defaultValue = defaultValue;
+    setting.key = key;
+    addKey(key);
 }
 
-/// Moves the additions to the buckets they belong to, which is several times faster than sorting them all. The
-/// directory tells afterwards where each bucket ends.
-void SettingIndex::dealOutAdditions() {
-    for (const Entry& addition : additions_) {
-        ++directory_[bucketOf(addition.key) + 1];
-    }
-    std::partial_sum(directory_.begin(), directory_.end(), directory_.begin());
-    entries_.resize(additions_.size());
-    for (const Entry& addition : additions_) {
-        entries_[directory_[bucketOf(addition.key)]++] = addition;
-    }
+void SettingIndex::Builder::addKey(std::uint64_t key) {
+    additions_.push_back({key, static_cast<std::uint32_t>(index_.settings_.size() - 1)});
+}
+
+SettingIndex SettingIndex::Builder::build() {
+    chooseDirectorySize();
+    const std::vector<std::uint32_t> begins = bucketBegins();
+    std::vector<Addition> additions = dealtOut(begins);
     additions_ = {};
-}
-
-void SettingIndex::sortBuckets() {
-    const auto isBefore = [](const Entry& a, const Entry& b) {
+    const auto isBefore = [](const Addition& a, const Addition& b) {
         return a.key != b.key ? a.key < b.key : a.setting < b.setting;
     };
-    auto begin = entries_.begin();
-    for (const std::uint32_t end : directory_) {
-        std::sort(begin, entries_.begin() + end, isBefore);
-        begin = entries_.begin() + end;
+    index_.entries_.reserve(additions.size());
+    index_.directory_.clear();
+    for (std::size_t bucket = 0; bucket + 1 < begins.size(); ++bucket) {
+        index_.directory_.push_back(static_cast<std::uint32_t>(index_.entries_.size()));
+        const auto begin = additions.begin() + begins[bucket];
+        const auto end = additions.begin() + begins[bucket + 1];
+        std::sort(begin, end, isBefore);
+        for (auto addition = begin; addition != end; ++addition) {
+            // The first setting of a key stays.
+            if (addition == begin || addition->key != (addition - 1)->key) {
+                index_.entries_.push_back({addition->key, &index_.settings_[addition->setting]});
+            }
+        }
     }
+    index_.directory_.push_back(static_cast<std::uint32_t>(index_.entries_.size()));
+    return std::move(index_);
 }
 
-void SettingIndex::dropLaterEntriesOfOneKey() {
-    const auto sameKey = [](const Entry& a, const Entry& b) { return a.key == b.key; };
-    entries_.erase(std::unique(entries_.begin(), entries_.end(), sameKey), entries_.end());
+void SettingIndex::Builder::chooseDirectorySize() {
+    unsigned bits = 1;
+    while ((std::size_t{1} << bits) < additions_.size() / kEntriesPerBucket) {
+        ++bits;
+    }
+    index_.shift_ = kKeyBits - bits;
 }
 
-void SettingIndex::indexEntries() {
-    std::fill(directory_.begin(), directory_.end(), 0);
-    for (const Entry& entry : entries_) {
-        ++directory_[bucketOf(entry.key) + 1];
+/// Returns where each bucket will begin, and after the last one where it ends.
+std::vector<std::uint32_t> SettingIndex::Builder::bucketBegins() const {
+    std::vector<std::uint32_t> begins((std::size_t{1} << (kKeyBits - index_.shift_)) + 1, 0);
+    for (const Addition& addition : additions_) {
+        ++begins[index_.bucketOf(addition.key) + 1];
     }
-    std::partial_sum(directory_.begin(), directory_.end(), directory_.begin());
+    std::partial_sum(begins.begin(), begins.end(), begins.begin());
+    return begins;
+}
+
+/// Returns the additions bucket by bucket. To sort them within their buckets afterwards takes much less time than to
+/// sort them all.
+std::vector<SettingIndex::Builder::Addition> SettingIndex::Builder::dealtOut(std::vector<std::uint32_t> begins) const {
+    std::vector<Addition> additions(additions_.size());
+    for (const Addition& addition : additions_) {
+        additions[begins[index_.bucketOf(addition.key)]++] = addition;
+    }
+    return additions;
 }
 
 }  // namespace zelutil::prefs

@@ -4,7 +4,6 @@
 #include <zelutil/util/ascii.h>
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 /// How settings are named and how a name becomes a key.
@@ -45,39 +44,6 @@ constexpr std::uint64_t keyOf(const char* name) {
     }
     return hash;
 }
-
-/// Names of nested sections joined into one text that grows and shrinks as a walk goes down and up, so that deep
-/// nesting copies nothing. The separator follows only what is not empty.
-class JoinedNames {
-public:
-    explicit JoinedNames(std::string_view start) : text_(start) {}
-
-    const std::string& text() const { return text_; }
-
-    /// The names with one more, until the end of the scope.
-    class Level {
-    public:
-        Level(JoinedNames& names, std::string_view name) : names_(names), outerLength_(names.text_.size()) {
-            if (!names.text_.empty()) {
-                names.text_ += kNameSeparator;
-            }
-            names.text_ += name;
-        }
-        Level(const Level&) = delete;
-        Level& operator=(const Level&) = delete;
-        ~Level() { names_.text_.resize(outerLength_); }
-
-        /// What the names were before.
-        std::string outer() const { return names_.text_.substr(0, outerLength_); }
-
-    private:
-        JoinedNames& names_;
-        std::size_t outerLength_;
-    };
-
-private:
-    std::string text_;
-};
 
 }  // namespace zelutil::prefs
 

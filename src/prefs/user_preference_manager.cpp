@@ -1,20 +1,14 @@
-#include <zelutil/c_api.h>
 #include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 
 #include <algorithm>
 
-#include "prefs/preference_files.h"
-#include "prefs/preference_model.h"
+#include "prefs/preferences.h"
+#include "prefs/save.h"
 #include "prefs/setting_name.h"
 
-namespace {
-
-using Model = UserPreferenceManager::Model;
-
-const char* charactersOrNull(const std::string& value) { return value.empty() ? nullptr : value.c_str(); }
-
-}  // namespace
+using zelutil::prefs::Preferences;
+using zelutil::prefs::Setting;
 
 std::atomic<bool> UserPreferenceManager::s_bKilled{false};
 
@@ -33,17 +27,13 @@ UserPreferenceManager& UserPreferenceManager::GetInstance() {
     return singleton.manager;
 }
 
-UserPreferenceManager::UserPreferenceManager() : model_(std::make_unique<Model>()) {
-    model_->readDefaultJson();
-    model_->readOverriddenCfg();
-    model_->initializeSubManagers();
-}
+UserPreferenceManager::UserPreferenceManager() : preferences_(std::make_unique<Preferences>()) {}
 
 UserPreferenceManager::UserPreferenceManager(const UserPreferenceManager& other)
-    : model_(std::make_unique<Model>(*other.model_)) {}
+    : preferences_(std::make_unique<Preferences>(*other.preferences_)) {}
 
 UserPreferenceManager& UserPreferenceManager::operator=(const UserPreferenceManager& other) {
-    model_ = std::make_unique<Model>(*other.model_);
+    preferences_ = std::make_unique<Preferences>(*other.preferences_);
     return *this;
 }
 
@@ -51,26 +41,30 @@ UserPreferenceManager::~UserPreferenceManager() = default;
 
 // NOLINTBEGIN(performance-unnecessary-value-param): the types are part of the interface.
 const std::string& UserPreferenceManager::getUserPrefSetting(std::string name) const {
-    return Model::getMergedValueForSetting(model_->findSetting(name));
+    const Setting* const setting = preferences_->catalogue.find(name);
+    return setting == nullptr ? preferences_->noValue : setting->valueInForce();
 }
 
 const std::string& UserPreferenceManager::getDefaultPrefSetting(std::string name) const {
-    return Model::getDefaultValueForSetting(model_->findSetting(name));
+    const Setting* const setting = preferences_->catalogue.find(name);
+    return setting == nullptr ? preferences_->noValue : setting->defaultValue;
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
 const std::map<std::string, std::shared_ptr<UserPreferenceManager::UserPreferenceUISection>>&
 UserPreferenceManager::getAllUserPrefUISettings() {
-    return model_->sections();
+    return preferences_->catalogue.sections();
 }
 
-IUserSettingsManager* UserPreferenceManager::GetSubManager(SubManagerType type) { return model_->subManager(type); }
+IUserSettingsManager* UserPreferenceManager::GetSubManager(SubManagerType type) {
+    return preferences_->subManagers.find(type);
+}
 
-void UserPreferenceManager::ApplySubManagersChanges() const { model_->applySubManagersChanges(); }
+void UserPreferenceManager::ApplySubManagersChanges() const { preferences_->subManagers.applyChanges(); }
 
 void UserPreferenceManager::updateUserPrefSettings(const std::map<std::string, std::string>& settings,
                                                    const std::map<SubManagerType, std::string>& subManagerSettings) {
-    model_->updateUserPrefSettings(settings, subManagerSettings);
+    zelutil::prefs::save(preferences_->catalogue, preferences_->userFile, {settings, subManagerSettings});
 }
 
 void UserPreferenceManager::convertSettingToLowercase(std::string& name) {
@@ -78,22 +72,3 @@ void UserPreferenceManager::convertSettingToLowercase(std::string& name) {
 }
 
 std::size_t UserPreferenceManager::computeHash(const std::string& name) const { return zelutil::prefs::hashOf(name); }
-
-const char* get_user_setting(const char* name) {
-    if (zelutil::prefs::isUserFileSearchInProgress()) {
-        return nullptr;
-    }
-    try {
-        const Model& model = Model::of(UserPreferenceManager::GetInstance());
-        return charactersOrNull(Model::getMergedValueForSetting(model.findSetting(name)));
-    } catch (bool) {
-        return nullptr;
-    }
-}
-
-// Kept deliberately: unlike its sibling, this function neither looks whether the user's file is being searched for nor
-// catches the exception of the teardown: hosts are written against either.
-const char* get_default_user_setting(const char* name) {
-    const Model& model = Model::of(UserPreferenceManager::GetInstance());
-    return charactersOrNull(Model::getDefaultValueForSetting(model.findSetting(name)));
-}

@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "prefs/model_of.h"
+#include "prefs/catalogue_of.h"
 
 namespace zelutil::test {
 namespace {
 
 void expectAnswers(const Row& row) {
-    const Model model = modelOf(row.sections);
+    const Catalogue catalogue = catalogueOf(row.sections);
     for (const Answer& answer : row.answers) {
-        EXPECT_EQ(valueOf(model, answer.name), answer.value) << row.what << ": " << answer.name;
-        EXPECT_EQ(defaultOf(model, answer.name), answer.value) << row.what << ": " << answer.name;
+        EXPECT_EQ(valueOf(catalogue, answer.name), answer.value) << row.what << ": " << answer.name;
+        EXPECT_EQ(defaultOf(catalogue, answer.name), answer.value) << row.what << ": " << answer.name;
     }
 }
 
@@ -58,12 +58,13 @@ TEST(DefaultSettings, NamesAreFoundInFullAndWhereTheSectionIsUniqueBare) {
 
 TEST(DefaultSettings, AnythingButTrueMakesASectionNotUnique) {
     for (const char* const unique : {"false", "null", "0", "1", "\"true\"", "[true]", "{}"}) {
-        const Model model = modelOf(R"([{"header":"D","attribute":"d","tclCommand":"t","unique":)" +
-                                    std::string(unique) + R"(,"defaultsettings":[{"name":"g","value":"1"}]}])");
-        EXPECT_EQ(valueOf(model, "d::g"), "1") << unique;
-        EXPECT_EQ(valueOf(model, "g"), kUnknown) << unique;
-        ASSERT_EQ(model.sections().count("d"), 1U) << unique;
-        EXPECT_FALSE(model.sections().at("d")->unique) << unique;
+        const Catalogue catalogue =
+            catalogueOf(R"([{"header":"D","attribute":"d","tclCommand":"t","unique":)" + std::string(unique) +
+                        R"(,"defaultsettings":[{"name":"g","value":"1"}]}])");
+        EXPECT_EQ(valueOf(catalogue, "d::g"), "1") << unique;
+        EXPECT_EQ(valueOf(catalogue, "g"), kUnknown) << unique;
+        ASSERT_EQ(catalogue.sections().count("d"), 1U) << unique;
+        EXPECT_FALSE(catalogue.sections().at("d")->unique) << unique;
     }
 }
 
@@ -153,12 +154,12 @@ TEST(DefaultSettings, ASectionWithoutBothCommandAndSettingsOnlyGroups) {
               "children":[{"header":"B","attribute":"b","tclCommand":"","defaultsettings":[{"name":"g","value":"2"}]}]}])",
          {{"a::g", kUnknown}, {"g", "2"}, {"a::b::g", "2"}}},
     });
-    EXPECT_TRUE(modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t"}])").sections().empty());
-    EXPECT_TRUE(modelOf(R"([{"header":"A","attribute":"a","defaultsettings":[]}])").sections().empty());
+    EXPECT_TRUE(catalogueOf(R"([{"header":"A","attribute":"a","tclCommand":"t"}])").sections().empty());
+    EXPECT_TRUE(catalogueOf(R"([{"header":"A","attribute":"a","defaultsettings":[]}])").sections().empty());
     for (const char* const settings : {"null", "{}", "\"g\"", "1", "true"}) {
-        const Model model = modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":)" +
-                                    std::string(settings) + "}]");
-        EXPECT_TRUE(model.sections().empty()) << settings;
+        const Catalogue catalogue = catalogueOf(
+            R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":)" + std::string(settings) + "}]");
+        EXPECT_TRUE(catalogue.sections().empty()) << settings;
     }
 }
 
@@ -202,34 +203,34 @@ TEST(DefaultSettings, AMetaThatIsNoArrayContributesNothing) {
          "null", "1", R"("meta")",
          // Keys are compared exactly.
          R"({"Meta":[{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"1"}]}]})"}) {
-        const Model model = modelOfTexts(text, text);
-        EXPECT_TRUE(model.sections().empty()) << text;
-        EXPECT_EQ(valueOf(model, "g"), kUnknown) << text;
+        const Catalogue catalogue = catalogueOfTexts(text, text);
+        EXPECT_TRUE(catalogue.sections().empty()) << text;
+        EXPECT_EQ(valueOf(catalogue, "g"), kUnknown) << text;
     }
 }
 
-TEST(DefaultSettings, ASettingKeepsItsNamesAsWritten) {
-    const Model model = modelOf(R"([{"header":"A","attribute":"Dis","children":[{"header":"B","attribute":"Play",
-        "tclCommand":"t","defaultsettings":[{"name":"GrId","value":"V"}]}]}])");
-    const auto* const setting = model.findSetting("grid");
+TEST(DefaultSettings, ASettingIsOneRecordUnderBothItsNames) {
+    const Catalogue catalogue = catalogueOf(R"([{"header":"A","attribute":"Dis","children":[{"header":"B",
+        "attribute":"Play","tclCommand":"t","defaultsettings":[{"name":"GrId","value":"V"}]}]}])");
+    const prefs::Setting* const setting = catalogue.find("grid");
     ASSERT_NE(setting, nullptr);
-    EXPECT_EQ(setting, model.findSetting("DIS::PLAY::GRID"));
-    EXPECT_EQ(setting->name(), "GrId");
-    EXPECT_EQ(setting->fullName, "Dis::Play::GrId");
+    EXPECT_EQ(setting, catalogue.find("DIS::PLAY::GRID"));
+    EXPECT_EQ(setting->key, prefs::hashOf("dis::play::grid"));
     EXPECT_EQ(setting->defaultValue, "V");
     EXPECT_EQ(setting->userValue, "");
     EXPECT_FALSE(setting->hasUserValue);
 }
 
 TEST(DefaultSettings, ZerosInTextsStayInside) {
-    const Model model = modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t",
+    const Catalogue catalogue = catalogueOf(R"([{"header":"A","attribute":"a","tclCommand":"t",
         "defaultsettings":[{"name":"g\u0000h","value":"1\u00002"}]}])");
-    EXPECT_EQ(valueOf(model, std::string("A::G\0H", 6)), std::string("1\0002", 3));
-    EXPECT_EQ(valueOf(model, "a::g"), kUnknown);
+    EXPECT_EQ(valueOf(catalogue, std::string("A::G\0H", 6)), std::string("1\0002", 3));
+    EXPECT_EQ(valueOf(catalogue, "a::g"), kUnknown);
 }
 
 TEST(Sections, HoldWhatTheFileSaysOfThem) {
-    const Model model = modelOf(R"([{"header":"Display","attribute":"display","tclCommand":"apply","defaultsettings":[],
+    const Catalogue catalogue =
+        catalogueOf(R"([{"header":"Display","attribute":"display","tclCommand":"apply","defaultsettings":[],
         "children":[{"header":"Colors","attribute":"colors","unique":false,"tclCommand":"","defaultsettings":[],
                      "children":{}},
                     {"header":"Group","attribute":"group",
@@ -250,10 +251,10 @@ TEST(Sections, HoldWhatTheFileSaysOfThem) {
         {"display::group::In", "Display::Group", "", "t", true, 101, true},
         {"keys", "", "Keys", "k", true, 100, false},
     };
-    EXPECT_EQ(model.sections().size(), std::size(rows));
+    EXPECT_EQ(catalogue.sections().size(), std::size(rows));
     for (const Expected& row : rows) {
-        const auto found = model.sections().find(row.attributePath);
-        ASSERT_NE(found, model.sections().end()) << row.attributePath;
+        const auto found = catalogue.sections().find(row.attributePath);
+        ASSERT_NE(found, catalogue.sections().end()) << row.attributePath;
         const auto& section = *found->second;
         EXPECT_EQ(section.attributePath, row.attributePath);
         EXPECT_EQ(section.parentHeader, row.parentHeader) << row.attributePath;
@@ -266,12 +267,12 @@ TEST(Sections, HoldWhatTheFileSaysOfThem) {
 }
 
 TEST(Sections, TheFirstOfOnePathWinsAndCaseMatters) {
-    const Model model = modelOf(R"([{"header":"1","attribute":"a","tclCommand":"t","defaultsettings":[]},
+    const Catalogue catalogue = catalogueOf(R"([{"header":"1","attribute":"a","tclCommand":"t","defaultsettings":[]},
         {"header":"2","attribute":"a","tclCommand":"t","defaultsettings":[]},
         {"header":"3","attribute":"A","tclCommand":"t","defaultsettings":[]}])");
-    ASSERT_EQ(model.sections().size(), 2U);
-    EXPECT_EQ(model.sections().at("a")->header, "1");
-    EXPECT_EQ(model.sections().at("A")->header, "3");
+    ASSERT_EQ(catalogue.sections().size(), 2U);
+    EXPECT_EQ(catalogue.sections().at("a")->header, "1");
+    EXPECT_EQ(catalogue.sections().at("A")->header, "3");
 }
 
 TEST(Sections, AnIdThatIsNoIntegerOf32BitsMeansNoSubManager) {
@@ -297,21 +298,22 @@ TEST(Sections, AnIdThatIsNoIntegerOf32BitsMeansNoSubManager) {
         {"[100]", 101},
     };
     for (const IdRow& row : kRows) {
-        const Model model = modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t","submanagerId":)" +
-                                    std::string(row.id) + R"(,"defaultsettings":[{"name":"g","value":"1"}]}])");
-        ASSERT_EQ(model.sections().count("a"), 1U) << row.id;
-        EXPECT_EQ(model.sections().at("a")->submanagerId, row.read) << row.id;
+        const Catalogue catalogue =
+            catalogueOf(R"([{"header":"A","attribute":"a","tclCommand":"t","submanagerId":)" + std::string(row.id) +
+                        R"(,"defaultsettings":[{"name":"g","value":"1"}]}])");
+        ASSERT_EQ(catalogue.sections().count("a"), 1U) << row.id;
+        EXPECT_EQ(catalogue.sections().at("a")->submanagerId, row.read) << row.id;
         // A sub-manager's section has no settings of its own.
-        EXPECT_EQ(valueOf(model, "a::g"), row.read == 101 ? "1" : kUnknown) << row.id;
+        EXPECT_EQ(valueOf(catalogue, "a::g"), row.read == 101 ? "1" : kUnknown) << row.id;
     }
 }
 
 TEST(Sections, ASubManagersSectionMayHoldAnySettings) {
     for (const char* const settings : {"null", "{}", "[]", "\"text\"", "1", R"({"actions":[{"id":1}]})"}) {
-        const Model model = modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t","submanagerId":100,
+        const Catalogue catalogue = catalogueOf(R"([{"header":"A","attribute":"a","tclCommand":"t","submanagerId":100,
             "defaultsettings":)" + std::string(settings) +
-                                    "}]");
-        EXPECT_EQ(model.sections().count("a"), 1U) << settings;
+                                                "}]");
+        EXPECT_EQ(catalogue.sections().count("a"), 1U) << settings;
     }
 }
 

@@ -4,7 +4,7 @@
 #include <random>
 #include <string>
 
-#include "prefs/model_of.h"
+#include "prefs/catalogue_of.h"
 #include "prefs/nested_sections.h"
 #include "support/small_stack.h"
 
@@ -22,23 +22,25 @@ constexpr char kUser[] =
 TEST(HostileTexts, AsManySectionsInsideEachOtherAsATextMayHoldAreRead) {
     // The settings of section n stand 2 * n + 3 deep, and a text may be 1,024 deep.
     runOnSmallStack([] {
-        const Model model = modelOf(nestedSections(510, kInnermostDefaults), nestedSections(510, kInnermostUser));
+        const Catalogue catalogue =
+            catalogueOf(nestedSections(510, kInnermostDefaults), nestedSections(510, kInnermostUser));
         const std::string path = repeated(510, "a::");
-        EXPECT_EQ(valueOf(model, path + "g"), "2");
-        EXPECT_EQ(valueOf(model, "g"), "2");
-        EXPECT_EQ(model.sections().size(), 1U);
+        EXPECT_EQ(valueOf(catalogue, path + "g"), "2");
+        EXPECT_EQ(valueOf(catalogue, "g"), "2");
+        EXPECT_EQ(catalogue.sections().size(), 1U);
     });
 }
 
 TEST(HostileTexts, DeeperOnesAreMalformed) {
     runOnSmallStack([] {
-        const Model tooDeep = modelOf(nestedSections(511, kInnermostDefaults));
+        const Catalogue tooDeep = catalogueOf(nestedSections(511, kInnermostDefaults));
         EXPECT_TRUE(tooDeep.sections().empty());
-        const Model userTooDeep = modelOf(nestedSections(1, kInnermostDefaults), nestedSections(511, kInnermostUser));
+        const Catalogue userTooDeep =
+            catalogueOf(nestedSections(1, kInnermostDefaults), nestedSections(511, kInnermostUser));
         EXPECT_EQ(valueOf(userTooDeep, "g"), "1");
-        const Model farTooDeep = modelOf(nestedSections(300000, kInnermostDefaults));
+        const Catalogue farTooDeep = catalogueOf(nestedSections(300000, kInnermostDefaults));
         EXPECT_TRUE(farTooDeep.sections().empty());
-        const Model arrays = modelOfTexts(repeated(2000000, "["), repeated(2000000, R"({"meta":)"));
+        const Catalogue arrays = catalogueOfTexts(repeated(2000000, "["), repeated(2000000, R"({"meta":)"));
         EXPECT_TRUE(arrays.sections().empty());
     });
 }
@@ -46,10 +48,10 @@ TEST(HostileTexts, DeeperOnesAreMalformed) {
 TEST(HostileTexts, DeepSettingsOfASubManagerAreHandedOn) {
     runOnSmallStack([] {
         const std::string deep = repeated(1000, "[") + repeated(1000, "]");
-        const Model model = modelOf(
+        const Catalogue catalogue = catalogueOf(
             R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":)" + deep + "}]",
             R"([{"header":"K","attribute":"k","overriddensettings":)" + deep + "}]");
-        EXPECT_EQ(model.sections().count("k"), 1U);
+        EXPECT_EQ(catalogue.sections().count("k"), 1U);
     });
 }
 
@@ -57,21 +59,22 @@ TEST(HostileTexts, ACutOffTextContributesNothing) {
     const std::string defaults = kDefaults;
     const std::string user = kUser;
     for (std::size_t length = 0; length < defaults.size(); ++length) {
-        const Model model = modelOfTexts(defaults.substr(0, length), user);
-        EXPECT_TRUE(model.sections().empty()) << length;
-        EXPECT_EQ(valueOf(model, "a::g"), kUnknown) << length;
+        const Catalogue catalogue = catalogueOfTexts(defaults.substr(0, length), user);
+        EXPECT_TRUE(catalogue.sections().empty()) << length;
+        EXPECT_EQ(valueOf(catalogue, "a::g"), kUnknown) << length;
     }
     for (std::size_t length = 0; length < user.size(); ++length) {
-        const Model model = modelOfTexts(defaults, user.substr(0, length));
-        EXPECT_EQ(valueOf(model, "a::g"), "1") << length;
-        EXPECT_EQ(valueOf(model, "a::b::h"), "2") << length;
+        const Catalogue catalogue = catalogueOfTexts(defaults, user.substr(0, length));
+        EXPECT_EQ(valueOf(catalogue, "a::g"), "1") << length;
+        EXPECT_EQ(valueOf(catalogue, "a::b::h"), "2") << length;
     }
 }
 
 TEST(HostileTexts, AByteOrderMarkIsSkipped) {
-    const Model model = modelOfTexts("\xEF\xBB\xBF" + std::string(kDefaults), "\xEF\xBB\xBF" + std::string(kUser));
-    EXPECT_EQ(valueOf(model, "a::g"), "10");
-    EXPECT_EQ(valueOf(model, "h"), "20");
+    const Catalogue catalogue =
+        catalogueOfTexts("\xEF\xBB\xBF" + std::string(kDefaults), "\xEF\xBB\xBF" + std::string(kUser));
+    EXPECT_EQ(valueOf(catalogue, "a::g"), "10");
+    EXPECT_EQ(valueOf(catalogue, "h"), "20");
 }
 
 TEST(HostileTexts, NumbersThatCannotBeHeldMakeATextMalformed) {
@@ -79,9 +82,10 @@ TEST(HostileTexts, NumbersThatCannotBeHeldMakeATextMalformed) {
         const std::string sections =
             R"([{"x":)" + std::string(number) +
             R"(,"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"1"}]}])";
-        EXPECT_TRUE(modelOf(sections).sections().empty()) << number;
+        EXPECT_TRUE(catalogueOf(sections).sections().empty()) << number;
     }
-    const Model vanishing = modelOf(R"([{"x":[0.0000000001e-2147483639],"header":"A","attribute":"a","tclCommand":"t",
+    const Catalogue vanishing =
+        catalogueOf(R"([{"x":[0.0000000001e-2147483639],"header":"A","attribute":"a","tclCommand":"t",
         "defaultsettings":[{"name":"g","value":"1"}]}])");
     EXPECT_EQ(valueOf(vanishing, "g"), "1");
 }
@@ -93,8 +97,8 @@ TEST(HostileTexts, BinaryContributesNothing) {
         for (char& byte : bytes) {
             byte = static_cast<char>(random());
         }
-        const Model model = modelOfTexts(bytes, bytes);
-        EXPECT_TRUE(model.sections().empty());
+        const Catalogue catalogue = catalogueOfTexts(bytes, bytes);
+        EXPECT_TRUE(catalogue.sections().empty());
     }
 }
 
@@ -106,8 +110,8 @@ TEST(HostileTexts, AnyByteMayBeWrong) {
             for (char& byte : defaults) {
                 const char original = byte;
                 byte = replacement;
-                const Model model = modelOfTexts(defaults, kUser);
-                EXPECT_LE(model.sections().size(), 2U);
+                const Catalogue catalogue = catalogueOfTexts(defaults, kUser);
+                EXPECT_LE(catalogue.sections().size(), 2U);
                 byte = original;
             }
         }

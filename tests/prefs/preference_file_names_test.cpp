@@ -15,15 +15,15 @@ protected:
 };
 
 TEST_F(PreferenceFileNames, AreBelowTheUserEnvironmentDirectory) {
-    EXPECT_EQ(prefs::getUserFileName(), windowsText(world_.home() / "pcbenv") + "/tessel/tessel_settings.cfg");
-    EXPECT_EQ(prefs::getWrittenUserFileName(), prefs::getUserFileName());
+    EXPECT_EQ(prefs::userFilePath(), windowsText(world_.home() / "pcbenv") + "/tessel/tessel_settings.cfg");
+    EXPECT_EQ(prefs::writtenUserFilePath(), prefs::userFilePath());
 }
 
 // The home directory lies above the root, so there is no environment directory.
 TEST_F(PreferenceFileNames, NoEnvironmentDirectoryHoldsNoFile) {
     setVariable("HOMEPATH", "\\..");
-    EXPECT_EQ(prefs::getUserFileName(), "");
-    EXPECT_EQ(prefs::getWrittenUserFileName(), "");
+    EXPECT_EQ(prefs::userFilePath(), "");
+    EXPECT_EQ(prefs::writtenUserFilePath(), "");
 }
 
 #ifndef _WIN32
@@ -32,9 +32,9 @@ TEST_F(PreferenceFileNames, NoCurrentDirectoryHoldsNoFile) {
     const auto vanishing = world_.home() / "vanishing";
     std::filesystem::create_directory(vanishing);
     std::filesystem::current_path(vanishing);
-    EXPECT_EQ(prefs::getWrittenUserFileName(), windowsText(vanishing) + "/tessel_settings.cfg");
+    EXPECT_EQ(prefs::writtenUserFilePath(), windowsText(vanishing) + "/tessel_settings.cfg");
     std::filesystem::remove(vanishing);
-    EXPECT_EQ(prefs::getWrittenUserFileName(), "");
+    EXPECT_EQ(prefs::writtenUserFilePath(), "");
 }
 #endif
 

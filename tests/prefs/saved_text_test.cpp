@@ -1,17 +1,16 @@
-// What a save makes of a model, without files: invariants on random preferences.
+// What a save makes of a catalogue, without files: invariants on random preferences.
 #include <gtest/gtest.h>
-#include <zelutil/actions/action_manager.h>
 
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 
-#include "prefs/model_of.h"
+#include "prefs/catalogue_of.h"
+#include "prefs/save_plan.h"
 
 namespace zelutil::test {
 namespace {
-
-using Type = UserPreferenceManager::SubManagerType;
 
 /// Sections, names and values from small alphabets, so that they collide.
 class RandomPreferences {
@@ -68,12 +67,22 @@ private:
     bool unique_;
 };
 
+/// Saves as far as it needs no files: returns the text, and puts the values in force.
+std::optional<std::string> savedText(Catalogue& catalogue, const std::map<std::string, std::string>& settings) {
+    auto plan = prefs::planSave(catalogue, {settings, {}});
+    if (!plan) {
+        return std::nullopt;
+    }
+    catalogue.putInForce(plan->newValues);
+    return plan->fileText;
+}
+
 /// Values in force of what the sections may hold.
-std::map<std::string, std::string> valuesInForce(const Model& model) {
+std::map<std::string, std::string> valuesInForce(const Catalogue& catalogue) {
     std::map<std::string, std::string> values;
-    for (const auto& [path, section] : model.sections()) {
+    for (const auto& [path, section] : catalogue.sections()) {
         for (const char* const name : {"x", "y"}) {
-            values[path + "::" + name] = valueOf(model, path + "::" + name);
+            values[path + "::" + name] = valueOf(catalogue, path + "::" + name);
         }
     }
     return values;
@@ -85,18 +94,18 @@ TEST(SavedText, IsThereWhenAValueChangesAndTheSameSaveOnceMoreChangesNothing) {
         SCOPED_TRACE(seed);
         RandomPreferences preferences(seed, true);
         const std::string defaults = preferences.defaults();
-        Model model = modelOfTexts(defaults, preferences.user());
+        Catalogue catalogue = catalogueOfTexts(defaults, preferences.user());
         const auto edits = preferences.edits();
-        const auto before = valuesInForce(model);
-        const auto text = model.overrideUserSettings(model.valuesToSave(edits), {});
-        EXPECT_EQ(text.has_value(), valuesInForce(model) != before);
+        const auto before = valuesInForce(catalogue);
+        const auto text = savedText(catalogue, edits);
+        EXPECT_EQ(text.has_value(), valuesInForce(catalogue) != before);
         if (!text) {
             continue;
         }
         ++saves;
         EXPECT_EQ(text->find("tclCommand"), std::string::npos);
         EXPECT_EQ(text->find("defaultsettings"), std::string::npos);
-        EXPECT_FALSE(model.overrideUserSettings(model.valuesToSave(edits), {}).has_value());
+        EXPECT_FALSE(savedText(catalogue, edits).has_value());
     }
     EXPECT_GT(saves, 500);
 }
@@ -107,14 +116,14 @@ TEST(SavedText, ReadBackGivesTheValuesInForceWhereNoBareNamesAreLent) {
         SCOPED_TRACE(seed);
         RandomPreferences preferences(seed, false);
         const std::string defaults = preferences.defaults();
-        Model model = modelOfTexts(defaults, preferences.user());
-        const auto text = model.overrideUserSettings(model.valuesToSave(preferences.edits()), {});
+        Catalogue catalogue = catalogueOfTexts(defaults, preferences.user());
+        const auto text = savedText(catalogue, preferences.edits());
         if (!text) {
             continue;
         }
         ++saves;
-        const Model readBack = modelOfTexts(defaults, *text);
-        EXPECT_EQ(valuesInForce(readBack), valuesInForce(model)) << defaults << *text;
+        const Catalogue readBack = catalogueOfTexts(defaults, *text);
+        EXPECT_EQ(valuesInForce(readBack), valuesInForce(catalogue)) << defaults << *text;
     }
     EXPECT_GT(saves, 300);
 }
@@ -124,51 +133,14 @@ TEST(SavedText, OddityAValueWhoseBareNameAnotherSectionLendsComesBackAsThatSecti
     const std::string defaults = withMeta(
         R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"x","value":"1"}]},
             {"header":"B","attribute":"b","tclCommand":"t","defaultsettings":[{"name":"x","value":"2"}]}])");
-    Model model = modelOfTexts(defaults, "");
-    const auto text = model.overrideUserSettings(model.valuesToSave({{"b::x", "20"}}), {});
+    Catalogue catalogue = catalogueOfTexts(defaults, "");
+    const auto text = savedText(catalogue, {{"b::x", "20"}});
     ASSERT_TRUE(text.has_value());
-    EXPECT_EQ(valueOf(model, "a::x"), "1");
-    EXPECT_EQ(valueOf(model, "b::x"), "20");
-    const Model readBack = modelOfTexts(defaults, *text);
+    EXPECT_EQ(valueOf(catalogue, "a::x"), "1");
+    EXPECT_EQ(valueOf(catalogue, "b::x"), "20");
+    const Catalogue readBack = catalogueOfTexts(defaults, *text);
     EXPECT_EQ(valueOf(readBack, "a::x"), "20");
     EXPECT_EQ(valueOf(readBack, "b::x"), "2");
-}
-
-TEST(SavedText, WhatChangedIsThatOfTheLastSaveOnly) {
-    Model model = modelOf(
-        R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"x","value":"1"}]},
-            {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":{}}])");
-    model.overrideUserSettings(model.valuesToSave({{"x", "2"}}), {{Type::Actions, "[]"}});
-    EXPECT_EQ(model.changedSettingNames(), std::set<std::string>{"a::x"});
-    EXPECT_EQ(model.changedSubManagerSettings(), (Model::SubManagerTexts{{Type::Actions, "[]"}}));
-    model.overrideUserSettings(model.valuesToSave({{"x", "2"}}), {});
-    EXPECT_TRUE(model.changedSettingNames().empty());
-    EXPECT_TRUE(model.changedSubManagerSettings().empty());
-}
-
-TEST(SavedText, ASectionsSubManagerIsTheRegisteredOne) {
-    Model model = modelOf(
-        R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[]},
-            {"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":{}},
-            {"header":"L","attribute":"l","submanagerId":102,"tclCommand":"t","defaultsettings":{}}])");
-    model.initializeSubManagers();
-    struct Row {
-        const char* attributePath;
-        bool has;
-        Type type;
-        bool registered;
-    };
-    constexpr Row kRows[] = {
-        {"a", false, Type::None, false},  {"none", false, Type::None, false}, {"K", false, Type::None, false},
-        {"k", true, Type::Actions, true}, {"l", true, Type{102}, false},
-    };
-    for (const Row& row : kRows) {
-        IUserSettingsManager* manager = nullptr;
-        Type type = Type{7};
-        EXPECT_EQ(model.doesClientHaveSubmanager(row.attributePath, &manager, type), row.has) << row.attributePath;
-        EXPECT_EQ(type, row.type) << row.attributePath;
-        EXPECT_EQ(manager, row.registered ? &UCPActionManager::instance() : nullptr) << row.attributePath;
-    }
 }
 
 }  // namespace

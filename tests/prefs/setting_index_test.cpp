@@ -5,74 +5,89 @@
 
 #include <map>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zelutil::prefs {
 namespace {
 
-using Setting = SettingIndex::Setting;
-
 class IndexAndMap {
 public:
-    void add(std::uint64_t key) { map_.emplace(key, index_.add("section::", "name", key, "value")); }
+    /// Each setting has a default of its own, by which it is known again.
+    void add(std::uint64_t key) {
+        const std::string value = std::to_string(++count_);
+        builder_.add(key, value);
+        map_.emplace(key, value);
+    }
 
     void expectSame() {
-        index_.build();
-        const std::vector<Setting*> settings = index_.inKeyOrder();
+        const SettingIndex index = builder_.build();
+        const std::vector<const Setting*> settings = index.inKeyOrder();
         ASSERT_EQ(settings.size(), map_.size());
-        auto inIndex = settings.begin();
-        for (const auto& [key, setting] : map_) {
-            EXPECT_EQ(index_.find(key), setting) << key;
-            EXPECT_EQ(*inIndex++, setting) << key;
-            expectAbsentUnlessMapped(key + 1);
-            expectAbsentUnlessMapped(key - 1);
-            expectAbsentUnlessMapped(~key);
+        auto inOrder = settings.begin();
+        for (const auto& [key, value] : map_) {
+            ASSERT_NE(index.find(key), nullptr) << key;
+            EXPECT_EQ(index.find(key)->defaultValue, value) << key;
+            EXPECT_EQ(index.find(key), *inOrder++) << key;
+            expectAbsentUnlessMapped(index, key + 1);
+            expectAbsentUnlessMapped(index, key - 1);
+            expectAbsentUnlessMapped(index, ~key);
         }
     }
 
 private:
-    void expectAbsentUnlessMapped(std::uint64_t key) const {
-        const auto found = map_.find(key);
-        EXPECT_EQ(index_.find(key), found == map_.end() ? nullptr : found->second) << key;
+    void expectAbsentUnlessMapped(const SettingIndex& index, std::uint64_t key) const {
+        EXPECT_EQ(index.find(key) != nullptr, map_.count(key) != 0) << key;
     }
 
-    SettingIndex index_;
-    std::map<std::uint64_t, Setting*> map_;
+    SettingIndex::Builder builder_;
+    std::map<std::uint64_t, std::string> map_;
+    int count_ = 0;
 };
 
 TEST(SettingIndex, FindsNothingInAnEmptyOneBuiltOrNot) {
-    SettingIndex index;
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(index.find(0), nullptr);
-        EXPECT_EQ(index.find(~std::uint64_t{0}), nullptr);
-        EXPECT_TRUE(index.inKeyOrder().empty());
-        index.build();
+    const SettingIndex notBuilt;
+    const SettingIndex built = SettingIndex::Builder().build();
+    for (const SettingIndex* const index : {&notBuilt, &built}) {
+        EXPECT_EQ(index->find(0), nullptr);
+        EXPECT_EQ(index->find(~std::uint64_t{0}), nullptr);
+        EXPECT_TRUE(index->inKeyOrder().empty());
     }
 }
 
-TEST(SettingIndex, ARecordHoldsWhatItWasMadeOf) {
-    SettingIndex index;
-    const Setting* const setting = index.add("display::", "Grid", 7, "0.5");
-    index.addKey(9);
-    index.build();
-    EXPECT_EQ(index.find(7), setting);
+TEST(SettingIndex, ASettingHoldsWhatItWasMadeOfAndIsFoundUnderEachOfItsKeys) {
+    SettingIndex::Builder builder;
+    builder.add(7, "0.5");
+    builder.addKey(9);
+    builder.add(8, "1");
+    builder.addKey(9);
+    builder.addKey(7);
+    SettingIndex index = builder.build();
+    const Setting* const setting = index.find(7);
+    ASSERT_NE(setting, nullptr);
     EXPECT_EQ(index.find(9), setting);
-    EXPECT_EQ(setting->fullName, "display::Grid");
-    EXPECT_EQ(setting->name(), "Grid");
+    EXPECT_EQ(index.inKeyOrder(), (std::vector<const Setting*>{setting, index.find(8), setting}));
     EXPECT_EQ(setting->defaultValue, "0.5");
     EXPECT_EQ(setting->key, 7U);
     EXPECT_EQ(setting->userValue, "");
     EXPECT_FALSE(setting->hasUserValue);
+    EXPECT_EQ(setting->valueInForce(), "0.5");
+    index.find(std::uint64_t{9})->setUserValue("");
+    EXPECT_EQ(setting->valueInForce(), "");
+    EXPECT_EQ(setting->defaultValue, "0.5");
 }
 
-TEST(SettingIndex, ACopyKeepsTheRecordsWhenTheOriginalIsGone) {
-    auto original = std::make_unique<SettingIndex>();
-    original->add("display::", "a name longer than any small buffer", 7, "a value longer than any small buffer");
-    original->build();
-    const SettingIndex copy(*original);
-    original.reset();
-    ASSERT_NE(copy.find(7), nullptr);
-    EXPECT_EQ(copy.find(7)->fullName, "display::a name longer than any small buffer");
-    EXPECT_EQ(copy.find(7)->defaultValue, "a value longer than any small buffer");
+TEST(SettingIndex, SettingsStayWhereTheyAreWhenItIsMoved) {
+    SettingIndex::Builder builder;
+    for (std::uint64_t key = 0; key < 100; ++key) {
+        builder.add(key, "a value longer than any small buffer");
+    }
+    SettingIndex index = builder.build();
+    const Setting* const setting = index.find(50);
+    const SettingIndex moved = std::move(index);
+    EXPECT_EQ(moved.find(50), setting);
+    EXPECT_EQ(setting->defaultValue, "a value longer than any small buffer");
 }
 
 TEST(SettingIndex, FindsEachKeyOfAFewAtBothEnds) {

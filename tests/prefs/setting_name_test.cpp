@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "prefs/joined_names.h"
+
 namespace zelutil::prefs {
 namespace {
 
@@ -67,7 +69,7 @@ TEST(SettingName, AHashCanBeContinued) {
 }
 
 TEST(JoinedNames, PutsTheSeparatorAfterWhatIsNotEmptyAndShrinksAgain) {
-    JoinedNames names("");
+    JoinedNames names;
     {
         const JoinedNames::Level first(names, "");
         EXPECT_EQ(names.text(), "");

@@ -5,31 +5,35 @@
 #include <string>
 #include <vector>
 
-#include "prefs/model_of.h"
+#include "prefs/catalogue_of.h"
 #include "prefs/preference_world.h"
+#include "prefs/preferences.h"
+#include "prefs/sub_managers.h"
 
 namespace zelutil::test {
 namespace {
 
-using Type = UserPreferenceManager::SubManagerType;
+using prefs::SubManagers;
+using prefs::SubManagerTexts;
+using Type = prefs::SubManagerType;
 
 constexpr char kActions[] = R"({"actions":[{"id":1,"context":"c","command":"new","shortcut":"N"}]})";
 
 TEST(SubManagers, TheActionManagerIsLoadedAndRegistered) {
-    Model model;
-    EXPECT_EQ(model.subManager(Type::Actions), nullptr);
-    model.initializeSubManager(Type::Actions, kActions, R"([{"actions":[{"id":1,"shortcut":"M"}]}])");
-    EXPECT_EQ(model.subManager(Type::Actions), &UCPActionManager::instance());
+    SubManagers managers;
+    EXPECT_EQ(managers.find(Type::Actions), nullptr);
+    managers.initialize(Type::Actions, kActions, R"([{"actions":[{"id":1,"shortcut":"M"}]}])");
+    EXPECT_EQ(managers.find(Type::Actions), &UCPActionManager::instance());
     EXPECT_EQ(UCPActionManager::instance().getShortcut(1), "M");
 }
 
 TEST(SubManagers, AnotherTypeIsNeitherLoadedNorRegistered) {
-    Model model;
+    SubManagers managers;
     for (const Type type : {Type::None, Type{102}, Type{0}, Type{-1}, Type{99}}) {
-        model.initializeSubManager(type, kActions, "{}");
-        EXPECT_EQ(model.subManager(type), nullptr);
+        managers.initialize(type, kActions, "{}");
+        EXPECT_EQ(managers.find(type), nullptr);
     }
-    EXPECT_EQ(model.subManager(Type::Actions), nullptr);
+    EXPECT_EQ(managers.find(Type::Actions), nullptr);
     EXPECT_TRUE(UCPActionManager::instance().getAllActions().empty());
 }
 
@@ -39,10 +43,10 @@ TEST(SubManagers, TheFirstRegisteredStaysButTheActionsAreLoadedAnew) {
         const std::string getAllUserSettings() const override { return {}; }
         bool isModified() const override { return false; }
     } other;
-    Model model;
-    model.registerSubManager(Type::Actions, &other);
-    model.initializeSubManager(Type::Actions, kActions, "{}");
-    EXPECT_EQ(model.subManager(Type::Actions), &other);
+    SubManagers managers;
+    managers.add(Type::Actions, &other);
+    managers.initialize(Type::Actions, kActions, "{}");
+    EXPECT_EQ(managers.find(Type::Actions), &other);
     EXPECT_EQ(UCPActionManager::instance().getAllActions().size(), 1U);
 }
 
@@ -67,10 +71,10 @@ TEST(SubManagers, OnlyThoseOfSectionsAreInitialised) {
          false},
     };
     for (const Row& row : kRows) {
-        Model model = modelOf(row.sections);
-        model.initializeSubManagers();
-        EXPECT_EQ(model.subManager(Type::Actions) != nullptr, row.registered) << row.sections;
-        EXPECT_EQ(model.subManager(Type{102}), nullptr) << row.sections;
+        SubManagers managers;
+        managers.initialize(catalogueOf(row.sections));
+        EXPECT_EQ(managers.find(Type::Actions) != nullptr, row.registered) << row.sections;
+        EXPECT_EQ(managers.find(Type{102}), nullptr) << row.sections;
     }
 }
 
@@ -90,11 +94,19 @@ TEST(SubManagers, TextsAreThoseOfTheFirstSectionOfEachType) {
             {"header":"L","attribute":"l","overriddensettings": [ "inner" , {} ]}]},
         {"header":"K","attribute":"k","overriddensettings": "later"},
         {"header":"X","attribute":"x","overriddensettings": { "x" : false }}]})");
-    Model model;
-    EXPECT_EQ(model.readDefaultJson(),
-              (Model::SubManagerTexts{{Type::Actions, R"({"actions":[1,1.5,"a b",null]})"}, {Type{102}, R"("x")"}}));
-    EXPECT_EQ(model.readOverriddenCfg(),
-              (Model::SubManagerTexts{{Type::Actions, R"(["inner",{}])"}, {Type{102}, R"({"x":false})"}}));
+    prefs::UserSettingsFile userFile;
+    const Catalogue catalogue = prefs::readPreferenceFiles(userFile);
+    EXPECT_EQ(catalogue.defaultSubManagerTexts(),
+              (SubManagerTexts{{Type::Actions, R"({"actions":[1,1.5,"a b",null]})"}, {Type{102}, R"("x")"}}));
+    EXPECT_EQ(catalogue.userSubManagerTexts(),
+              (SubManagerTexts{{Type::Actions, R"(["inner",{}])"}, {Type{102}, R"({"x":false})"}}));
+}
+
+void expectNoTexts(const char* files) {
+    prefs::UserSettingsFile userFile;
+    const Catalogue catalogue = prefs::readPreferenceFiles(userFile);
+    EXPECT_TRUE(catalogue.defaultSubManagerTexts().empty()) << files;
+    EXPECT_TRUE(catalogue.userSubManagerTexts().empty()) << files;
 }
 
 TEST(SubManagers, HaveNoTextsWithoutMetaOrFiles) {
@@ -102,15 +114,11 @@ TEST(SubManagers, HaveNoTextsWithoutMetaOrFiles) {
     for (const char* const text : {"", "{}", R"({"Meta":[]})", R"([{"submanagerId":100}])"}) {
         world.writeDefaults(text);
         world.writeUser(text);
-        Model model;
-        EXPECT_TRUE(model.readDefaultJson().empty()) << text;
-        EXPECT_TRUE(model.readOverriddenCfg().empty()) << text;
+        expectNoTexts(text);
     }
     std::filesystem::remove(world.defaultsFile());
     std::filesystem::remove(world.userFile());
-    Model model;
-    EXPECT_TRUE(model.readDefaultJson().empty());
-    EXPECT_TRUE(model.readOverriddenCfg().empty());
+    expectNoTexts("none");
 }
 
 /// Notes what it is asked.
@@ -137,12 +145,12 @@ TEST(SubManagers, OddityOnApplyModifiedOnesAreAskedByTypeAndTheirTextsDropped) {
     Recorder first(log, "first", true);
     Recorder untouched(log, "untouched", false);
     Recorder last(log, "last", true);
-    Model model;
-    model.registerSubManager(Type{200}, &last);
-    model.registerSubManager(Type::Actions, &untouched);
-    model.registerSubManager(Type{150}, nullptr);
-    model.registerSubManager(Type{50}, &first);
-    model.applySubManagersChanges();
+    SubManagers managers;
+    managers.add(Type{200}, &last);
+    managers.add(Type::Actions, &untouched);
+    managers.add(Type{150}, nullptr);
+    managers.add(Type{50}, &first);
+    managers.applyChanges();
     EXPECT_EQ(log, (std::vector<std::string>{"first asked", "last asked"}));
 }
 

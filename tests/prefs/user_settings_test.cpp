@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "prefs/model_of.h"
+#include "prefs/catalogue_of.h"
 
 namespace zelutil::test {
 namespace {
@@ -25,14 +25,14 @@ constexpr Answer kUntouched[] = {{"a::g", "ag"}, {"a::x", "ax"}, {"a::sub::s", "
 /// The answers of a row are what differs from the defaults.
 void expectAll(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
-        const Model model = modelOf(kDefaults, row.sections);
+        const Catalogue catalogue = catalogueOf(kDefaults, row.sections);
         for (const Answer& untouched : kUntouched) {
             std::string expected = untouched.value;
             for (const Answer& answer : row.answers) {
                 expected = std::string(answer.name) == untouched.name ? answer.value : expected;
             }
-            EXPECT_EQ(valueOf(model, untouched.name), expected) << row.what << ": " << untouched.name;
-            EXPECT_EQ(defaultOf(model, untouched.name), untouched.value) << row.what << ": " << untouched.name;
+            EXPECT_EQ(valueOf(catalogue, untouched.name), expected) << row.what << ": " << untouched.name;
+            EXPECT_EQ(defaultOf(catalogue, untouched.name), untouched.value) << row.what << ": " << untouched.name;
         }
     }
 }
@@ -75,19 +75,19 @@ TEST(UserSettings, AreNamedBareInFullOrWithinTheirSection) {
 }
 
 TEST(UserSettings, TheEmptyNameIsPassedOverThoughASettingHasIt) {
-    const Model model =
-        modelOf(R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"","value":"1"}]}])",
-                R"([{"header":"A","attribute":"a","overriddensettings":[{"":"2"}]}])");
-    EXPECT_EQ(valueOf(model, ""), "1");
+    const Catalogue catalogue =
+        catalogueOf(R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"","value":"1"}]}])",
+                    R"([{"header":"A","attribute":"a","overriddensettings":[{"":"2"}]}])");
+    EXPECT_EQ(valueOf(catalogue, ""), "1");
 }
 
 TEST(UserSettings, OfASectionWithoutAnAttributeAreNamedBelowTheEmptyPath) {
-    const Model model = modelOf(R"([{"header":"A","attribute":"","unique":false,"tclCommand":"t",
+    const Catalogue catalogue = catalogueOf(R"([{"header":"A","attribute":"","unique":false,"tclCommand":"t",
                                      "defaultsettings":[{"name":"g","value":"1"},{"name":"h","value":"2"}]}])",
-                                R"([{"header":"A","attribute":"","overriddensettings":[{"g":"3"}]}])");
-    EXPECT_EQ(valueOf(model, "::g"), "3");
-    EXPECT_EQ(valueOf(model, "::h"), "2");
-    EXPECT_EQ(valueOf(model, "g"), kUnknown);
+                                            R"([{"header":"A","attribute":"","overriddensettings":[{"g":"3"}]}])");
+    EXPECT_EQ(valueOf(catalogue, "::g"), "3");
+    EXPECT_EQ(valueOf(catalogue, "::h"), "2");
+    EXPECT_EQ(valueOf(catalogue, "g"), kUnknown);
 }
 
 TEST(UserSettings, CountOnlyInASectionOfTheDefaults) {
@@ -173,32 +173,34 @@ TEST(UserSettings, WhatIsOfAnotherTypeIsPassedOverAndTheRestCounts) {
 }
 
 TEST(UserSettings, AnEmptyValueIsAValue) {
-    const Model model = modelOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":""}]}])");
-    EXPECT_EQ(valueOf(model, "a::x"), "");
-    EXPECT_EQ(defaultOf(model, "a::x"), "ax");
-    EXPECT_TRUE(model.findSetting("x")->hasUserValue);
-    EXPECT_FALSE(model.findSetting("a::g")->hasUserValue);
+    const Catalogue catalogue =
+        catalogueOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":""}]}])");
+    EXPECT_EQ(valueOf(catalogue, "a::x"), "");
+    EXPECT_EQ(defaultOf(catalogue, "a::x"), "ax");
+    EXPECT_TRUE(catalogue.find("x")->hasUserValue);
+    EXPECT_FALSE(catalogue.find("a::g")->hasUserValue);
 }
 
 TEST(UserSettings, AValueEqualToTheDefaultIsTheUsersAllTheSame) {
-    const Model model = modelOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"ax"}]}])");
-    EXPECT_TRUE(model.findSetting("x")->hasUserValue);
-    EXPECT_EQ(valueOf(model, "x"), "ax");
+    const Catalogue catalogue =
+        catalogueOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"ax"}]}])");
+    EXPECT_TRUE(catalogue.find("x")->hasUserValue);
+    EXPECT_EQ(valueOf(catalogue, "x"), "ax");
 }
 
 TEST(UserSettings, OfASubManagersSectionSetNothing) {
-    const Model model =
-        modelOf(R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":[]},
+    const Catalogue catalogue =
+        catalogueOf(R"([{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":[]},
                     {"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"x","value":"1"}]}])",
-                R"([{"header":"K","attribute":"k","overriddensettings":[{"a::x":"2"}]}])");
-    EXPECT_EQ(valueOf(model, "a::x"), "1");
+                    R"([{"header":"K","attribute":"k","overriddensettings":[{"a::x":"2"}]}])");
+    EXPECT_EQ(valueOf(catalogue, "a::x"), "1");
 }
 
-TEST(UserSettings, ModelsCopiedByMapsShareTheirRecords) {
-    const Model model = modelOf(kDefaults);
-    const Model copy = model;
-    EXPECT_EQ(copy.findSetting("a::x"), model.findSetting("a::x"));
-    EXPECT_EQ(copy.sections(), model.sections());
+TEST(UserSettings, CataloguesCopiedByMapsShareTheirRecords) {
+    const Catalogue catalogue = catalogueOf(kDefaults);
+    const Catalogue copy = catalogue;
+    EXPECT_EQ(copy.find("a::x"), catalogue.find("a::x"));
+    EXPECT_EQ(copy.sections(), catalogue.sections());
     EXPECT_EQ(valueOf(copy, "nope"), kUnknown);
 }
 

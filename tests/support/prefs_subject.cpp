@@ -1,40 +1,36 @@
 #include "support/prefs_subject.h"
 
-#include "prefs/preference_model.h"
+#include "prefs/catalogue_reader.h"
+#include "prefs/save_plan.h"
+#include "prefs/sub_managers.h"
 
 namespace zelutil::test {
-namespace {
-
-using Model = UserPreferenceManager::Model;
-using Type = UserPreferenceManager::SubManagerType;
-
-}  // namespace
 
 struct PrefsSubject::Implementation {
-    Model model;
+    prefs::Catalogue catalogue;
 };
 
 PrefsSubject::PrefsSubject(const std::string& defaultsText, const std::string& userText)
     : implementation_(std::make_unique<Implementation>()) {
-    implementation_->model.takeDefaults(defaultsText);
-    implementation_->model.takeUserSettings(userText);
+    prefs::readDefaults(defaultsText, implementation_->catalogue);
+    prefs::readUserSettings(userText, implementation_->catalogue);
 }
 
 PrefsSubject::~PrefsSubject() = default;
 
 const std::string* PrefsSubject::value(const std::string& name) const {
-    const auto* const setting = implementation_->model.findSetting(name);
-    return setting == nullptr ? nullptr : &Model::getMergedValueForSetting(setting);
+    const prefs::Setting* const setting = implementation_->catalogue.find(name);
+    return setting == nullptr ? nullptr : &setting->valueInForce();
 }
 
 const std::string* PrefsSubject::defaultValue(const std::string& name) const {
-    const auto* const setting = implementation_->model.findSetting(name);
-    return setting == nullptr ? nullptr : &Model::getDefaultValueForSetting(setting);
+    const prefs::Setting* const setting = implementation_->catalogue.find(name);
+    return setting == nullptr ? nullptr : &setting->defaultValue;
 }
 
 std::map<std::string, TwinSection> PrefsSubject::sections() const {
     std::map<std::string, TwinSection> sections;
-    for (const auto& [path, section] : implementation_->model.sections()) {
+    for (const auto& [path, section] : implementation_->catalogue.sections()) {
         sections[path] = {section->parentHeader, section->header,       section->attributePath, section->tclCommand,
                           section->unique,       section->submanagerId, section->hasChildren};
     }
@@ -42,26 +38,27 @@ std::map<std::string, TwinSection> PrefsSubject::sections() const {
 }
 
 bool PrefsSubject::initializeSubManagers() {
-    implementation_->model.initializeSubManagers();
-    return implementation_->model.subManager(Type::Actions) != nullptr;
+    prefs::SubManagers managers;
+    managers.initialize(implementation_->catalogue);
+    return managers.find(prefs::SubManagerType::Actions) != nullptr;
 }
 
 PrefsSaved PrefsSubject::save(const std::map<std::string, std::string>& settings,
                               const std::map<std::int32_t, std::string>& subManagerTexts) {
-    std::map<Type, std::string> handedOver;
+    prefs::SubManagerTexts handedOver;
     for (const auto& [type, text] : subManagerTexts) {
-        handedOver[Type{type}] = text;
+        handedOver[prefs::SubManagerType{type}] = text;
     }
-    Model& model = implementation_->model;
-    const auto text = model.overrideUserSettings(model.valuesToSave(settings), model.subManagerTextsToSave(handedOver));
+    auto plan = prefs::planSave(implementation_->catalogue, {settings, handedOver});
     PrefsSaved saved;
-    saved.told = text.has_value();
-    // A text that could not be read back is not written.
-    if (text && !text->empty()) {
-        saved.text = text;
+    saved.told = plan.has_value();
+    if (!plan) {
+        return saved;
     }
-    saved.changedNames = model.changedSettingNames();
-    for (const auto& [type, changed] : model.changedSubManagerSettings()) {
+    implementation_->catalogue.putInForce(plan->newValues);
+    saved.text = plan->fileText;
+    saved.changedNames = plan->changedNames;
+    for (const auto& [type, changed] : plan->changedTexts) {
         saved.changedTexts[static_cast<std::int32_t>(type)] = changed;
     }
     return saved;

@@ -11,6 +11,15 @@
 #include <memory>
 #include <string>
 
+namespace zelutil {
+namespace prefs {
+
+/// What a manager stands on, opaque to hosts.
+struct Preferences;
+
+}  // namespace prefs
+}  // namespace zelutil
+
 /// Every preference setting of the product: the default that is shipped with it and the value the user gave it.
 ///
 /// A setting belongs to a section, and sections nest. Its full name is the attributes of the sections around it and its
@@ -105,16 +114,12 @@ public:
     ///     "" => 0xcbf29ce484222325        "a" => 0xaf63dc4c8601ec8c        "foobar" => 0x85944171f73967e8
     std::size_t computeHash(const std::string& name) const;
 
-    /// The private half, opaque to hosts.
-    class Model;
-
-    /// The record of one setting, opaque to hosts.
-    struct MetaSettings;
-
 private:
+    friend struct zelutil::prefs::Preferences;
+
     UserPreferenceManager();
 
-    std::unique_ptr<Model> model_;
+    std::unique_ptr<zelutil::prefs::Preferences> preferences_;
 
     /// Set when the destruction of this process's manager begins, and never cleared.
     static std::atomic<bool> s_bKilled;

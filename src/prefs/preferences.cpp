@@ -1,0 +1,20 @@
+#include "prefs/preferences.h"
+
+#include "json/document.h"
+#include "platform/files.h"
+#include "prefs/catalogue_reader.h"
+#include "prefs/preference_files.h"
+
+namespace zelutil::prefs {
+
+Catalogue readPreferenceFiles(UserSettingsFile& userFile) {
+    Catalogue catalogue;
+    const std::string defaults = defaultsFilePath();
+    readDefaults(platform::readFile(defaults.c_str(), json::kMaximumTextSize).value_or(""), catalogue);
+    userFile.read(userFilePath(), [&catalogue](std::string_view text) { return readUserSettings(text, catalogue); });
+    return catalogue;
+}
+
+Preferences::Preferences() : catalogue(readPreferenceFiles(userFile)) { subManagers.initialize(catalogue); }
+
+}  // namespace zelutil::prefs

@@ -1,0 +1,26 @@
+#include "prefs/save.h"
+
+#include <zelutil/prefs/user_preference_server.h>
+
+#include <string>
+#include <utility>
+
+#include "prefs/preference_files.h"
+
+namespace zelutil::prefs {
+
+void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& request) {
+    const std::string path = writtenUserFilePath();
+    auto plan = planSave(catalogue, request);
+    if (!plan) {
+        return;
+    }
+    catalogue.putInForce(std::move(plan->newValues));
+    if (plan->fileText) {
+        file.write(path, *plan->fileText);
+    }
+    // An observer may save in its turn: the catalogue is whole again, and the plan is this save's own.
+    ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(plan->changedNames, plan->changedTexts);
+}
+
+}  // namespace zelutil::prefs

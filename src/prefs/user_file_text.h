@@ -1,0 +1,31 @@
+#ifndef ZELUTIL_PREFS_USER_FILE_TEXT_H
+#define ZELUTIL_PREFS_USER_FILE_TEXT_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/view.h"
+
+namespace zelutil::prefs {
+
+/// What the user's file has for one section of the defaults, as its "overriddensettings".
+struct SavedSection {
+    struct Value {
+        std::string_view name;
+        std::string_view value;
+    };
+
+    std::vector<Value> values;
+    /// The value of a sub-manager's text, which then stands in the place of the values; or absent.
+    json::View subManagerValue;
+};
+
+/// Returns the text of the user's file: the defaults, with each section made the user's. `sections` holds one entry for
+/// each section, in the order of a walk over them. Returns nothing when the text could not be read back.
+std::optional<std::string> userFileText(json::View defaults, const std::vector<SavedSection>& sections);
+
+}  // namespace zelutil::prefs
+
+#endif

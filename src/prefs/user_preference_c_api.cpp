@@ -1,0 +1,37 @@
+#include <zelutil/c_api.h>
+#include <zelutil/prefs/user_preference_manager.h>
+
+#include "prefs/preference_files.h"
+#include "prefs/preferences.h"
+
+namespace {
+
+using zelutil::prefs::Preferences;
+using zelutil::prefs::Setting;
+
+const Setting* find(const char* name) {
+    return Preferences::of(UserPreferenceManager::GetInstance()).catalogue.find(name);
+}
+
+const char* charactersOrNull(const std::string& value) { return value.empty() ? nullptr : value.c_str(); }
+
+}  // namespace
+
+const char* get_user_setting(const char* name) {
+    if (zelutil::prefs::isUserFileSearchInProgress()) {
+        return nullptr;
+    }
+    try {
+        const Setting* const setting = find(name);
+        return setting == nullptr ? nullptr : charactersOrNull(setting->valueInForce());
+    } catch (bool) {
+        return nullptr;
+    }
+}
+
+// Kept deliberately: unlike its sibling, this function neither looks whether the user's file is being searched for nor
+// catches the exception of the teardown: hosts are written against either.
+const char* get_default_user_setting(const char* name) {
+    const Setting* const setting = find(name);
+    return setting == nullptr ? nullptr : charactersOrNull(setting->defaultValue);
+}
