@@ -384,6 +384,46 @@ TEST_F(ReplaceWindowsFileFaults, ALockThatIsNotToBeHadLeavesTheFileAsItIs) {
     EXPECT_EQ(readTextFile(file_), kOld);
 }
 
+// Wine takes paths of any length.
+TEST_F(ReplaceWindowsFileFaults, APathThatLeavesNoRoomBesideItIsReplaced) {
+    fs::path parent = directory_.path();
+    while (parent.native().size() < 190) {
+        parent /= std::string(20, 'd');
+    }
+    fs::create_directories(parent);
+    for (const std::size_t length : {228U, 229U, 230U, 245U, 258U, 259U}) {
+        const fs::path file = parent / std::string(length - parent.native().size() - 1, 'n');
+        const std::string text = windowsText(file);
+        WindowsCalls calls;
+        calls.areLongPathsRefused = true;
+        EXPECT_EQ(replaceFile(text.c_str(), "first"), Replaced::Yes) << length;
+        EXPECT_EQ(replaceFile(text.c_str(), "second"), Replaced::Yes) << length;
+        EXPECT_TRUE(keepCopy(text.c_str())) << length;
+        EXPECT_EQ(readTextFile(file), "second") << length;
+    }
+    const fs::path tooLong = parent / std::string(260 - parent.native().size() - 1, 'n');
+    WindowsCalls calls;
+    calls.areLongPathsRefused = true;
+    EXPECT_EQ(replaceFile(windowsText(tooLong).c_str(), "new"), Replaced::No);
+}
+
+// Wine makes no symbolic links, so the file only seems to be one. What a link's data name, ReplaceRules shows.
+TEST_F(ReplaceWindowsFileFaults, ALinkIsReplacedAtItsTargetAndOneThatLeadsNobodyKnowsWhereIsLeftAlone) {
+    WindowsCalls calls;
+    calls.addedAttributes = FILE_ATTRIBUTE_REPARSE_POINT;
+    EXPECT_EQ(replace(), Replaced::Yes);
+    EXPECT_EQ(readTextFile(file_), kNew);
+    for (const DWORD error : {ERROR_ACCESS_DENIED, ERROR_FILE_NOT_FOUND, ERROR_CANT_RESOLVE_FILENAME}) {
+        const std::size_t opened = calls.count("CreateFileW");
+        calls.decide = [&](const std::string& call, std::size_t number) -> DWORD {
+            return call == "CreateFileW" && number == opened + 1 ? error : 0;
+        };
+        EXPECT_EQ(replace("another"), Replaced::No) << error;
+        EXPECT_EQ(readTextFile(file_), kNew);
+        EXPECT_EQ(entriesOf(directory_), 1);
+    }
+}
+
 TEST_F(ReplaceWindowsFileFaults, ATargetThatCannotBeToldIsLeftAlone) {
     WindowsCalls calls;
     calls.decide = [](const std::string& call, std::size_t) -> DWORD {

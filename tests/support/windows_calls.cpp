@@ -10,6 +10,18 @@ WindowsCalls* current = nullptr;
 
 bool fails(const char* call) { return current != nullptr && current->fails(call); }
 
+bool isRefused(LPCWSTR path) { return current != nullptr && current->refuses(path); }
+
+template <typename Other>
+bool isRefused(Other) {
+    return false;
+}
+
+template <typename... Arguments>
+bool areRefused(Arguments... arguments) {
+    return (isRefused(arguments) || ...);
+}
+
 DWORD withAddedAttributes(DWORD attributes) {
     return current == nullptr || attributes == INVALID_FILE_ATTRIBUTES ? attributes
                                                                        : attributes | current->addedAttributes;
@@ -54,6 +66,15 @@ std::vector<std::string> WindowsCalls::only(const std::vector<std::string>& want
     return found;
 }
 
+bool WindowsCalls::refuses(LPCWSTR path) const {
+    if (!areLongPathsRefused || isDeciding_ || path == nullptr || std::wcslen(path) < MAX_PATH ||
+        std::wcsncmp(path, L"\\\\?\\", 4) == 0) {
+        return false;
+    }
+    SetLastError(ERROR_PATH_NOT_FOUND);
+    return true;
+}
+
 bool WindowsCalls::fails(const char* call) {
     if (isDeciding_) {
         return false;
@@ -74,14 +95,16 @@ bool WindowsCalls::fails(const char* call) {
 }  // namespace zelutil::test
 
 // NOLINTBEGIN(bugprone-reserved-identifier, cppcoreguidelines-macro-usage): the linker gives these names.
-#define ZELUTIL_WRAP(call, failure)                                                                 \
-    extern "C" {                                                                                    \
-    extern decltype(&(call)) __real___imp_##call;                                                   \
-    extern decltype(&(call)) __wrap___imp_##call;                                                   \
-    }                                                                                               \
-    decltype(&(call)) __wrap___imp_##call = [](auto... arguments) {                                 \
-        using Result = decltype(__real___imp_##call(arguments...));                                 \
-        return zelutil::test::fails(#call) ? (Result)(failure) : __real___imp_##call(arguments...); \
+#define ZELUTIL_WRAP(call, failure)                                                   \
+    extern "C" {                                                                      \
+    extern decltype(&(call)) __real___imp_##call;                                     \
+    extern decltype(&(call)) __wrap___imp_##call;                                     \
+    }                                                                                 \
+    decltype(&(call)) __wrap___imp_##call = [](auto... arguments) {                   \
+        using Result = decltype(__real___imp_##call(arguments...));                   \
+        return zelutil::test::fails(#call) || zelutil::test::areRefused(arguments...) \
+                   ? (Result)(failure)                                                \
+                   : __real___imp_##call(arguments...);                               \
     };
 
 ZELUTIL_WRAP(CreateFileW, INVALID_HANDLE_VALUE)

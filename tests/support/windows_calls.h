@@ -27,6 +27,8 @@ public:
     /// Is called before each wrapped call, with its name and how many of this name there were with it; calls that it
     /// makes itself go straight to the system. Returns the error with which the call is to fail, or 0.
     std::function<DWORD(const std::string& call, std::size_t occurrence)> decide;
+    /// Whether a path of 260 characters or more is none, as it usually is, unless it has the extended form.
+    bool areLongPathsRefused = false;
     /// Attributes that every file seems to have.
     DWORD addedAttributes = 0;
     /// Whether every file seems to have a second stream.
@@ -35,6 +37,8 @@ public:
     std::size_t count(const std::string& call) const;
     /// The names of the calls so far that are among `wanted`.
     std::vector<std::string> only(const std::vector<std::string>& wanted) const;
+
+    bool refuses(LPCWSTR path) const;
 
     /// Logs the call and returns whether it is to fail; the error is set then.
     bool fails(const char* call);
