@@ -135,7 +135,7 @@ private:
     bool isOurs_ = false;
 };
 
-/// How an attempt to write beside the target ended.
+/// The result of an attempt to write beside the target.
 enum class WriteBesideResult {
     Done,
     Failed,
@@ -206,7 +206,7 @@ WriteBesideResult writeBeside(const NativeText& target, const Target* found, std
     return putInPlaceOf(file, target, found, hasTurn);
 }
 
-/// Nothing when the target is not the one that was looked at.
+/// Returns nothing when the target is not the one that was looked at.
 std::optional<Replaced> writeInto(const NativeText& target, std::string_view bytes) {
     OpenFile file;
     StepResult ready = retryingWhileBusy(kWhileHeld, [&] { return openForWriting(target, file); });
@@ -256,7 +256,7 @@ WriteBesideResult tryBeside(const NativeText& target, std::string_view bytes, bo
     return writeBeside(target, exists ? &found : nullptr, bytes, turn.isTaken());
 }
 
-/// Nothing when the target is not the one that was looked at.
+/// Returns nothing when the target is not the one that was looked at.
 std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view bytes) {
     bool exists = false;
     switch (tryBeside(target, bytes, exists)) {

@@ -37,9 +37,9 @@ Replaced replaceFile(const char* path, std::string_view bytes);
 /// touched, whichever process makes it and when. Where the owner or the rights cannot be given, the copy is this user's
 /// alone.
 ///
-/// Where the name is too long for such an ending, its end is replaced by a hash of it.
+/// A hash of the name replaces its end where it is too long for such an ending.
 ///
-/// Returns whether the copy is there, whole and on disk; where it cannot be made, nothing of it is left.
+/// Returns whether the copy is there, whole and on disk. Nothing is left of one that cannot be made.
 bool keepCopy(const char* path);
 
 }  // namespace zelutil::platform

@@ -9,7 +9,7 @@
 ///
 ///     x.cfg => x.cfg.zelutil-00001a2b-00000007.tmp while it is written, x.cfg.bad for a copy that is kept
 ///
-/// Where the target's name leaves no room, as much of it as fits stands there with a hash of the whole name.
+/// A target's name that leaves no room is cut, and a hash of the whole name follows what is left of it.
 namespace zelutil::platform {
 
 /// Text in the system's own characters.
@@ -19,19 +19,19 @@ using NativeTextView = std::basic_string_view<NativeText::value_type>;
 /// Most characters that a system takes for a name without a directory.
 inline constexpr std::size_t kMaximumNameLength = 255;
 
-/// How many names a kept copy is tried under before it counts as one that cannot be kept.
+/// A copy counts as one that cannot be kept when so many of its names are taken.
 inline constexpr std::uint32_t kMaximumKeptNames = 10'000;
 
-/// The name for one call of one process.
+/// Returns the name for one call of one process.
 NativeText replacementName(NativeTextView targetName, std::uint32_t process, std::uint32_t call);
 
-/// Whether `name` is one that any process could have made for `targetName`.
+/// Returns whether `name` is one that any process could have made for `targetName`.
 bool isReplacementName(NativeTextView name, NativeTextView targetName);
 
-/// The name under which a copy is kept, the first choice being number 1: it ends in ".bad", ".bad.2", ".bad.3".
+/// Returns the name under which a copy is kept, the first choice being number 1: it ends in ".bad", ".bad.2", ".bad.3".
 NativeText keptName(NativeTextView targetName, std::uint32_t number);
 
-/// A number that no other call of this process has got.
+/// Returns a number that no other call of this process has got.
 std::uint32_t nextReplacementCall();
 
 }  // namespace zelutil::platform

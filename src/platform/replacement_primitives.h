@@ -13,7 +13,7 @@
 /// replace_file.cpp of each system's folder defines them, in this order. No step waits or tries again.
 namespace zelutil::platform::replacement {
 
-/// How a step ended.
+/// The result of a step.
 enum class StepResult {
     Done,
     /// Somebody holds the file or its lock: worth another try in a moment.
@@ -68,22 +68,23 @@ private:
 
 // --- Paths ----------------------------------------------------------------------------------------------------------
 
-/// The system's path of a Windows text, such that longer names beside it can be used; nothing when it names no file.
+/// Returns the system's path of a Windows text, such that longer names beside it can be used; nothing when it names no
+/// file.
 std::optional<NativeText> nativePath(const char* text);
 
-/// The file behind any symbolic links, also where the last of them points to nothing yet. Nothing when that cannot be
-/// told.
+/// Returns the file behind any symbolic links, also where the last of them points to nothing yet; nothing when that
+/// cannot be told.
 std::optional<NativeText> resolveLinks(NativeText path);
 
-/// Where the name without directories begins in `path`.
+/// Returns the index in `path` of the name without directories.
 std::size_t nameStart(const NativeText& path);
 
-/// The numbers of this process and of its call are in the name.
+/// Returns the number that goes into the names of this process.
 std::uint32_t processNumber();
 
 // --- The target -----------------------------------------------------------------------------------------------------
 
-/// What of a target decides how it is replaced.
+/// The facts about a target that decide how it is replaced.
 struct Target {
     bool hasOtherLinks = false;
     /// No other file can be made to be like it in this.
@@ -108,10 +109,10 @@ bool takeOver(const OpenFile& file, const NativeText& path, const NativeText& fr
 /// Shuts every other user out of the new file.
 bool makePrivate(const OpenFile& file, const NativeText& path);
 
-/// Writes at the current place. False when any byte could not be written.
+/// Writes at the current place. Returns false when any byte could not be written.
 bool writeBytes(const OpenFile& file, std::string_view bytes);
 
-/// Returns once all bytes are on disk. False when they are not.
+/// Waits until all bytes are on disk. Returns false when they are not.
 bool flushToDisk(const OpenFile& file);
 
 /// Puts the new file in the target's place in one step and closes it. `replaces` tells whether there is to be a target.
@@ -136,10 +137,10 @@ StepResult openForWriting(const NativeText& path, OpenFile& file);
 /// Shuts out other processes, and other calls of this one, that lock the file.
 StepResult lockForWriting(const OpenFile& file);
 
-/// Whether the open file is the one that `path` names now.
+/// Returns whether the open file is the one that `path` names now.
 bool isStillThere(const OpenFile& file, const NativeText& path);
 
-/// Nothing when the system does not tell.
+/// Returns the size in bytes, or nothing when the system does not tell.
 std::optional<std::uint64_t> sizeOf(const OpenFile& file);
 
 /// Makes sure that the file can grow to `size` before any of its bytes is touched. On failure it is as before.
@@ -161,7 +162,8 @@ std::optional<std::size_t> readBytes(const OpenFile& file, std::string& buffer);
 
 // --- Leftovers ------------------------------------------------------------------------------------------------------
 
-/// Names, without directories, of files beside `path`: all that could be leftovers of its replacement, perhaps others.
+/// Returns names, without directories, of files beside `path`: all that could be leftovers of its replacement, perhaps
+/// others.
 std::vector<NativeText> namesBeside(const NativeText& path);
 
 /// Opens a leftover and locks it. Not done while its maker lives, and when it is no file that a replacement makes.

@@ -1,8 +1,6 @@
 // The names of the user's file where a directory that should hold it is none.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "prefs/preference_files.h"
 #include "prefs/preference_world.h"
 
@@ -25,18 +23,6 @@ TEST_F(PreferenceFileNames, NoEnvironmentDirectoryHoldsNoFile) {
     EXPECT_EQ(prefs::userFilePath(), "");
     EXPECT_EQ(prefs::writtenUserFilePath(), "");
 }
-
-#ifndef _WIN32
-TEST_F(PreferenceFileNames, NoCurrentDirectoryHoldsNoFile) {
-    setVariable("regression_testing", "1");
-    const auto vanishing = world_.home() / "vanishing";
-    std::filesystem::create_directory(vanishing);
-    std::filesystem::current_path(vanishing);
-    EXPECT_EQ(prefs::writtenUserFilePath(), windowsText(vanishing) + "/tessel_settings.cfg");
-    std::filesystem::remove(vanishing);
-    EXPECT_EQ(prefs::writtenUserFilePath(), "");
-}
-#endif
 
 }  // namespace
 }  // namespace zelutil::test

@@ -144,7 +144,7 @@ HANDLE createMutex(const wchar_t* name) {
     return CreateMutexW(&attributes, FALSE, name);
 }
 
-/// What the link leads to, which need not be there. Nothing when it cannot be told.
+/// Returns the path that the link leads to, which need not be there; nothing when it cannot be told.
 std::optional<NativeText> readLink(const NativeText& link) {
     const File file(CreateFileW(link.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr));

@@ -19,7 +19,7 @@ constexpr std::wstring_view kDevice = L"\\\\.\\";
 constexpr std::wstring_view kNative = L"\\??\\";
 constexpr std::wstring_view kNativeNetwork = L"\\??\\UNC\\";
 
-/// Where the fields of a symbolic link's reparse data stand; the system's headers for applications do not have them.
+/// Places of the fields in a symbolic link's reparse data. The system's headers for applications do not declare them.
 constexpr std::size_t kTagAt = 0;
 constexpr std::size_t kNameOffsetAt = 8;
 constexpr std::size_t kNameLengthAt = 10;
