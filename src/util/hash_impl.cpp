@@ -124,7 +124,7 @@ bool Hash<const char*>::holds(const Node& node, const char* key, std::uint32_t h
 
 /// The link to the node of the key, or the null link at the end of its chain.
 Hash<const char*>::Link Hash<const char*>::lookUp(const char* key, std::uint32_t hash) {
-    Link link = &buckets_[Index(hash)];
+    Link link = bucketOf(hash);
     if (*link == nullptr || holds(**link, key, hash)) {
         return link;
     }
@@ -138,7 +138,7 @@ Hash<const char*>::Link Hash<const char*>::lookUp(const char* key, std::uint32_t
 
 /// What `lookUp` gives for a key that the table does not have.
 Hash<const char*>::Link Hash<const char*>::endOfChain(std::uint32_t hash) {
-    Link link = &buckets_[Index(hash)];
+    Link link = bucketOf(hash);
     if (*link == nullptr) {
         return link;
     }
@@ -211,8 +211,12 @@ void Hash<const char*>::moveAll(const Buckets& from, std::uint64_t count) {
 
 bool StringHash::Equal(const char* a, const char* b) const { return zelutil::ascii::compareIgnoringCase(a, b) == 0; }
 
-std::uint32_t StringHash::FullHash(const char* key) const { return zelutil::hash::foldedMurmur(key); }
+unsigned StringHash::Index(const char* key) const {
+    return bucketCount_ == 0 ? 0 : static_cast<unsigned>(FullHash(orEmpty(key)) % bucketCount_);
+}
 
 void StringHash::Grow() { bucketCount_ = zelutil::hash::grownBucketCount(bucketCount_); }
+
+std::uint32_t StringHash::FullHash(const char* key) const { return zelutil::hash::foldedMurmur(key); }
 
 }  // namespace ZelU::Hash::Impl

@@ -36,13 +36,18 @@ public:
     std::int32_t longestWalk() const { return longestWalk_; }
 
 protected:
+    // Programs that were compiled earlier find these three by their order, behind the public ones.
+
     virtual bool Equal(const char* a, const char* b) const = 0;
 
-    /// Equal keys have equal hashes.
-    virtual std::uint32_t FullHash(const char* key) const = 0;
+    /// Returns the index of the bucket of `key`; 0 while the count is 0.
+    virtual unsigned Index(const char* key) const = 0;
 
     /// Sets the bucket count to the next size.
     virtual void Grow() = 0;
+
+    /// Equal keys have equal hashes.
+    virtual std::uint32_t FullHash(const char* key) const = 0;
 
 private:
     struct Node {
@@ -61,8 +66,8 @@ private:
     static Buckets makeBuckets(std::uint64_t count);
     static void deleteAll(Node* const* nodes, std::size_t count);
 
-    /// Only of a table with buckets, whose number never exceeds 32 bits.
-    unsigned Index(std::uint32_t hash) const { return hash % static_cast<std::uint32_t>(bucketCount_); }
+    /// Returns the bucket in a table that has buckets, whose number never exceeds 32 bits.
+    Link bucketOf(std::uint32_t hash) { return &buckets_[hash % static_cast<std::uint32_t>(bucketCount_)]; }
 
     bool holds(const Node& node, const char* key, std::uint32_t hash) const;
     Link lookUp(const char* key, std::uint32_t hash);
@@ -94,8 +99,9 @@ public:
 
 protected:
     bool Equal(const char* a, const char* b) const override;
-    std::uint32_t FullHash(const char* key) const override;
+    unsigned Index(const char* key) const override;
     void Grow() override;
+    std::uint32_t FullHash(const char* key) const override;
 };
 
 }  // namespace ZelU::Hash::Impl

