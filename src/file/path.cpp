@@ -31,18 +31,36 @@ Path::Path(const char* dir, const char* name) {
 
 Path::Path(const std::string& text) : text_(text) { fix(0); }
 
+Path::Path(const char* text) : Path(orEmpty(text)) {}
+
+Path::Path(Path&& other) noexcept
+    : text_(std::move(other.text_)),
+      hasSpace_(std::exchange(other.hasSpace_, false)),
+      absolute_(std::exchange(other.absolute_, false)) {
+    other.text_.clear();
+}
+
+Path& Path::operator=(Path&& other) noexcept {
+    // By way of another object, so that a path moved to itself stays.
+    Path taken(std::move(other));
+    text_.swap(taken.text_);
+    hasSpace_ = taken.hasSpace_;
+    absolute_ = taken.absolute_;
+    return *this;
+}
+
 Path& Path::operator=(const char* text) {
-    // The text may lie in this object's own, so it is copied before anything changes.
-    text_ = orEmpty(text);
-    if (text_.empty()) {
-        hasSpace_ = false;
-        absolute_ = false;
-        return *this;
+    if (text == nullptr || *text == '\0') {
+        return *this = Path();
     }
+    // In an object of its own: the text may lie in this one's, which stays as it is where memory runs out.
+    Path path;
     // Kept deliberately: the memory of the current directory in front stays, and so a relative text assigned to such a
     // path stays relative: its file is looked for in what is the current directory by then.
-    fix(0);
-    return *this;
+    path.absolute_ = absolute_;
+    path.text_ = text;
+    path.fix(0);
+    return *this = std::move(path);
 }
 
 Path& Path::operator+=(const char* component) {

@@ -35,6 +35,54 @@ TEST(FilesOutOfMemory, AFileThatCannotBeEnteredForDeletionStays) {
     EXPECT_TRUE(path.Exists());
 }
 
+struct Change {
+    const char* name;
+    void (*make)(Path& path);
+};
+
+const std::string kLongText =
+    "c:/a directory whose text is longer than any that lies in the object/" + std::string(200, 'x');
+const std::string kLongRelative = "a relative path/" + std::string(200, 'x');
+const Path kLongPath(kLongText);
+
+const Change kChanges[] = {
+    {"absolute text", [](Path& path) { path = kLongText.c_str(); }},
+    {"relative text", [](Path& path) { path = kLongRelative.c_str(); }},
+    {"text with dots", [](Path& path) { path = (kLongText + "/../b/./c").c_str(); }},
+    {"string", [](Path& path) { path = kLongRelative; }},
+    {"path", [](Path& path) { path = kLongPath; }},
+    {"moved path", [](Path& path) { path = Path(kLongRelative); }},
+    {"component", [](Path& path) { path += kLongText.c_str(); }},
+    {"component string", [](Path& path) { path += kLongText; }},
+};
+
+/// All that can be asked of it.
+std::string answersOf(const Path& path) {
+    Path relative = path;
+    relative = "r";
+    return std::string(path) + '|' + path.Name() + '|' + std::string(path.Parent()) + '|' + path.Extension() + '|' +
+           path.GetPath4Shell() + '|' + path.GetURI(false) + '|' + std::string(relative) +
+           (path.Exists() ? "there" : "not there");
+}
+
+TEST(PathsOutOfMemory, AChangeThatFailsLeavesThePathAsItWas) {
+    const Path kBefore[] = {Path(), Path("c:/short"), Path("c:/with blank"), Path("relative path"), kLongPath};
+    for (const Change& change : kChanges) {
+        for (const Path& before : kBefore) {
+            const std::string answers = answersOf(before);
+            Path path = before;
+            int allowed = 0;
+            while (failsWith(allowed, [&] { change.make(path); })) {
+                EXPECT_EQ(answersOf(path), answers) << change.name << ", allocation " << allowed;
+                ++allowed;
+            }
+            Path expected = before;
+            change.make(expected);
+            EXPECT_EQ(answersOf(path), answersOf(expected)) << change.name;
+        }
+    }
+}
+
 TEST(FilesOutOfMemory, ACopyThatCannotBeMadeLeavesTheTargetAsItWas) {
     const TempDirectory directory;
     writeTextFile(directory / "from", "some bytes that are more than a short text has room for");

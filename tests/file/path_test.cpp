@@ -2,10 +2,13 @@
 #include <zelutil/file/path.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <ostream>
 #include <string>
 #include <thread>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "support/temp_directory.h"
@@ -106,6 +109,33 @@ TEST(Path, NormalisesATextItIsMadeFrom) {
     }
 }
 
+TEST(Path, OfANullTextIsTheEmptyPath) {
+    const char* const undefined = std::getenv("ZELUTIL_TEST_UNDEFINED");
+    ASSERT_EQ(undefined, nullptr);
+    for (const Path& path : {Path(undefined), Path(kNull), Path(nullptr)}) {
+        EXPECT_TRUE(path.Empty());
+        EXPECT_FALSE(hasBlank(path));
+        EXPECT_FALSE(remembersCurrentDirectory(path));
+    }
+}
+
+// A second implicit way from a C string would make these calls ambiguous.
+struct Overloaded {
+    static int call(const Path&) { return 1; }
+    static int call(const std::string&) { return 2; }
+};
+
+TEST(Path, IsMadeImplicitlyOfAStringOnly) {
+    static_assert(std::is_convertible_v<std::string, Path>);
+    static_assert(!std::is_convertible_v<const char*, Path>);
+    EXPECT_EQ(Overloaded::call("c:/a"), 2);
+    const Path path("c:/a");
+    for (const bool isKnown : {true, false}) {
+        const char* const text = isKnown ? path : "none";
+        EXPECT_STREQ(text, isKnown ? "c:\\a" : "none");
+    }
+}
+
 TEST(Path, ATextMayHoldANul) {
     const Path path(std::string("c:/a\0b", 6));
     EXPECT_STREQ(path, R"(c:\a)");
@@ -177,6 +207,49 @@ TEST(Path, ACopyHasTextAndFlagsAndIsItsOwn) {
         EXPECT_TRUE(hasBlank(path));
         EXPECT_TRUE(remembersCurrentDirectory(path));
     }
+}
+
+TEST(Path, MovedFromIsEmptyWithoutFlags) {
+    // Both a text that lies in the object and one that needs memory; each with a blank and the current directory.
+    for (const std::string& text : {std::string("a b"), std::string(100, 'a') + " b"}) {
+        Path first(text);
+        const std::string whole = textOf(first);
+        Path second(std::move(first));
+        Path third("c:/other path");
+        third = std::move(second);
+        // NOLINTNEXTLINE(bugprone-use-after-move): it is what is tested.
+        for (const Path& path : {first, second}) {
+            EXPECT_TRUE(path.Empty());
+            EXPECT_FALSE(hasBlank(path));
+            EXPECT_FALSE(remembersCurrentDirectory(path));
+        }
+        EXPECT_EQ(textOf(third), whole);
+        EXPECT_TRUE(hasBlank(third));
+        EXPECT_TRUE(remembersCurrentDirectory(third));
+    }
+}
+
+TEST(Path, MovedFromAShortTextIsEmptyToo) {
+    Path first("c:/a b");
+    const Path second(std::move(first));
+    EXPECT_STREQ(second, R"(c:\a b)");
+    EXPECT_TRUE(first.Empty());  // NOLINT(bugprone-use-after-move)
+    EXPECT_FALSE(hasBlank(first));
+}
+
+TEST(Path, MovedToItselfStays) {
+    Path path("a b");
+    const std::string text = textOf(path);
+    Path& same = path;
+    path = std::move(same);
+    EXPECT_EQ(textOf(path), text);
+    EXPECT_TRUE(hasBlank(path));
+    EXPECT_TRUE(remembersCurrentDirectory(path));
+}
+
+TEST(Path, MovesWithoutThrowing) {
+    static_assert(std::is_nothrow_move_constructible_v<Path>);
+    static_assert(std::is_nothrow_move_assignable_v<Path>);
 }
 
 TEST(Path, AssigningATextNormalisesItAndLooksForBlanksAnew) {

@@ -32,7 +32,9 @@ namespace File {
 ///
 /// Texts are bytes of the narrow (ANSI) encoding and case matters, though the file system may fold it. On systems
 /// without drives "Z:" is the root directory: /home/ann reads Z:\home\ann. A `Path` is a value and may be copied and
-/// moved freely; one object must not be changed while another thread uses it.
+/// moved freely; a moved-from one is as by default. One object must not be changed while another thread uses it; making
+/// and changing several on several threads is fine. Where memory runs out, an operation throws `std::bad_alloc` and
+/// leaves its object as it was.
 class ZELUTIL_API Path {
 public:
     /// The empty path.
@@ -45,6 +47,16 @@ public:
 
     /// The path of `text`.
     Path(const std::string& text);
+
+    /// The same; null gives the empty path. Explicit, so that a C string is no second way to a `Path` where texts and
+    /// paths meet.
+    explicit Path(const char* text);
+
+    Path(const Path& other) = default;
+    Path(Path&& other) noexcept;
+    Path& operator=(const Path& other) = default;
+    Path& operator=(Path&& other) noexcept;
+    ~Path() = default;
 
     /// Takes a new text; null and "" give the empty path.
     ///
@@ -123,7 +135,8 @@ public:
     /// refuses.
     bool DeleteTheFile();
 
-    /// Has the file removed, if it exists then, when the process exits or this library is unloaded. The path may be
+    /// Has the file removed, if it exists then, when the process exits or this library is unloaded, after the program's
+    /// own static objects, which may still enter files, where it is linked with this library. The path may be
     /// entered more than once, before or after its file is made. Not to be called from two threads at once.
     void DeleteMeOnExit();
 
