@@ -107,7 +107,7 @@ auto askingFor(const Facets& facets, TypeOf typeOf) {
 /// Facets are mostly asked for by C strings, from which the peer has to make its keys; where the strings are there
 /// already, it need not.
 void compare(const std::string& task, const Facets& facets, const NestedMaps& peer) {
-    const FacetConfigManager& manager = FacetConfigManager::GetInstance();
+    FacetConfigManager& manager = FacetConfigManager::GetInstance();
     Comparison(task, facets.size())
         .zelutil(askingFor(
             facets,

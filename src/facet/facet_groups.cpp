@@ -1,5 +1,7 @@
 #include "facet/facet_groups.h"
 
+#include <utility>
+
 #include "json/document.h"
 
 namespace zelutil::facet {
@@ -13,7 +15,11 @@ FacetType typeOf(json::View element) {
 
 void FacetGroups::add(std::string_view text) {
     const json::Document document(text);
-    parseJsonFacetSettings(document.root().member("meta"));
+    // A copy takes the new ones, and then the place of the old: a group or two must not be all that is known when
+    // memory runs out half-way.
+    Groups groups = groups_;
+    parseJsonFacetSettings(document.root().member("meta"), groups);
+    groups_ = std::move(groups);
 }
 
 const FacetType* FacetGroups::find(std::string_view header, std::string_view name) const {
@@ -23,11 +29,11 @@ const FacetType* FacetGroups::find(std::string_view header, std::string_view nam
 
 // Kept deliberately: of the groups with one header only the first counts, and the facets of the others are dropped, not
 // added to it.
-void FacetGroups::parseJsonFacetSettings(json::View meta) {
+void FacetGroups::parseJsonFacetSettings(json::View meta, Groups& groups) {
     for (const json::View element : meta.elements()) {
         const std::string_view header = element.member("header").text().value_or("");
-        if (!header.empty() && groups_.find(header) == nullptr) {
-            groups_.add(header, std::make_shared<const Facets>(parseFacets(element)));
+        if (!header.empty() && groups.find(header) == nullptr) {
+            groups.add(header, std::make_shared<const Facets>(parseFacets(element)));
         }
     }
 }

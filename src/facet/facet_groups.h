@@ -17,7 +17,7 @@ enum class FacetType : std::int32_t { Other = 0, Numerical = 1 };
 class FacetGroups {
 public:
     /// Adds the groups of a text that are not known yet. A malformed text adds nothing; what is of the wrong type is
-    /// passed over.
+    /// passed over. Where memory runs out, nothing has changed.
     void add(std::string_view text);
 
     /// The facet's type, or null where there is no such group or facet.
@@ -25,11 +25,12 @@ public:
 
 private:
     using Facets = TextTable<FacetType>;
+    using Groups = TextTable<std::shared_ptr<const Facets>>;
 
-    void parseJsonFacetSettings(json::View meta);
+    static void parseJsonFacetSettings(json::View meta, Groups& groups);
     static Facets parseFacets(json::View element);
 
-    TextTable<std::shared_ptr<const Facets>> groups_;
+    Groups groups_;
 };
 
 }  // namespace zelutil::facet

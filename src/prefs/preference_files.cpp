@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "common_library/common_library.h"
+#include "file/installed_file.h"
 #include "platform/platform.h"
 
 namespace zelutil::prefs {
@@ -18,7 +19,6 @@ using ZelU::File::Path;
 /// Both files have this name.
 constexpr char kSettingsFileName[] = "tessel_settings.cfg";
 constexpr char kDefaultsVariable[] = "tessel_settings";
-constexpr char kDefaultsDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
 constexpr char kRegressionVariable[] = "regression_testing";
 constexpr char kUserFileInEnvironment[] = "/tessel/tessel_settings.cfg";
@@ -33,15 +33,6 @@ public:
     SearchInProgress& operator=(const SearchInProgress&) = delete;
     ~SearchInProgress() { searchInProgress = false; }
 };
-
-/// Without an installation the defaults are empty; the manager's maker is not to see the exception.
-Path findInstalled() {
-    try {
-        return Hierarchy::FindFile(kSettingsFileName, kDefaultsDirectory);
-    } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
-        return {};
-    }
-}
 
 std::optional<std::string> findOnSetupPath() {
     const auto search = common_library::SetupPathSearch::prepare();
@@ -64,16 +55,15 @@ std::string defaultsFilePath() {
     if (auto named = platform::environmentPath(kDefaultsVariable)) {
         return *named;
     }
-    // Kept deliberately: a path with a blank comes in double quotes, which no file has in its name. A host that lives
-    // with the built-in values there would suddenly meet others.
-    return findInstalled().GetPath4Shell();
+    return file::installedSettingsFile(kSettingsFileName);
 }
 
 std::string userFilePath() {
     if (auto found = findOnSetupPath()) {
         return *found;
     }
-    // Kept deliberately: in double quotes when it has a blank, as above; nothing is then read or written.
+    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path; nothing is then read or
+    // written.
     return fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
 }
 

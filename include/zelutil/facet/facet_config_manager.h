@@ -15,7 +15,8 @@ namespace ZelU::FACET {
 class ZELUTIL_API FacetConfigManager {
 public:
     /// The manager of this process. The first call makes it and reads the file; calls that come meanwhile on other
-    /// threads wait. It is destroyed at exit or unload.
+    /// threads wait. It is destroyed when the library goes: exit functions and destructors of static objects of a
+    /// program that is linked with this library may still ask it.
     static FacetConfigManager& GetInstance();
 
     /// A copy knows what the original knows; what either reads afterwards is its own.
@@ -27,14 +28,15 @@ public:
     /// is; nothing is ever removed.
     ///
     /// No failure is reported: without an installation or a readable file nothing changes, and what has no place in the
-    /// file is passed over. An installation path with a blank in it counts as unreadable.
+    /// file is passed over. An installation path with a blank in it counts as unreadable. Where memory runs out, throws
+    /// `std::bad_alloc`, and nothing has changed.
     void readfacetSettings();
 
     /// Whether the group `header` has a facet `name`. False when either is null.
-    bool facetDefined(const char* header, const char* name) const;
+    bool facetDefined(const char* header, const char* name);
 
     /// 1 for a numerical facet, 0 for another, -1 when there is no such group or facet, or when either text is null.
-    int facetType(const char* header, const char* name) const;
+    int facetType(const char* header, const char* name);
 
 private:
     FacetConfigManager();

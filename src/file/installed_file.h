@@ -1,0 +1,14 @@
+#ifndef ZELUTIL_FILE_INSTALLED_FILE_H
+#define ZELUTIL_FILE_INSTALLED_FILE_H
+
+#include <string>
+
+namespace zelutil::file {
+
+/// The path, to be opened as it is, of the shipped settings file `name` in the installation tree. Empty when there is
+/// none, and when there is no installation: the message about that is printed, no exception leaves.
+std::string installedSettingsFile(const char* name);
+
+}  // namespace zelutil::file
+
+#endif
