@@ -3,12 +3,12 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/util/dbg_chk.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
 
 #include "common_library/common_library.h"
 #include "platform/platform.h"
+#include "text/list.h"
 
 namespace zelutil::file {
 
@@ -118,11 +118,9 @@ Path toolsDirectoryOf(const Path& directory) {
 }
 
 std::vector<std::string_view> entriesOf(std::string_view list) {
-    std::vector<std::string_view> entries;
-    while (!list.empty()) {
-        const std::size_t end = std::min(list.find(';'), list.size());
-        entries.push_back(list.substr(0, end));
-        list.remove_prefix(std::min(end + 1, list.size()));
+    std::vector<std::string_view> entries = text::split(list, ";");
+    if (entries.back().empty()) {
+        entries.pop_back();
     }
     return entries;
 }

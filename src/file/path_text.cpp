@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "text/ascii.h"
+
 // Both passes over a text work in place with two positions: `in` reads, `out` writes and never overtakes. What lies
 // before `out` is what a procedure that erases character by character would have before its position, so that looking
 // back from `out` sees what that procedure sees, without moving the rest of the text at every removal.
@@ -75,13 +77,11 @@ void removeTrailingSeparators(std::string& text) {
     }
 }
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 bool beginsAbsolute(const std::string& text) {
     if (text.size() < 2) {
         return false;
     }
-    return (isLetter(text[0]) && text[1] == ':') || (text[0] == kSeparator && text[1] == kSeparator);
+    return (ascii::isLetter(text[0]) && text[1] == ':') || (text[0] == kSeparator && text[1] == kSeparator);
 }
 
 /// A text that cannot be made absolute names no file: with a separator alone in front it would name one of the root

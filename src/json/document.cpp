@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "text/ascii.h"
+
 namespace zelutil::json {
 namespace {
 
@@ -18,14 +20,12 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// Length from which a negative exponent makes every number 0.0, however many digits it has.
 constexpr std::size_t kVanishingExponentDigits = 8;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// The digits of a negative exponent when the minus sign at `minus` begins one.
 std::size_t exponentDigits(const char* minus, const char* begin, const char* end) {
     if (minus == begin || (minus[-1] != 'e' && minus[-1] != 'E')) {
         return 0;
     }
-    return static_cast<std::size_t>(std::find_if_not(minus + 1, end, isDigit) - (minus + 1));
+    return static_cast<std::size_t>(std::find_if_not(minus + 1, end, ascii::isDigit) - (minus + 1));
 }
 
 /// Whether an exponent of a length that must not reach the parser may stand in the text (inside a string perhaps).

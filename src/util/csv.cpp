@@ -1,11 +1,9 @@
 #include <zelutil/util/csv.h>
 
-#include <zelutil/util/ascii.h>
-
 #include <algorithm>
 #include <string_view>
 
-#include "util/ascii_class.h"
+#include "text/ascii.h"
 
 namespace zelutil {
 namespace {

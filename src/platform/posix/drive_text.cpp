@@ -1,6 +1,7 @@
 #include "platform/posix/drive_text.h"
 
-#include <algorithm>
+#include "text/ascii.h"
+#include "text/list.h"
 
 namespace zelutil::platform {
 namespace {
@@ -10,10 +11,7 @@ constexpr std::string_view kCharactersOfNoName = "\"*?<>|";
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool hasDrive(std::string_view text) {
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    return text.size() >= 2 && isLetter(text[0]) && text[1] == ':';
-}
+bool hasDrive(std::string_view text) { return text.size() >= 2 && ascii::isLetter(text[0]) && text[1] == ':'; }
 
 bool isNetworkText(std::string_view text) { return text.size() >= 2 && isSeparator(text[0]) && isSeparator(text[1]); }
 
@@ -56,15 +54,12 @@ std::string textFromSystemPath(std::string_view path) {
 
 std::string textListFromSystemList(std::string_view list) {
     std::string texts;
-    for (;;) {
-        const std::size_t end = std::min(list.find(':'), list.size());
-        texts += textFromSystemPath(list.substr(0, end));
-        if (end == list.size()) {
-            return texts;
-        }
+    for (const std::string_view directory : text::split(list, ":")) {
+        texts += textFromSystemPath(directory);
         texts += ';';
-        list.remove_prefix(end + 1);
     }
+    texts.pop_back();
+    return texts;
 }
 
 }  // namespace zelutil::platform

@@ -4,13 +4,14 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "platform/environment.h"
 #include "platform/posix/drive_text.h"
+#include "text/list.h"
 
 namespace zelutil::platform {
 namespace {
@@ -49,17 +50,17 @@ void* loadModuleAt(const std::string& path) { return ::dlopen(path.c_str(), RTLD
 /// too. So the others are visited here, and the loader is asked only when none of these leads to such a file.
 void* loadModuleByName(const std::string& fileName) {
     const std::string list = environment("LD_LIBRARY_PATH").value_or("");
+    if (list.empty()) {
+        return loadModuleAt(fileName);
+    }
     bool isFoundFromHere = false;
-    for (std::size_t start = 0; !list.empty() && start <= list.size();) {
-        const std::size_t end = std::min(list.find_first_of(":;", start), list.size());
-        const std::string directory = list.substr(start, end - start);
-        const std::string file = directory.empty() ? fileName : directory + '/' + fileName;
+    for (const std::string_view directory : text::split(std::string_view(list), ":;")) {
+        const std::string file = directory.empty() ? fileName : std::string(directory) + '/' + fileName;
         if (file.front() != '/') {
             isFoundFromHere = isFoundFromHere || ::access(file.c_str(), F_OK) == 0;
         } else if (void* const module = loadModuleAt(file)) {
             return module;
         }
-        start = end + 1;
     }
     return isFoundFromHere ? nullptr : loadModuleAt(fileName);
 }

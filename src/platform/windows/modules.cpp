@@ -1,11 +1,11 @@
 // Modules on Windows. Order and contracts: modules.h.
 #include "platform/modules.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "platform/environment.h"
 #include "platform/windows/system_text.h"
+#include "text/list.h"
 
 namespace zelutil::platform {
 
@@ -35,15 +35,12 @@ bool isAbsolute(std::wstring_view directory) {
 /// The loader's own walk over PATH visits the current directory first, so the entries are visited here.
 HMODULE loadModuleFromPath(const std::wstring& fileName) {
     const std::wstring list = widen(environment("PATH").value_or(""));
-    for (std::size_t start = 0; start <= list.size();) {
-        const std::size_t end = std::min(list.find(L';', start), list.size());
-        const std::wstring directory = list.substr(start, end - start);
+    for (const std::wstring_view directory : text::split(std::wstring_view(list), L";")) {
         if (isAbsolute(directory)) {
-            if (const HMODULE module = loadModuleAt(directory + L'\\' + fileName)) {
+            if (const HMODULE module = loadModuleAt(std::wstring(directory) + L'\\' + fileName)) {
                 return module;
             }
         }
-        start = end + 1;
     }
     return nullptr;
 }

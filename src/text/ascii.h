@@ -1,7 +1,10 @@
-#ifndef ZELUTIL_UTIL_ASCII_CLASS_H
-#define ZELUTIL_UTIL_ASCII_CLASS_H
+#ifndef ZELUTIL_TEXT_ASCII_H
+#define ZELUTIL_TEXT_ASCII_H
 
-/// Character classes of ASCII. The C library's ask the locale, and may be given no negative char.
+#include <zelutil/util/ascii.h>
+
+/// Character classes of ASCII, beside the folding of case that hosts see too. The C library's ask the locale, and may
+/// be given no negative char.
 namespace zelutil::ascii {
 
 /// The blank and the control characters \t \n \v \f \r.
