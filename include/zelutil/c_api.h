@@ -5,6 +5,10 @@
 ///
 /// Texts are NUL-terminated byte strings. Unless a function says otherwise its arguments must not be null, it keeps no
 /// pointer that it was given, and it must not run at the same time as a save, an edit or a registration.
+///
+/// All of them may still be called from exit functions and from destructors of static objects of a program that is
+/// linked with this library; what the preference functions then return, they say themselves. A program that loads the
+/// library itself may have objects that go after the library's: what they ask for is made anew, as at a first use.
 
 #include <zelutil/export.h>
 

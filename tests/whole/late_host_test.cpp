@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "prefs/preference_world.h"
+#include "prefs/saving_host.h"
 #include "support/child_process.h"
 #include "support/installation_tree.h"
 #include "support/temp_directory.h"
@@ -47,6 +48,8 @@ protected:
         EXPECT_EQ(result.err, "");
         return result.out;
     }
+
+    fs::path userFile() const { return directory / "home/pcbenv/tessel/tessel_settings.cfg"; }
 
     zelutil::test::TempDirectory directory;
     fs::path root = directory / "product";
@@ -114,6 +117,15 @@ TEST_F(LateHost, MayAskForTheFirstTimeAtTheEnd) {
     EXPECT_EQ(outputOf("end", {"root", "facet", "server", "settings", "entered"}),
               windowsText(root) + "\n1\napplication 5\nchanged a name\nmade\n");
     EXPECT_TRUE(fs::is_empty(temporary));
+}
+
+TEST_F(LateHost, MaySaveInAnExitFunctionBeforeTheManagerGoes) {
+    const std::string first = "the first value that is saved by this program";
+    const std::string last = "the last value that is saved by this program";
+    EXPECT_EQ(outputOf("after", {"settings", "save", "value"}), "changed a name\nchanged s::value\nvalue " + first +
+                                                                    "\nchanged a name\nchanged s::value\nvalue " +
+                                                                    last + "\n");
+    EXPECT_EQ(zelutil::test::readTextFile(userFile()), zelutil::test::savedText(last));
 }
 
 }  // namespace

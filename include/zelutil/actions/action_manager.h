@@ -22,7 +22,8 @@
 /// loads, edits and registrations are serialised by the host, and no query may run at the same time.
 class ZELUTIL_API UCPActionManager : public IUserSettingsManager {
 public:
-    /// The manager, empty at the first call; destroyed at process exit.
+    /// The manager, empty at the first call. It is destroyed when the library goes: exit functions and destructors of
+    /// static objects of a program that is linked with this library may still ask it.
     static UCPActionManager& instance();
 
     UCPActionManager(const UCPActionManager&) = delete;

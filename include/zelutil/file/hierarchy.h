@@ -32,9 +32,12 @@ public:
 
 /// Where the product is installed, where the user's environment is, and files in them.
 ///
-/// The root is looked for at the first call that needs it and kept. Until it has been found, and for as long as the
-/// common library is not initialised, the calls that need it must not run on several threads at once; afterwards all of
-/// them may. `GetPcbEnv` may always, unless it answers the empty path.
+/// The root is looked for at the first call that needs it and kept. All operations may be called on several threads at
+/// once, the first calls too; two that come first may both search. No lock is held during a search: the common library
+/// may call back into the host, and the host any operation here.
+///
+/// Exit functions and destructors of static objects of a program that is linked with this library may still call
+/// everything here.
 class ZELUTIL_API Hierarchy {
 public:
     Hierarchy() = delete;
@@ -52,12 +55,14 @@ public:
     /// directory.
     ///
     /// While the common library reports that it is not initialised, what was found first is answered, and looked for
-    /// again at the next call. The reference stays valid until the library is unloaded; its value may change as told
-    /// here. With "QTX_ZELUTIL_DEBUG" defined the steps of a search are printed on standard output.
+    /// again at the next call. The path referred to does not change, and stays valid until the library is unloaded;
+    /// another call may return another one, as told here. With "QTX_ZELUTIL_DEBUG" defined the steps of a search are
+    /// printed on standard output.
     static const Path& GetRoot();
 
     /// The user's environment directory, "pcbenv" below the home directory, whether it exists or not. Read from the
-    /// environment at the first call and kept, but for the empty path (a home directory that is no path).
+    /// environment at the first call and kept, but for the empty path (a home directory that is no path). The path
+    /// referred to does not change, and stays valid until the library is unloaded.
     ///
     ///     HOMEDRIVE=C: HOMEPATH=\Users\ann => C:\Users\ann\pcbenv
     ///     HOMEDRIVE=C:                     => C:\pcbenv

@@ -50,6 +50,7 @@ public:
 
     /// The manager of this process. The first call makes it and reads the preference files; calls that come meanwhile
     /// on other threads wait. Throws `true` (a `bool`) once the manager's destruction, at exit or unload, has begun.
+    /// Exit functions that were registered after that first call run before it, and may still ask and save.
     /// Must not be called from inside the search for the user's file that the first call makes.
     static UserPreferenceManager& GetInstance();
 

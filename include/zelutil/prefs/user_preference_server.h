@@ -51,7 +51,9 @@ protected:
 /// and attaching, detaching and saving must not run on several threads at once.
 class ZELUTIL_API UserPreferenceServer {
 public:
-    /// The server of this process, made at the first call.
+    /// The server of this process, made at the first call, or by the preference manager before itself. It is destroyed
+    /// when the library goes: exit functions and destructors of static objects of a program that is linked with this
+    /// library may still ask it, and a save in one of them, while the manager lives, still notifies.
     static UserPreferenceServer& getInstance();
 
     /// Has the observer told from now on. Null is ignored, and so is one that is attached already.

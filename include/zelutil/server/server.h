@@ -29,8 +29,9 @@ protected:
 /// an observer or the editor finder throws passes through.
 class ZELUTIL_API Server {
 public:
-    /// The one server, made at the first call, with the default id of that moment as active and as previous id, and
-    /// destroyed at the end of the process.
+    /// The one server, made at the first call, with the default id of that moment as active and as previous id. It
+    /// is destroyed when the library goes: exit functions and destructors of static objects of a program that is linked
+    /// with this library may still ask it.
     static Server& getInstance();
 
     /// Copies have every field, also when they are made of an rvalue, which stays as it is. They share the numbering:
