@@ -7,10 +7,11 @@ namespace zelutil::platform {
 /// (Killing that does not unwind is not held off; who kills must hold the same lock.)
 class KillShield {
 public:
-    KillShield();
+    KillShield() noexcept;
     KillShield(const KillShield&) = delete;
     KillShield& operator=(const KillShield&) = delete;
-    /// A thread that was to be killed meanwhile ends later: where it waits or asks the system for something.
+    /// A thread that was to be killed meanwhile ends later: where it waits or asks the system for something, or where
+    /// the next shield is lifted.
     ~KillShield();
 
     /// Ends the protection now. A thread that was to be killed meanwhile does not return from this.

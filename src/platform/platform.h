@@ -12,11 +12,13 @@
 ///
 /// No function prints. None throws but for lack of memory.
 #include "platform/critical_section.h"
+#include "platform/discard_exceptions.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/kill_shield.h"
 #include "platform/modules.h"
 #include "platform/replace_file.h"
+#include "platform/thread_lock.h"
 #include "platform/threads.h"
 
 #endif

@@ -44,10 +44,12 @@ bool startThread(ThreadBody& body, std::atomic<ThreadId>& id);
 /// itself waits for ever.
 void joinThread(ThreadId id);
 
-/// Ends a thread that `startThread` started, as soon as it can be killed, without waiting for that. Does nothing when
-/// there is none of that name (any more). A thread may end itself, and then does not return.
+/// Ends a thread that `startThread` started. Does nothing when there is none of that name (any more). A thread may end
+/// itself, and then does not return.
 ///
-/// What the thread has locked stays locked where the system does not unwind its stack.
+/// Where the system does not unwind the thread's stack, this returns when the thread has ended (waiting two seconds at
+/// most), and what the thread has locked stays locked. Elsewhere the thread ends as soon as it can be killed, and
+/// nobody waits for that.
 void killThread(ThreadId id);
 
 /// For `ThreadBody::run`: lets at least so many milliseconds pass. 0 returns at once.

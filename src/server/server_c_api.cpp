@@ -1,27 +1,26 @@
 #include <zelutil/c_api.h>
 #include <zelutil/server/server.h>
 
+#include "platform/discard_exceptions.h"
+
 namespace ZelU::Marl {
+
+namespace platform = zelutil::platform;
 
 /// Observers and the editor finder may throw, the callers of these functions cannot catch.
 struct ServerCApi {
-    static int activeAppId() noexcept {
+    static int activeAppId() {
         Server& server = Server::getInstance();
-        try {
-            return server.getActiveAppId();
-        } catch (...) {
-            return server.m_activeAppId;
-        }
+        int id = 0;
+        const bool told = platform::discardExceptions([&] { id = server.getActiveAppId(); });
+        return told ? id : server.m_activeAppId;
     }
 
-    static int setActiveAppId(int appId, bool editorSwitch) noexcept {
+    static int setActiveAppId(int appId, bool editorSwitch) {
         Server& server = Server::getInstance();
-        const int old = server.m_activeAppId;
-        try {
-            return server.setActiveAppId(appId, editorSwitch);
-        } catch (...) {
-            return old;
-        }
+        int old = server.m_activeAppId;
+        platform::discardExceptions([&] { old = server.setActiveAppId(appId, editorSwitch); });
+        return old;
     }
 };
 

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 #include <memory>
-#include <thread>
 
 #include "platform/kill_shield.h"
+#include "platform/thread_lock.h"
 #include "platform/threads.h"
 
 namespace Smart::AssociationExceptions {
@@ -23,30 +23,13 @@ namespace platform = zelutil::platform;
 
 namespace {
 
-// Held for a few instructions at a time, by one thread of the process. A thread that is killed while it waits for this
-// leaves nothing behind, which is not so of the system's locks.
-std::atomic_flag linksInUse = ATOMIC_FLAG_INIT;
-
-/// Guards every link block, and the thread's own end against `Kill`. Whoever may be killed has a `KillShield` around
-/// it.
-class LinkLock {
-public:
-    LinkLock() {
-        while (linksInUse.test_and_set(std::memory_order_acquire)) {
-            std::this_thread::yield();
-        }
-    }
-    LinkLock(const LinkLock&) = delete;
-    LinkLock& operator=(const LinkLock&) = delete;
-    ~LinkLock() { linksInUse.clear(std::memory_order_release); }
-};
-
 // Kept deliberately: what the system calls the current thread is not the name of any thread, so a thread that joins or
 // kills itself is never found out.
 bool isAnother(unsigned id, unsigned currentThread) { return id != 0 && id != currentThread; }
 
 }  // namespace
 
+/// Guarded, as `Thread::link_` is, by the `ThreadLock`.
 struct Thread::LinkBlock {
     /// Threads that know this block.
     std::uint32_t count;
@@ -57,15 +40,30 @@ struct Thread::LinkBlock {
     static LinkBlock* join(Thread& owner) {
         // Made before it is known to be needed, so that no memory is asked for under the lock.
         auto fresh = std::make_unique<LinkBlock>(LinkBlock{0, &owner});
-        const LinkLock lock;
+        const platform::ThreadLock lock;
         if (owner.link_ == nullptr) {
             owner.link_ = fresh.release();
         }
-        if (owner.link_ == nullptr) {
+        LinkBlock* const link = owner.link_;
+        if (link == nullptr) {
             throw Smart::AssociationExceptions::InitializationFailure();
         }
-        ++owner.link_->count;
-        return owner.link_;
+        ++link->count;
+        return link;
+    }
+
+    /// Has the block of an object that is being destroyed know no object any more.
+    static void forget(Thread& owner) noexcept {
+        const platform::KillShield shield;
+        const platform::ThreadLock lock;
+        LinkBlock* const link = owner.link_;
+        if (link == nullptr) {
+            return;
+        }
+        link->owner = nullptr;
+        if (link->count == 0) {
+            delete link;
+        }
     }
 
     // The rest is called under the lock.
@@ -77,7 +75,7 @@ struct Thread::LinkBlock {
         }
     }
 
-    /// One thread fewer knows this block, which is answered to be freed when that was the last.
+    /// Drops one thread's hold on this block; returns the block, to be freed, when that was the last.
     std::unique_ptr<LinkBlock> leave() {
         --count;
         if (count > 0) {
@@ -103,7 +101,7 @@ public:
         // Freed after the lock: a thread that was killed while it asked for memory may wait here for ever.
         std::unique_ptr<Thread::LinkBlock> unused;
         if (link_ != nullptr) {
-            const LinkLock lock;
+            const platform::ThreadLock lock;
             unused = link_->leave();
         }
     }
@@ -120,7 +118,7 @@ public:
 
     void finish(unsigned self) override {
         // All under the lock, so that `Kill` cannot strike while the memory is being freed.
-        const LinkLock lock;
+        const platform::ThreadLock lock;
         link_->tellOwner(self);
         link_->leave().reset();
         link_ = nullptr;
@@ -143,15 +141,11 @@ Thread::Thread(const Thread& other) : id_(other.id_.load()) {}
 
 Thread::Thread(Thread&& other) noexcept : id_(other.id_.load()) {}
 
+// Nothing here may throw: a function that catches or cleans up does not survive it when a kill strikes at any of its
+// instructions. The ending thread touches the object no more once it has taken the link away.
 Thread::~Thread() {
-    const platform::KillShield shield;
-    const LinkLock lock;
-    if (link_ == nullptr) {
-        return;
-    }
-    link_->owner = nullptr;
-    if (link_->count == 0) {
-        delete link_;
+    if (link_ != nullptr) {
+        LinkBlock::forget(*this);
     }
 }
 
@@ -188,7 +182,7 @@ void Thread::Kill() {
     platform::KillShield shield;
     {
         // Read again: a thread that ended meanwhile has said so under the lock, and its name may already be another's.
-        const LinkLock lock;
+        const platform::ThreadLock lock;
         const unsigned still = id_;
         if (isAnother(still, currentThreadID())) {
             platform::killThread(still);

@@ -3,6 +3,7 @@
 #include <zelutil/util/thread.h>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <atomic>
 #include <thread>
@@ -38,6 +39,105 @@ TEST(ThreadKill, MeetsTheThreadAnywhere) {
         copy.Join();
     }
     EXPECT_EQ(calls, 500);
+}
+
+struct Own {
+    void (*prepare)();
+    Thread thread;
+    std::atomic<bool> entered{false};
+    std::atomic<bool> returned{false};
+};
+
+void* killItself(void* argument) {
+    auto* const own = static_cast<Own*>(argument);
+    own->prepare();
+    own->entered = true;
+    own->thread.Kill();
+    own->returned = true;
+    return nullptr;
+}
+
+TEST(ThreadKill, OfItselfDoesNotReturnHoweverTheThreadMayBeCancelled) {
+    void (*const preparations[])() = {
+        [] {},
+        [] { pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr); },
+        [] { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr); },
+        [] { const Thread destroyed; },
+        [] {
+            std::atomic<int> calls{0};
+            Thread destroyed(count, &calls);
+            destroyed.Join();
+        },
+    };
+    for (void (*const prepare)() : preparations) {
+        Own own;
+        own.prepare = prepare;
+        own.thread.Start(killItself, &own);
+        Thread copy(own.thread);
+        copy.Join();
+        EXPECT_TRUE(own.entered);
+        EXPECT_FALSE(own.returned);
+    }
+}
+
+TEST(ThreadKill, LeavesHowTheThreadMayBeCancelledAsItWas) {
+    struct Seen {
+        int type = -1;
+        int state = -1;
+    };
+    static constexpr int kTypes[] = {PTHREAD_CANCEL_ASYNCHRONOUS, PTHREAD_CANCEL_DEFERRED};
+    static constexpr int kStates[] = {PTHREAD_CANCEL_ENABLE, PTHREAD_CANCEL_DISABLE};
+    struct Row {
+        int type;
+        int state;
+        Seen seen;
+    };
+    for (const int type : kTypes) {
+        for (const int state : kStates) {
+            Row row{type, state, {}};
+            Thread thread(
+                [](void* argument) -> void* {
+                    auto* const asked = static_cast<Row*>(argument);
+                    pthread_setcanceltype(asked->type, nullptr);
+                    pthread_setcancelstate(asked->state, nullptr);
+                    {
+                        // Destroyed while its own thread is still to come.
+                        Thread helper;
+                        static std::atomic<int> calls;
+                        helper.Start(count, &calls, 10);
+                    }
+                    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &asked->seen.state);
+                    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &asked->seen.type);
+                    return nullptr;
+                },
+                &row);
+            thread.Join();
+            EXPECT_EQ(row.seen.type, type);
+            EXPECT_EQ(row.seen.state, state);
+        }
+    }
+}
+
+void* useObjectsForEver(void* progress) {
+    static std::atomic<int> calls{0};
+    for (;;) {
+        Thread helper;
+        if (static_cast<zelutil::test::Progress*>(progress)->fetch_add(1) % 8 == 0) {
+            helper.Start(count, &calls);
+        }
+    }
+}
+
+TEST(ThreadKill, MeetsAThreadThatMakesAndDestroysObjectsAnywhere) {
+    zelutil::test::RandomText random(6);
+    for (int i = 0; i < 50; ++i) {
+        zelutil::test::Progress progress{0};
+        Thread thread(useObjectsForEver, &progress);
+        const unsigned long least = random.below(20);
+        ASSERT_TRUE(zelutil::test::waitUntil([&] { return progress > least; }));
+        thread.Kill();
+        ASSERT_TRUE(zelutil::test::waitUntil([&] { return zelutil::test::standsStill(progress); }));
+    }
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include <zelutil/c_api.h>
+#include <zelutil/server/server.h>
 #include <zelutil/util/thread.h>
 
 #include <gtest/gtest.h>
@@ -411,6 +413,73 @@ TEST(Thread, ObjectMayGoRightAfterItsKill) {
         thread.Kill();
     }
     EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
+}
+
+void* destroyIdleObjects(void* progress) {
+    for (int i = 0; i < 10; ++i) {
+        const Thread idle;
+    }
+    return computeForEver(progress);
+}
+
+void* destroyObjectOfEndedThread(void* progress) {
+    std::atomic<int> calls{0};
+    {
+        Thread helper(count, &calls);
+        helper.Join();
+    }
+    return computeForEver(progress);
+}
+
+std::atomic<int> callsOfAbandoned{0};
+
+void* destroyObjectOfRunningThread(void* progress) {
+    {
+        Thread helper;
+        helper.Start(count, &callsOfAbandoned, 20);
+    }
+    return computeForEver(progress);
+}
+
+TEST(Thread, OneThatHasDestroyedThreadObjectsCanBeKilled) {
+    callsOfAbandoned = 0;
+    for (const ThreadFunction function :
+         {&destroyIdleObjects, &destroyObjectOfEndedThread, &destroyObjectOfRunningThread}) {
+        Progress progress{0};
+        Thread thread(function, &progress);
+        ASSERT_TRUE(isUnderWay(progress));
+        thread.Kill();
+        EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
+    }
+    EXPECT_TRUE(waitUntil([] { return callsOfAbandoned == 1; })) << "the helper is not the one that was killed";
+}
+
+class EndlessObserver : public Marl::IServerObserver {
+public:
+    void activeAppChanged(int, bool) override {
+        if (++calls == 1) {
+            sleepForEver(&progress);
+        }
+    }
+
+    Progress progress{0};
+    std::atomic<int> calls{0};
+};
+
+TEST(Thread, KilledInAnObserverOfACFunctionItEndsAlone) {
+    static EndlessObserver observer;
+    Marl::Server::getInstance().attach(&observer);
+    Thread thread(
+        [](void*) -> void* {
+            SetActiveAppId(5, 0);
+            return nullptr;
+        },
+        nullptr);
+    ASSERT_TRUE(isUnderWay(observer.progress));
+    thread.Kill();
+    EXPECT_TRUE(waitUntil([&] { return standsStill(observer.progress); }));
+    EXPECT_EQ(SetActiveAppId(6, 0), 5);
+    EXPECT_EQ(observer.calls, 2);
 }
 
 // --- Copies ---------------------------------------------------------------------------------------------------------

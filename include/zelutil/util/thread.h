@@ -79,16 +79,24 @@ public:
     /// A function that joins the thread it runs on waits for ever.
     void Join();
 
-    /// Ends the thread wherever it is, without waiting for that; afterwards nothing runs. Does nothing when nothing
-    /// runs.
+    /// Ends the thread wherever it is; afterwards nothing runs. Does nothing when nothing runs.
     ///
     /// A last resort: what the thread holds (locks, memory, half-made changes) is not given back. On Windows that can
-    /// be a lock of the system itself where the thread is killed while it begins or ends. Elsewhere than on Windows the
-    /// thread is cancelled, asynchronously unless the function asks for less (pthread_setcanceltype), which destroys
-    /// the objects of the functions it is in; a function that computes while it has such objects must ask for deferred
-    /// cancellation, or the whole process is ended.
+    /// be a lock of the system itself where the thread is killed while it begins or ends. There the call returns when
+    /// the thread has ended (or after two seconds), so that the code it ran may be unloaded.
     ///
-    /// A function that kills the thread it runs on does not return from here, and the object still reads as running.
+    /// Elsewhere the call does not wait. The thread is cancelled, asynchronously unless the function asks for less
+    /// (pthread_setcanceltype), which destroys the objects of the functions it is in. The library's own functions, an
+    /// observer's caller among them, let that pass; but it ends the whole process when it strikes
+    /// - a function that computes while it has objects to destroy: that one must ask for deferred cancellation,
+    /// - a destructor or another function that is noexcept, or one that catches every exception and does not throw
+    ///   `abi::__forced_unwind` on.
+    ///
+    /// A thread that is destroying a `Thread` at this very moment ends a little later: where it waits, asks the system
+    /// for something or starts, joins or kills a thread.
+    ///
+    /// A function that kills the thread it runs on does not return from here, however it may be cancelled, and the
+    /// object still reads as running.
     void Kill();
 
     /// What an object shares with each thread that it started and that has not ended; opaque to hosts.
@@ -99,7 +107,7 @@ private:
     void onDone();
 
     /// Null while no thread needs one.
-    LinkBlock* link_ = nullptr;
+    std::atomic<LinkBlock*> link_{nullptr};
     /// Names the running thread; 0 when nothing runs.
     std::atomic<unsigned> id_{0};
 };

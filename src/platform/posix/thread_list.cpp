@@ -16,6 +16,7 @@ namespace {
 ThreadRecord* allRecords = nullptr;
 ThreadId lastThreadId = 0;
 std::atomic<pid_t> listedProcess{0};
+thread_local ThreadRecord* ownRecord = nullptr;
 
 void deleteAll(ThreadRecord* first) {
     while (first != nullptr) {
@@ -67,6 +68,10 @@ void unlistThread(const ThreadRecord* record) {
     }
     *link = record->next;
 }
+
+ThreadRecord* currentThreadRecord() noexcept { return ownRecord; }
+
+void setCurrentThreadRecord(ThreadRecord* record) { ownRecord = record; }
 
 bool isListOfThisProcess() { return listedProcess == getpid(); }
 

@@ -17,6 +17,10 @@ struct ThreadRecord {
     pthread_t thread;
     /// Threads that wait for this one's end. The last of them reclaims it; without any, `reclaimEndedThreads` does.
     unsigned waiters;
+    /// Is being killed.
+    bool killed;
+    /// The thread's own: it may be killed at any instruction, but was in a `KillShield` when that was done.
+    bool heldBack;
     /// The host's function is over, or is to be: the unloading of the library waits for this thread.
     bool ending;
     /// Has nothing left to do but to end; it can no longer be killed.
@@ -65,6 +69,12 @@ void listThread(ThreadRecord* record);
 void unlistThread(const ThreadRecord* record);
 
 // --- Called without ------------------------------------------------------------------------------------------------
+
+/// The record of the calling thread; null when `startThread` did not start it.
+ThreadRecord* currentThreadRecord() noexcept;
+
+/// Tells the calling thread its record.
+void setCurrentThreadRecord(ThreadRecord* record);
 
 /// Whether this is the process whose threads are listed.
 bool isListOfThisProcess();

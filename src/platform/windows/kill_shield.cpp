@@ -3,7 +3,7 @@
 
 namespace zelutil::platform {
 
-KillShield::KillShield() = default;
+KillShield::KillShield() noexcept = default;
 
 KillShield::~KillShield() = default;  // NOLINT(performance-trivially-destructible): not so on other systems
 

@@ -3,12 +3,14 @@
 
 #include <chrono>
 
+#include "platform/discard_exceptions.h"
 #include "platform/windows/windows_h.h"
 
 namespace zelutil::platform {
 namespace {
 
 constexpr DWORD kExitCodeOfKilled = 1;
+constexpr DWORD kMaxWaitForEnd = 2000;
 
 DWORD WINAPI runThread(LPVOID opaque) {
     auto* const body = static_cast<ThreadBody*>(opaque);
@@ -54,8 +56,11 @@ void joinThread(ThreadId id) {
 }
 
 void killThread(ThreadId id) {
-    if (const HANDLE thread = openThread(THREAD_TERMINATE, id)) {
-        TerminateThread(thread, kExitCodeOfKilled);
+    if (const HANDLE thread = openThread(THREAD_TERMINATE | SYNCHRONIZE, id)) {
+        // The call only asks for the end. A thread that the system cannot end at once waits for a driver.
+        if (TerminateThread(thread, kExitCodeOfKilled) != 0) {
+            WaitForSingleObject(thread, kMaxWaitForEnd);
+        }
         CloseHandle(thread);
     }
 }
@@ -71,10 +76,7 @@ void sleepKillable(std::uint32_t milliseconds) {
 }
 
 void callKillable(void* (*function)(void*), void* argument) {
-    try {
-        function(argument);
-    } catch (...) {
-    }
+    discardExceptions([=] { function(argument); });
 }
 
 }  // namespace zelutil::platform
