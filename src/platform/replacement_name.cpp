@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <string>
+#include <type_traits>
 
 namespace zelutil::platform {
 namespace {
@@ -30,14 +31,14 @@ NativeText native(std::string_view ascii) { return NativeText(ascii.begin(), asc
 std::uint32_t hashOf(NativeTextView text) {
     std::uint32_t hash = 2'166'136'261U;
     for (const Character c : text) {
-        hash = (hash ^ static_cast<std::uint32_t>(c)) * 16'777'619U;
+        hash = (hash ^ static_cast<std::make_unsigned_t<Character>>(c)) * 16'777'619U;
     }
     return hash;
 }
 
 /// Whether a text must not be cut before `c`: in UTF-8 or UTF-16 it continues a character.
 bool continuesCharacter(Character c) {
-    const auto unit = static_cast<std::uint32_t>(c);
+    const std::uint32_t unit = static_cast<std::make_unsigned_t<Character>>(c);
     return sizeof(Character) == 1 ? (unit & 0xC0U) == 0x80U : (unit & 0xFC00U) == 0xDC00U;
 }
 

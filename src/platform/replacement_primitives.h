@@ -57,6 +57,7 @@ public:
     Turn();
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
+    // NOLINTNEXTLINE(performance-trivially-destructible): not on every system.
     ~Turn();
 
     bool isTaken() const { return isTaken_; }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <iterator>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "platform/replace_file.h"
+#include "platform/replacement_name.h"
 #include "support/access_list.h"
 #include "support/system_faults.h"
 #include "support/temp_directory.h"
@@ -278,6 +280,17 @@ TEST_F(ReplaceFileSteps, ANewFileWhoseLockAnotherProcessHasIsGivenUpForAnother) 
     ::close(other);
     EXPECT_EQ(replace(), Replaced::Yes);
     EXPECT_EQ(entriesOf(directory_), 1);
+}
+
+TEST_F(ReplaceFileSteps, ANameThatSomebodyElseTookIsLeftToThem) {
+    const auto process = static_cast<std::uint32_t>(::getpid());
+    const fs::path taken = directory_ / replacementName("tessel_settings.cfg", process, nextReplacementCall() + 1);
+    // The first call opens the target, the second one makes the new file.
+    const CallHook hook("open", 2, [&] { writeTextFile(taken, "another's"); });
+    EXPECT_EQ(replace(), Replaced::Yes);
+    EXPECT_TRUE(hook.happened());
+    EXPECT_EQ(readTextFile(taken), "another's");
+    EXPECT_EQ(readTextFile(file_), kNew);
 }
 
 TEST_F(ReplaceFileSteps, ANewFileThatIsRemovedAllTheSameIsWrittenAnew) {

@@ -25,7 +25,11 @@ constexpr DWORD kDiskQuotaExceeded = 1295;
 /// way.
 constexpr DWORD kLockedByteHigh = 0x40000000;
 
+// NOLINTBEGIN(performance-no-int-to-ptr): the numbers are handles.
 HANDLE handleOf(const OpenFile& file) { return reinterpret_cast<HANDLE>(file.native()); }
+
+HANDLE mutexOf(std::intptr_t native) { return reinterpret_cast<HANDLE>(native); }
+// NOLINTEND(performance-no-int-to-ptr)
 
 bool isShortOfSpace(DWORD error) {
     return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == kDiskQuotaExceeded;
@@ -200,7 +204,7 @@ Turn::Turn() : isTaken_(false) {
 }
 
 Turn::~Turn() {
-    const HANDLE mutex = reinterpret_cast<HANDLE>(native_);
+    const HANDLE mutex = mutexOf(native_);
     if (isTaken_) {
         ReleaseMutex(mutex);
     }
