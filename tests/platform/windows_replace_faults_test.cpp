@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/replace_file.h"
@@ -330,10 +331,12 @@ TEST_F(ReplaceWindowsFileFaults, WhatAnExchangeCannotKeepIsWrittenInto) {
 }
 
 TEST_F(ReplaceWindowsFileFaults, AFileOfAnotherOwnerIsWrittenInto) {
+    bool hasOtherOwner = false;
     WindowsCalls calls;
-    calls.decide = [](const std::string& call, std::size_t number) -> DWORD {
-        // The owner is another, and this user may make nobody the owner.
-        const bool isRefused = call == "EqualSid" || (call == "SetFileSecurityW" && number == 1);
+    calls.decide = [&](const std::string& call, std::size_t number) -> DWORD {
+        hasOtherOwner = hasOtherOwner || call == "EqualSid";
+        // This user may make nobody else the owner.
+        const bool isRefused = call == "EqualSid" || (hasOtherOwner && call == "SetFileSecurityW" && number == 1);
         return isRefused ? ERROR_INVALID_OWNER : 0;
     };
     EXPECT_EQ(replace(), Replaced::Yes);
@@ -342,13 +345,45 @@ TEST_F(ReplaceWindowsFileFaults, AFileOfAnotherOwnerIsWrittenInto) {
     EXPECT_EQ(entriesOf(directory_), 1);
 }
 
-TEST_F(ReplaceWindowsFileFaults, WhoMayNotReachBeyondTheSessionTakesTurnsInIt) {
+/// Returns whether somebody has the mutex of that name, asked by a thread that has none.
+bool isHeld(const wchar_t* name) {
+    DWORD result = WAIT_FAILED;
+    std::thread([&] {
+        const HANDLE mutex = OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name);
+        if (mutex == nullptr) {
+            return;
+        }
+        result = WaitForSingleObject(mutex, 0);
+        if (result == WAIT_OBJECT_0) {
+            ReleaseMutex(mutex);
+        }
+        CloseHandle(mutex);
+    }).join();
+    return result == WAIT_TIMEOUT;
+}
+
+TEST_F(ReplaceWindowsFileFaults, TurnsAreThoseOfTheWholeMachine) {
+    bool isTurnTaken = false;
     WindowsCalls calls;
-    calls.decide = [](const std::string& call, std::size_t number) -> DWORD {
+    calls.decide = [&](const std::string& call, std::size_t) -> DWORD {
+        isTurnTaken = isTurnTaken || (call == "MoveFileExW" && isHeld(L"Global\\zelutil-replace-file"));
+        return 0;
+    };
+    EXPECT_EQ(replace(), Replaced::Yes);
+    EXPECT_TRUE(isTurnTaken);
+    EXPECT_EQ(calls.count("CreateMutexW"), 1U);
+}
+
+TEST_F(ReplaceWindowsFileFaults, WhoMayNotReachBeyondTheSessionTakesTurnsInIt) {
+    bool isTurnTaken = false;
+    WindowsCalls calls;
+    calls.decide = [&](const std::string& call, std::size_t number) -> DWORD {
+        isTurnTaken = isTurnTaken || (call == "MoveFileExW" && isHeld(L"Local\\zelutil-replace-file"));
         return call == "CreateMutexW" && number == 1 ? ERROR_ACCESS_DENIED : 0;
     };
     writeTextFile(directory_ / "tessel_settings.cfg.zelutil-00000001-00000000.tmp", "left");
     EXPECT_EQ(replace(), Replaced::Yes);
+    EXPECT_TRUE(isTurnTaken);
     EXPECT_EQ(calls.count("CreateMutexW"), 2U);
     // Clearing up needs a turn.
     EXPECT_EQ(entriesOf(directory_), 1);
