@@ -34,8 +34,8 @@ Replaced replaceFile(const char* path, std::string_view bytes);
 
 /// Keeps a copy of the file beside it, with its owner and access rights, under the first of these names that is free:
 /// `path` and ".bad", `path` and ".bad.2", `path` and ".bad.3" and so on. A file that has such a name already is never
-/// touched, whichever process makes it and when. Where the owner or the rights cannot be given, the copy is this user's
-/// alone.
+/// touched, whichever process makes it and when. Where the owner or the rights cannot be given, the copy is this
+/// user's, and others have no rights to it but those that a directory of Windows hands down.
 ///
 /// A hash of the name replaces its end where it is too long for such an ending.
 ///

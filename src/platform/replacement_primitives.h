@@ -107,7 +107,8 @@ StepResult createBeside(const NativeText& path, bool replaces, OpenFile& file);
 /// Gives the new file the owner, attributes and access rights of the file `from`. False when it cannot have them all.
 bool takeOver(const OpenFile& file, const NativeText& path, const NativeText& from);
 
-/// Shuts every other user out of the new file.
+/// Leaves the new file to this user: nobody else has more rights than the directory hands down on Windows, and none
+/// elsewhere.
 bool makePrivate(const OpenFile& file, const NativeText& path);
 
 /// Writes at the current place. Returns false when any byte could not be written.

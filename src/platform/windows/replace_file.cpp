@@ -290,7 +290,7 @@ bool takeOver(const OpenFile&, const NativeText& path, const NativeText& from) {
            SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, old.data()) != 0;
 }
 
-/// The rights that the directory hands down are the ones that the user chose for files in it.
+// It has what the directory hands down: the rights that the user chose for files in it.
 bool makePrivate(const OpenFile&, const NativeText&) { return true; }
 
 bool writeBytes(const OpenFile& file, std::string_view bytes) { return writeAll(handleOf(file), bytes); }
