@@ -33,7 +33,7 @@ constexpr Patience kWhileHeld{5, std::chrono::milliseconds(20)};
 constexpr Patience kNotAtAll{0, std::chrono::milliseconds(0)};
 
 /// Another process writes into the file for some milliseconds, or for seconds where the device is slow.
-constexpr Patience kWhileLocked{400, std::chrono::milliseconds(5)};
+constexpr Patience kWhileLocked{100, std::chrono::milliseconds(20)};
 
 template <typename Step>
 StepResult retryingWhileBusy(Patience patience, Step step) {
