@@ -15,20 +15,22 @@ namespace {
 
 using json::View;
 
-/// The values to be saved, by the keys of the settings' full names.
-using ValuesByKey = std::unordered_map<std::uint64_t, std::string_view>;
+/// The values to be saved, each at the place of its setting's full name in the index; null where there is none.
+using ValuesByPlace = std::vector<const std::string*>;
 
 /// Returns what the user had set before, under what the host hands over.
-ValuesByKey valuesToSave(const Catalogue& catalogue, const std::map<std::string, std::string>& settings) {
-    ValuesByKey values;
-    for (const Setting* const setting : catalogue.settings().inKeyOrder()) {
-        if (setting->hasUserValue) {
-            values[setting->key] = setting->userValue;
+ValuesByPlace valuesToSave(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver) {
+    ValuesByPlace values(settings.size());
+    for (std::size_t place = 0; place < settings.size(); ++place) {
+        const Setting& setting = settings.at(place);
+        if (setting.hasUserValue) {
+            const bool isFullName = settings.keyAt(place) == setting.key;
+            values[isFullName ? place : settings.placeOf(setting.key)] = &setting.userValue;
         }
     }
-    for (const auto& [name, value] : settings) {
-        if (const Setting* const setting = catalogue.find(name)) {
-            values[setting->key] = value;
+    for (const auto& [name, value] : handedOver) {
+        if (const Setting* const setting = settings.find(keyOf(name))) {
+            values[settings.placeOf(setting->key)] = &value;
         }
     }
     return values;
@@ -71,7 +73,7 @@ class Planning {
 public:
     Planning(const Catalogue& catalogue, const SaveRequest& request)
         : catalogue_(catalogue),
-          wanted_(valuesToSave(catalogue, request.settings)),
+          wanted_(valuesToSave(catalogue.settings(), request.settings)),
           subManagerTexts_(subManagerTextsToSave(catalogue, request.subManagerTexts)) {}
 
     std::optional<SavePlan> plan() {
@@ -109,30 +111,32 @@ private:
     }
 
     void planSetting(const std::string& attributePath, std::string_view name, std::uint64_t key, SavedSection& saved) {
-        const auto wanted = wanted_.find(key);
-        const Setting* const setting = catalogue_.settings().find(key);
-        if (wanted == wanted_.end() || setting == nullptr) {
+        const SettingIndex& settings = catalogue_.settings();
+        const std::size_t place = settings.placeOf(key);
+        const std::string* const wanted = place == settings.size() ? nullptr : wanted_[place];
+        if (wanted == nullptr) {
             return;
         }
-        const auto changed = changed_.find(setting);
-        const bool isUsers = setting->hasUserValue || changed != changed_.end();
-        const std::string_view current = changed != changed_.end() ? changed->second : setting->valueInForce();
-        if (wanted->second == current && !isUsers) {
+        const Setting& setting = settings.at(place);
+        const auto changed = changed_.find(&setting);
+        const bool isUsers = setting.hasUserValue || changed != changed_.end();
+        const std::string& current = changed != changed_.end() ? *changed->second : setting.valueInForce();
+        if (*wanted == current && !isUsers) {
             return;
         }
-        saved.values.push_back({name, wanted->second});
-        if (wanted->second != current) {
-            changed_[setting] = wanted->second;
-            plan_.newValues.push_back({key, std::string(wanted->second)});
+        saved.values.push_back({name, *wanted});
+        if (*wanted != current) {
+            changed_[&setting] = wanted;
+            plan_.newValues.push_back({key, *wanted});
             plan_.changedNames.insert(attributePath + std::string(kNameSeparator) + std::string(name));
         }
     }
 
     const Catalogue& catalogue_;
-    const ValuesByKey wanted_;
+    const ValuesByPlace wanted_;
     const SubManagerTextsToSave subManagerTexts_;
     /// The values that this plan has given so far: the current ones for what it meets later.
-    std::unordered_map<const Setting*, std::string_view> changed_;
+    std::unordered_map<const Setting*, const std::string*> changed_;
     std::vector<SavedSection> sections_;
     SavePlan plan_;
 };

@@ -12,22 +12,13 @@ constexpr std::size_t kEntriesPerBucket = 2;
 
 }  // namespace
 
-Setting* SettingIndex::locate(std::uint64_t key) const {
+std::size_t SettingIndex::placeOf(std::uint64_t key) const {
     const std::size_t bucket = bucketOf(key);
-    const Entry* const begin = entries_.data() + directory_[bucket];
-    const Entry* const end = entries_.data() + directory_[bucket + 1];
-    const Entry* const found =
+    const auto begin = entries_.begin() + directory_[bucket];
+    const auto end = entries_.begin() + directory_[bucket + 1];
+    const auto found =
         std::lower_bound(begin, end, key, [](const Entry& entry, std::uint64_t wanted) { return entry.key < wanted; });
-    return found == end || found->key != key ? nullptr : found->setting;
-}
-
-std::vector<const Setting*> SettingIndex::inKeyOrder() const {
-    std::vector<const Setting*> settings;
-    settings.reserve(entries_.size());
-    for (const Entry& entry : entries_) {
-        settings.push_back(entry.setting);
-    }
-    return settings;
+    return found == end || found->key != key ? size() : static_cast<std::size_t>(found - entries_.begin());
 }
 
 void SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {

@@ -31,8 +31,15 @@ public:
     const Setting* find(std::uint64_t key) const { return locate(key); }
     Setting* find(std::uint64_t key) { return locate(key); }
 
-    /// Returns the settings in the order of their keys; one with two keys occurs twice.
-    std::vector<const Setting*> inKeyOrder() const;
+    // The keys have places from 0 on, in their order, so that a table of one's own can stand beside the index. A
+    // setting with two keys has two places.
+
+    std::size_t size() const { return entries_.size(); }
+    std::uint64_t keyAt(std::size_t place) const { return entries_[place].key; }
+    const Setting& at(std::size_t place) const { return *entries_[place].setting; }
+
+    /// Returns the place of a key; `size()` for one that is not there.
+    std::size_t placeOf(std::uint64_t key) const;
 
 private:
     struct Entry {
@@ -41,7 +48,10 @@ private:
     };
 
     std::size_t bucketOf(std::uint64_t key) const { return static_cast<std::size_t>(key >> shift_); }
-    Setting* locate(std::uint64_t key) const;
+    Setting* locate(std::uint64_t key) const {
+        const std::size_t place = placeOf(key);
+        return place == size() ? nullptr : entries_[place].setting;
+    }
 
     std::deque<Setting> settings_;
     /// In key order.

@@ -72,9 +72,10 @@ struct State {
 
 State stateOf(const Catalogue& catalogue) {
     State state;
-    for (const Setting* const setting : catalogue.settings().inKeyOrder()) {
+    for (std::size_t place = 0; place < catalogue.settings().size(); ++place) {
+        const Setting& setting = catalogue.settings().at(place);
         state.values.emplace_back(
-            setting, setting->defaultValue + "|" + setting->userValue + (setting->hasUserValue ? "|user" : ""));
+            &setting, setting.defaultValue + "|" + setting.userValue + (setting.hasUserValue ? "|user" : ""));
     }
     for (const auto& [path, section] : catalogue.sections()) {
         state.sections[path] = section->header + section->tclCommand;

@@ -7,7 +7,6 @@
 #include <random>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace zelutil::prefs {
 namespace {
@@ -23,13 +22,15 @@ public:
 
     void expectSame() {
         const SettingIndex index = builder_.build();
-        const std::vector<const Setting*> settings = index.inKeyOrder();
-        ASSERT_EQ(settings.size(), map_.size());
-        auto inOrder = settings.begin();
+        ASSERT_EQ(index.size(), map_.size());
+        std::size_t place = 0;
         for (const auto& [key, value] : map_) {
             ASSERT_NE(index.find(key), nullptr) << key;
             EXPECT_EQ(index.find(key)->defaultValue, value) << key;
-            EXPECT_EQ(index.find(key), *inOrder++) << key;
+            EXPECT_EQ(index.placeOf(key), place) << key;
+            EXPECT_EQ(index.keyAt(place), key);
+            EXPECT_EQ(&index.at(place), index.find(key)) << key;
+            ++place;
             expectAbsentUnlessMapped(index, key + 1);
             expectAbsentUnlessMapped(index, key - 1);
             expectAbsentUnlessMapped(index, ~key);
@@ -39,6 +40,7 @@ public:
 private:
     void expectAbsentUnlessMapped(const SettingIndex& index, std::uint64_t key) const {
         EXPECT_EQ(index.find(key) != nullptr, map_.count(key) != 0) << key;
+        EXPECT_EQ(index.placeOf(key) != index.size(), map_.count(key) != 0) << key;
     }
 
     SettingIndex::Builder builder_;
@@ -52,7 +54,8 @@ TEST(SettingIndex, FindsNothingInAnEmptyOneBuiltOrNot) {
     for (const SettingIndex* const index : {&notBuilt, &built}) {
         EXPECT_EQ(index->find(0), nullptr);
         EXPECT_EQ(index->find(~std::uint64_t{0}), nullptr);
-        EXPECT_TRUE(index->inKeyOrder().empty());
+        EXPECT_EQ(index->size(), 0U);
+        EXPECT_EQ(index->placeOf(0), 0U);
     }
 }
 
@@ -67,7 +70,10 @@ TEST(SettingIndex, ASettingHoldsWhatItWasMadeOfAndIsFoundUnderEachOfItsKeys) {
     const Setting* const setting = index.find(7);
     ASSERT_NE(setting, nullptr);
     EXPECT_EQ(index.find(9), setting);
-    EXPECT_EQ(index.inKeyOrder(), (std::vector<const Setting*>{setting, index.find(8), setting}));
+    ASSERT_EQ(index.size(), 3U);
+    EXPECT_EQ(&index.at(0), setting);
+    EXPECT_EQ(&index.at(1), index.find(8));
+    EXPECT_EQ(&index.at(2), setting);
     EXPECT_EQ(setting->defaultValue, "0.5");
     EXPECT_EQ(setting->key, 7U);
     EXPECT_EQ(setting->userValue, "");
