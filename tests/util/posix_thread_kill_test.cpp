@@ -118,21 +118,32 @@ TEST(ThreadKill, LeavesHowTheThreadMayBeCancelledAsItWas) {
     }
 }
 
+// Nothing here needs cleaning up, so that it may be killed at any instruction.
+void* destroyIdleObjectsForEver(void* progress) {
+    for (;;) {
+        const Thread idle;
+        static_cast<zelutil::test::Progress*>(progress)->fetch_add(1);
+    }
+}
+
 void* useObjectsForEver(void* progress) {
     static std::atomic<int> calls{0};
+    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
     for (;;) {
-        Thread helper;
-        if (static_cast<zelutil::test::Progress*>(progress)->fetch_add(1) % 8 == 0) {
+        {
+            Thread helper;
             helper.Start(count, &calls);
         }
+        static_cast<zelutil::test::Progress*>(progress)->fetch_add(1);
+        pthread_testcancel();
     }
 }
 
 TEST(ThreadKill, MeetsAThreadThatMakesAndDestroysObjectsAnywhere) {
     zelutil::test::RandomText random(6);
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < 40; ++i) {
         zelutil::test::Progress progress{0};
-        Thread thread(useObjectsForEver, &progress);
+        Thread thread(i % 2 == 0 ? destroyIdleObjectsForEver : useObjectsForEver, &progress);
         const unsigned long least = random.below(20);
         ASSERT_TRUE(zelutil::test::waitUntil([&] { return progress > least; }));
         thread.Kill();
