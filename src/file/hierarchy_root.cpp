@@ -105,7 +105,7 @@ bool locateRoot(Path& root) {
 std::optional<Path> rootOfLibraryFile(const Path& file) {
     const Path programs = file.Parent();
     const Path tools = programs.Parent();
-    // Kept deliberately: the names need only begin so. Trees with bin64 or tools.new beside the plain names are in use.
+    // Kept deliberately: the names need only begin so. Part of the published behaviour; hosts may depend on it.
     if (!nameBeginsWith(programs, "bin") || !nameBeginsWith(tools, "tools")) {
         return std::nullopt;
     }

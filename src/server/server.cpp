@@ -19,8 +19,8 @@ void Server::attach(IServerObserver* observer) {
     }
 }
 
-// Kept deliberately: the first editor gets the very id that unknown editors are answered with. Hosts number their
-// applications from the default id on and have stored these numbers.
+// Kept deliberately: the first editor gets the very id that is returned for unknown editors. Part of the published
+// behaviour; hosts may depend on it.
 void Server::registerApp(void* editor) {
     // Unsigned, because a host may begin at the largest id: the smallest follows it.
     static unsigned nextAppId = static_cast<unsigned>(m_defaultAppId);
