@@ -194,6 +194,8 @@ TEST_F(ReplaceFileWithAccessList, KeepsACopyOfAnotherUsersFileWithoutIt) {
     // Its group, which may do nothing, is none that the user can be in.
     ASSERT_EQ(::chown(file_.c_str(), 0, 4321), 0);
     ASSERT_EQ(::chmod(file_.c_str(), 0666), 0);
+    // Nor is the copy to have the list that the directory hands down.
+    ASSERT_TRUE(setAccessList(directory_.path(), test::kDefaultAccessList, list_));
     const OrdinaryUser user;
     ASSERT_TRUE(keepCopy(windowsText(file_).c_str()));
     EXPECT_EQ(accessListOf(file_.string() + ".bad"), "");

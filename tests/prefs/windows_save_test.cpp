@@ -121,7 +121,7 @@ TEST(WindowsSave, AKilledOneLeavesAWholeFileAndTheNextOneClearsUp) {
     world.writeDefaults(manyDefaults());
     const std::string texts[] = {manySavedText(kShortValue), manySavedText(kLongValue)};
     std::mt19937 random(7);
-    std::uniform_int_distribution<DWORD> milliseconds(0, 15);
+    std::uniform_int_distribution<DWORD> milliseconds(0, 40);
     int missing = 0;
     int torn = 0;
     int shorter = 0;
