@@ -412,6 +412,27 @@ TEST(ActionLoad, ChildWhoseParentsShortcutIsTakenInItsContextKeepsItsOwnEntryOdd
     EXPECT_FALSE(manager().isModified());
 }
 
+TEST(ActionLoad, ChildOfARefusedActionMayHaveAnotherShortcut) {
+    // 2 is refused F1 because of 3 below it. Then 3 takes over what 5 still has.
+    load({action(1, "board", "p", "F1"), child(2, 1, "panel", "c"), action(5, "sheet", "g", "F5", 2),
+          child(3, 5, "view", "v"), action(9, "view", "z", "F1")});
+    EXPECT_EQ(0, manager().getActionIdByShortcut("panel", "F1"));
+    EXPECT_EQ("F5", manager().getShortcut(3));
+    EXPECT_EQ(3, manager().getActionIdByShortcut("view", "F5"));
+    EXPECT_EQ(5, manager().getActionIdByShortcut("sheet", "F5"));
+    EXPECT_EQ("F1", manager().getShortcut(5));
+}
+
+TEST(ActionLoad, ChildOfARefusedActionMayHaveTheShortcutOnceItIsFree) {
+    // 2 is refused F1 because of 4 below it. Then 3, which stands in 4's way, takes over F8.
+    load({action(1, "board", "p", "F1"), child(2, 1, "panel", "c"), action(8, "board", "q", "F8"),
+          action(3, "view", "z", "F1", 8), child(4, 2, "view", "v")});
+    EXPECT_EQ(0, manager().getActionIdByShortcut("panel", "F1"));
+    EXPECT_EQ(3, manager().getActionIdByShortcut("view", "F8"));
+    EXPECT_EQ(4, manager().getActionIdByShortcut("view", "F1"));
+    EXPECT_EQ("F1", manager().getShortcut(2));
+}
+
 TEST(ActionLoad, ParentsAreTakenOverInOnePassByAscendingIdOddity) {
     // 3 is 2's child and 1's parent: when the pass is at 1, 3 has not taken over anything yet.
     load({R"({"id":2,"name":"Top","context":"a","command":"x","shortcut":"F1","rmb":true})",

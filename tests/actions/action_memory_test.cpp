@@ -165,6 +165,9 @@ TEST(ActionOutOfMemory, ChangeOfAShortcutIsMadeOrNot) {
         if (!made) {
             EXPECT_EQ(everythingOf(catalogue), before) << allowed;
         }
+        // It can be made again, as far as it was not made.
+        EXPECT_TRUE(catalogue.updateShortcut(4, wanted)) << allowed;
+        EXPECT_EQ(catalogue.idByShortcut(longText("context", 4), wanted), 4) << allowed;
         expectEditable(catalogue);
     }
 }

@@ -249,5 +249,44 @@ TEST(ActionObserver, LoadFromInsideALoadLeavesTheManagerWhole) {
     manager().detachObserver(&acting);
 }
 
+/// Loads a text once, as soon as an action is told of.
+class Reloader final : public IUCPActionObserver {
+public:
+    Reloader(int when, std::string text) : when_(when), text_(std::move(text)) { manager().attachObserver(this); }
+    Reloader(const Reloader&) = delete;
+    Reloader& operator=(const Reloader&) = delete;
+    ~Reloader() { manager().detachObserver(this); }
+
+    void onShortcutChanged(int actionId, const std::string& /*oldShortcut*/,
+                           const std::string& /*newShortcut*/) override {
+        if (actionId == when_) {
+            when_ = 0;
+            manager().load(text_, "");
+            modifiedAfterLoad = manager().isModified();
+        }
+    }
+    void onRMBMenuChanged(int /*actionId*/, bool /*inMenu*/) override {}
+
+    bool modifiedAfterLoad = true;
+
+private:
+    int when_;
+    std::string text_;
+};
+
+TEST(ActionObserver, EditThatALoadOvertookStillEndsAsAModification) {
+    const std::string shipped = object(list({action(1, "board", "p", "F1"), action(2, "panel", "c", "F1", 1)}));
+    manager().load(shipped, "");
+    const Reloader reloader(2, shipped);
+    Recorder all;
+    manager().attachObserver(&all);
+    EXPECT_TRUE(manager().updateShortcut(1, "F2"));
+    EXPECT_EQ((Events{"2: 'F1' -> 'F2'", "1: 'F1' -> 'F2'"}), all.take());
+    EXPECT_FALSE(reloader.modifiedAfterLoad);
+    EXPECT_TRUE(manager().isModified());
+    EXPECT_EQ("F1", manager().getShortcut(1));
+    EXPECT_EQ(2, manager().getActionIdByShortcut("panel", "F1"));
+}
+
 }  // namespace
 }  // namespace zelutil::test
