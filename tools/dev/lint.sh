@@ -1,4 +1,5 @@
 #  [--changed]: Check format, names, bugs, layering and scripts, of all files or of what differs from origin/main
+source tools/dev/checks/directions.sh
 source tools/dev/checks/layering.sh
 source tools/dev/checks/tidy.sh
 
@@ -39,6 +40,7 @@ check "Format" checkFormat
 check "Scripts" checkScripts
 check "Operating system only behind its seam" checkSystemKnowledge
 check "RapidJSON only below src/json/" checkJsonDoor
+check "Includes point downwards" checkDirections
 check "Public headers stand alone" checkPublicIncludes
 check "Every source file is built" checkSourcesListed
 check "clang-tidy" checkTidy
