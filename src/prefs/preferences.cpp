@@ -15,6 +15,6 @@ Catalogue readPreferenceFiles(UserSettingsFile& userFile) {
     return catalogue;
 }
 
-Preferences::Preferences() : catalogue(readPreferenceFiles(userFile)) { subManagers.initialize(catalogue); }
+Preferences::Preferences() : catalogue(readPreferenceFiles(*userFile)) { subManagers.initialize(catalogue); }
 
 }  // namespace zelutil::prefs

@@ -3,7 +3,7 @@
 
 #include <zelutil/prefs/user_preference_manager.h>
 
-#include <string>
+#include <memory>
 
 #include "prefs/catalogue.h"
 #include "prefs/sub_managers.h"
@@ -14,18 +14,18 @@ namespace zelutil::prefs {
 /// Reads both preference files.
 Catalogue readPreferenceFiles(UserSettingsFile& userFile);
 
-/// What an exported manager stands on.
+/// Everything that an exported manager holds. Assignment keeps the objects and changes what is in them, because hosts
+/// have references to them.
 struct Preferences {
     /// Reads both files and loads the sub-managers.
     Preferences();
 
     static const Preferences& of(const UserPreferenceManager& manager) { return *manager.preferences_; }
 
-    UserSettingsFile userFile;
+    /// A manager and its copies write one file, so they share what is known of it.
+    std::shared_ptr<UserSettingsFile> userFile = std::make_shared<UserSettingsFile>();
     Catalogue catalogue;
     SubManagers subManagers;
-    /// Returned for an unknown name.
-    std::string noValue;
 };
 
 }  // namespace zelutil::prefs

@@ -2,6 +2,8 @@
 #include <zelutil/prefs/user_preference_server.h>
 
 #include <algorithm>
+#include <type_traits>
+#include <utility>
 
 #include "prefs/preferences.h"
 #include "prefs/save.h"
@@ -9,6 +11,16 @@
 
 using zelutil::prefs::Preferences;
 using zelutil::prefs::Setting;
+
+namespace {
+
+/// Returned for an unknown name by every manager, so that the reference outlives each of them.
+const std::string& noValue() {
+    static const std::string empty;
+    return empty;
+}
+
+}  // namespace
 
 std::atomic<bool> UserPreferenceManager::s_bKilled{false};
 
@@ -27,13 +39,20 @@ UserPreferenceManager& UserPreferenceManager::GetInstance() {
     return singleton.manager;
 }
 
-UserPreferenceManager::UserPreferenceManager() : preferences_(std::make_unique<Preferences>()) {}
+UserPreferenceManager::UserPreferenceManager() : preferences_(std::make_unique<Preferences>()) {
+    // What is made before the manager is destroyed after it, and after its copies.
+    noValue();
+}
 
 UserPreferenceManager::UserPreferenceManager(const UserPreferenceManager& other)
     : preferences_(std::make_unique<Preferences>(*other.preferences_)) {}
 
 UserPreferenceManager& UserPreferenceManager::operator=(const UserPreferenceManager& other) {
-    preferences_ = std::make_unique<Preferences>(*other.preferences_);
+    if (this != &other) {
+        Preferences copy(*other.preferences_);
+        static_assert(std::is_nothrow_move_assignable_v<Preferences>);
+        *preferences_ = std::move(copy);
+    }
     return *this;
 }
 
@@ -42,12 +61,12 @@ UserPreferenceManager::~UserPreferenceManager() = default;
 // NOLINTBEGIN(performance-unnecessary-value-param): the types are part of the interface.
 const std::string& UserPreferenceManager::getUserPrefSetting(std::string name) const {
     const Setting* const setting = preferences_->catalogue.find(name);
-    return setting == nullptr ? preferences_->noValue : setting->valueInForce();
+    return setting == nullptr ? noValue() : setting->valueInForce();
 }
 
 const std::string& UserPreferenceManager::getDefaultPrefSetting(std::string name) const {
     const Setting* const setting = preferences_->catalogue.find(name);
-    return setting == nullptr ? preferences_->noValue : setting->defaultValue;
+    return setting == nullptr ? noValue() : setting->defaultValue;
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
@@ -64,7 +83,9 @@ void UserPreferenceManager::ApplySubManagersChanges() const { preferences_->subM
 
 void UserPreferenceManager::updateUserPrefSettings(const std::map<std::string, std::string>& settings,
                                                    const std::map<SubManagerType, std::string>& subManagerSettings) {
-    zelutil::prefs::save(preferences_->catalogue, preferences_->userFile, {settings, subManagerSettings});
+    // What the save calls back into may assign this manager, and so end its share.
+    const std::shared_ptr<zelutil::prefs::UserSettingsFile> userFile = preferences_->userFile;
+    zelutil::prefs::save(preferences_->catalogue, *userFile, {settings, subManagerSettings});
 }
 
 void UserPreferenceManager::convertSettingToLowercase(std::string& name) {

@@ -214,6 +214,30 @@ TEST_F(Lookup, GoesOnAfterACopyIsGone) {
     EXPECT_STREQ(get_user_setting("grid"), "0.5");
 }
 
+TEST_F(Lookup, ReferencesOutliveAnAssignment) {
+    UserPreferenceManager& manager = UserPreferenceManager::GetInstance();
+    const std::string* unknown = nullptr;
+    {
+        UserPreferenceManager copy = manager;
+        unknown = &copy.getUserPrefSetting("unknown");
+        const auto& sections = copy.getAllUserPrefUISettings();
+        const auto& value = copy.getUserPrefSetting("grid");
+        copy = manager;
+        EXPECT_EQ(&copy.getUserPrefSetting("unknown"), unknown);
+        EXPECT_EQ(&copy.getAllUserPrefUISettings(), &sections);
+        EXPECT_EQ(sections, manager.getAllUserPrefUISettings());
+        EXPECT_EQ(value, "0.5");
+        UserPreferenceManager& itself = copy;
+        copy = itself;
+        EXPECT_EQ(sections, manager.getAllUserPrefUISettings());
+        EXPECT_EQ(copy.getUserPrefSetting("grid"), "0.5");
+        EXPECT_EQ(copy.GetSubManager(UserPreferenceManager::SubManagerType::Actions), &UCPActionManager::instance());
+    }
+    EXPECT_EQ(*unknown, "");
+    EXPECT_EQ(&manager.getUserPrefSetting("unknown"), unknown);
+    EXPECT_EQ(&manager.getDefaultPrefSetting("unknown"), unknown);
+}
+
 TEST_F(Lookup, ListsTheSectionsByAttributePath) {
     auto& sections = UserPreferenceManager::GetInstance().getAllUserPrefUISettings();
     ASSERT_EQ(sections.size(), 3U);

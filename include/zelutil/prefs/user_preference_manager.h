@@ -54,14 +54,15 @@ public:
     /// Must not be called from inside the search for the user's file that the first call makes.
     static UserPreferenceManager& GetInstance();
 
-    /// Copies the maps; the records of settings and sections are shared with the original.
+    /// Copies the maps; the records of settings and sections are shared with the original. An assignment leaves
+    /// references that this manager gave out as valid as they were; without memory for it, nothing changes.
     UserPreferenceManager(const UserPreferenceManager& other);
     UserPreferenceManager& operator=(const UserPreferenceManager& other);
     ~UserPreferenceManager();
 
     /// The value in force for the setting: the user's when there is one, even an empty one, or else the default. The
-    /// empty string for an unknown name. The reference stays valid until a save changes the setting or the manager is
-    /// destroyed.
+    /// empty string for an unknown name. The reference stays valid until a save changes the setting or the last manager
+    /// that shares it is destroyed.
     const std::string& getUserPrefSetting(std::string name) const;
 
     /// The shipped default of the setting, under the same rules; no save changes it.
@@ -99,7 +100,8 @@ public:
     /// What could not be read is not lost: a file that is no JSON, or that was there when the manager was made and
     /// could not be read then, is copied to "tessel_settings.cfg.bad" beside it before it is replaced, or to
     /// "tessel_settings.cfg.bad.2", ".bad.3" and so on where there is such a file. Where that cannot be done, nothing
-    /// is written.
+    /// is written. After a start with a file that could not be read, the first one that is replaced at each path counts
+    /// as that file, since one file may have several paths.
     ///
     /// With the variable "regression_testing" set when the process first saves, the file is written to the current
     /// directory instead. Not to be called at the same time as a look-up or another save.
