@@ -46,7 +46,7 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     if (bytes && parse(*bytes)) {
         know(path, Fingerprint(*bytes));
     } else if (bytes || sizeOf(path)) {
-        unreadPath_ = path;
+        startedWithUnread_ = true;
     }
 }
 
@@ -67,7 +67,7 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path) {
     if (bytes->empty() || contents == knownContents_) {
         return true;
     }
-    const bool nothingIsLost = path != unreadPath_ && json::Document(*bytes).valid();
+    const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*bytes).valid();
     return nothingIsLost || keep(path, contents);
 }
 
@@ -84,6 +84,10 @@ bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
     return path == knownPath_ || keep(path, std::nullopt);
 }
 
+bool UserSettingsFile::mayBeTheUnread(const std::string& path) const {
+    return startedWithUnread_ && settledPaths_.count(path) == 0;
+}
+
 bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> contents) {
     if (!platform::keepCopy(path.c_str())) {
         return false;
@@ -96,8 +100,8 @@ bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> 
 void UserSettingsFile::know(const std::string& path, std::optional<Fingerprint> contents) {
     knownPath_ = path;
     knownContents_ = contents;
-    if (path == unreadPath_) {
-        unreadPath_.clear();
+    if (startedWithUnread_) {
+        settledPaths_.insert(path);
     }
 }
 

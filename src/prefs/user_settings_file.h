@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -17,9 +18,14 @@ namespace zelutil::prefs {
 /// and one that was there at the start and could not be read or parsed then, whatever it holds by now. An empty file is
 /// never kept.
 ///
-/// A copy knows what its original knew and goes its own way from there.
+/// Whether a file is the one of the start is not told by its path, for one file has many. So after a start with an
+/// unread file, the first one met at each path counts as that one: a copy too many does no harm.
 class UserSettingsFile {
 public:
+    UserSettingsFile() = default;
+    UserSettingsFile(const UserSettingsFile&) = delete;
+    UserSettingsFile& operator=(const UserSettingsFile&) = delete;
+
     /// Returns whether the text is JSON.
     using Parse = std::function<bool(std::string_view text)>;
 
@@ -42,11 +48,14 @@ private:
 
     bool mayBeOverwritten(const std::string& path);
     bool mayBeOverwrittenUnseen(const std::string& path);
+    bool mayBeTheUnread(const std::string& path) const;
     bool keep(const std::string& path, std::optional<Fingerprint> contents);
     void know(const std::string& path, std::optional<Fingerprint> contents);
 
-    /// Path of the file that was there at the start and could not be read; empty once that file is kept or replaced.
-    std::string unreadPath_;
+    /// True when there was a file at the start that could not be read.
+    bool startedWithUnread_ = false;
+    /// Paths whose file is kept or was replaced since such a start.
+    std::set<std::string> settledPaths_;
     /// Path and contents of the file that was read, written or kept last.
     std::string knownPath_;
     std::optional<Fingerprint> knownContents_;

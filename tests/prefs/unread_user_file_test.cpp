@@ -130,7 +130,23 @@ TEST_F(UnreadUserFile, IsForgottenWhenItIsGoneAtTheFirstSave) {
     EXPECT_EQ(entries(), 1);
 }
 
-TEST_F(UnreadUserFile, ThatIsNotTheOneWrittenHasNoneKept) {
+TEST_F(UnreadUserFile, IsKeptWhenItIsReachedByAnotherName) {
+    setVariable("regression_testing", "1");
+    world_.writeUser("half {");
+    start();
+    world_.writeUser(userWithValue("theirs"));
+    fs::current_path(file().parent_path());
+    saveAndListen("1");
+    EXPECT_EQ(readTextFile(file()), savedText("1"));
+    EXPECT_EQ(readTextFile(kept()), userWithValue("theirs"));
+    world_.writeUser(userWithValue("theirs later"));
+    saveAndListen("2");
+    EXPECT_EQ(readTextFile(file()), savedText("2"));
+    EXPECT_EQ(entries(), 2);
+}
+
+// Whether it is the file that was unread cannot be told by its name.
+TEST_F(UnreadUserFile, HasAFileOfAnotherPlaceKeptOnce) {
     setVariable("regression_testing", "1");
     world_.writeUser("half {");
     start();
@@ -139,7 +155,11 @@ TEST_F(UnreadUserFile, ThatIsNotTheOneWrittenHasNoneKept) {
     writeTextFile(written, userWithValue("theirs"));
     saveAndListen("1");
     EXPECT_EQ(readTextFile(written), savedText("1"));
-    EXPECT_FALSE(fs::exists(written.string() + ".bad"));
+    EXPECT_EQ(readTextFile(written.string() + ".bad"), userWithValue("theirs"));
+    writeTextFile(written, userWithValue("theirs later"));
+    saveAndListen("2");
+    EXPECT_EQ(readTextFile(written), savedText("2"));
+    EXPECT_FALSE(fs::exists(written.string() + ".bad.2"));
     EXPECT_EQ(readTextFile(file()), "half {");
     EXPECT_EQ(entries(), 1);
 }
@@ -181,6 +201,23 @@ TEST_F(UnreadUserFile, TooLargeToBeKeptIsNotOverwritten) {
     saveAndListen("3");
     EXPECT_EQ(fs::file_size(file()), kLargestFileKept + 1);
     EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(UnreadUserFile, IsKeptOnceForAManagerAndItsCopies) {
+    world_.writeUser("half {");
+    UserPreferenceManager& manager = UserPreferenceManager::GetInstance();
+    UserPreferenceManager copy = manager;
+    copy.updateUserPrefSettings({{"value", "1"}}, {});
+    EXPECT_EQ(readTextFile(kept()), "half {");
+    world_.writeUser(userWithValue("theirs"));
+    manager.updateUserPrefSettings({{"value", "2"}}, {});
+    EXPECT_EQ(readTextFile(file()), savedText("2"));
+    EXPECT_EQ(entries(), 2);
+    copy = manager;
+    world_.writeUser(userWithValue("theirs"));
+    copy.updateUserPrefSettings({{"value", "3"}}, {});
+    EXPECT_EQ(readTextFile(file()), savedText("3"));
+    EXPECT_EQ(entries(), 2);
 }
 
 TEST_F(UnreadUserFile, IsNoneWhenItWasReadAtTheStart) {
