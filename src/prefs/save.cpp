@@ -10,8 +10,10 @@
 namespace zelutil::prefs {
 
 void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& request) {
+    const SaveValues values(catalogue, request);
+    // The common library may call the host back here, and the host may save: this save goes on with its own values.
     const std::string path = writtenUserFilePath();
-    auto plan = planSave(catalogue, request);
+    auto plan = planSave(catalogue, values);
     if (!plan) {
         return;
     }

@@ -27,7 +27,7 @@ using Type = prefs::SubManagerType;
 using Values = std::map<std::string, std::string>;
 
 std::optional<SavePlan> planned(const Catalogue& catalogue, const Values& settings, const SubManagerTexts& texts = {}) {
-    return prefs::planSave(catalogue, {settings, texts});
+    return prefs::planSave(catalogue, prefs::SaveValues(catalogue, {settings, texts}));
 }
 
 /// The new values in the plan's order.

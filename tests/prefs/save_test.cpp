@@ -6,6 +6,8 @@
 
 #include <filesystem>
 #include <iterator>
+#include <map>
+#include <set>
 #include <string>
 
 #include "prefs/preference_world.h"
@@ -105,6 +107,60 @@ TEST_F(Save, DuringItsSearchTheCFunctionAnswersNull) {
     save("1");
     EXPECT_EQ(nulls, 1);
     EXPECT_STREQ(get_user_setting("value"), "1");
+}
+
+// The values that a save writes are those of its beginning, also when the host saves others during the search.
+TEST_F(Save, GoesOnWithTheValuesOfItsBeginningAfterASaveDuringItsSearch) {
+    world_.writeDefaults(
+        R"({"meta":[{"header":"S","attribute":"s","tclCommand":"t","defaultsettings":[{"name":"u","value":"0"},)"
+        R"({"name":"v","value":"0"},{"name":"w","value":"0"},{"name":"x","value":"0"}]}]})");
+    world_.writeUser(R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"u":"1"}]}]})");
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    commonLibrary.foundPath = systemText(world_.userFile());
+    UserPreferenceManager& manager = UserPreferenceManager::GetInstance();
+    std::map<std::string, std::string> handedOver = {{"w", "9"}};
+    std::string innerText;
+    commonLibrary.duringSearch = [&] {
+        if (!innerText.empty()) {
+            return;
+        }
+        innerText = "(being saved)";
+        handedOver = {{"x", "8"}};
+        manager.updateUserPrefSettings({{"u", "2"}, {"v", "2"}}, {});
+        innerText = readTextFile(world_.userFile());
+    };
+    const Listener listener;
+    manager.updateUserPrefSettings(handedOver, {});
+    const auto textWith = [](const std::string& first, const std::string& second) {
+        return "{\n"
+               "    \"meta\": [\n"
+               "        {\n"
+               "            \"header\": \"S\",\n"
+               "            \"attribute\": \"s\",\n"
+               "            \"overriddensettings\": [\n"
+               "                {\n"
+               "                    " +
+               first +
+               "\n"
+               "                },\n"
+               "                {\n"
+               "                    " +
+               second +
+               "\n"
+               "                }\n"
+               "            ]\n"
+               "        }\n"
+               "    ]\n"
+               "}";
+    };
+    EXPECT_EQ(innerText, textWith(R"("u": "2")", R"("v": "2")"));
+    EXPECT_EQ(readTextFile(world_.userFile()), textWith(R"("u": "1")", R"("w": "9")"));
+    EXPECT_EQ(manager.getUserPrefSetting("u"), "1");
+    EXPECT_EQ(manager.getUserPrefSetting("v"), "2");
+    EXPECT_EQ(manager.getUserPrefSetting("w"), "9");
+    EXPECT_EQ(manager.getUserPrefSetting("x"), "0");
+    EXPECT_EQ(listener.calls, 2);
+    EXPECT_EQ(listener.names, (std::set<std::string>{"s::u", "s::w"}));
 }
 
 TEST_F(Save, GoesToTheCurrentDirectoryWithRegressionTesting) {

@@ -69,7 +69,7 @@ private:
 
 /// Saves as far as it needs no files: returns the text, and puts the values in force.
 std::optional<std::string> savedText(Catalogue& catalogue, const std::map<std::string, std::string>& settings) {
-    auto plan = prefs::planSave(catalogue, {settings, {}});
+    auto plan = prefs::planSave(catalogue, prefs::SaveValues(catalogue, {settings, {}}));
     if (!plan) {
         return std::nullopt;
     }

@@ -49,7 +49,8 @@ PrefsSaved PrefsSubject::save(const std::map<std::string, std::string>& settings
     for (const auto& [type, text] : subManagerTexts) {
         handedOver[prefs::SubManagerType{type}] = text;
     }
-    auto plan = prefs::planSave(implementation_->catalogue, {settings, handedOver});
+    auto plan = prefs::planSave(implementation_->catalogue,
+                                prefs::SaveValues(implementation_->catalogue, {settings, handedOver}));
     PrefsSaved saved;
     saved.told = plan.has_value();
     if (!plan) {

@@ -1,0 +1,58 @@
+#ifndef ZELUTIL_PREFS_SAVE_VALUES_H
+#define ZELUTIL_PREFS_SAVE_VALUES_H
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "json/document.h"
+#include "prefs/catalogue.h"
+
+namespace zelutil::prefs {
+
+/// What a host hands over to a save.
+struct SaveRequest {
+    const std::map<std::string, std::string>& settings;  ///< Values by name, bare or in full, in any case.
+    const SubManagerTexts& subManagerTexts;
+};
+
+/// The values and texts that a save is to write: those that the host hands over, and for everything else those that the
+/// user had before. All of them are copies, as they were when this was made: until the save goes on, the host may save
+/// others.
+class SaveValues {
+public:
+    SaveValues(const Catalogue& catalogue, const SaveRequest& request);
+    SaveValues(const SaveValues&) = delete;
+    SaveValues& operator=(const SaveValues&) = delete;
+
+    /// Returns the value of the setting at that place of the index, which is the place of its full name. Null when the
+    /// setting has none to be saved.
+    const std::string* at(std::size_t place) const { return byPlace_[place]; }
+
+    struct SubManagerText {
+        explicit SubManagerText(std::string given) : text(std::move(given)), document(text) {}
+
+        std::string text;
+        json::Document document;  ///< The text, parsed.
+    };
+
+    /// Returns null when there is no text for the type.
+    const SubManagerText* textOf(SubManagerType type) const;
+
+private:
+    void findValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver);
+    void addTexts(const SubManagerTexts& handedOver);
+    void addUsersTexts(const SubManagerTexts& held);
+
+    /// A deque, because its elements stay where they are.
+    std::deque<std::string> values_;
+    std::vector<const std::string*> byPlace_;
+    std::map<SubManagerType, SubManagerText> texts_;
+};
+
+}  // namespace zelutil::prefs
+
+#endif
