@@ -1,6 +1,7 @@
 #include "prefs/user_settings_file.h"
 
 #include <cstdint>
+#include <new>
 
 #include "json/document.h"
 #include "platform/files.h"
@@ -51,9 +52,13 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
 }
 
 void UserSettingsFile::write(const std::string& path, std::string_view text) {
-    platform::makeDirectories(directoryOf(path).c_str());
-    if (mayBeOverwritten(path) && platform::replaceFile(path.c_str(), text) == platform::Replaced::Yes) {
-        know(path, Fingerprint(text));
+    try {
+        platform::makeDirectories(directoryOf(path).c_str());
+        if (mayBeOverwritten(path) && platform::replaceFile(path.c_str(), text) == platform::Replaced::Yes) {
+            know(path, Fingerprint(text));
+        }
+    } catch (const std::bad_alloc&) {
+        // The file could not be written: without memory for it as without room on the disk.
     }
 }
 
