@@ -33,6 +33,7 @@ using test::Fault;
 using test::FaultInjection;
 using test::NfsLocks;
 using test::readTextFile;
+using test::SimpleFileSystem;
 using test::TempDirectory;
 using test::windowsText;
 using test::writeTextFile;
@@ -162,6 +163,65 @@ TEST_F(ReplaceFileFaults, WhereTheSystemCannotRenameToAFreeNameOnlyACopyStillTou
         EXPECT_EQ(readTextFile(directory / "tessel_settings.cfg.bad.2"), kOld);
         EXPECT_EQ(entriesOf(directory), 3);
     }
+}
+
+/// The errors with which file systems refuse a second link.
+constexpr int kNoLinks[] = {EPERM, ENOTSUP, ENOSYS};
+
+TEST_F(ReplaceFileFaults, WhereTheSystemHasNeitherFreeNamesOnlyNorLinksANewFileIsMadeAllTheSame) {
+    for (const int error : kNoLinks) {
+        const TempDirectory directory;
+        const fs::path file = directory / "tessel_settings.cfg";
+        const SimpleFileSystem system(error);
+        EXPECT_EQ(replaceFile(windowsText(file).c_str(), kNew), Replaced::Yes) << std::strerror(error);
+        EXPECT_EQ(readTextFile(file), kNew);
+        EXPECT_EQ(replaceFile(windowsText(file).c_str(), "next"), Replaced::Yes);
+        EXPECT_EQ(readTextFile(file), "next");
+        EXPECT_EQ(entriesOf(directory), 1);
+    }
+}
+
+TEST_F(ReplaceFileFaults, WhereTheSystemHasNeitherFreeNamesOnlyNorLinksACopyIsKeptAndTouchesNoOther) {
+    for (const int error : kNoLinks) {
+        const TempDirectory directory;
+        const fs::path file = directory / "tessel_settings.cfg";
+        writeTextFile(file, kOld);
+        writeTextFile(directory / "tessel_settings.cfg.bad", "earlier");
+        const SimpleFileSystem system(error);
+        EXPECT_TRUE(keepCopy(windowsText(file).c_str())) << std::strerror(error);
+        EXPECT_EQ(readTextFile(directory / "tessel_settings.cfg.bad"), "earlier");
+        EXPECT_EQ(readTextFile(directory / "tessel_settings.cfg.bad.2"), kOld);
+        EXPECT_EQ(entriesOf(directory), 3);
+    }
+}
+
+TEST_F(ReplaceFileFaults, ANameThatIsTakenInVainIsGivenBack) {
+    for (const int error : {EIO, EACCES, ENOSPC}) {
+        const TempDirectory directory;
+        const fs::path file = directory / "tessel_settings.cfg";
+        const SimpleFileSystem system(EPERM);
+        const Fault fault{"rename", 1, error};
+        const FaultInjection injection(fault);
+        EXPECT_EQ(replaceFile(windowsText(file).c_str(), kNew), Replaced::No);
+        EXPECT_TRUE(injection.happened());
+        EXPECT_EQ(entriesOf(directory), 0);
+    }
+}
+
+TEST_F(ReplaceFileFaults, AFileThatIsPutOverANameTakenInVainStays) {
+    const TempDirectory directory;
+    const fs::path file = directory / "tessel_settings.cfg";
+    const SimpleFileSystem system(EPERM);
+    const Fault fault{"rename", 1, EIO};
+    const FaultInjection injection(fault);
+    const CallHook hook("rename", 1, [&] {
+        writeTextFile(directory / "new", "another's");
+        fs::rename(directory / "new", file);
+    });
+    EXPECT_EQ(replaceFile(windowsText(file).c_str(), kNew), Replaced::No);
+    EXPECT_TRUE(injection.happened());
+    EXPECT_EQ(readTextFile(file), "another's");
+    EXPECT_EQ(entriesOf(directory), 1);
 }
 
 /// The calls among `calls` that are in `wanted`, in their order.

@@ -32,6 +32,8 @@ struct {
 
 std::vector<std::string>* log = nullptr;
 bool locksAreLikeNfs = false;
+/// 0 where second links can be made.
+int simpleLinkError = 0;
 
 void runHook(const char* call) {
     if (!hook.function || hook.call != call || ++hook.calls != hook.occurrence) {
@@ -69,6 +71,15 @@ bool isRefusedByNfs(int file, int operation) {
     const int access = ::fcntl(file, F_GETFL) & O_ACCMODE;
     const bool isExclusive = (operation & LOCK_EX) != 0;
     return locksAreLikeNfs && access == (isExclusive ? O_RDONLY : O_WRONLY);
+}
+
+/// Sets errno where the file system is a simple one.
+bool isTooMuchToAsk(int error) {
+    if (simpleLinkError == 0) {
+        return false;
+    }
+    errno = error;
+    return true;
 }
 
 bool isToWriteHalf() { return injection.fault->writesHalfFirst && injection.calls == injection.fault->occurrence; }
@@ -115,10 +126,15 @@ NfsLocks::NfsLocks() { locksAreLikeNfs = true; }
 
 NfsLocks::~NfsLocks() { locksAreLikeNfs = false; }
 
+SimpleFileSystem::SimpleFileSystem(int linkError) { simpleLinkError = linkError; }
+
+SimpleFileSystem::~SimpleFileSystem() { simpleLinkError = 0; }
+
 }  // namespace zelutil::test
 
 using zelutil::test::isRefusedByNfs;
 using zelutil::test::isToFail;
+using zelutil::test::isTooMuchToAsk;
 using zelutil::test::isToWriteHalf;
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the linker gives these names.
@@ -195,11 +211,15 @@ int __wrap_rename(const char* from, const char* to) { return isToFail("rename") 
 
 int __real_renameat2(int fromDirectory, const char* from, int toDirectory, const char* to, unsigned flags);
 int __wrap_renameat2(int fromDirectory, const char* from, int toDirectory, const char* to, unsigned flags) {
-    return isToFail("renameat2") ? -1 : __real_renameat2(fromDirectory, from, toDirectory, to, flags);
+    const bool isRefused = isToFail("renameat2") || (flags != 0 && isTooMuchToAsk(EINVAL));
+    return isRefused ? -1 : __real_renameat2(fromDirectory, from, toDirectory, to, flags);
 }
 
 int __real_link(const char* from, const char* to);
-int __wrap_link(const char* from, const char* to) { return isToFail("link") ? -1 : __real_link(from, to); }
+int __wrap_link(const char* from, const char* to) {
+    const bool isRefused = isToFail("link") || isTooMuchToAsk(zelutil::test::simpleLinkError);
+    return isRefused ? -1 : __real_link(from, to);
+}
 
 ssize_t __real_getxattr(const char* path, const char* name, void* value, std::size_t size);
 ssize_t __wrap_getxattr(const char* path, const char* name, void* value, std::size_t size) {

@@ -71,6 +71,16 @@ public:
     ~NfsLocks();
 };
 
+/// Until the end of its scope the file system is a simple one, as one that a program mounts often is: it cannot rename
+/// to a free name only, and it refuses second links with the error.
+class SimpleFileSystem {
+public:
+    explicit SimpleFileSystem(int linkError);
+    SimpleFileSystem(const SimpleFileSystem&) = delete;
+    SimpleFileSystem& operator=(const SimpleFileSystem&) = delete;
+    ~SimpleFileSystem();
+};
+
 }  // namespace zelutil::test
 
 #endif

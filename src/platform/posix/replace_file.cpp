@@ -133,18 +133,40 @@ bool takeOverAccessList(int file, const NativeText& from) {
     return false;
 }
 
-/// False, with errno set, also when `to` is there: EEXIST.
-bool renameToFreeName(const char* from, const char* to) {
-    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) {
-        return true;
+/// Makes an empty file first, which nobody else can do under a name that is taken, and renames over it. In between,
+/// others see the empty file.
+StepResult renameOverClaim(const NativeText& from, const NativeText& to) {
+    OpenFile claim;
+    const StepResult claimed = open(to, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, claim, kNewFileMode);
+    if (claimed != StepResult::Done) {
+        return claimed;
+    }
+    if (std::rename(from.c_str(), to.c_str()) == 0) {
+        return StepResult::Done;
+    }
+    const StepResult result = resultOf(errno);
+    // Meanwhile another process may have put its file there.
+    if (isNamedBy(claim, to) == true) {
+        ::unlink(to.c_str());
+    }
+    return result;
+}
+
+StepResult renameToFreeName(const NativeText& from, const NativeText& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return StepResult::Done;
     }
     // Some file systems do not know the flag. A second link is refused too when the name is taken.
     const bool isFlagUnknown = errno == EINVAL || errno == ENOSYS;
-    if (!isFlagUnknown || ::link(from, to) != 0) {
-        return false;
+    if (!isFlagUnknown) {
+        return resultOf(errno);
     }
-    ::unlink(from);
-    return true;
+    if (::link(from.c_str(), to.c_str()) == 0) {
+        ::unlink(from.c_str());
+        return StepResult::Done;
+    }
+    const bool hasNoLinks = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
+    return hasNoLinks ? renameOverClaim(from, to) : resultOf(errno);
 }
 
 }  // namespace
@@ -261,11 +283,11 @@ StepResult putInPlace(OpenFile& file, const NativeText& path, const NativeText& 
 StepResult exchange(OpenFile&, const NativeText&, const NativeText&, bool) { return StepResult::Refused; }
 
 StepResult putUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& name) {
-    if (!renameToFreeName(path.c_str(), name.c_str())) {
-        return resultOf(errno);
+    const StepResult renamed = renameToFreeName(path, name);
+    if (renamed == StepResult::Done) {
+        file.close();
     }
-    file.close();
-    return StepResult::Done;
+    return renamed;
 }
 
 void discard(OpenFile& file, const NativeText& path) {
