@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "file/path_text.h"
-#include "platform/platform.h"
+#include "platform/files.h"
 
 namespace ZelU {
 namespace File {
@@ -33,6 +33,7 @@ bool copyFile(const Path& from, const Path& to, WriteFile write) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-make-member-function-const): hosts know it as it is.
 bool Path::CopyTheFile(const Path& dest) { return copyFile(*this, dest, platform::writeFile); }
 
 bool Path::MoveTheFile(const Path& dest) {

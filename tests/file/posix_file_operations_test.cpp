@@ -146,6 +146,16 @@ TEST_F(PosixFileOperations, ADirectoryThatCannotBeRenamedStays) {
 
 TEST_F(PosixFileOperations, MoveIsTrueThoughTheOriginalCannotBeRemovedOddity) {
     write("from", "bytes");
+    // A link to nothing does not exist for the caller, but for a renaming it does, so the file is copied through it.
+    fs::create_symlink(directory / "target", directory / "to");
+    EXPECT_TRUE(moveWith({"unlink", 1, EACCES}));
+    EXPECT_EQ(bytesOf("from"), "bytes");
+    EXPECT_EQ(bytesOf("target"), "bytes");
+    EXPECT_TRUE(fs::is_symlink(directory / "to"));
+}
+
+TEST_F(PosixFileOperations, MoveOfAFileThatHasNoRemovableNameIsTrueOddity) {
+    write("from", "bytes");
     // The process's open files have names that can be read, but neither renamed nor removed.
     const int descriptor = open((directory / "from").c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_GE(descriptor, 0);
@@ -157,13 +167,24 @@ TEST_F(PosixFileOperations, MoveIsTrueThoughTheOriginalCannotBeRemovedOddity) {
     close(descriptor);
 }
 
-TEST_F(PosixFileOperations, AMoveLeavesALinkToNothingAlone) {
+TEST_F(PosixFileOperations, AMoveOntoALinkToNothingMakesTheFileWhereItLeads) {
     write("from", "bytes");
-    fs::create_symlink(directory / "target", directory / "to");
-    EXPECT_FALSE(path("from").MoveTheFile(path("to")));
-    EXPECT_EQ(bytesOf("from"), "bytes");
+    fs::create_symlink("target", directory / "to");
+    EXPECT_TRUE(path("from").MoveTheFile(path("to")));
+    EXPECT_FALSE(isThere("from"));
     EXPECT_TRUE(fs::is_symlink(directory / "to"));
-    EXPECT_FALSE(isThere("target"));
+    EXPECT_EQ(bytesOf("target"), "bytes");
+}
+
+TEST_F(PosixFileOperations, AMoveThroughALinkDoesNotOverwriteWhatAppearsBehindItMeanwhile) {
+    write("from", "new");
+    fs::create_symlink("target", directory / "to");
+    // The source is opened first.
+    const CallHook hook("open", 2, [this] { write("target", "old"); });
+    EXPECT_FALSE(path("from").MoveTheFile(path("to")));
+    EXPECT_TRUE(hook.happened());
+    EXPECT_EQ(bytesOf("from"), "new");
+    EXPECT_EQ(bytesOf("target"), "old");
 }
 
 TEST_F(PosixFileOperations, AMoveDoesNotOverwriteATargetThatAppearsMeanwhile) {

@@ -8,7 +8,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/modules.h"
 #include "support/child_process.h"
 #include "support/environment.h"
 #include "support/installation_tree.h"
@@ -311,6 +313,20 @@ TEST_F(PlatformFiles, ANewFileIsWrittenOnlyWhereNothingIs) {
         EXPECT_FALSE(writeNewFile(none.c_str(), "x")) << none;
     }
     EXPECT_FALSE(writeNewFile(kNull, "x"));
+}
+
+TEST_F(PlatformFiles, ANewFileIsMadeWhereALinkToNothingLeads) {
+    if (!test::makeFileLink("second", directory / "first") || !test::makeFileLink("target", directory / "second")) {
+        GTEST_SKIP() << "no symbolic links on this system";
+    }
+    EXPECT_TRUE(writeNewFile(text("first").c_str(), "bytes"));
+    EXPECT_TRUE(fs::is_symlink(directory / "first"));
+    EXPECT_TRUE(fs::is_symlink(directory / "second"));
+    EXPECT_EQ(bytesOf("target"), "bytes");
+    EXPECT_FALSE(writeNewFile(text("first").c_str(), "x")) << "it leads to something by now";
+    EXPECT_EQ(bytesOf("target"), "bytes");
+    fs::create_symlink("round", directory / "round");
+    EXPECT_FALSE(writeNewFile(text("round").c_str(), "x"));
 }
 
 TEST_F(PlatformFiles, ReadsNoMoreThanIsAllowed) {

@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/platform.h"
+#include "platform/files.h"
 #include "platform/replace_file.h"
 #include "platform/replacement_name.h"
 #include "support/temp_directory.h"

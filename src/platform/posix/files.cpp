@@ -12,6 +12,7 @@
 
 #include "platform/posix/drive_text.h"
 #include "platform/posix/file.h"
+#include "platform/replacement_primitives.h"
 
 namespace zelutil::platform {
 
@@ -85,8 +86,7 @@ bool renameBySteps(const std::string& source, const std::string& target) {
     return false;
 }
 
-bool writeTo(const char* path, int flags, std::string_view bytes) {
-    const auto file = systemPath(path);
+bool writeTo(const std::optional<std::string>& file, int flags, std::string_view bytes) {
     if (!file) {
         return false;
     }
@@ -176,8 +176,12 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
     return bytes;
 }
 
-bool writeFile(const char* path, std::string_view bytes) { return writeTo(path, O_CREAT | O_TRUNC, bytes); }
+bool writeFile(const char* path, std::string_view bytes) { return writeTo(systemPath(path), O_CREAT | O_TRUNC, bytes); }
 
-bool writeNewFile(const char* path, std::string_view bytes) { return writeTo(path, O_CREAT | O_EXCL, bytes); }
+bool writeNewFile(const char* path, std::string_view bytes) {
+    // The system makes no file exclusively through a link, so the link is followed before.
+    const auto file = systemPath(path);
+    return file && writeTo(replacement::resolveLinks(*file), O_CREAT | O_EXCL, bytes);
+}
 
 }  // namespace zelutil::platform

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/replacement_primitives.h"
 #include "platform/windows/file.h"
 #include "platform/windows/system_text.h"
 
@@ -93,10 +94,10 @@ std::optional<std::string> readOnce(const std::wstring& path, std::uint64_t maxi
 /// Locks of parts of the file show only when these are read.
 bool isHeldBySomebody(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION; }
 
-bool writeTo(const char* path, DWORD disposition, std::string_view bytes) {
+bool writeTo(const std::wstring& path, DWORD disposition, std::string_view bytes) {
     // Shared as the C runtime's streams share: a file that somebody has open in the usual way can be overwritten.
-    File file(CreateFileW(systemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                          disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    File file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
     return file.isOpen() && writeAll(file.handle(), bytes) && file.close();
 }
 
@@ -160,8 +161,11 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
     }
 }
 
-bool writeFile(const char* path, std::string_view bytes) { return writeTo(path, CREATE_ALWAYS, bytes); }
+bool writeFile(const char* path, std::string_view bytes) { return writeTo(systemPath(path), CREATE_ALWAYS, bytes); }
 
-bool writeNewFile(const char* path, std::string_view bytes) { return writeTo(path, CREATE_NEW, bytes); }
+bool writeNewFile(const char* path, std::string_view bytes) {
+    const auto file = replacement::resolveLinks(systemPath(path));
+    return file && writeTo(*file, CREATE_NEW, bytes);
+}
 
 }  // namespace zelutil::platform
