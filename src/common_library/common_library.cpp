@@ -2,7 +2,8 @@
 
 #include <array>
 
-#include "platform/platform.h"
+#include "platform/files.h"
+#include "platform/modules.h"
 
 namespace zelutil::common_library {
 namespace {

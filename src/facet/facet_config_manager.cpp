@@ -8,7 +8,7 @@
 #include "facet/facet_groups.h"
 #include "file/installed_file.h"
 #include "json/document.h"
-#include "platform/platform.h"
+#include "platform/files.h"
 #include "util/process_wide.h"
 
 namespace ZelU::FACET {

@@ -7,7 +7,8 @@
 #include <string>
 
 #include "common_library/common_library.h"
-#include "platform/platform.h"
+#include "platform/environment.h"
+#include "platform/modules.h"
 #include "text/list.h"
 
 namespace zelutil::file {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "file/path_text.h"
-#include "platform/platform.h"
+#include "platform/files.h"
 
 namespace ZelU {
 namespace File {

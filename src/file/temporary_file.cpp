@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/platform.h"
+#include "platform/environment.h"
 #include "util/process_wide.h"
 
 namespace ZelU {

@@ -1,6 +1,6 @@
 #include <zelutil/util/dbg_chk.h>
 
-#include "platform/platform.h"
+#include "platform/environment.h"
 
 namespace ZelU {
 
