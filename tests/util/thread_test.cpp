@@ -18,10 +18,12 @@
 #include "support/process_memory.h"
 #include "support/silence.h"
 #include "support/wait_until.h"
+#include "util/killable_objects.h"
 
 namespace ZelU::Thrd {
 namespace {
 
+using zelutil::test::callsOfAbandoned;
 using zelutil::test::computeForEver;
 using zelutil::test::Progress;
 using zelutil::test::sleepForEver;
@@ -415,36 +417,11 @@ TEST(Thread, ObjectMayGoRightAfterItsKill) {
     EXPECT_TRUE(waitUntil([&] { return standsStill(progress); }));
 }
 
-void* destroyIdleObjects(void* progress) {
-    for (int i = 0; i < 10; ++i) {
-        const Thread idle;
-    }
-    return computeForEver(progress);
-}
-
-void* destroyObjectOfEndedThread(void* progress) {
-    std::atomic<int> calls{0};
-    {
-        Thread helper(count, &calls);
-        helper.Join();
-    }
-    return computeForEver(progress);
-}
-
-std::atomic<int> callsOfAbandoned{0};
-
-void* destroyObjectOfRunningThread(void* progress) {
-    {
-        Thread helper;
-        helper.Start(count, &callsOfAbandoned, 20);
-    }
-    return computeForEver(progress);
-}
-
 TEST(Thread, OneThatHasDestroyedThreadObjectsCanBeKilled) {
     callsOfAbandoned = 0;
     for (const ThreadFunction function :
-         {&destroyIdleObjects, &destroyObjectOfEndedThread, &destroyObjectOfRunningThread}) {
+         {&zelutil::test::destroyIdleObjects, &zelutil::test::destroyObjectOfEndedThread,
+          &zelutil::test::destroyObjectOfRunningThread}) {
         Progress progress{0};
         Thread thread(function, &progress);
         ASSERT_TRUE(isUnderWay(progress));
@@ -476,8 +453,11 @@ TEST(Thread, KilledInAnObserverOfACFunctionItEndsAlone) {
         },
         nullptr);
     ASSERT_TRUE(isUnderWay(observer.progress));
+    Thread copy(thread);
     thread.Kill();
     EXPECT_TRUE(waitUntil([&] { return standsStill(observer.progress); }));
+    // The server is not locked, so the next call waits for the end of the killed one.
+    copy.Join();
     EXPECT_EQ(SetActiveAppId(6, 0), 5);
     EXPECT_EQ(observer.calls, 2);
 }
