@@ -53,8 +53,8 @@ std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize)
 /// Creates or truncates the file and writes `bytes`. False when any step fails; what is in the file is then undefined.
 bool writeFile(const char* path, std::string_view bytes);
 
-/// The same for a file that is to be made: false, and nothing changes, when something has that name, even if it was made
-/// in this very moment. A symbolic link to nothing stays, and the file is made where it leads.
+/// The same for a file that is to be made: false, and nothing changes, when something has that name, even if it was
+/// made in this very moment. A symbolic link to nothing stays, and the file is made where it leads.
 bool writeNewFile(const char* path, std::string_view bytes);
 
 }  // namespace zelutil::platform
