@@ -48,7 +48,7 @@ public:
         Command* binding = nullptr;
         /// In the order of the text.
         std::vector<Action*> children;
-        /// Where the last survey of `Followers` put the action.
+        /// The place that the last survey of `Followers` gave the action.
         std::size_t place = 0;
 
         UCPActionItem item() const;
@@ -59,9 +59,9 @@ public:
 
     /// Counts the work of loads and edits, so that tests can tell how it grows.
     struct Work {
-        /// How often it was asked whether somebody is in the way of one action.
+        /// Counts the questions whether somebody is in the way of one action.
         std::uint64_t looks = 0;
-        /// How often a command was bound to another shortcut.
+        /// Counts the times a command was bound to another shortcut.
         std::uint64_t changes = 0;
     };
 

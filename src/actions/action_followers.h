@@ -36,7 +36,7 @@ private:
         /// The places of the parent and of the member of the same context before this one.
         std::size_t parent = kNone;
         std::size_t sameContext = kNone;
-        /// Whether somebody is in the way of this action or of one below it.
+        /// Tells whether somebody is in the way of this action or of one below it.
         bool refused = false;
     };
 

@@ -24,13 +24,13 @@ struct ActionCatalogue::Holder {
     int parentId = 0;
 };
 
-/// What is known of one command of a context.
+/// One command of a context, as far as it is known.
 ///
 /// Kept deliberately: a command is bound once per context, so all actions with one command share that.
 struct ActionCatalogue::Command {
     /// The first action with the command.
     int action = 0;
-    /// What the command is bound to now.
+    /// The shortcut to which the command is bound now.
     std::string bound;
 };
 
@@ -46,7 +46,7 @@ struct ActionCatalogue::Context {
     Context* linked = nullptr;
     std::pmr::unordered_map<std::string_view, Command> commands;
     std::unordered_map<std::string, Holder> holders;
-    /// Where the last survey of `Followers` put the last action of this context.
+    /// The place that the last survey of `Followers` gave the last action of this context.
     std::size_t place = 0;
 };
 

@@ -43,7 +43,7 @@ Path pcbEnvBelowHome() {
 
 /// The root, and which one is answered meanwhile. No lock is held while it is looked for: the common library may call
 /// the host back, and the host any of our functions, on this thread or, waiting for it, on another. So two threads may
-/// look at once; each answers with what it found, and what is kept is always one whole path.
+/// look at once; each returns what it found, and what is kept is always one whole path.
 class InstallationRoot {
 public:
     const Path& ask() {
@@ -71,7 +71,7 @@ private:
     }
 
     /// A common library that is not ready may still change its mind, so the root is looked for again at the next call.
-    /// Kept deliberately: until it is ready every call answers what was found first, even the empty path, so that hosts
+    /// Kept deliberately: until it is ready every call returns what was found first, even the empty path, so that hosts
     /// that start early all see one tree.
     const Path& untilInitDone(const Path& root) {
         const Path* first = nullptr;

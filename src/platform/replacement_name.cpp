@@ -36,7 +36,7 @@ std::uint32_t hashOf(NativeTextView text) {
     return hash;
 }
 
-/// Whether a text must not be cut before `c`: in UTF-8 or UTF-16 it continues a character.
+/// Returns whether a text must not be cut before `c`: in UTF-8 or UTF-16 it continues a character.
 bool continuesCharacter(Character c) {
     const std::uint32_t unit = static_cast<std::make_unsigned_t<Character>>(c);
     return sizeof(Character) == 1 ? (unit & 0xC0U) == 0x80U : (unit & 0xFC00U) == 0xDC00U;

@@ -8,7 +8,7 @@ namespace zelutil::platform {
 /// behind, and one that was ended by the system while it held it (as Windows ends all threads but one at the end of a
 /// process) holds it no longer.
 ///
-/// Whoever may be killed by unwinding has a `KillShield` around it.
+/// A caller that may be killed by unwinding has a `KillShield` around it.
 class ThreadLock {
 public:
     ThreadLock() noexcept;

@@ -12,7 +12,7 @@ struct CriticalSection {
     pthread_mutex_t mutex;
     /// The thread inside, or nothing; only that thread finds itself here.
     std::atomic<pthread_t> holder;
-    /// How often it has entered; the holder's alone.
+    /// Counts how often the holder has entered; only the holder uses it.
     unsigned depth;
 };
 

@@ -53,7 +53,7 @@ private:
 /// Empties the list in a process that was forked: it has the list, but not the threads.
 void forgetThreadsOfOtherProcess();
 
-/// Whether a thread but the calling one has still to end though its host's function is over.
+/// Returns whether a thread but the calling one has still to end though its host's function is over.
 bool isAnotherThreadEnding();
 
 /// A number that no listed thread has.
@@ -76,7 +76,7 @@ ThreadRecord* currentThreadRecord() noexcept;
 /// Tells the calling thread its record.
 void setCurrentThreadRecord(ThreadRecord* record);
 
-/// Whether this is the process whose threads are listed.
+/// Returns whether this is the process whose threads are listed.
 bool isListOfThisProcess();
 
 /// Reclaims the threads that are gone, except those that somebody waits for. Nothing here waits for a thread.
