@@ -13,8 +13,7 @@ enum class Replaced {
     /// The file is as before, or still missing.
     No,
     /// It failed in the middle, where the system has no single step for it: the file holds a part of the new bytes, or
-    /// is
-    /// gone and the new bytes lie beside it, where the next replacement keeps them.
+    /// is gone and the new bytes lie beside it, where the next replacement keeps them.
     Torn,
 };
 

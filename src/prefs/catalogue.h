@@ -42,7 +42,7 @@ public:
     /// The text of the defaults, as it was read.
     const std::string& defaultsText() const { return defaultsText_; }
 
-    /// What the sections of sub-managers hold in the defaults, and in the user's text.
+    /// Return what the sections of sub-managers hold in the defaults, and in the user's text.
     const SubManagerTexts& defaultSubManagerTexts() const { return defaultSubManagerTexts_; }
     const SubManagerTexts& userSubManagerTexts() const { return userSubManagerTexts_; }
 

@@ -13,7 +13,7 @@ namespace {
 
 using json::View;
 
-/// What was parsed can be written.
+/// Returns the text of a value that was parsed, and so can be written.
 std::string textOf(View value) { return json::compactText(value).value_or(""); }
 
 SubManagerType subManagerOf(View section) {
@@ -67,7 +67,7 @@ void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, Set
 }
 
 // Kept deliberately: a name is tried bare or in full before it is tried within its section, so it may mean a setting of
-// another section, even though a save wrote it. The files that users have are read this way.
+// another section, even though a save wrote it. Part of the published behaviour; hosts may depend on it.
 Setting* findNamed(std::string_view name, const std::string& attributePath, SettingIndex& settings) {
     if (Setting* const setting = settings.find(keyOf(name))) {
         return setting;

@@ -6,7 +6,7 @@
 
 #include "prefs/catalogue.h"
 
-/// How the texts of the two preference files become a catalogue: first the defaults, then the user's text, which has
+/// Makes a catalogue of the texts of the two preference files: first the defaults, then the user's text, which has
 /// the same layout. A text is never refused: what cannot be used of it is passed over, element by element.
 namespace zelutil::prefs {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-/// Where the preference files are.
+/// Finds the preference files.
 namespace zelutil::prefs {
 
 /// Returns the path of the shipped defaults: the variable "tessel_settings" names the file itself, else the file is
@@ -18,8 +18,8 @@ std::string userFilePath();
 /// variable "regression_testing" was set when this was first called.
 std::string writtenUserFilePath();
 
-/// Whether a thread is inside the setup-path search of `userFilePath`. The common library may call back into the
-/// host there, and the host into this library.
+/// Returns whether a thread is inside the setup-path search of `userFilePath`. The common library may call back into
+/// the host there, and the host into this library.
 bool isUserFileSearchInProgress();
 
 }  // namespace zelutil::prefs

@@ -1,8 +1,6 @@
 #ifndef ZELUTIL_PREFS_PREFERENCES_H
 #define ZELUTIL_PREFS_PREFERENCES_H
 
-#include <zelutil/prefs/user_preference_manager.h>
-
 #include <memory>
 
 #include "prefs/catalogue.h"
@@ -19,8 +17,6 @@ Catalogue readPreferenceFiles(UserSettingsFile& userFile);
 struct Preferences {
     /// Reads both files and loads the sub-managers.
     Preferences();
-
-    static const Preferences& of(const UserPreferenceManager& manager) { return *manager.preferences_; }
 
     /// A manager and its copies write one file, so they share what is known of it.
     std::shared_ptr<UserSettingsFile> userFile = std::make_shared<UserSettingsFile>();

@@ -13,7 +13,7 @@
 
 namespace zelutil::prefs {
 
-/// What a host hands over to a save.
+/// Holds what a host hands over to a save.
 struct SaveRequest {
     const std::map<std::string, std::string>& settings;  ///< Values by name, bare or in full, in any case.
     const SubManagerTexts& subManagerTexts;

@@ -9,8 +9,8 @@
 
 /// The two declarations of the exported class that the parts beneath it share, under names of their own. The manager
 /// hands out the very map of sections, and observers get the very map of texts, so these records are the hosts' own
-/// types; a second set of them would only have to be copied back and forth. No other part beneath the manager includes
-/// its header.
+/// types; a second set of them would only have to be copied back and forth. They are nested in the exported class,
+/// whose header is included here for that reason alone: no part beneath the shells uses the class itself.
 namespace zelutil::prefs {
 
 using Section = UserPreferenceManager::UserPreferenceUISection;

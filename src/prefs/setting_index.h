@@ -56,7 +56,7 @@ private:
     std::deque<Setting> settings_;
     /// In key order.
     std::vector<Entry> entries_;
-    /// Where each bucket of entries begins, and after the last one where it ends.
+    /// Holds the place where each bucket of entries begins, and after the last one where it ends.
     std::vector<std::uint32_t> directory_ = {0, 0, 0};
     unsigned shift_ = 63;
 };

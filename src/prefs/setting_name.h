@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// How settings are named and how a name becomes a key.
+/// Tells how settings are named and makes keys of names.
 namespace zelutil::prefs {
 
 /// Separates the names in a heading path, an attribute path and a setting's full name.
@@ -20,7 +20,7 @@ constexpr std::uint64_t hashStep(std::uint64_t hash, char c) {
     return (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
 }
 
-/// Hash of the bytes as they stand, following what `start` is the hash of.
+/// Returns the hash of the bytes as they stand, following what `start` is the hash of.
 constexpr std::uint64_t hashOf(std::string_view name, std::uint64_t start = kEmptyNameHash) {
     for (const char c : name) {
         start = hashStep(start, c);
@@ -28,7 +28,7 @@ constexpr std::uint64_t hashOf(std::string_view name, std::uint64_t start = kEmp
     return start;
 }
 
-/// The same of the name in lower case: the key of a setting.
+/// Returns the key of a setting: the hash of its name in lower case.
 constexpr std::uint64_t keyOf(std::string_view name, std::uint64_t start = kEmptyNameHash) {
     for (const char c : name) {
         start = hashStep(start, ascii::lowerCase(c));
@@ -36,7 +36,7 @@ constexpr std::uint64_t keyOf(std::string_view name, std::uint64_t start = kEmpt
     return start;
 }
 
-/// The same up to the NUL, without a pass to find the end first.
+/// Returns the key of a name that ends with a NUL, without a pass to find the end first.
 constexpr std::uint64_t keyOf(const char* name) {
     std::uint64_t hash = kEmptyNameHash;
     for (; *name != '\0'; ++name) {

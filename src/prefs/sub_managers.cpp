@@ -39,8 +39,8 @@ IUserSettingsManager* SubManagers::find(SubManagerType type) const {
     return found == managers_.end() ? nullptr : found->second;
 }
 
-// Kept deliberately: the texts are asked for and dropped. Hosts save them by handing them to a save, and count on this
-// call writing nothing.
+// Kept deliberately: the texts are asked for and dropped, and nothing is written. Part of the published behaviour;
+// hosts may depend on it.
 void SubManagers::applyChanges() const {
     for (const auto& [type, manager] : managers_) {
         if (manager != nullptr && manager->isModified()) {

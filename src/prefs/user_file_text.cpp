@@ -8,7 +8,7 @@ namespace {
 
 using json::View;
 
-/// Of members with one name, the first is meant and the others are copied as they stand.
+/// Writes the text. Where several members have one name, the first is meant and the others are copied as they stand.
 class UserFileTextWriter {
 public:
     explicit UserFileTextWriter(const std::vector<SavedSection>& sections) : next_(sections.begin()) {}

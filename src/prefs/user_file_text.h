@@ -10,7 +10,7 @@
 
 namespace zelutil::prefs {
 
-/// What the user's file has for one section of the defaults, as its "overriddensettings".
+/// Holds what the user's file has for one section of the defaults, as its "overriddensettings".
 struct SavedSection {
     struct Value {
         std::string_view name;

@@ -1,16 +1,16 @@
 #include <zelutil/c_api.h>
 #include <zelutil/prefs/user_preference_manager.h>
 
+#include "prefs/manager_access.h"
 #include "prefs/preference_files.h"
-#include "prefs/preferences.h"
 
 namespace {
 
-using zelutil::prefs::Preferences;
+using zelutil::prefs::ManagerAccess;
 using zelutil::prefs::Setting;
 
 const Setting* find(const char* name) {
-    return Preferences::of(UserPreferenceManager::GetInstance()).catalogue.find(name);
+    return ManagerAccess::preferencesOf(UserPreferenceManager::GetInstance()).catalogue.find(name);
 }
 
 const char* charactersOrNull(const std::string& value) { return value.empty() ? nullptr : value.c_str(); }
@@ -30,7 +30,7 @@ const char* get_user_setting(const char* name) {
 }
 
 // Kept deliberately: unlike its sibling, this function neither looks whether the user's file is being searched for nor
-// catches the exception of the teardown: hosts are written against either.
+// catches the exception of the teardown. Part of the published behaviour; hosts may depend on it.
 const char* get_default_user_setting(const char* name) {
     const Setting* const setting = find(name);
     return setting == nullptr ? nullptr : charactersOrNull(setting->defaultValue);

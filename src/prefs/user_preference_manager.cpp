@@ -40,7 +40,7 @@ UserPreferenceManager& UserPreferenceManager::GetInstance() {
 }
 
 UserPreferenceManager::UserPreferenceManager() : preferences_(std::make_unique<Preferences>()) {
-    // What is made before the manager is destroyed after it, and after its copies.
+    // Made before the manager is complete, the text is destroyed after it and its copies.
     noValue();
 }
 
@@ -83,7 +83,7 @@ void UserPreferenceManager::ApplySubManagersChanges() const { preferences_->subM
 
 void UserPreferenceManager::updateUserPrefSettings(const std::map<std::string, std::string>& settings,
                                                    const std::map<SubManagerType, std::string>& subManagerSettings) {
-    // What the save calls back into may assign this manager, and so end its share.
+    // The save calls the host back, which may assign this manager and so end its share.
     const std::shared_ptr<zelutil::prefs::UserSettingsFile> userFile = preferences_->userFile;
     zelutil::prefs::save(preferences_->catalogue, *userFile, {settings, subManagerSettings});
 }

@@ -76,8 +76,8 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path) {
     return nothingIsLost || keep(path, contents);
 }
 
-/// A file that was read or written here holds nothing unknown. Whether it can be replaced, although somebody shuts
-/// others out of it now, is for the replacing to find out.
+/// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced
+/// although somebody shuts others out of it now.
 bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
     const std::uint64_t size = sizeOf(path).value_or(0);
     if (size == 0) {

@@ -18,7 +18,7 @@ namespace zelutil::prefs {
 /// and one that was there at the start and could not be read or parsed then, whatever it holds by now. An empty file is
 /// never kept.
 ///
-/// Whether a file is the one of the start is not told by its path, for one file has many. So after a start with an
+/// A path does not tell whether its file is the one of the start, for one file has many. So after a start with an
 /// unread file, the first one met at each path counts as that one: a copy too many does no harm.
 class UserSettingsFile {
 public:

@@ -14,8 +14,8 @@
 namespace zelutil {
 namespace prefs {
 
-/// What a manager stands on, opaque to hosts.
-struct Preferences;
+struct ManagerAccess;  ///< Is opaque to hosts, as is the next one.
+struct Preferences;    ///< Holds everything that a manager has.
 
 }  // namespace prefs
 }  // namespace zelutil
@@ -31,7 +31,7 @@ struct Preferences;
 /// on several threads at once, but not while one saves.
 class ZELUTIL_API UserPreferenceManager {
 public:
-    /// Who owns the settings of a section. The underlying number is what the files hold; others than these may occur.
+    /// Tells who owns the settings of a section. The files hold the underlying number; others than these may occur.
     enum class SubManagerType : std::int32_t {
         Actions = 100,  ///< The action manager.
         None = 101,     ///< Nobody: the section has settings of its own.
@@ -97,7 +97,7 @@ public:
     /// in force, the file is replaced whole, and the observers of `ZelU::Marl::UserPreferenceServer` are told, even
     /// when the file could not be written.
     ///
-    /// What could not be read is not lost: a file that is no JSON, or that was there when the manager was made and
+    /// No file is lost that could not be read: one that is no JSON, or that was there when the manager was made and
     /// could not be read then, is copied to "tessel_settings.cfg.bad" beside it before it is replaced, or to
     /// "tessel_settings.cfg.bad.2", ".bad.3" and so on where there is such a file. Where that cannot be done, nothing
     /// is written. After a start with a file that could not be read, the first one that is replaced at each path counts
@@ -118,7 +118,7 @@ public:
     std::size_t computeHash(const std::string& name) const;
 
 private:
-    friend struct zelutil::prefs::Preferences;
+    friend struct zelutil::prefs::ManagerAccess;
 
     UserPreferenceManager();
 

@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// Settings by name, as `UserPreferenceManager` answers them. For hosts that want to put something else in its place;
-/// nothing in this library implements it.
+/// Returns settings by name, as `UserPreferenceManager` does. It is there for hosts that want to put something else in
+/// its place; nothing in this library implements it.
 class ZELUTIL_API IUserPreferenceSettings {
 public:
     IUserPreferenceSettings() = default;

@@ -22,7 +22,7 @@ public:
     /// The user's part of the current state as JSON text.
     virtual const std::string getAllUserSettings() const = 0;
 
-    /// Whether the state differs from what was loaded.
+    /// Returns whether the state differs from what was loaded.
     virtual bool isModified() const = 0;
 
 protected:

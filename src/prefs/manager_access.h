@@ -1,0 +1,17 @@
+#ifndef ZELUTIL_PREFS_MANAGER_ACCESS_H
+#define ZELUTIL_PREFS_MANAGER_ACCESS_H
+
+#include <zelutil/prefs/user_preference_manager.h>
+
+#include "prefs/preferences.h"
+
+namespace zelutil::prefs {
+
+/// Lets the C functions reach what the manager holds: they look a name up as it is given, without a copy of it.
+struct ManagerAccess {
+    static const Preferences& preferencesOf(const UserPreferenceManager& manager) { return *manager.preferences_; }
+};
+
+}  // namespace zelutil::prefs
+
+#endif
