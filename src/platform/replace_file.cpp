@@ -8,6 +8,7 @@
 #include <chrono>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/replacement_plan.h"
 #include "platform/replacement_primitives.h"
@@ -274,6 +275,43 @@ std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view b
     return exists ? writeInto(target, bytes) : Replaced::No;
 }
 
+/// Reads from the beginning of the file, which has about `size` bytes, to its end. Nothing when that fails.
+std::optional<std::string> readToEnd(const OpenFile& file, std::uint64_t size) {
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(size));
+    std::string buffer(kCopyBufferSize, '\0');
+    for (;;) {
+        const auto count = readBytes(file, buffer);
+        if (!count) {
+            return std::nullopt;
+        }
+        if (*count == 0) {
+            return bytes;
+        }
+        bytes.append(buffer, 0, *count);
+    }
+}
+
+StepResult readOnce(const NativeText& path, std::uint64_t maximumSize, std::optional<std::string>& bytes) {
+    OpenFile file;
+    const StepResult opened = openForReading(path, file);
+    if (opened != StepResult::Done) {
+        return opened;
+    }
+    // Without the lock the bytes may be half of what is to be there, which is better than nothing.
+    const StepResult locked = retryingWhileBusy(kWhileLocked, [&] { return lockForReading(file); });
+    const auto size = sizeOf(file);
+    if (!size || *size > maximumSize) {
+        return StepResult::Refused;
+    }
+    bytes = readToEnd(file, *size);
+    if (bytes) {
+        return StepResult::Done;
+    }
+    // Some systems tell only now that somebody holds the file. The lock was waited for long enough.
+    return locked == StepResult::Busy ? StepResult::Refused : StepResult::Busy;
+}
+
 }  // namespace
 
 Replaced replaceFile(const char* path, std::string_view bytes) {
@@ -305,6 +343,16 @@ bool keepCopy(const char* path) {
     // A copy of another user's file cannot be given to that user. It is worth more than none.
     return copy.isOpen() && (copy.takeOver(*target) || copy.makePrivate()) && copy.fillFrom(source) &&
            copy.keepFor(*target);
+}
+
+WholeFile readWhole(const char* path, std::uint64_t maximumSize) {
+    const auto target = nativePath(path);
+    if (!target) {
+        return {std::nullopt, false};
+    }
+    std::optional<std::string> bytes;
+    const StepResult result = retryingWhileBusy(kWhileHeld, [&] { return readOnce(*target, maximumSize, bytes); });
+    return {std::move(bytes), result != StepResult::Gone};
 }
 
 }  // namespace zelutil::platform

@@ -1,6 +1,9 @@
 #ifndef ZELUTIL_PLATFORM_REPLACE_FILE_H
 #define ZELUTIL_PLATFORM_REPLACE_FILE_H
 
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 /// Files that hold a user's values: new contents in one step, and copies that are kept. Paths are those of platform.h.
@@ -40,6 +43,21 @@ Replaced replaceFile(const char* path, std::string_view bytes);
 ///
 /// Returns whether the copy is there, whole and on disk. Nothing is left of one that cannot be made.
 bool keepCopy(const char* path);
+
+/// The result of `readWhole`.
+struct WholeFile {
+    /// Nothing when it cannot be opened or read, is no regular file or has more than `maximumSize` bytes; it is then
+    /// not read at all.
+    std::optional<std::string> bytes;
+    /// False only where the system says that there is no such file, or the path can name none. A file that nothing can
+    /// be told of may be there.
+    bool mayBeThere;
+};
+
+/// Reads the file while nobody writes into it: waits until a `replaceFile` that has to write into the file itself is
+/// through, and a tenth of a second for a program that shuts others out. Where the lock of writers is not to be had for
+/// two seconds, the file is read as it is.
+WholeFile readWhole(const char* path, std::uint64_t maximumSize);
 
 }  // namespace zelutil::platform
 

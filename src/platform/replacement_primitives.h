@@ -151,7 +151,7 @@ bool reserve(const OpenFile& file, std::uint64_t oldSize, std::uint64_t size);
 /// Cuts the file.
 bool truncate(const OpenFile& file, std::uint64_t size);
 
-// --- Reading it for a copy ------------------------------------------------------------------------------------------
+// --- Reading it whole ------------------------------------------------------------------------------------------------
 
 /// Opens a regular file; anything else is refused.
 StepResult openForReading(const NativeText& path, OpenFile& file);

@@ -24,13 +24,9 @@ std::string directoryOf(const std::string& path) {
     return path.substr(0, path.find_last_not_of(kSeparators, separator) + 1);
 }
 
-/// The size of the file; nothing where there is none or a directory.
-std::optional<std::uint64_t> sizeOf(const std::string& path) {
+bool isDirectory(const std::string& path) {
     const auto status = platform::fileStatus(path.c_str());
-    if (!status || status->directory) {
-        return std::nullopt;
-    }
-    return static_cast<std::uint64_t>(status->size);
+    return status && status->directory;
 }
 
 }  // namespace
@@ -43,10 +39,10 @@ bool UserSettingsFile::Fingerprint::operator==(const Fingerprint& other) const {
 }
 
 void UserSettingsFile::read(const std::string& path, const Parse& parse) {
-    const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
-    if (bytes && parse(*bytes)) {
-        know(path, Fingerprint(*bytes));
-    } else if (bytes || sizeOf(path)) {
+    const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
+    if (file.bytes && parse(*file.bytes)) {
+        know(path, Fingerprint(*file.bytes));
+    } else if (file.mayBeThere && !isDirectory(path)) {
         startedWithUnread_ = true;
     }
 }
@@ -64,26 +60,26 @@ void UserSettingsFile::write(const std::string& path, std::string_view text) {
 
 /// Keeps the file first where that is necessary.
 bool UserSettingsFile::mayBeOverwritten(const std::string& path) {
-    const auto bytes = platform::readFile(path.c_str(), kLargestFileKept);
-    if (!bytes) {
-        return mayBeOverwrittenUnseen(path);
+    const auto file = platform::readWhole(path.c_str(), kLargestFileKept);
+    if (!file.bytes) {
+        return !file.mayBeThere || mayBeOverwrittenUnseen(path);
     }
-    const Fingerprint contents(*bytes);
-    if (bytes->empty() || contents == knownContents_) {
+    const Fingerprint contents(*file.bytes);
+    if (file.bytes->empty() || contents == knownContents_) {
         return true;
     }
-    const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*bytes).valid();
+    const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*file.bytes).valid();
     return nothingIsLost || keep(path, contents);
 }
 
 /// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced
 /// although somebody shuts others out of it now.
 bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
-    const std::uint64_t size = sizeOf(path).value_or(0);
-    if (size == 0) {
+    const auto status = platform::fileStatus(path.c_str());
+    if (status && status->size == 0) {
         return true;
     }
-    if (size > kLargestFileKept) {
+    if (status && static_cast<std::uint64_t>(status->size) > kLargestFileKept) {
         return false;
     }
     return path == knownPath_ || keep(path, std::nullopt);

@@ -70,6 +70,63 @@ TEST_F(LockedUserFile, ForLongerStillIsNotOverwritten) {
     EXPECT_EQ(entries(), 1);
 }
 
+/// Writes the text into the file as another process does that saves, under the lock of writers: half of it now, the
+/// other half when `finish` is called.
+class SlowWriter {
+public:
+    SlowWriter(const fs::path& path, const std::string& text)
+        : text_(text),
+          file_(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                            nullptr, TRUNCATE_EXISTING, 0, nullptr)) {
+        OVERLAPPED place{};
+        place.OffsetHigh = 0x40000000;
+        EXPECT_TRUE(LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place));
+        write(0, text_.size() / 2);
+    }
+    SlowWriter(const SlowWriter&) = delete;
+    SlowWriter& operator=(const SlowWriter&) = delete;
+
+    void finish() {
+        write(text_.size() / 2, text_.size());
+        CloseHandle(file_);
+    }
+
+private:
+    void write(std::size_t begin, std::size_t end) {
+        DWORD count = 0;
+        EXPECT_TRUE(WriteFile(file_, text_.data() + begin, static_cast<DWORD>(end - begin), &count, nullptr));
+    }
+
+    const std::string text_;
+    HANDLE file_;
+};
+
+TEST_F(LockedUserFile, IntoWhichAnotherWritesIsReadWhole) {
+    SlowWriter writer(file(), userWithValue("theirs"));
+    std::thread other([&] {
+        Sleep(200);
+        writer.finish();
+    });
+    EXPECT_EQ(value(), "theirs");
+    other.join();
+    save("1");
+    EXPECT_EQ(readTextFile(file()), savedText("1"));
+    EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(LockedUserFile, IntoWhichAnotherWritesIsNotTakenForATornOneAtASave) {
+    EXPECT_EQ(value(), "mine");
+    SlowWriter writer(file(), userWithValue("theirs"));
+    std::thread other([&] {
+        Sleep(200);
+        writer.finish();
+    });
+    save("1");
+    other.join();
+    EXPECT_EQ(readTextFile(file()), savedText("1"));
+    EXPECT_EQ(entries(), 1);
+}
+
 TEST_F(LockedUserFile, ThatIsReadOnlyAndNoJsonIsKeptOnce) {
     world_.writeUser("half {");
     ASSERT_TRUE(SetFileAttributesW(file().c_str(), FILE_ATTRIBUTE_READONLY));

@@ -40,6 +40,8 @@ StepResult resultOf(int error) {
         case EEXIST:
             return StepResult::Taken;
         case ENOENT:
+        case ENOTDIR:
+        case ENAMETOOLONG:
             return StepResult::Gone;
         default:
             return StepResult::Failed;
