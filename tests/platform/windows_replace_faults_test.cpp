@@ -330,6 +330,21 @@ TEST_F(ReplaceWindowsFileFaults, WhatAnExchangeCannotKeepIsWrittenInto) {
     EXPECT_EQ(readTextFile(file_), kNew);
 }
 
+TEST_F(ReplaceWindowsFileFaults, ANewFileWhoseRightsForbidToDeleteItIsRemovedAllTheSame) {
+    WindowsCalls calls;
+    calls.decide = [](const std::string& call, std::size_t number) -> DWORD {
+        const bool isRefused =
+            call == "MoveFileExW" || call == "ReplaceFileW" || (call == "DeleteFileW" && number == 1);
+        return isRefused ? ERROR_ACCESS_DENIED : 0;
+    };
+    EXPECT_EQ(replace(), Replaced::Yes);
+    // The first rights are those that it took over.
+    EXPECT_EQ(calls.only({"SetFileSecurityW", "DeleteFileW"}),
+              (Calls{"SetFileSecurityW", "DeleteFileW", "SetFileSecurityW", "DeleteFileW"}));
+    EXPECT_EQ(readTextFile(file_), kNew);
+    EXPECT_EQ(entriesOf(directory_), 1);
+}
+
 TEST_F(ReplaceWindowsFileFaults, AFileOfAnotherOwnerIsWrittenInto) {
     bool hasOtherOwner = false;
     WindowsCalls calls;

@@ -1,5 +1,6 @@
 // The steps of replacing and keeping files on Windows. Order and contracts: replacement_primitives.h.
 #include <algorithm>
+#include <array>
 
 #include "platform/replacement_primitives.h"
 #include "platform/windows/file.h"
@@ -118,6 +119,10 @@ bool hasNamedStreams(const NativeText& path) {
     return isFound;
 }
 
+/// Room for the rights of one owner.
+constexpr std::size_t kDwordsOfRights =
+    (sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) + SECURITY_MAX_SID_SIZE) / sizeof(DWORD);
+
 constexpr SECURITY_INFORMATION kOwnerAndRights = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
 
 /// Owner and access rights of the file; empty when the system does not tell.
@@ -139,6 +144,20 @@ bool haveOneOwner(std::vector<unsigned char>& one, std::vector<unsigned char>& o
     const PSID owner = ownerIn(one);
     const PSID otherOwner = ownerIn(other);
     return owner != nullptr && otherOwner != nullptr && EqualSid(owner, otherOwner) != 0;
+}
+
+/// Gives all rights to the owner, who may always do so, and none to anybody else.
+bool leaveToOwnerAlone(const NativeText& path) {
+    auto own = securityOf(path);
+    const PSID owner = own.empty() ? nullptr : ownerIn(own);
+    std::array<DWORD, kDwordsOfRights> memory{};
+    const auto rights = reinterpret_cast<PACL>(memory.data());
+    SECURITY_DESCRIPTOR security{};
+    return owner != nullptr && InitializeAcl(rights, sizeof memory, ACL_REVISION) != 0 &&
+           AddAccessAllowedAce(rights, ACL_REVISION, FILE_ALL_ACCESS, owner) != 0 &&
+           InitializeSecurityDescriptor(&security, SECURITY_DESCRIPTOR_REVISION) != 0 &&
+           SetSecurityDescriptorDacl(&security, TRUE, rights, FALSE) != 0 &&
+           SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, &security) != 0;
 }
 
 HANDLE createMutex(const wchar_t* name) {
@@ -337,7 +356,10 @@ StepResult putUnderFreeName(OpenFile& file, const NativeText& path, const Native
 
 void discard(OpenFile& file, const NativeText& path) {
     file.close();
-    DeleteFileW(path.c_str());
+    // The rights that the file took over may be without that to delete it.
+    if (DeleteFileW(path.c_str()) == 0 && GetLastError() == ERROR_ACCESS_DENIED && leaveToOwnerAlone(path)) {
+        DeleteFileW(path.c_str());
+    }
 }
 
 StepResult openForWriting(const NativeText& path, OpenFile& file) { return open(path, GENERIC_WRITE, kShareAll, file); }
