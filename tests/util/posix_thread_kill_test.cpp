@@ -1,16 +1,19 @@
 // A kill at any moment of a thread's life. On Windows, a thread that is killed while the system starts or ends it may
 // take a lock of the loader with it, and the next thread waits for ever.
+#include <zelutil/file/path.h>
 #include <zelutil/util/thread.h>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
 
 #include <atomic>
+#include <fstream>
 #include <memory>
 #include <thread>
 
 #include "support/killable.h"
 #include "support/random_text.h"
+#include "support/temp_directory.h"
 #include "support/wait_until.h"
 
 namespace ZelU::Thrd {
@@ -159,6 +162,41 @@ TEST(ThreadKill, MeetsAThreadThatMakesAndDestroysObjectsAnywhere) {
         ASSERT_TRUE(zelutil::test::waitUntil([&] { return progress > least; }));
         thread.Kill();
         ASSERT_TRUE(zelutil::test::waitUntil([&] { return zelutil::test::standsStill(progress); }));
+    }
+}
+
+struct Copying {
+    ZelU::File::Path from;
+    ZelU::File::Path to;
+    zelutil::test::Progress progress{0};
+};
+
+void* copyForEver(void* argument) {
+    pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
+    auto* const copying = static_cast<Copying*>(argument);
+    for (;;) {
+        copying->from.CopyTheFile(copying->to);
+        copying->progress.fetch_add(1);
+    }
+}
+
+TEST(ThreadKill, InTheMiddleOfFileOperationsEndsTheThreadAlone) {
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "a sanitizer does not survive that functions it has compiled are unwound; preset release runs this";
+#endif
+    const zelutil::test::TempDirectory directory;
+    std::ofstream(directory / "from") << "bytes";
+    zelutil::test::RandomText random(7);
+    for (int i = 0; i < 200; ++i) {
+        Copying copying;
+        copying.from = ZelU::File::Path(zelutil::test::windowsText(directory / "from"));
+        copying.to = ZelU::File::Path(zelutil::test::windowsText(directory / "to"));
+        Thread thread(copyForEver, &copying);
+        Thread copy(thread);
+        const unsigned long least = random.below(10);
+        ASSERT_TRUE(zelutil::test::waitUntil([&] { return copying.progress > least; }));
+        thread.Kill();
+        copy.Join();
     }
 }
 

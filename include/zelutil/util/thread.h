@@ -86,11 +86,13 @@ public:
     /// the thread has ended (or after two seconds), so that the code it ran may be unloaded.
     ///
     /// Elsewhere the call does not wait. The thread is cancelled, asynchronously unless the function asks for less
-    /// (pthread_setcanceltype), which destroys the objects of the functions it is in. The library's own functions, an
-    /// observer's caller among them, let that pass; but it ends the whole process when it strikes
-    /// - a function that computes while it has objects to destroy: that one must ask for deferred cancellation,
+    /// (pthread_setcanceltype), which destroys the objects of the functions it is in. It ends the whole process when it
+    /// strikes
+    /// - code that computes while it has objects to destroy, that of this library and of the C++ library included: a
+    ///   function that has such objects, or calls either library, asks for deferred cancellation first,
     /// - a destructor or another function that is noexcept, or one that catches every exception and does not throw
-    ///   `abi::__forced_unwind` on.
+    ///   `abi::__forced_unwind` on. The functions of this library let a deferred cancellation pass, those with C
+    ///   linkage and the callers of observers among them.
     ///
     /// A thread that is destroying a `Thread` at this very moment ends a little later: where it waits, asks the system
     /// for something or starts, joins or kills a thread.

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "platform/kill_shield.h"
 #include "platform/posix/drive_text.h"
 
 namespace zelutil::platform::posix {
@@ -15,11 +16,13 @@ std::optional<std::string> systemPath(const char* text) {
 
 Descriptor::~Descriptor() {
     if (isOpen()) {
-        ::close(number_);
+        close();
     }
 }
 
 bool Descriptor::close() {
+    // A thread may be killed in the system's close, and a destructor may not be unwound.
+    const KillShield shield;
     const int number = number_;
     number_ = -1;
     return ::close(number) == 0;
