@@ -36,18 +36,19 @@ public:
 
     /// An action in a form that is cheap to load: texts that never change are views into the catalogue.
     struct Action {
+        // The first line of the processor's cache holds all that a question about conflicts asks.
         int id = 0;
         int parentId = 0;
+        Context* context = nullptr;
+        /// In the order of the text.
+        std::vector<Action*> children;
+        /// The context's record of the command.
+        Command* binding = nullptr;
         std::string_view name;
         std::string_view icon;
         std::string_view command;
         OverwritableValue<std::string> shortcut;
         OverwritableValue<bool> rmb;
-        Context* context = nullptr;
-        /// The context's record of the command.
-        Command* binding = nullptr;
-        /// In the order of the text.
-        std::vector<Action*> children;
         /// The place that the last survey of `Followers` gave the action.
         std::size_t place = 0;
 
