@@ -85,11 +85,15 @@ public:
     /// `subManagerSettings` holds a JSON text for each sub-manager whose section is to be saved; one that is no JSON
     /// counts as not handed over. For what is not handed over, the user's values stay, and a section keeps what the
     /// user's file held when it was read: an earlier save's text is not remembered, so hand the current one over each
-    /// time. For the action manager that is its text as the one element of an array:
+    /// time. For the action manager that is its text as the one element of an array, and none while its text is
+    /// empty, which would take the place of what the user's file holds:
     ///
-    ///     manager.updateUserPrefSettings({{"display::grid", "0.5"}},
-    ///                                    {{UserPreferenceManager::SubManagerType::Actions,
-    ///                                      "[" + UCPActionManager::instance().getAllUserSettings() + "]"}});
+    ///     std::map<UserPreferenceManager::SubManagerType, std::string> texts;
+    ///     const std::string edits = UCPActionManager::instance().getAllUserSettings();
+    ///     if (!edits.empty()) {
+    ///         texts[UserPreferenceManager::SubManagerType::Actions] = "[" + edits + "]";
+    ///     }
+    ///     manager.updateUserPrefSettings({{"display::grid", "0.5"}}, texts);
     ///
     /// The file has the shape of the installed defaults: what they no longer define is dropped. A value becomes the
     /// user's when it differs from the one in force, and stays so even when it is the default again. Where no value
