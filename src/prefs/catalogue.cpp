@@ -17,6 +17,7 @@ void Catalogue::putInForce(std::vector<NewValue> newValues) noexcept {
     }
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): try_emplace moves them, which the check does not see.
 void Catalogue::addSection(std::shared_ptr<Section> section) {
     const std::string& path = section->attributePath;
     sections_.try_emplace(path, std::move(section));
@@ -29,6 +30,7 @@ void Catalogue::addDefaultSubManagerText(SubManagerType type, std::string text) 
 void Catalogue::addUserSubManagerText(SubManagerType type, std::string text) {
     userSubManagerTexts_.try_emplace(type, std::move(text));
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 void Catalogue::setSettings(SettingIndex settings) { settings_ = std::make_shared<SettingIndex>(std::move(settings)); }
 
