@@ -1,4 +1,4 @@
-// Who is in whose way.
+// The conflict rules: which action refuses a shortcut to which.
 //
 // A shortcut has one holder per context. Whether an action may have a shortcut is asked of the action and of all below
 // it, since children follow their parent. In the examples "1 board" is action 1 in the context "board", and "1 > 2"
@@ -11,7 +11,7 @@
 //     could have it alone, because of 3.
 //  5. A child refuses for its parent: 1 board > 2 panel, 3 panel F1. F1 is taken for 1, by 3.
 //  6. Not the other way round: 1 board > 2 panel, 3 board F1. F1 is free for 2; nobody asks for its parent.
-//  7. The first answer counts, an action before its children and children in the order of the text: 1 board > 2 panel
+//  7. The first refusal counts, an action before its children and children in the order of the text: 1 board > 2 panel
 //     and 3 sheet, 4 sheet F1, 5 panel F1. F1 is taken for 1, by 5.
 //  8. The question is asked again at each child on the way down, when those above it have changed: 1 board > 2 panel
 //     and 3 panel. F1 is free for 1; 1 takes it, 2 follows, and then 2 is in the way of 3.

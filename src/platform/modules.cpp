@@ -1,4 +1,4 @@
-// The part of modules.h that is the same on all systems.
+// Defines what modules.h declares and every system shares.
 #include "platform/modules.h"
 
 namespace zelutil::platform {

@@ -8,8 +8,8 @@
 
 namespace zelutil::text {
 
-/// The parts of a text between its separators, empty ones too: always one more than there are separators. They are
-/// valid as long as the text is.
+/// Returns the pieces of a text between its separators, empty ones too: always one more than there are separators.
+/// They are valid as long as the text is.
 ///
 ///     "a;;b" => "a", "", "b"    "a;" => "a", ""    "" => ""
 template <typename Char>

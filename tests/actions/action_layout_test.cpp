@@ -1,4 +1,4 @@
-// What programs compiled earlier rely on: the order of virtual functions and of fields.
+// Pins the order of virtual functions and of fields, on which programs compiled earlier rely.
 #include <zelutil/actions/action_manager.h>
 
 #include <gtest/gtest.h>

@@ -47,7 +47,7 @@ const std::string kOldShipped = R"({"actions":[{"id":1,"context":"board","comman
                                 R"({"id":90,"parent_id":91,"context":"panel","command":"shut","rmb":true}]})";
 const std::string kOldUser = R"([{"actions":[{"id":1,"shortcut":"F7"}]}])";
 
-/// Everything that a catalogue answers, as one text.
+/// Returns one text of all that a catalogue says to its queries.
 std::string everythingOf(const ActionCatalogue& catalogue) {
     std::string all = catalogue.userText() + (catalogue.modified() ? " modified" : "");
     for (const UCPActionItem& item : catalogue.items()) {

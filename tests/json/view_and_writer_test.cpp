@@ -284,7 +284,7 @@ TEST(JsonWriter, WritesNothingRatherThanHalfAText) {
     EXPECT_EQ(compactText(View(list)), std::nullopt);
     EXPECT_EQ(prettyText(View(list)), std::nullopt);
 
-    // What comes after the part that is missing changes nothing.
+    // Nothing that comes after the missing value changes the result.
     PrettyWriter writer;
     writer.beginObject();
     writer.key("a");

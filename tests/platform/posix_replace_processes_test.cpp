@@ -30,7 +30,7 @@ using test::TempDirectory;
 using test::windowsText;
 using test::writeTextFile;
 
-/// What the processes of a test share.
+/// Counters that the processes of a test share.
 struct Counts {
     std::atomic<int> ready{0};
     std::atomic<int> written{0};

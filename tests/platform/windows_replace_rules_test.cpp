@@ -1,4 +1,5 @@
-// What replacing decides on values: Wine makes no symbolic links and gives every file the archive attribute.
+// Tests the decisions of a replacement on values: Wine makes no symbolic links and gives every file the archive
+// attribute.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -35,7 +35,7 @@ protected:
         std::string user = random.userText();
         world_.writeDefaults(defaults);
         world_.writeUser(user);
-        // What was written is read by a fresh pair and saved over.
+        // A fresh pair reads the written file and saves over it.
         for (int starts = 0; starts < 2 && !HasFailure(); ++starts) {
             compareSaves(random, defaults, user);
         }

@@ -142,7 +142,7 @@ bool makeDirectories(const char* path) {
     if (directory.empty() || directory.find_first_of(kCharactersOfNoName) != std::wstring::npos) {
         return false;
     }
-    // What cannot be made on the way (a drive, a server and its share) shows at the end.
+    // A parent that cannot be made (a drive, a server and its share) shows at the end.
     for (std::size_t end = 0; end != std::wstring::npos;) {
         end = directory.find_first_of(L"\\/", end + 1);
         CreateDirectoryW(directory.substr(0, end).c_str(), nullptr);
