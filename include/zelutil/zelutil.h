@@ -13,6 +13,7 @@
 #include <zelutil/facet/facet_config_manager.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
+#include <zelutil/host/host.h>
 #include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 #include <zelutil/prefs/user_preference_settings.h>

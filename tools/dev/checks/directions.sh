@@ -13,6 +13,7 @@ server: platform util
 actions: json util
 facet: file json platform util
 prefs: actions common_library file json platform util
+host: actions common_library facet file json platform prefs server text util
 '
 
 # The arrows that the sources draw, a line each: folder, included folder, file, included header. Headers that stand in

@@ -1,0 +1,52 @@
+#ifndef ZELUTIL_HOST_ACTIONS_H
+#define ZELUTIL_HOST_ACTIONS_H
+
+#include <zelutil/actions/action_item.h>
+#include <zelutil/export.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelutil::host {
+
+/// Where the shortcut of an action comes from.
+enum class ShortcutSource {
+    /// It is the shipped one.
+    Shipped,
+    /// The user gave it, or took it away.
+    User,
+    /// The action has a parent and follows it.
+    Parent,
+    /// No shipped text defines the action: it stands in for a parent that is missing.
+    StandIn,
+};
+
+/// One action, as it is now.
+struct ActionInfo {
+    /// The id under which it is found. `item.id` is 0 for one that stands in for a missing parent.
+    int id = 0;
+    UCPActionItem item;
+    /// The shortcut in force, which the action shows; empty for none.
+    std::string shortcut;
+    /// The shipped one, before the action took over its parent's.
+    std::string shippedShortcut;
+    bool inMenu = false;
+    bool shippedInMenu = false;
+    ShortcutSource source = ShortcutSource::Shipped;
+    /// Whether the shortcut runs this action in its context: false when there is none, and when another action holds
+    /// it there.
+    bool runs = false;
+    /// The action that holds the shortcut instead; 0 for none.
+    int heldBy = 0;
+};
+
+/// Returns every action, ascending by id. The actions are there once the preferences have been used.
+ZELUTIL_API std::vector<ActionInfo> actions();
+
+/// Returns the action of that id; nothing for an unknown one.
+ZELUTIL_API std::optional<ActionInfo> action(int id);
+
+}  // namespace zelutil::host
+
+#endif

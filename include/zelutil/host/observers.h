@@ -1,0 +1,90 @@
+#ifndef ZELUTIL_HOST_OBSERVERS_H
+#define ZELUTIL_HOST_OBSERVERS_H
+
+#include <zelutil/actions/action_observer.h>
+#include <zelutil/export.h>
+#include <zelutil/prefs/user_preference_server.h>
+#include <zelutil/server/server.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+
+/// Observers that last as long as an object of the host's, and that may attach, detach and save while they are told.
+///
+/// The library's servers know one observer of this module each, for good; it tells those of the hosts. They are told in
+/// the order in which they were attached. One that is detached while others are told is not told any more; one that is
+/// attached meanwhile is told from the next time on. What an observer throws ends the round and passes through.
+///
+/// As the servers themselves, these are for one thread at a time.
+namespace zelutil::host {
+
+/// Keeps an observer attached for its own lifetime. It may be moved, destroyed on any occasion, and may outlive the
+/// server. An empty one does nothing.
+class ZELUTIL_API Subscription {
+public:
+    /// Makes an empty one.
+    Subscription() noexcept;
+    Subscription(Subscription&& other) noexcept;
+    Subscription& operator=(Subscription&& other) noexcept;
+    Subscription(const Subscription&) = delete;
+    Subscription& operator=(const Subscription&) = delete;
+    /// Detaches the observer.
+    ~Subscription();
+
+    /// Detaches the observer now.
+    void cancel() noexcept;
+
+    /// Returns whether an observer is attached.
+    explicit operator bool() const noexcept;
+
+    class Link;  ///< Is opaque to hosts.
+    explicit Subscription(std::unique_ptr<Link> link) noexcept;
+
+private:
+    std::unique_ptr<Link> link_;
+};
+
+// Observers of the library's own interfaces. They are not owned and must live as long as the subscription.
+
+[[nodiscard]] ZELUTIL_API Subscription observe(ZelU::Marl::IUserPreferenceObserver& observer);
+[[nodiscard]] ZELUTIL_API Subscription observe(ZelU::Marl::IUserPreferenceSubManagerObserver& observer);
+/// Observes all actions.
+[[nodiscard]] ZELUTIL_API Subscription observe(IUCPActionObserver& observer);
+/// Observes one action; the subscription is empty for an id that no action has now.
+[[nodiscard]] ZELUTIL_API Subscription observe(int actionId, IUCPActionObserver& observer);
+/// Observes the application server, which by itself has no way to detach an observer.
+[[nodiscard]] ZELUTIL_API Subscription observe(ZelU::Marl::IServerObserver& observer);
+
+// Functions. An empty one gives an empty subscription.
+
+/// Has `call` called with the full names of the settings that a save or a reset changed, when there are any.
+[[nodiscard]] ZELUTIL_API Subscription
+onSettingsChanged(std::function<void(const std::set<std::string>& fullNames)> call);
+
+/// Has `call` called with the new value of the setting of that name, bare or in full, in any case. The subscription is
+/// empty for an unknown name.
+[[nodiscard]] ZELUTIL_API Subscription onSettingChanged(const std::string& name,
+                                                        std::function<void(const std::string& value)> call);
+
+/// Has `call` called with the full names of changed settings of the section with that attribute path and of the
+/// sections inside it, when there are any. The path need not be known; the case of its letters matters.
+[[nodiscard]] ZELUTIL_API Subscription
+onSectionChanged(const std::string& attributePath, std::function<void(const std::set<std::string>& fullNames)> call);
+
+/// Has `call` called when the shortcut of an action changes.
+[[nodiscard]] ZELUTIL_API Subscription
+onShortcutChanged(std::function<void(int actionId, const std::string& before, const std::string& now)> call);
+
+/// Has `call` called when an action enters or leaves the right-mouse-button menu.
+[[nodiscard]] ZELUTIL_API Subscription onMenuChanged(std::function<void(int actionId, bool inMenu)> call);
+
+/// Has `call` called when an application becomes active or an editor switch is announced.
+[[nodiscard]] ZELUTIL_API Subscription
+onActiveApplicationChanged(std::function<void(int appId, bool editorSwitch)> call);
+
+}  // namespace zelutil::host
+
+#endif

@@ -1,0 +1,64 @@
+#ifndef ZELUTIL_HOST_START_H
+#define ZELUTIL_HOST_START_H
+
+#include <zelutil/export.h>
+
+#include <string>
+#include <vector>
+
+/// Before the first use, and what the first use found.
+namespace zelutil::host {
+
+/// Departures from what the library does by itself, all off unless a host asks for them.
+struct Options {
+    /// Opens the preference and facet files of an installation or a home whose path has a blank in it. Otherwise they
+    /// are neither read nor written, since their paths come in double quotes.
+    bool pathsWithBlanks = false;
+};
+
+/// Sets the options of this process. They must be set before the first use of preferences or facets: afterwards this
+/// changes nothing and returns false, unless the options are the ones in force.
+ZELUTIL_API bool setOptions(const Options& options);
+
+/// Returns the options in force.
+ZELUTIL_API Options options();
+
+/// Something that the start found in the user's file and that a host can show.
+struct StartWarning {
+    enum class Kind {
+        /// The file is there and could not be read, or is no JSON. It is kept beside its place before the first save.
+        FileNotRead,
+        /// An entry for a section, setting or action that the shipped defaults do not have, or of a type that is not
+        /// read. It has no effect.
+        EntryWithoutEffect,
+        /// An entry whose name means a setting of another section, which it sets.
+        EntryForAnotherSection,
+        /// A shortcut that could not be given to its action because another one holds it.
+        ShortcutRefused,
+    };
+
+    Kind kind = Kind::EntryWithoutEffect;
+    /// The setting, as the file names it, or the section; empty for an action and for the file.
+    std::string name;
+    /// The action; 0 for none.
+    int action = 0;
+    /// The action that holds the shortcut; 0 for none.
+    int holder = 0;
+    /// One sentence in English, for people.
+    std::string text;
+};
+
+/// Returns what the start found, in the order of the file; empty when all is well.
+ZELUTIL_API std::vector<StartWarning> startWarnings();
+
+/// Returns the file that a save writes; empty for none.
+ZELUTIL_API std::string userFilePath();
+
+/// Returns, for people, what was looked for where: installation, home, shipped defaults, user's file, common library,
+/// each with the place where it was found or the places where it was not. Several lines, each ended. Throws nothing but
+/// for lack of memory; where nothing has been used yet, it uses it.
+ZELUTIL_API std::string diagnose();
+
+}  // namespace zelutil::host
+
+#endif
