@@ -1,7 +1,10 @@
 #ifndef ZELUTIL_C_API_H
 #define ZELUTIL_C_API_H
 
-/// Every function of zelutil with C linkage, for hosts that cannot use the classes. Compiles as C99 and as C++.
+/// The lean C interface: single look-ups that need no handle and no memory of the host's, for code that asks in
+/// passing, such as plug-ins and scripts. It edits nothing but the active application and saves nothing. Hosts that
+/// cannot use the classes and want to save, enumerate, reset or observe use `zelutil/host/c_api.h`. Compiles as C99 and
+/// as C++.
 ///
 /// Texts are NUL-terminated byte strings. Unless a function says otherwise its arguments must not be null, it keeps no
 /// pointer that it was given, and it must not run at the same time as a save, an edit or a registration.
@@ -34,6 +37,7 @@ ZELUTIL_API const char* get_user_setting(const char* name);
 ZELUTIL_API const char* get_default_user_setting(const char* name);
 
 // --- Actions and shortcuts ------------------------------------------------------------------------------------------
+// The first use of the preferences fills the actions: before a first `get_user_setting`, say, no id is known here.
 
 /// Called after the effective shortcut of the action `actionId` has changed. Both texts live in the observer's own
 /// buffers of 64 bytes until its next call: a longer shortcut is cut there, and one of 64 or more bytes has no NUL.

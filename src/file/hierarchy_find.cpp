@@ -52,12 +52,18 @@ Path Hierarchy::FindFile(const char* name, const char* dir) {
 }
 
 Path Hierarchy::FindExe(const char* name, const char* dir) {
+    if (name == nullptr) {
+        return Path();
+    }
     const Path base = belowRoot(dir);
     const Path asWritten = executable(base + name);
     return asWritten.Empty() ? executable(base + withSuffixToggled(name)) : asWritten;
 }
 
 Path Hierarchy::FindDll(const char* name, const char* dir) {
+    if (name == nullptr) {
+        return Path();
+    }
     const Path base = belowRoot(dir);
     const std::string baseName(name);
     for (const Path& directory : {base, base + "bin", base + "lib", base + "lib" + "64bit"}) {

@@ -258,6 +258,22 @@ TEST(ActionFamily, GrandchildInTheSameContextHoldsItsParentBackOddity) {
     EXPECT_EQ((Events{"1: '' -> 'F9'"}), all.take());
 }
 
+TEST(ActionFamily, ActionIsRefusedItsOwnShortcutBecauseOfItsGrandchildOddity) {
+    load({action(1, "board", "b", "F1"), child(2, 1, "panel", "p"), child(3, 2, "board", "g")});
+    EXPECT_EQ(manager().isShortcutTaken(1, "F1"), 1);
+    EXPECT_FALSE(manager().updateShortcut(1, "F1"));
+    EXPECT_EQ(manager().getShortcut(1), "F1");
+    EXPECT_EQ(manager().getActionIdByShortcut("board", "F1"), 1);
+}
+
+TEST(ActionFamily, ChildIsTrueToBeBoundWhileItShowsItsParentsShortcutOddity) {
+    load({action(1, "board", "b", "F1"), action(2, "panel", "p", "F2", 1), action(4, "panel", "other", "F1")});
+    ASSERT_EQ(manager().getShortcut(2), "F1");
+    EXPECT_TRUE(manager().updateShortcut(2, "F2"));
+    EXPECT_EQ(manager().getShortcut(2), "F1");
+    EXPECT_EQ(manager().getActionIdByShortcut("panel", "F2"), 2);
+}
+
 TEST(ActionFamily, OfTwoChildrenInOneContextTheFirstIsInTheWayOddity) {
     load({action(1, "board", "p", "F1"), child(2, 1, "panel", "a"), child(3, 1, "panel", "b")});
     // Both report the parent's shortcut after the load, and the first has it.

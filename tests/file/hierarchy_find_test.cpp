@@ -237,6 +237,12 @@ TEST_F(FindExe, PassesOverAFileThatMayNotBeExecuted) {
     EXPECT_EQ(text(Hierarchy::FindExe("save.exe", "tools/bin")), "");
 }
 
+TEST_F(FindExe, ANullNameFindsNothing) {
+    makeExecutable("tools/bin/edit.exe");
+    EXPECT_EQ(text(Hierarchy::FindExe(nullptr, "tools/bin")), "");
+    EXPECT_EQ(text(Hierarchy::FindExe(nullptr, nullptr)), "");
+}
+
 TEST_F(FindExe, WithoutADirectoryLooksInTheRoot) {
     makeExecutable("setup.exe");
     makeExecutable("tools/bin/edit.exe");
@@ -276,6 +282,12 @@ TEST_F(FindDll, TriesFourDirectoriesAndTwoNamesInEach) {
     EXPECT_EQ(text(Hierarchy::FindDll("abc", "tools")), "");
 }
 
+TEST_F(FindDll, ANullNameFindsNothing) {
+    writeTextFile(tree / "tools/64.dll", "");
+    EXPECT_EQ(text(Hierarchy::FindDll(nullptr, "tools")), "");
+    EXPECT_EQ(text(Hierarchy::FindDll(nullptr, nullptr)), "");
+}
+
 TEST_F(FindDll, WithoutADirectoryLooksInTheRoot) {
     writeTextFile(tree / "lib/64bit/abc.dll", "");
     EXPECT_EQ(text(Hierarchy::FindDll("abc", nullptr)), windowsText(tree / "lib/64bit/abc.dll"));
@@ -307,6 +319,14 @@ TEST(HierarchyFindWithoutARoot, Throws) {
     EXPECT_THROW(Hierarchy::FindFile("f", "share/local"), HierarchyNotFound);
     EXPECT_THROW(Hierarchy::FindExe("f", "share"), HierarchyNotFound);
     EXPECT_THROW(Hierarchy::FindDll("f", "share"), HierarchyNotFound);
+}
+
+TEST(HierarchyFindWithoutARoot, ANullNameThrowsNothing) {
+    zelutil::test::clearProductVariables();
+    setVariable("PATH", "");
+    EXPECT_EQ(text(Hierarchy::FindFile(nullptr, "share")), "");
+    EXPECT_EQ(text(Hierarchy::FindExe(nullptr, "share")), "");
+    EXPECT_EQ(text(Hierarchy::FindDll(nullptr, "share")), "");
 }
 
 TEST(HierarchyFindWithoutARoot, AnswersAFileOfTheSiteAndPrintsNothing) {

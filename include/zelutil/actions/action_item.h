@@ -13,7 +13,8 @@ struct OverwritableValue {
     T defaultValue{};
     /// The user's value; without meaning while `overwritten` is false.
     T userValue{};
-    /// What `userValue` becomes when the user goes back to the default.
+    /// The value to which `userValue` is set when the user goes back to the default. It is not the shipped value but
+    /// empty or false in every item that this library makes: the default is `defaultValue`.
     T resetValue{};
     /// Whether the user's value differs from the default.
     bool overwritten = false;

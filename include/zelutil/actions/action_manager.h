@@ -14,6 +14,10 @@
 /// The process's one store of actions: what each command is called, which key combination runs it in which context,
 /// which commands the right-mouse-button menu shows, and what the user changed of that.
 ///
+/// The preferences fill it: their first use in the process (the first look-up of a setting, say, or
+/// `UserPreferenceManager::GetInstance`) loads the actions of both preference files. Until then, and where the shipped
+/// preferences have no section for actions, there are none. That load forgets what a host has loaded before it.
+///
 /// Contexts, commands and shortcuts are compared byte by byte. The contexts "ucpedit" and "brisk3d" are linked: a
 /// shortcut held in one counts as taken in the other. An action with a parent shares the parent's shortcut and menu
 /// flag; an edit of the parent is passed on to its children, their children and so on.
@@ -80,17 +84,28 @@ public:
     /// Copies of the actions that the right-mouse-button menu shows, ascending by id.
     std::vector<UCPActionItem> getRMBMenuItems() const;
 
-    /// The id of the action that stands in the way of giving `shortcut` to action `id`, 0 when none does. In the way is
-    /// a holder in the action's context, in the context linked with it, or in those of its children, their children
-    /// and so on. An action is not in the way of itself, its parent or its children. 0 for an unknown id and for the
-    /// empty shortcut.
+    /// Returns the id of the action that stands in the way of giving `shortcut` to action `id`, 0 when none does. In
+    /// the way is a holder in the action's context, in the context linked with it, or in those of its children, their
+    /// children and so on. Each of these actions is looked at by itself: in its way are all but itself, its own parent
+    /// and its own children. So a family can be in its own way, and an action may be refused the shortcut that it has,
+    /// even because of itself:
+    ///
+    ///     1 in "board" has F1, its child 2 is in "panel", whose child 3 is in "board" => 1: F1 is refused to 3
+    ///     1 in "board" has F1, its children 2, which has F1 too, and 3 are in "panel" => 2: F1 is refused to 3
+    ///
+    /// 0 for an unknown id and for the empty shortcut.
     int isShortcutTaken(int id, const std::string& shortcut) const;
 
     // --- Edits ---
 
-    /// Gives the action another shortcut, the empty text for none; children follow where nobody is in their way. True
-    /// when the shortcut is in force, also when it was before (nobody is told then). False, with nothing changed, when
-    /// it is taken or the id is unknown.
+    /// Gives the action another shortcut, the empty text for none; children follow where nobody is in their way.
+    /// Returns false, with nothing changed, when `isShortcutTaken` finds somebody in the way, be it for the shortcut
+    /// that the action has, or when the id is unknown. Otherwise true; nobody is told where nothing had to change.
+    ///
+    /// True does not promise that the key runs the action, which `getActionIdByShortcut` tells. A parent or a child
+    /// that holds the key in the same context keeps it. And an action that is bound to the shortcut already stays as it
+    /// is, also when another one holds the key, and also when `getShortcut` shows another shortcut: that of the parent,
+    /// which a child shows even where it could not take it over.
     bool updateShortcut(int id, const std::string& shortcut);
 
     /// The same for the action with that command; false when there is none.

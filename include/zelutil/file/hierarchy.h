@@ -32,6 +32,10 @@ public:
 
 /// Where the product is installed, where the user's environment is, and files in them.
 ///
+/// A host calls `GetRoot` before anything else of this library. What is first to need the root gets its exception, and
+/// most that need it, the first use of the preferences and of the facets among them, catch it and go on without their
+/// files; from then on `GetRoot` throws no more, and the host never learns that there is no installation.
+///
 /// The root is looked for at the first call that needs it and kept. All operations may be called on several threads at
 /// once, the first calls too; two that come first may both search. No lock is held during a search: the common library
 /// may call back into the host, and the host any operation here.
@@ -82,8 +86,8 @@ public:
     static Path FindFile(const char* name, const char* dir);
 
     /// The executable `name` in the directory `dir` below the root (null: the root itself), with ".exe" as written and
-    /// then the other way round; the empty path when neither is there with permission to execute. `name` must not be
-    /// null.
+    /// then the other way round; the empty path when neither is there with permission to execute, and for a null
+    /// `name`, for which the root is not asked for.
     ///
     ///     "edit"      => edit, then edit.exe
     ///     "edit.exe"  => edit.exe, then edit
@@ -92,8 +96,8 @@ public:
     /// Throws what `GetRoot` throws.
     static Path FindExe(const char* name, const char* dir);
 
-    /// The loadable library with the base name `name`, or the empty path when there is none. `name` must not be null.
-    /// For "abc" in "tools" (a null `dir` is the root itself):
+    /// The loadable library with the base name `name`, or the empty path when there is none and for a null `name`, for
+    /// which the root is not asked for. For "abc" in "tools" (a null `dir` is the root itself):
     ///
     ///     tools\abc64.dll            tools\abc.dll
     ///     tools\bin\abc64.dll        tools\bin\abc.dll
