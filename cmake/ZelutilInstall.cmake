@@ -20,9 +20,14 @@ configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/zelutilConfig.cmake"
     INSTALL_DESTINATION "${package_directory}"
     NO_SET_AND_CHECK_MACRO)
-write_basic_package_version_file("${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/zelutilVersion.cmake" COMPATIBILITY SameMajorVersion)
+configure_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfigVersion.cmake.in"
+    "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake" @ONLY)
 install(EXPORT zelutilTargets NAMESPACE zelutil:: DESTINATION "${package_directory}")
-install(FILES "${PROJECT_BINARY_DIR}/zelutilConfig.cmake" "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake"
+install(FILES
+    "${PROJECT_BINARY_DIR}/zelutilConfig.cmake"
+    "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake"
+    "${PROJECT_BINARY_DIR}/zelutilVersion.cmake"
     DESTINATION "${package_directory}")
 
 # How far up from the file's own directory the prefix is.
