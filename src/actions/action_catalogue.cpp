@@ -32,20 +32,34 @@ UCPActionItem ActionCatalogue::Action::item() const {
     return item;
 }
 
+std::string_view ActionCatalogue::Action::contextName() const { return context->name; }
+
 const ActionCatalogue::Action* ActionCatalogue::find(int id) const { return tables_->find(id); }
 
 ActionCatalogue::Action* ActionCatalogue::findForEdit(int id) { return tables_->find(id); }
 
+void ActionCatalogue::forEachAction(const std::function<void(int, const Action&)>& call) const {
+    tables_->forEach(call);
+}
+
+void ActionCatalogue::forEachHolder(const std::function<void(std::string_view, const std::string&, int)>& call) const {
+    for (const auto& [name, context] : tables_->contexts) {
+        for (const auto& [shortcut, holder] : context.holders) {
+            call(name, shortcut, holder.id);
+        }
+    }
+}
+
 std::vector<UCPActionItem> ActionCatalogue::items() const {
     std::vector<UCPActionItem> items;
     items.reserve(tables_->ordered.size() + tables_->standIns.size());
-    tables_->forEach([&](const Action& action) { items.push_back(action.item()); });
+    tables_->forEach([&](int, const Action& action) { items.push_back(action.item()); });
     return items;
 }
 
 std::vector<UCPActionItem> ActionCatalogue::menuItems() const {
     std::vector<UCPActionItem> items;
-    tables_->forEach([&](const Action& action) {
+    tables_->forEach([&](int, const Action& action) {
         if (effectiveValue(action.rmb)) {
             items.push_back(action.item());
         }
@@ -94,7 +108,7 @@ std::string ActionCatalogue::userText() const {
         return {};
     }
     UserTextWriter writer;
-    tables_->forEach([&](const Action& action) {
+    tables_->forEach([&](int, const Action& action) {
         if (action.parentId == 0 && (action.shortcut.overwritten || action.rmb.overwritten)) {
             writer.add(action.id, action.shortcut, action.rmb);
         }

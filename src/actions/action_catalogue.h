@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,6 +55,8 @@ public:
 
         UCPActionItem item() const;
 
+        std::string_view contextName() const;
+
         /// The id of the action that is in the way of giving this one the shortcut, whoever is below it; 0 for none.
         int inTheWay(const std::string& wanted) const;
     };
@@ -71,15 +74,38 @@ public:
     ActionCatalogue& operator=(const ActionCatalogue&) = delete;
     ~ActionCatalogue();
 
+    /// The texts of a load, as they were handed over.
+    struct Texts {
+        std::string defaults;
+        std::string user;
+    };
+
     void load(std::string_view defaultsText, std::string_view userText);
+
+    /// Loads the shipped actions and calls `edit` where a load would apply the entries of a user's text: before
+    /// children take over from their parents. What it edits is what a text with these entries in this order would edit.
+    void loadAndEdit(std::string_view defaultsText, const std::function<void(ActionCatalogue&)>& edit);
+
+    /// Returns the texts of the last load: an edit forgets nothing that they say, but a load overwrites what is shipped
+    /// of a child.
+    const Texts& texts() const { return texts_; }
+
+    /// Counts the loads.
+    std::uint64_t loads() const { return loads_; }
+
     std::string userText() const;
     bool modified() const { return modified_; }
 
     /// Null for an unknown id. Valid until the next load.
     const Action* find(int id) const;
+    /// Calls `call` with the id under which it stands and every action, ascending.
+    void forEachAction(const std::function<void(int, const Action&)>& call) const;
     std::vector<UCPActionItem> items() const;
     std::vector<UCPActionItem> menuItems() const;
     const std::vector<int>& childIds(int id) const;
+
+    /// Calls `call` with the context, the shortcut and the id of every holder, in no order.
+    void forEachHolder(const std::function<void(std::string_view, const std::string&, int)>& call) const;
 
     int idByCommand(std::string_view context, std::string_view command) const;
     int idByShortcut(std::string_view context, const std::string& shortcut) const;
@@ -107,6 +133,8 @@ private:
         int holder = 0;
     };
 
+    static std::unique_ptr<Tables> tablesOf(std::string_view defaultsText);
+    void replace(std::unique_ptr<Tables> tables, Texts texts);
     void applyUserEntries(UserEntryReader& reader);
     void updateFromParents();
     void takeOverFromParent(int id, Refusals& refusals);
@@ -123,6 +151,8 @@ private:
 
     const ObserverRegistry& observers_;
     std::unique_ptr<Tables> tables_;
+    Texts texts_;
+    std::uint64_t loads_ = 0;
     bool modified_ = false;
     /// Changes with every load and with every edit that changes a shortcut.
     std::uint64_t edits_ = 0;

@@ -37,19 +37,32 @@ private:
     std::uint64_t edits_ = 0;
 };
 
+std::unique_ptr<ActionCatalogue::Tables> ActionCatalogue::tablesOf(std::string_view defaultsText) {
+    DefinitionReader reader(defaultsText);
+    return std::make_unique<Tables>(reader);
+}
+
+void ActionCatalogue::replace(std::unique_ptr<Tables> tables, Texts texts) {
+    tables_ = std::move(tables);
+    texts_ = std::move(texts);
+    modified_ = false;
+    ++edits_;
+    ++loads_;
+}
+
 /// Both texts are read and the tables made before anything is forgotten: where there is no memory for them, nothing has
 /// changed. From then on each step leaves the catalogue whole, and what observers were told stays true.
 void ActionCatalogue::load(std::string_view defaultsText, std::string_view userText) {
-    std::unique_ptr<Tables> tables;
-    {
-        DefinitionReader reader(defaultsText);
-        tables = std::make_unique<Tables>(reader);
-    }
+    std::unique_ptr<Tables> tables = tablesOf(defaultsText);
     UserEntryReader entries(userText);
-    tables_ = std::move(tables);
-    modified_ = false;
-    ++edits_;
+    replace(std::move(tables), {std::string(defaultsText), std::string(userText)});
     applyUserEntries(entries);
+    updateFromParents();
+}
+
+void ActionCatalogue::loadAndEdit(std::string_view defaultsText, const std::function<void(ActionCatalogue&)>& edit) {
+    replace(tablesOf(defaultsText), {std::string(defaultsText), std::string()});
+    edit(*this);
     updateFromParents();
 }
 

@@ -1,6 +1,7 @@
 #include <zelutil/actions/action_manager.h>
 
 #include "actions/action_catalogue.h"
+#include "actions/manager_access.h"
 #include "actions/observer_registry.h"
 #include "actions/overwritable.h"
 #include "util/process_wide.h"
@@ -12,6 +13,14 @@ struct UCPActionManager::State {
     ObserverRegistry observers;
     ActionCatalogue catalogue{observers};
 };
+
+ActionCatalogue& zelutil::actions::ManagerAccess::catalogueOf(UCPActionManager& manager) {
+    return manager.state_->catalogue;
+}
+
+const ActionCatalogue& zelutil::actions::ManagerAccess::catalogueOf(const UCPActionManager& manager) {
+    return manager.state_->catalogue;
+}
 
 UCPActionManager& UCPActionManager::instance() {
     // Local, so that it may use the private constructor and destructor.

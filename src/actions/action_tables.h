@@ -70,7 +70,7 @@ struct ActionCatalogue::Tables {
     /// Kept deliberately: for a parent that no text defines an empty action with id 0 stands under the parent's id.
     Action& findOrStandIn(int id);
 
-    /// Calls `call` with every action, ascending by the id under which it stands.
+    /// Calls `call` with the id under which it stands and every action, ascending.
     template <typename Call>
     void forEach(Call call) const;
 
@@ -100,12 +100,12 @@ void ActionCatalogue::Tables::forEach(Call call) const {
     auto standIn = standIns.begin();
     for (const auto& [id, action] : ordered) {
         for (; standIn != standIns.end() && standIn->first < id; ++standIn) {
-            call(standIn->second);
+            call(standIn->first, standIn->second);
         }
-        call(*action);
+        call(id, *action);
     }
     for (; standIn != standIns.end(); ++standIn) {
-        call(standIn->second);
+        call(standIn->first, standIn->second);
     }
 }
 

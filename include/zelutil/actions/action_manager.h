@@ -11,6 +11,10 @@
 #include <utility>
 #include <vector>
 
+namespace zelutil::actions {
+struct ManagerAccess;
+}
+
 /// The process's one store of actions: what each command is called, which key combination runs it in which context,
 /// which commands the right-mouse-button menu shows, and what the user changed of that.
 ///
@@ -130,6 +134,7 @@ public:
 
 private:
     friend struct UCPActionManagerTestPeer;
+    friend struct zelutil::actions::ManagerAccess;
     struct State;
 
     UCPActionManager();

@@ -1,0 +1,31 @@
+#ifndef ZELUTIL_HOST_ACTION_RESET_H
+#define ZELUTIL_HOST_ACTION_RESET_H
+
+#include <zelutil/host/result.h>
+
+#include "actions/action_catalogue.h"
+
+#include <set>
+#include <vector>
+
+/// Going back to what is shipped.
+namespace zelutil::host {
+
+/// The outcome of a reset.
+struct ActionsReset {
+    /// The actions that were to be reset and those that follow them. A plan has to count them as touched.
+    std::set<int> touched;
+    /// The actions that keep what they have, because another one stands in the way.
+    std::vector<NotRestored> refused;
+};
+
+/// Gives the actions of these ids, and those below them, what a load of the shipped text alone gives them. Edits the
+/// catalogue, so that observers hear of it.
+ActionsReset resetActions(actions::ActionCatalogue& catalogue, const std::vector<int>& ids);
+
+/// The same for all actions.
+ActionsReset resetAllActions(actions::ActionCatalogue& catalogue);
+
+}  // namespace zelutil::host
+
+#endif

@@ -1,0 +1,65 @@
+#ifndef ZELUTIL_HOST_ACTION_RESTORE_H
+#define ZELUTIL_HOST_ACTION_RESTORE_H
+
+#include <zelutil/host/result.h>
+
+#include "actions/action_catalogue.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The user's text of the actions that brings back what is in force.
+namespace zelutil::host {
+
+/// What is in force for one action.
+struct ActionValues {
+    std::string shortcut;
+    bool inMenu = false;
+
+    bool operator==(const ActionValues& other) const { return shortcut == other.shortcut && inMenu == other.inMenu; }
+    bool operator!=(const ActionValues& other) const { return !(*this == other); }
+};
+
+/// What this process and the user's file last had in common.
+///
+/// A fresh one, and one of an earlier load, stands for the last load of the catalogue: what its two texts bring about,
+/// and the user's text of it.
+struct ActionsBase {
+    /// The load of the catalogue for which the rest holds; 0 for none.
+    std::uint64_t load = 0;
+    /// What was in force here then, by id.
+    std::map<int, ActionValues> inForce;
+    /// What the file held then: a user's text, [{"actions":[...]}], or an empty one.
+    std::string fileText;
+};
+
+/// What a save of the actions writes, and what is to be said about it.
+struct ActionsPlan {
+    /// [{"actions":[...]}] without white space.
+    std::string text;
+    /// Whether the list in `text` has an element. Without one, no text says the same.
+    bool anyEntry = false;
+    /// Ids of the elements, ascending, each once.
+    std::vector<int> savedActions;
+    std::vector<NotRestored> notRestored;
+    std::vector<Conflict> conflicts;
+    /// Ids of the actions for which the text has what another process saved and what is not in force here.
+    std::vector<int> ofOthers;
+    /// To be handed to the next `planActions` once the file holds `text`.
+    ActionsBase base;
+};
+
+/// Returns the plan for what is in force in the catalogue. `fileText` is the user's text that the file holds now, empty
+/// where a file that was read has none, and nothing where there is no file or it cannot be read; then all that is in
+/// force here is planned. The actions `touched` count as changed here, whatever they have.
+ActionsPlan planActions(const actions::ActionCatalogue& current, const ActionsBase& before,
+                        std::optional<std::string_view> fileText, const std::set<int>& touched = {});
+
+}  // namespace zelutil::host
+
+#endif
