@@ -3,6 +3,8 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 
+#include "file/path_form.h"
+
 namespace zelutil::file {
 namespace {
 
@@ -11,10 +13,12 @@ constexpr char kDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 }  // namespace
 
 std::string installedSettingsFile(const char* name) {
+    settlePathForm();
     try {
-        // Kept deliberately: a path with a blank comes in double quotes, which no file has in its name, so that nothing
-        // is read below such a root. Part of the published behaviour; hosts may depend on the values they get there.
-        return ZelU::File::Hierarchy::FindFile(name, kDirectory).GetPath4Shell();
+        // Kept deliberately: unless a host asked for plain paths, one with a blank comes in double quotes, which no file
+        // has in its name, so that nothing is read below such a root. Part of the published behaviour; hosts may depend
+        // on the values they get there.
+        return textToOpen(ZelU::File::Hierarchy::FindFile(name, kDirectory));
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         return {};
     }

@@ -13,6 +13,9 @@ namespace zelutil::platform {
 /// where the system has no drives; a Windows text is returned as it stands.
 std::string fromSystemPath(std::string_view text);
 
+/// False for a text that no file can have as its path: the empty one and those that the rules exclude.
+bool namesFile(const char* path);
+
 /// The process's current directory, absolute, with backslashes; empty when the system does not tell. It may have
 /// characters that no text of this encoding can name: they are replaced as the system replaces them.
 std::string currentDirectory();

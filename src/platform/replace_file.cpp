@@ -49,17 +49,19 @@ StepResult retryingWhileBusy(Patience patience, Step step) {
 
 NativeText besideOf(const NativeText& path, const NativeText& name) { return path.substr(0, nameStart(path)) + name; }
 
-/// Gives the file the first free name of those for kept copies. False when there is none to be had.
-bool keepUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& target) {
+/// Gives the file the first free name of those for kept copies and returns it without the directory. Nothing when there
+/// is none to be had.
+std::optional<NativeText> keepUnderFreeName(OpenFile& file, const NativeText& path, const NativeText& target) {
     const NativeText targetName = target.substr(nameStart(target));
     for (std::uint32_t number = 1; number <= kMaximumKeptNames; ++number) {
-        const NativeText name = besideOf(target, keptName(targetName, number));
-        const StepResult result = retryingWhileBusy(kWhileHeld, [&] { return putUnderFreeName(file, path, name); });
+        const NativeText name = keptName(targetName, number);
+        const NativeText kept = besideOf(target, name);
+        const StepResult result = retryingWhileBusy(kWhileHeld, [&] { return putUnderFreeName(file, path, kept); });
         if (result != StepResult::Taken) {
-            return result == StepResult::Done;
+            return result == StepResult::Done ? std::optional<NativeText>(name) : std::nullopt;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 /// A new file beside the target, removed again unless it was given another name or is left.
@@ -116,9 +118,11 @@ public:
                                         [&] { return exchange(file_, path_, target, mustKeepAll); }));
     }
 
-    bool keepFor(const NativeText& target) {
-        isOurs_ = !keepUnderFreeName(file_, path_, target);
-        return !isOurs_;
+    /// Returns the name under which it is kept.
+    std::optional<NativeText> keepFor(const NativeText& target) {
+        auto name = keepUnderFreeName(file_, path_, target);
+        isOurs_ = !name;
+        return name;
     }
 
     /// Leaves the file where it is, for the next replacement to keep.
@@ -312,6 +316,11 @@ StepResult readOnce(const NativeText& path, std::uint64_t maximumSize, std::opti
     return locked == StepResult::Busy ? StepResult::Refused : StepResult::Busy;
 }
 
+/// Returns the text of the path beside `path` that ends in that name.
+std::string textBeside(std::string_view path, const NativeText& name) {
+    return std::string(path.substr(0, path.find_last_of("\\/:") + 1)) + textOfName(name);
+}
+
 }  // namespace
 
 Replaced replaceFile(const char* path, std::string_view bytes) {
@@ -325,10 +334,10 @@ Replaced replaceFile(const char* path, std::string_view bytes) {
     return Replaced::No;
 }
 
-bool keepCopy(const char* path) {
+std::optional<std::string> keepCopy(const char* path) {
     const auto target = nativePath(path);
     if (!target) {
-        return false;
+        return std::nullopt;
     }
     const Turn turn;
     OpenFile source;
@@ -337,12 +346,15 @@ bool keepCopy(const char* path) {
         ready = retryingWhileBusy(kWhileLocked, [&] { return lockForReading(source); });
     }
     if (ready != StepResult::Done) {
-        return false;
+        return std::nullopt;
     }
     NewFile copy(*target, true);
     // A copy of another user's file cannot be given to that user. It is worth more than none.
-    return copy.isOpen() && (copy.takeOver(*target) || copy.makePrivate()) && copy.fillFrom(source) &&
-           copy.keepFor(*target);
+    if (!copy.isOpen() || !(copy.takeOver(*target) || copy.makePrivate()) || !copy.fillFrom(source)) {
+        return std::nullopt;
+    }
+    const auto name = copy.keepFor(*target);
+    return name ? std::optional<std::string>(textBeside(path, *name)) : std::nullopt;
 }
 
 WholeFile readWhole(const char* path, std::uint64_t maximumSize) {

@@ -41,8 +41,9 @@ Replaced replaceFile(const char* path, std::string_view bytes);
 ///
 /// A hash of the name replaces its end where it is too long for such an ending.
 ///
-/// Returns whether the copy is there, whole and on disk. Nothing is left of one that cannot be made.
-bool keepCopy(const char* path);
+/// Returns the path of the copy, which is then there, whole and on disk; nothing when it cannot be made, and then
+/// nothing is left of it.
+std::optional<std::string> keepCopy(const char* path);
 
 /// The result of `readWhole`.
 struct WholeFile {

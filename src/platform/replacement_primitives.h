@@ -80,6 +80,9 @@ std::optional<NativeText> resolveLinks(NativeText path);
 /// Returns the index in `path` of the name without directories.
 std::size_t nameStart(const NativeText& path);
 
+/// Returns the text of a name without directories that only adds ASCII to one that came as a text.
+std::string textOfName(const NativeText& name);
+
 /// Returns the number that goes into the names of this process.
 std::uint32_t processNumber();
 

@@ -8,6 +8,7 @@
 
 #include "common_library/common_library.h"
 #include "file/installed_file.h"
+#include "file/path_form.h"
 #include "platform/platform.h"
 
 namespace zelutil::prefs {
@@ -43,9 +44,9 @@ std::optional<std::string> findOnSetupPath() {
     return search->find(kUserFileOnSetupPath);
 }
 
-/// The file's path in shell form. A directory that is no path holds no file: the text would name one of the root.
+/// The file's path as it is opened. A directory that is no path holds no file: the text would name one of the root.
 std::string fileIn(const Path& directory, const char* name) {
-    const std::string text = directory.GetPath4Shell();
+    const std::string text = file::textToOpen(directory);
     return text.empty() ? text : text + name;
 }
 
@@ -59,11 +60,12 @@ std::string defaultsFilePath() {
 }
 
 std::string userFilePath() {
+    file::settlePathForm();
     if (auto found = findOnSetupPath()) {
         return *found;
     }
-    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path; nothing is then read or
-    // written.
+    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path, unless a host asked for plain
+    // ones; nothing is then read or written.
     return fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "json/document.h"
 #include "platform/files.h"
@@ -24,6 +25,18 @@ std::string directoryOf(const std::string& path) {
     return path.substr(0, path.find_last_not_of(kSeparators, separator) + 1);
 }
 
+UserSettingsFile::Written writtenBy(platform::Replaced replaced) {
+    switch (replaced) {
+        case platform::Replaced::Yes:
+            return UserSettingsFile::Written::Yes;
+        case platform::Replaced::Torn:
+            return UserSettingsFile::Written::Torn;
+        case platform::Replaced::No:
+            break;
+    }
+    return UserSettingsFile::Written::No;
+}
+
 bool isDirectory(const std::string& path) {
     const auto status = platform::fileStatus(path.c_str());
     return status && status->directory;
@@ -39,42 +52,61 @@ bool UserSettingsFile::Fingerprint::operator==(const Fingerprint& other) const {
 }
 
 void UserSettingsFile::read(const std::string& path, const Parse& parse) {
-    const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
+    auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
     if (file.bytes && parse(*file.bytes)) {
         know(path, Fingerprint(*file.bytes));
+        knownText_ = std::move(file.bytes);
     } else if (file.mayBeThere && !isDirectory(path)) {
-        startedWithUnread_ = true;
+        unreadAtStart_ = path;
     }
 }
 
-void UserSettingsFile::write(const std::string& path, std::string_view text) {
+UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string_view text) {
+    WriteResult result;
     try {
-        platform::makeDirectories(directoryOf(path).c_str());
-        if (mayBeOverwritten(path) && platform::replaceFile(path.c_str(), text) == platform::Replaced::Yes) {
-            know(path, Fingerprint(text));
-        }
+        writeOrThrow(path, text, result);
     } catch (const std::bad_alloc&) {
         // The file could not be written: without memory for it as without room on the disk.
+    }
+    return result;
+}
+
+void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view text, WriteResult& result) {
+    if (!platform::namesFile(path.c_str())) {
+        result.written = Written::NoPath;
+        return;
+    }
+    // Without memory for what is to be remembered, nothing is written either.
+    std::string knownText(text);
+    platform::makeDirectories(directoryOf(path).c_str());
+    if (!mayBeOverwritten(path, result.keptCopy)) {
+        result.written = Written::NotKept;
+        return;
+    }
+    result.written = writtenBy(platform::replaceFile(path.c_str(), text));
+    if (result.written == Written::Yes) {
+        knownText_ = std::move(knownText);
+        know(path, Fingerprint(text));
     }
 }
 
 /// Keeps the file first where that is necessary.
-bool UserSettingsFile::mayBeOverwritten(const std::string& path) {
+bool UserSettingsFile::mayBeOverwritten(const std::string& path, std::string& keptCopy) {
     const auto file = platform::readWhole(path.c_str(), kLargestFileKept);
     if (!file.bytes) {
-        return !file.mayBeThere || mayBeOverwrittenUnseen(path);
+        return !file.mayBeThere || mayBeOverwrittenUnseen(path, keptCopy);
     }
     const Fingerprint contents(*file.bytes);
     if (file.bytes->empty() || contents == knownContents_) {
         return true;
     }
     const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*file.bytes).valid();
-    return nothingIsLost || keep(path, contents);
+    return nothingIsLost || keep(path, contents, keptCopy);
 }
 
 /// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced
 /// although somebody shuts others out of it now.
-bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
+bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path, std::string& keptCopy) {
     const auto status = platform::fileStatus(path.c_str());
     if (status && status->size == 0) {
         return true;
@@ -82,17 +114,19 @@ bool UserSettingsFile::mayBeOverwrittenUnseen(const std::string& path) {
     if (status && static_cast<std::uint64_t>(status->size) > kLargestFileKept) {
         return false;
     }
-    return path == knownPath_ || keep(path, std::nullopt);
+    return path == knownPath_ || keep(path, std::nullopt, keptCopy);
 }
 
 bool UserSettingsFile::mayBeTheUnread(const std::string& path) const {
-    return startedWithUnread_ && settledPaths_.count(path) == 0;
+    return unreadAtStart_ && settledPaths_.count(path) == 0;
 }
 
-bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> contents) {
-    if (!platform::keepCopy(path.c_str())) {
+bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy) {
+    auto copy = platform::keepCopy(path.c_str());
+    if (!copy) {
         return false;
     }
+    keptCopy = std::move(*copy);
     // A file that cannot be overwritten in spite of that is not to be kept at every save.
     know(path, contents);
     return true;
@@ -101,7 +135,7 @@ bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> 
 void UserSettingsFile::know(const std::string& path, std::optional<Fingerprint> contents) {
     knownPath_ = path;
     knownContents_ = contents;
-    if (startedWithUnread_) {
+    if (unreadAtStart_) {
         settledPaths_.insert(path);
     }
 }

@@ -32,9 +32,35 @@ public:
     /// Reads the file at `path` and has it parsed. Without a file, or when it cannot be read, `parse` is not called.
     void read(const std::string& path, const Parse& parse);
 
+    enum class Written {
+        Yes,
+        /// The path is empty or can name no file.
+        NoPath,
+        /// No copy of the file that is there could be kept, so it stays.
+        NotKept,
+        /// The old file stays.
+        No,
+        /// It failed in the middle: see `platform::Replaced::Torn`.
+        Torn,
+    };
+
+    struct WriteResult {
+        Written written = Written::No;
+        /// The copy that this writing kept of the old file; empty for none.
+        std::string keptCopy;
+    };
+
     /// Replaces the file at `path`, which need not be the one that was read, by one with this text, making its
-    /// directory first. Whatever fails, fails quietly, and the old file stays.
-    void write(const std::string& path, std::string_view text);
+    /// directory first. Whatever fails, lack of memory too, fails quietly.
+    WriteResult write(const std::string& path, std::string_view text);
+
+    /// Returns the text that this process last read from the file or wrote to it; nothing before that, and when the
+    /// file at the start was missing or could not be read.
+    const std::optional<std::string>& knownText() const { return knownText_; }
+
+    /// Returns the path of a file that was there at the start and could not be read or was no JSON; nothing where there
+    /// was none.
+    const std::optional<std::string>& unreadAtStart() const { return unreadAtStart_; }
 
 private:
     /// Tells contents apart without holding them.
@@ -46,19 +72,20 @@ private:
         std::size_t hash;
     };
 
-    bool mayBeOverwritten(const std::string& path);
-    bool mayBeOverwrittenUnseen(const std::string& path);
+    void writeOrThrow(const std::string& path, std::string_view text, WriteResult& result);
+    bool mayBeOverwritten(const std::string& path, std::string& keptCopy);
+    bool mayBeOverwrittenUnseen(const std::string& path, std::string& keptCopy);
     bool mayBeTheUnread(const std::string& path) const;
-    bool keep(const std::string& path, std::optional<Fingerprint> contents);
+    bool keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy);
     void know(const std::string& path, std::optional<Fingerprint> contents);
 
-    /// True when there was a file at the start that could not be read.
-    bool startedWithUnread_ = false;
+    std::optional<std::string> unreadAtStart_;
     /// Paths whose file is kept or was replaced since such a start.
     std::set<std::string> settledPaths_;
     /// Path and contents of the file that was read, written or kept last.
     std::string knownPath_;
     std::optional<Fingerprint> knownContents_;
+    std::optional<std::string> knownText_;
 };
 
 }  // namespace zelutil::prefs

@@ -163,7 +163,12 @@ TEST_F(ReplaceFile, AReaderSeesWholeTextsOnlyWhileTwoWrite) {
 
 class KeepCopy : public ReplaceFile {
 protected:
-    bool keep() { return keepCopy(windowsText(file_).c_str()); }
+    /// Returns whether a copy was kept, and expects that it lies where the call says.
+    bool keep() {
+        const auto copy = keepCopy(windowsText(file_).c_str());
+        EXPECT_TRUE(!copy || fs::exists(test::fileOfText(*copy))) << *copy;
+        return copy.has_value();
+    }
 
     fs::path kept(const char* suffix) const { return directory_ / (std::string("tessel_settings.cfg") + suffix); }
 };
@@ -176,7 +181,7 @@ TEST_F(KeepCopy, TakesTheFirstFreeNameAndTouchesNoOther) {
     writeTextFile(file_, "second");
     EXPECT_TRUE(keep());
     writeTextFile(file_, "third");
-    EXPECT_TRUE(keep());
+    EXPECT_EQ(keepCopy(windowsText(file_).c_str()), windowsText(kept(".bad.3")));
     EXPECT_EQ(readTextFile(kept(".bad")), first);
     EXPECT_EQ(readTextFile(kept(".bad.2")), "second");
     EXPECT_EQ(readTextFile(kept(".bad.3")), "third");

@@ -98,6 +98,8 @@ bool writeTo(const std::optional<std::string>& file, int flags, std::string_view
 
 std::string fromSystemPath(std::string_view text) { return textFromSystemPath(text); }
 
+bool namesFile(const char* path) { return systemPath(path).has_value(); }
+
 std::string currentDirectory() { return textOf(workingDirectory()); }
 
 std::string namedCurrentDirectory() {

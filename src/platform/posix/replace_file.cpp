@@ -212,6 +212,8 @@ std::optional<NativeText> resolveLinks(NativeText path) {
 
 std::size_t nameStart(const NativeText& path) { return path.rfind('/') + 1; }
 
+std::string textOfName(const NativeText& name) { return name; }
+
 std::uint32_t processNumber() { return static_cast<std::uint32_t>(::getpid()); }
 
 StepResult probeTarget(const NativeText& path, Target& target) {

@@ -16,6 +16,9 @@ namespace {
 
 constexpr wchar_t kCharactersOfNoName[] = L"\"*?<>|";
 
+/// A path that begins so is not looked into by the system.
+constexpr std::wstring_view kExtendedPrefix = L"\\\\?\\";
+
 constexpr int kReadingRetries = 5;
 constexpr DWORD kReadingRetryDelay = 20;
 
@@ -104,6 +107,13 @@ bool writeTo(const std::wstring& path, DWORD disposition, std::string_view bytes
 }  // namespace
 
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
+
+bool namesFile(const char* path) {
+    const std::wstring file = systemPath(path);
+    const std::size_t start =
+        file.compare(0, kExtendedPrefix.size(), kExtendedPrefix) == 0 ? kExtendedPrefix.size() : 0;
+    return !file.empty() && file.find_first_of(kCharactersOfNoName, start) == std::wstring::npos;
+}
 
 std::string currentDirectory() { return narrow(workingDirectory()); }
 

@@ -264,6 +264,8 @@ std::optional<NativeText> resolveLinks(NativeText path) {
 
 std::size_t nameStart(const NativeText& path) { return path.find_last_of(L"\\/:") + 1; }
 
+std::string textOfName(const NativeText& name) { return narrow(name); }
+
 std::uint32_t processNumber() { return GetCurrentProcessId(); }
 
 StepResult probeTarget(const NativeText& path, Target& target) {

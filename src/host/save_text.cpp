@@ -1,0 +1,43 @@
+#include "host/save_text.h"
+
+namespace zelutil::host {
+namespace {
+
+using Status = SaveResult::Status;
+
+std::string outcome(const SaveResult& result) {
+    switch (result.status) {
+        case Status::Saved:
+            return "Saved in " + result.path;
+        case Status::Unchanged:
+            return "Nothing has changed since the last save in " + result.path;
+        case Status::NoDefaults:
+            return "Nothing was saved, because there are no shipped defaults";
+        case Status::NoPath:
+            return "Nothing was saved, because there is no place for the file: " +
+                   (result.path.empty() ? "its directory is not known" : result.path + " can be no file");
+        case Status::NotKept:
+            return "Nothing was saved, because " + result.path +
+                   " could not be read and no copy of it could be kept beside it";
+        case Status::NotWritten:
+            return "Nothing was saved, because the system refused to write " + result.path;
+        case Status::Torn:
+            return "The file " + result.path + " was only written in part";
+        case Status::TooDeep:
+            break;
+    }
+    return "Nothing was saved, because the observers of saves save again and again, " +
+           std::to_string(kMaximumSaveDepth) + " times inside each other";
+}
+
+}  // namespace
+
+std::string textOf(const SaveResult& result) {
+    std::string text = outcome(result);
+    if (!result.keptCopy.empty()) {
+        text += "; the file that could not be read is kept as " + result.keptCopy;
+    }
+    return text + ".";
+}
+
+}  // namespace zelutil::host
