@@ -18,8 +18,16 @@
 /// the order in which they were attached. One that is detached while others are told is not told any more; one that is
 /// attached meanwhile is told from the next time on. What an observer throws ends the round and passes through.
 ///
+/// A notification may come from inside another one, when an observer saves or changes a shortcut, say. Beyond
+/// `kMaximumNotificationDepth` of them inside each other nobody is told: what changes then is changed all the same. To
+/// bring observers to an end that change something at each notification, from that moment on nothing that is nested is
+/// told until the outermost notification has ended.
+///
 /// As the servers themselves, these are for one thread at a time.
 namespace zelutil::host {
+
+/// The number of notifications that may be in progress inside each other, of all servers together.
+inline constexpr int kMaximumNotificationDepth = 16;
 
 /// Keeps an observer attached for its own lifetime. It may be moved, destroyed on any occasion, and may outlive the
 /// server. An empty one does nothing.
@@ -70,7 +78,8 @@ onSettingsChanged(std::function<void(const std::set<std::string>& fullNames)> ca
                                                         std::function<void(const std::string& value)> call);
 
 /// Has `call` called with the full names of changed settings of the section with that attribute path and of the
-/// sections inside it, when there are any. The path need not be known; the case of its letters matters.
+/// sections inside it, when there are any: "display" stands for the names that begin with "display::". The path need
+/// not be known; the case of its letters matters.
 [[nodiscard]] ZELUTIL_API Subscription
 onSectionChanged(const std::string& attributePath, std::function<void(const std::set<std::string>& fullNames)> call);
 
