@@ -41,6 +41,7 @@ public:
     bool isSame(View other) const { return value_ == other.value_; }
 
     bool isArray() const { return value_ != nullptr && value_->IsArray(); }
+    bool isObject() const { return value_ != nullptr && value_->IsObject(); }
     /// Whether this is the literal `true`.
     bool isTrue() const { return value_ != nullptr && value_->IsTrue(); }
 

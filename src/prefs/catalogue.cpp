@@ -9,12 +9,48 @@ SubManagerType Catalogue::subManagerOf(const std::string& attributePath) const {
     return section == sections_.end() ? SubManagerType::None : SubManagerType{section->second->submanagerId};
 }
 
-void Catalogue::putInForce(std::vector<NewValue> newValues) noexcept {
+// Kept deliberately: a name is tried bare or in full before it is tried within its section, so it may mean a setting of
+// another section, even though a save wrote it. Part of the published behaviour; hosts may depend on it.
+const Setting* Catalogue::findEntry(std::string_view name, std::string_view attributePath) const {
+    if (name.empty()) {
+        return nullptr;
+    }
+    const Setting* const setting = settings().find(keyOf(name));
+    return setting != nullptr ? setting : settings().find(keyOf(name, keyOf(kNameSeparator, keyOf(attributePath))));
+}
+
+void Catalogue::putInForce(std::vector<NewValue> newValues, const std::vector<std::uint64_t>& takenBack) {
+    // First what needs memory. An untouched entry with the value of the record says no more than none.
+    for (const NewValue& newValue : newValues) {
+        enterInJournal(newValue.key);
+    }
+    for (const std::uint64_t key : takenBack) {
+        enterInJournal(key);
+    }
     for (NewValue& newValue : newValues) {
         if (Setting* const setting = settings_->find(newValue.key)) {
+            markTouched(*setting);
             setting->setUserValue(std::move(newValue.value));
         }
     }
+    for (const std::uint64_t key : takenBack) {
+        if (Setting* const setting = settings_->find(key)) {
+            markTouched(*setting);
+            setting->clearUserValue();
+        }
+    }
+}
+
+void Catalogue::enterInJournal(std::uint64_t key) {
+    const Setting* const setting = settings_->find(key);
+    if (setting == nullptr || journal_->count(setting->number) != 0) {
+        return;
+    }
+    JournalEntry entry;
+    if (setting->hasUserValue) {
+        entry.inFile = setting->userValue;
+    }
+    journal_->emplace(setting->number, std::move(entry));
 }
 
 // NOLINTBEGIN(performance-unnecessary-value-param): try_emplace moves them, which the check does not see.

@@ -5,11 +5,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "prefs/entry_finding.h"
 #include "prefs/section.h"
 #include "prefs/setting.h"
 #include "prefs/setting_index.h"
+#include "prefs/setting_journal.h"
 #include "prefs/setting_name.h"
 
 namespace zelutil::prefs {
@@ -18,7 +21,7 @@ namespace zelutil::prefs {
 /// of the library that use them. A reader fills it once (catalogue_reader.h); afterwards only values of the user
 /// change, when a save puts new ones in force.
 ///
-/// A copy shares the records of settings and sections with the original.
+/// A copy shares the records of settings and sections with the original, and so the journal of the settings.
 class Catalogue {
 public:
     /// A value of the user for the setting found under `key`.
@@ -36,6 +39,10 @@ public:
     const SettingIndex& settings() const { return *settings_; }
     SettingIndex& settings() { return *settings_; }
 
+    /// Returns the setting that an entry of the user's file sets, in the section with that attribute path; null for
+    /// one without a setting.
+    const Setting* findEntry(std::string_view name, std::string_view attributePath) const;
+
     /// Returns whom the section belongs to; `None` also for an unknown one.
     SubManagerType subManagerOf(const std::string& attributePath) const;
 
@@ -46,8 +53,18 @@ public:
     const SubManagerTexts& defaultSubManagerTexts() const { return defaultSubManagerTexts_; }
     const SubManagerTexts& userSubManagerTexts() const { return userSubManagerTexts_; }
 
-    /// Makes the values the user's, one after another. A key without a setting is ignored.
-    void putInForce(std::vector<NewValue> newValues) noexcept;
+    /// Makes the values the user's, one after another, and then takes the user's values of other settings back, so that
+    /// the default is in force. A key without a setting is ignored. The journal has the settings as touched afterwards.
+    /// Throws only for lack of memory, and then nothing has changed.
+    void putInForce(std::vector<NewValue> newValues, const std::vector<std::uint64_t>& takenBack = {});
+
+    const SettingJournal& journal() const { return *journal_; }
+
+    /// Begins the journal anew with these entries, after the file was written.
+    void restartJournal(SettingJournal journal) noexcept { *journal_ = std::move(journal); }
+
+    /// Returns what was odd in the user's text, in its order.
+    const std::vector<EntryFinding>& findings() const { return findings_; }
 
     // For the reader. What is there already stays: the first of a path, and the first text of a type.
     void addSection(std::shared_ptr<Section> section);
@@ -55,10 +72,16 @@ public:
     void addUserSubManagerText(SubManagerType type, std::string text);
     void setSettings(SettingIndex settings);
     void setDefaultsText(std::string text);
+    void addFinding(EntryFinding finding) { findings_.push_back(std::move(finding)); }
 
 private:
+    void enterInJournal(std::uint64_t key);
+    void markTouched(const Setting& setting) noexcept { journal_->find(setting.number)->second.touched = true; }
+
     Sections sections_;
     std::shared_ptr<SettingIndex> settings_ = std::make_shared<SettingIndex>();
+    std::shared_ptr<SettingJournal> journal_ = std::make_shared<SettingJournal>();
+    std::vector<EntryFinding> findings_;
     SubManagerTexts defaultSubManagerTexts_;
     SubManagerTexts userSubManagerTexts_;
     std::string defaultsText_;

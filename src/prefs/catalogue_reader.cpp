@@ -16,20 +16,15 @@ using json::View;
 /// Returns the text of a value that was parsed, and so can be written.
 std::string textOf(View value) { return json::compactText(value).value_or(""); }
 
-SubManagerType subManagerOf(View section) {
-    const auto id = section.member(kSubmanagerId).integer();
-    return id ? SubManagerType{*id} : SubManagerType::None;
-}
-
-std::shared_ptr<Section> makeSection(const VisitedSection& visited, std::string_view tclCommand) {
+std::shared_ptr<Section> makeSection(const VisitedSection& visited) {
     const View unique = visited.element.member(kUnique);
     auto section = std::make_shared<Section>();
     section->parentHeader = visited.parentHeader;
     section->header = visited.header;
     section->attributePath = visited.attributePath;
-    section->tclCommand = tclCommand;
+    section->tclCommand = *visited.element.member(kTclCommand).text();
     section->unique = !unique || unique.isTrue();
-    section->submanagerId = static_cast<std::int32_t>(subManagerOf(visited.element));
+    section->submanagerId = subManagerNumber(visited.element);
     section->hasChildren = visited.element.member(kChildren).isArray();
     return section;
 }
@@ -50,39 +45,54 @@ void addSettings(View settings, const Section& section, SettingIndex::Builder& b
 
 /// Reads one section; one that only groups others has nothing of its own.
 void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, SettingIndex::Builder& builder) {
-    const auto tclCommand = visited.element.member(kTclCommand).text();
-    const View settings = visited.element.member(kDefaultSettings);
-    const SubManagerType type = subManagerOf(visited.element);
-    const bool hasSubManager = type != SubManagerType::None;
-    if (!tclCommand || !settings || !(hasSubManager || settings.isArray())) {
+    const bool ownSettings = hasOwnSettings(visited.element);
+    if (!ownSettings && !hasSubManager(visited.element)) {
         return;
     }
-    auto section = makeSection(visited, *tclCommand);
-    if (hasSubManager) {
-        catalogue.addDefaultSubManagerText(type, textOf(settings));
-    } else {
+    auto section = makeSection(visited);
+    const View settings = visited.element.member(kDefaultSettings);
+    if (ownSettings) {
         addSettings(settings, *section, builder);
+    } else {
+        catalogue.addDefaultSubManagerText(SubManagerType{section->submanagerId}, textOf(settings));
     }
     catalogue.addSection(std::move(section));
 }
 
-// Kept deliberately: a name is tried bare or in full before it is tried within its section, so it may mean a setting of
-// another section, even though a save wrote it. Part of the published behaviour; hosts may depend on it.
-Setting* findNamed(std::string_view name, const std::string& attributePath, SettingIndex& settings) {
-    if (Setting* const setting = settings.find(keyOf(name))) {
-        return setting;
-    }
-    return settings.find(keyOf(name, keyOf(kNameSeparator, keyOf(attributePath))));
+void report(EntryFinding::Kind kind, std::string_view section, std::string_view name, Catalogue& catalogue) {
+    catalogue.addFinding({kind, std::string(section), std::string(name)});
 }
 
-void readValues(View object, const std::string& attributePath, SettingIndex& settings) {
-    for (const auto& [name, given] : object.members()) {
-        const auto value = given.text();
-        if (name.empty() || !value) {
-            continue;
+/// Returns whether a setting that was found under a name is meant by it: it stands in that section, or is named in
+/// full.
+bool isMeant(const Setting& setting, std::string_view name, std::string_view attributePath) {
+    return setting.key == keyOf(name) || setting.key == keyOf(name, keyOf(kNameSeparator, keyOf(attributePath)));
+}
+
+void readValue(const json::Member& entry, const std::string& attributePath, Catalogue& catalogue) {
+    using Kind = EntryFinding::Kind;
+    const auto value = entry.value.text();
+    const Setting* const found = value ? catalogue.findEntry(entry.key, attributePath) : nullptr;
+    if (found == nullptr) {
+        report(value ? Kind::UnknownName : Kind::NoText, attributePath, entry.key, catalogue);
+        return;
+    }
+    if (!isMeant(*found, entry.key, attributePath)) {
+        report(Kind::AnotherSection, attributePath, entry.key, catalogue);
+    }
+    catalogue.settings().record(found->number).setUserValue(std::string(*value));
+}
+
+void readValues(View overridden, const std::string& attributePath, Catalogue& catalogue) {
+    if (!overridden.isArray()) {
+        report(EntryFinding::Kind::NoText, attributePath, "", catalogue);
+    }
+    for (const View element : overridden.elements()) {
+        if (!element.isObject()) {
+            report(EntryFinding::Kind::NoText, attributePath, "", catalogue);
         }
-        if (Setting* const setting = findNamed(name, attributePath, settings)) {
-            setting->setUserValue(std::string(*value));
+        for (const json::Member& entry : element.members()) {
+            readValue(entry, attributePath, catalogue);
         }
     }
 }
@@ -90,7 +100,13 @@ void readValues(View object, const std::string& attributePath, SettingIndex& set
 void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
     const View overridden = visited.element.member(kOverriddenSettings);
     const auto section = catalogue.sections().find(visited.attributePath);
-    if (!overridden || section == catalogue.sections().end()) {
+    if (section == catalogue.sections().end()) {
+        if (hasEntries(overridden)) {
+            report(EntryFinding::Kind::UnknownSection, visited.attributePath, "", catalogue);
+        }
+        return;
+    }
+    if (!overridden) {
         return;
     }
     const SubManagerType type{section->second->submanagerId};
@@ -98,9 +114,7 @@ void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
         catalogue.addUserSubManagerText(type, textOf(overridden));
         return;
     }
-    for (const View object : overridden.elements()) {
-        readValues(object, visited.attributePath, catalogue.settings());
-    }
+    readValues(overridden, visited.attributePath, catalogue);
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #ifndef ZELUTIL_PREFS_SECTION_WALK_H
 #define ZELUTIL_PREFS_SECTION_WALK_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "json/view.h"
 #include "prefs/joined_names.h"
+#include "prefs/section.h"
 
 /// The layout that both preference files share: the keys, and the walk over the sections.
 namespace zelutil::prefs {
@@ -23,6 +25,9 @@ inline constexpr std::string_view kUnique = "unique";
 inline constexpr std::string_view kSubmanagerId = "submanagerId";
 inline constexpr std::string_view kChildren = "children";
 
+/// Stands in "submanagerId" for a section that belongs to nobody.
+inline constexpr std::int32_t kNoSubManager = static_cast<std::int32_t>(SubManagerType::None);
+
 struct SectionNames {
     std::string_view header;
     std::string_view attribute;
@@ -36,6 +41,29 @@ inline std::optional<SectionNames> sectionNames(json::View element) {
         return std::nullopt;
     }
     return SectionNames{*header, *attribute};
+}
+
+/// Returns the number of the sub-manager to which a section of the defaults says it belongs.
+inline std::int32_t subManagerNumber(json::View element) {
+    return element.member(kSubmanagerId).integer().value_or(kNoSubManager);
+}
+
+/// Returns whether a section of the defaults belongs to a sub-manager.
+inline bool hasSubManager(json::View element) {
+    return subManagerNumber(element) != kNoSubManager && element.member(kTclCommand).text() &&
+           element.member(kDefaultSettings);
+}
+
+/// Returns whether a section of the defaults has settings of its own, perhaps none. One that has neither these nor a
+/// sub-manager only groups others.
+inline bool hasOwnSettings(json::View element) {
+    return subManagerNumber(element) == kNoSubManager && element.member(kTclCommand).text() &&
+           element.member(kDefaultSettings).isArray();
+}
+
+/// Returns whether the user's text has something for a section.
+inline bool hasEntries(json::View overridden) {
+    return overridden && !(overridden.isArray() && overridden.elements().empty());
 }
 
 struct DefaultSetting {

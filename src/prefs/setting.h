@@ -13,6 +13,7 @@ struct Setting {
     std::string defaultValue;
     std::string userValue;
     std::uint64_t key = 0;      ///< Hash of the full name in lower case.
+    std::uint32_t number = 0;   ///< Its place in the order of the definitions, from 0 on.
     bool hasUserValue = false;  ///< Whether `userValue` is in force, empty or not.
 
     const std::string& valueInForce() const { return hasUserValue ? userValue : defaultValue; }
@@ -20,6 +21,11 @@ struct Setting {
     void setUserValue(std::string value) {
         userValue = std::move(value);
         hasUserValue = true;
+    }
+
+    void clearUserValue() noexcept {
+        userValue.clear();
+        hasUserValue = false;
     }
 };
 

@@ -22,7 +22,9 @@ std::size_t SettingIndex::placeOf(std::uint64_t key) const {
 }
 
 void SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {
+    const std::size_t number = index_.settings_.size();
     Setting& setting = index_.settings_.emplace_back();
+    setting.number = static_cast<std::uint32_t>(number);
     setting.defaultValue = defaultValue;
     setting.key = key;
     addKey(key);

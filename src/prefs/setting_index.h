@@ -38,6 +38,13 @@ public:
     std::uint64_t keyAt(std::size_t place) const { return entries_[place].key; }
     const Setting& at(std::size_t place) const { return *entries_[place].setting; }
 
+    // The records have numbers from 0 on, in the order of their definitions. One whose names all belong to earlier ones
+    // has no place, but a number.
+
+    std::size_t recordCount() const { return settings_.size(); }
+    const Setting& record(std::size_t number) const { return settings_[number]; }
+    Setting& record(std::size_t number) { return settings_[number]; }
+
     /// Returns the place of a key; `size()` for one that is not there.
     std::size_t placeOf(std::uint64_t key) const;
 

@@ -11,34 +11,42 @@ using json::View;
 /// Writes the text. Where several members have one name, the first is meant and the others are copied as they stand.
 class UserFileTextWriter {
 public:
-    explicit UserFileTextWriter(const std::vector<SavedSection>& sections) : next_(sections.begin()) {}
+    UserFileTextWriter(const std::vector<SavedSection>& sections, const std::vector<KeptSection>& kept)
+        : next_(sections.begin()), kept_(kept) {}
 
     std::optional<std::string> write(View defaults) {
         const View meta = defaults.member(kMeta);
         writer_.beginObject();
         for (const auto& [key, value] : defaults.members()) {
             writer_.key(key);
-            writeSectionsOrCopy(value, meta);
+            if (value.isSame(meta) && value.isArray()) {
+                writeMeta(value);
+            } else {
+                writer_.copy(value);
+            }
         }
         writer_.endObject();
         return writer_.take();
     }
 
 private:
-    void writeSectionsOrCopy(View value, View sections) {
-        if (!value.isSame(sections) || !value.isArray()) {
-            writer_.copy(value);
-            return;
-        }
+    void writeMeta(View sections) {
         writer_.beginArray();
-        for (const View element : value.elements()) {
+        writeSections(sections);
+        for (const KeptSection& section : kept_) {
+            writeKept(section);
+        }
+        writer_.endArray();
+    }
+
+    void writeSections(View sections) {
+        for (const View element : sections.elements()) {
             if (sectionNames(element)) {
                 writeSection(element, *next_++);
             } else {
                 writer_.copy(element);
             }
         }
-        writer_.endArray();
     }
 
     void writeSection(View section, const SavedSection& saved) {
@@ -54,8 +62,12 @@ private:
             writer_.key(key);
             if (value.isSame(overridden)) {
                 writeSaved(saved);
+            } else if (value.isSame(children) && value.isArray()) {
+                writer_.beginArray();
+                writeSections(value);
+                writer_.endArray();
             } else {
-                writeSectionsOrCopy(value, children);
+                writer_.copy(value);
             }
         }
         if (!overridden) {
@@ -80,15 +92,47 @@ private:
         writer_.endArray();
     }
 
+    void writeKept(const KeptSection& section) {
+        writer_.beginObject();
+        writer_.key(kHeader);
+        writer_.text(section.header);
+        writer_.key(kAttribute);
+        writer_.text(section.attributePath);
+        writer_.key(kOverriddenSettings);
+        if (section.whole) {
+            writer_.copy(section.whole);
+        } else {
+            writeKeptEntries(section.entries);
+        }
+        writer_.endObject();
+    }
+
+    void writeKeptEntries(const std::vector<KeptSection::Entry>& entries) {
+        writer_.beginArray();
+        for (const KeptSection::Entry& entry : entries) {
+            if (!entry.name) {
+                writer_.copy(entry.value);
+                continue;
+            }
+            writer_.beginObject();
+            writer_.key(*entry.name);
+            writer_.copy(entry.value);
+            writer_.endObject();
+        }
+        writer_.endArray();
+    }
+
     /// A section comes before its children here too, so the walk's order is this one.
     std::vector<SavedSection>::const_iterator next_;
+    const std::vector<KeptSection>& kept_;
     json::PrettyWriter writer_;
 };
 
 }  // namespace
 
-std::optional<std::string> userFileText(View defaults, const std::vector<SavedSection>& sections) {
-    return UserFileTextWriter(sections).write(defaults);
+std::optional<std::string> userFileText(View defaults, const std::vector<SavedSection>& sections,
+                                        const std::vector<KeptSection>& kept) {
+    return UserFileTextWriter(sections, kept).write(defaults);
 }
 
 }  // namespace zelutil::prefs

@@ -22,9 +22,26 @@ struct SavedSection {
     json::View subManagerValue;
 };
 
+/// Holds entries that mean nothing to the defaults and are to stay in the user's file nevertheless.
+struct KeptSection {
+    /// One without a name is an element of the array and no member of an object there.
+    struct Entry {
+        std::optional<std::string_view> name;
+        json::View value;
+    };
+
+    std::string_view header;
+    std::string attributePath;
+    std::vector<Entry> entries;
+    /// The whole "overriddensettings", which then stands in the place of the entries; or absent.
+    json::View whole;
+};
+
 /// Returns the text of the user's file: the defaults, with each section made the user's. `sections` holds one entry for
-/// each section, in the order of a walk over them. Returns nothing when the text could not be read back.
-std::optional<std::string> userFileText(json::View defaults, const std::vector<SavedSection>& sections);
+/// each section, in the order of a walk over them. The kept sections follow the others, at the top: there the attribute
+/// is the whole path. Returns nothing when the text could not be read back.
+std::optional<std::string> userFileText(json::View defaults, const std::vector<SavedSection>& sections,
+                                        const std::vector<KeptSection>& kept = {});
 
 }  // namespace zelutil::prefs
 

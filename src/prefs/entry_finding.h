@@ -1,0 +1,24 @@
+#ifndef ZELUTIL_PREFS_ENTRY_FINDING_H
+#define ZELUTIL_PREFS_ENTRY_FINDING_H
+
+#include <string>
+
+namespace zelutil::prefs {
+
+/// An entry of the user's file that did not do what its place and name say.
+struct EntryFinding {
+    enum class Kind {
+        UnknownSection,  ///< The defaults have no such section, so that all its entries had no effect.
+        UnknownName,     ///< No setting has the name.
+        NoText,          ///< The value is no string, or what stands there is no entry at all.
+        AnotherSection,  ///< It has set a setting of another section, which its name means first.
+    };
+
+    Kind kind = Kind::UnknownName;
+    std::string section;  ///< The attribute path where it stands.
+    std::string name;     ///< The name as it is written; empty where the section as a whole is meant.
+};
+
+}  // namespace zelutil::prefs
+
+#endif
