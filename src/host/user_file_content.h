@@ -1,0 +1,30 @@
+#ifndef ZELUTIL_HOST_USER_FILE_CONTENT_H
+#define ZELUTIL_HOST_USER_FILE_CONTENT_H
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "json/document.h"
+#include "prefs/user_file_text.h"
+
+namespace zelutil::host {
+
+/// Holds what a user's file is to be written of, and everything that its views point into.
+struct UserFileContent {
+    /// What the views point into. Deques, because their elements stay where they are.
+    std::deque<json::Document> documents;
+    std::deque<std::string> strings;
+
+    json::View defaults;
+    /// One for each section of the defaults, in the order of a walk.
+    std::vector<prefs::SavedSection> sections;
+    /// Which of them belong to the actions.
+    std::vector<std::size_t> sectionsOfActions;
+    std::vector<prefs::KeptSection> kept;
+};
+
+}  // namespace zelutil::host
+
+#endif
