@@ -1,6 +1,11 @@
 #ifndef ZELUTIL_HOST_OBSERVER_LIST_H
 #define ZELUTIL_HOST_OBSERVER_LIST_H
 
+#include <zelutil/host/observers.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -26,9 +31,8 @@ public:
         Entry(const Entry&) = delete;
         Entry& operator=(const Entry&) = delete;
         ~Entry() {
-            for (Round* round = list_.innermost_; round != nullptr; round = round->outer_) {
-                round->skip(*this);
-            }
+            // The rounds in progress go on behind it.
+            std::replace(list_.next_.data(), list_.next_.data() + list_.rounds_, this, after_);
             (before_ == nullptr ? list_.first_ : before_->after_) = after_;
             (after_ == nullptr ? list_.last_ : after_->before_) = before_;
         }
@@ -47,57 +51,50 @@ public:
     ObserverList(const ObserverList&) = delete;
     ObserverList& operator=(const ObserverList&) = delete;
 
-    /// Calls `call` with each observer. What it throws ends the round.
+    /// Calls `call` with each observer. What it throws ends the round. An observer may cause another round meanwhile,
+    /// as long as no more than `kMaximumNotificationDepth` are in progress.
     template <typename Call>
     void tell(Call call) {
-        Round round(*this);
+        const Round round(*this);
         while (const std::shared_ptr<Observer> observer = round.next()) {
             call(*observer);
         }
     }
 
 private:
-    /// One telling of all observers. Rounds nest: an observer may cause a round from inside one.
+    /// One telling of all observers.
     class Round {
     public:
-        explicit Round(ObserverList& list) noexcept
-            : list_(list), next_(list.first_), end_(list.nextNumber_), outer_(list.innermost_) {
-            list_.innermost_ = this;
+        explicit Round(ObserverList& list) noexcept : list_(list), place_(list.rounds_++), end_(list.nextNumber_) {
+            list_.next_[place_] = list_.first_;
         }
         Round(const Round&) = delete;
         Round& operator=(const Round&) = delete;
-        ~Round() { list_.innermost_ = outer_; }
+        ~Round() { --list_.rounds_; }
 
         /// Returns the next observer, or null at the end. It is kept while it is called: it may detach itself.
-        std::shared_ptr<Observer> next() noexcept {
-            if (next_ == nullptr || next_->number_ >= end_) {
+        std::shared_ptr<Observer> next() const noexcept {
+            const Entry* const entry = list_.next_[place_];
+            if (entry == nullptr || entry->number_ >= end_) {
                 return nullptr;
             }
-            const Entry& entry = *next_;
-            next_ = entry.after_;
-            return entry.observer_;
+            list_.next_[place_] = entry->after_;
+            return entry->observer_;
         }
 
     private:
-        friend class Entry;
-
-        void skip(const Entry& entry) noexcept {
-            if (next_ == &entry) {
-                next_ = entry.after_;
-            }
-        }
-
         ObserverList& list_;
-        Entry* next_;
+        std::size_t place_;
         /// The number of the first entry that came after the beginning.
         std::uint64_t end_;
-        Round* outer_;
     };
 
     Entry* first_ = nullptr;
     Entry* last_ = nullptr;
     std::uint64_t nextNumber_ = 0;
-    Round* innermost_ = nullptr;
+    /// The next entry of each round in progress, the outermost first.
+    std::array<Entry*, kMaximumNotificationDepth> next_{};
+    std::size_t rounds_ = 0;
 };
 
 }  // namespace zelutil::host

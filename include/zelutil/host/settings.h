@@ -43,7 +43,8 @@ ZELUTIL_API std::vector<std::string> sectionsInFileOrder();
 ///
 ///     bool         true, yes, on, 1, false, no, off, 0, in any case
 ///     int          decimal digits with an optional sign, within the range of int: 42, +42, -7
-///     double       decimal digits with an optional sign, one point and an optional exponent: 0.5, .5, 1e-3; finite
+///     double       decimal digits with an optional sign, one point and an optional exponent: 0.5, .5, 1e-3; neither
+///                  larger than a double can be nor smaller, as 1e400 and 1e-400 are
 ///     std::string  the value as it stands, blanks included
 template <typename T>
 std::optional<T> read(std::string_view name) = delete;
@@ -64,7 +65,13 @@ T get(std::string_view name, T fallback) {
     return value ? *value : fallback;
 }
 
-/// Returns the text of a value, as `read` reads it back: a double with as many digits as that takes.
+/// The same for a text in double quotes; null counts as "".
+inline std::string get(std::string_view name, const char* fallback) {
+    return get<std::string>(name, fallback == nullptr ? "" : fallback);
+}
+
+/// Returns the text of a value, as `read` reads it back: a double with as many digits as that takes. The empty text for
+/// a double that is infinite or no number.
 ZELUTIL_API std::string textOf(bool value);
 ZELUTIL_API std::string textOf(int value);
 ZELUTIL_API std::string textOf(double value);
