@@ -14,6 +14,7 @@
 #include "platform/critical_section.h"
 #include "platform/discard_exceptions.h"
 #include "platform/environment.h"
+#include "platform/file_turn.h"
 #include "platform/files.h"
 #include "platform/kill_shield.h"
 #include "platform/modules.h"

@@ -52,10 +52,9 @@ bool UserSettingsFile::Fingerprint::operator==(const Fingerprint& other) const {
 }
 
 void UserSettingsFile::read(const std::string& path, const Parse& parse) {
-    auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
+    const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
     if (file.bytes && parse(*file.bytes)) {
         know(path, Fingerprint(*file.bytes));
-        knownText_ = std::move(file.bytes);
     } else if (file.mayBeThere && !isDirectory(path)) {
         unreadAtStart_ = path;
     }
@@ -76,8 +75,6 @@ void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view te
         result.written = Written::NoPath;
         return;
     }
-    // Without memory for what is to be remembered, nothing is written either.
-    std::string knownText(text);
     platform::makeDirectories(directoryOf(path).c_str());
     if (!mayBeOverwritten(path, result.keptCopy)) {
         result.written = Written::NotKept;
@@ -85,7 +82,6 @@ void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view te
     }
     result.written = writtenBy(platform::replaceFile(path.c_str(), text));
     if (result.written == Written::Yes) {
-        knownText_ = std::move(knownText);
         know(path, Fingerprint(text));
     }
 }

@@ -54,10 +54,6 @@ public:
     /// directory first. Whatever fails, lack of memory too, fails quietly.
     WriteResult write(const std::string& path, std::string_view text);
 
-    /// Returns the text that this process last read from the file or wrote to it; nothing before that, and when the
-    /// file at the start was missing or could not be read.
-    const std::optional<std::string>& knownText() const { return knownText_; }
-
     /// Returns the path of a file that was there at the start and could not be read or was no JSON; nothing where there
     /// was none.
     const std::optional<std::string>& unreadAtStart() const { return unreadAtStart_; }
@@ -85,7 +81,6 @@ private:
     /// Path and contents of the file that was read, written or kept last.
     std::string knownPath_;
     std::optional<Fingerprint> knownContents_;
-    std::optional<std::string> knownText_;
 };
 
 }  // namespace zelutil::prefs

@@ -11,6 +11,7 @@
 #include <windows.h>
 #else
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -90,29 +91,73 @@ HANDLE createInheritable(const fs::path& file) {
                        nullptr);
 }
 
-int runWithOutputIn(const ChildProcess& process, const fs::path& out, const fs::path& err) {
+/// The streams of a program; it takes over those that are there and this process closes them.
+struct Streams {
+    HANDLE in = nullptr;
+    HANDLE out = nullptr;
+    HANDLE err = nullptr;
+};
+
+/// Returns the handle of the process.
+HANDLE start(const ChildProcess& process, const Streams& streams) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = createInheritable(out);
-    startup.hStdError = createInheritable(err);
+    startup.hStdInput = streams.in;
+    startup.hStdOutput = streams.out;
+    startup.hStdError = streams.err;
     PROCESS_INFORMATION child{};
     std::string line = commandLine(process);
     std::string block = environmentBlock(process.environment);
     const BOOL started = CreateProcessA(process.program.string().c_str(), line.data(), nullptr, nullptr, TRUE, 0,
                                         block.data(), process.directory.string().c_str(), &startup, &child);
-    CloseHandle(startup.hStdOutput);
-    CloseHandle(startup.hStdError);
+    for (const HANDLE stream : {streams.in, streams.out, streams.err}) {
+        if (stream != nullptr) {
+            CloseHandle(stream);
+        }
+    }
     if (started == 0) {
         throw std::runtime_error("cannot start " + process.program.string());
     }
-    WaitForSingleObject(child.hProcess, INFINITE);
-    DWORD exitCode = 0;
-    GetExitCodeProcess(child.hProcess, &exitCode);
-    CloseHandle(child.hProcess);
     CloseHandle(child.hThread);
+    return child.hProcess;
+}
+
+int waitForEnd(HANDLE process) {
+    WaitForSingleObject(process, INFINITE);
+    DWORD exitCode = 0;
+    GetExitCodeProcess(process, &exitCode);
+    CloseHandle(process);
     return static_cast<int>(exitCode);
 }
+
+int runWithOutputIn(const ChildProcess& process, const fs::path& out, const fs::path& err) {
+    return waitForEnd(start(process, {nullptr, createInheritable(out), createInheritable(err)}));
+}
+
+/// Returns another handle to it, which a child may inherit.
+HANDLE ownErrorStream() {
+    HANDLE stream = nullptr;
+    DuplicateHandle(GetCurrentProcess(), GetStdHandle(STD_ERROR_HANDLE), GetCurrentProcess(), &stream, 0, TRUE,
+                    DUPLICATE_SAME_ACCESS);
+    return stream;
+}
+
+/// One end is this process's own, the other one is for a child.
+struct Pipe {
+    explicit Pipe(bool childReads) {
+        SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+        HANDLE reader = nullptr;
+        HANDLE writer = nullptr;
+        CreatePipe(&reader, &writer, &inheritable, 0);
+        own = childReads ? writer : reader;
+        childs = childReads ? reader : writer;
+        SetHandleInformation(own, HANDLE_FLAG_INHERIT, 0);
+    }
+
+    HANDLE own = nullptr;
+    HANDLE childs = nullptr;
+};
 
 std::string outputIn(const fs::path& file) {
     std::string text = readTextFile(file);
@@ -123,7 +168,7 @@ std::string outputIn(const fs::path& file) {
 }
 #else
 /// Runs in the child: from here on only what a forked process may do.
-[[noreturn]] void becomeProgram(const ChildProcess& process, int out, int err) {
+[[noreturn]] void becomeProgram(const ChildProcess& process, int in, int out, int err) {
     constexpr int kCannotStart = 127;
     for (const auto& [name, value] : process.environment) {
         value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
@@ -133,10 +178,21 @@ std::string outputIn(const fs::path& file) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
     arguments.push_back(nullptr);
-    if (dup2(out, STDOUT_FILENO) >= 0 && dup2(err, STDERR_FILENO) >= 0 && chdir(process.directory.c_str()) == 0) {
+    const bool hasStreams = (in < 0 || dup2(in, STDIN_FILENO) >= 0) && dup2(out, STDOUT_FILENO) >= 0 &&
+                            (err < 0 || dup2(err, STDERR_FILENO) >= 0);
+    if (hasStreams && chdir(process.directory.c_str()) == 0) {
         execv(process.program.c_str(), arguments.data());
     }
     _exit(kCannotStart);
+}
+
+int waitForEnd(pid_t child) {
+    constexpr int kKilled = 128;
+    int status = 0;
+    if (waitpid(child, &status, 0) != child) {
+        throw std::runtime_error("lost a program");
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : kKilled + WTERMSIG(status);
 }
 
 int runWithOutputIn(const ChildProcess& process, const fs::path& out, const fs::path& err) {
@@ -145,16 +201,14 @@ int runWithOutputIn(const ChildProcess& process, const fs::path& out, const fs::
     const int errFile = open(err.c_str(), kFlags, 0600);
     const pid_t child = fork();
     if (child == 0) {
-        becomeProgram(process, outFile, errFile);
+        becomeProgram(process, -1, outFile, errFile);
     }
     close(outFile);
     close(errFile);
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child) {
+    if (child < 0) {
         throw std::runtime_error("cannot start " + process.program.string());
     }
-    constexpr int kKilled = 128;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : kKilled + WTERMSIG(status);
+    return waitForEnd(child);
 }
 
 std::string outputIn(const fs::path& file) { return readTextFile(file); }
@@ -176,6 +230,132 @@ ChildResult run(const ChildProcess& process) {
     const fs::path err = directory / "err";
     const int exitCode = runWithOutputIn(process, out, err);
     return {exitCode, outputIn(out), outputIn(err)};
+}
+
+#ifdef _WIN32
+struct BackgroundProcess::Native {
+    explicit Native(const ChildProcess& started) : process(start(started, {in.childs, out.childs, ownErrorStream()})) {}
+    ~Native() {
+        closeInput();
+        CloseHandle(out.own);
+    }
+
+    bool write(std::string_view bytes) const {
+        DWORD count = 0;
+        return WriteFile(in.own, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) != 0;
+    }
+
+    /// Returns nothing at the end.
+    std::string read() const {
+        std::string buffer(4096, '\0');
+        DWORD count = 0;
+        const bool isRead = ReadFile(out.own, buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) != 0;
+        return buffer.substr(0, isRead ? count : 0);
+    }
+
+    void closeInput() {
+        if (in.own != nullptr) {
+            CloseHandle(in.own);
+            in.own = nullptr;
+        }
+    }
+
+    void kill() const { TerminateProcess(process, 1); }
+
+    Pipe in{true};
+    Pipe out{false};
+    HANDLE process;
+};
+#else
+struct BackgroundProcess::Native {
+    explicit Native(const ChildProcess& started) {
+        if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0 || (process = fork()) < 0) {
+            throw std::runtime_error("cannot start " + started.program.string());
+        }
+        if (process == 0) {
+            becomeProgram(started, in[0], out[1], -1);
+        }
+        close(in[0]);
+        close(out[1]);
+        // A program that is gone is not to take this one with it.
+        signal(SIGPIPE, SIG_IGN);
+    }
+    ~Native() {
+        closeInput();
+        close(out[0]);
+    }
+
+    bool write(std::string_view bytes) const {
+        return ::write(in[1], bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+    }
+
+    /// Returns nothing at the end.
+    std::string read() const {
+        std::string buffer(4096, '\0');
+        const ssize_t count = ::read(out[0], buffer.data(), buffer.size());
+        return buffer.substr(0, count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+
+    void closeInput() {
+        if (in[1] >= 0) {
+            close(in[1]);
+            in[1] = -1;
+        }
+    }
+
+    void kill() const { ::kill(process, SIGKILL); }
+
+    int in[2] = {-1, -1};
+    int out[2] = {-1, -1};
+    pid_t process = -1;
+};
+#endif
+
+BackgroundProcess::BackgroundProcess(const ChildProcess& process) : native_(std::make_unique<Native>(process)) {}
+
+BackgroundProcess::~BackgroundProcess() { kill(); }
+
+void BackgroundProcess::tell(const std::string& line) { native_->write(line + '\n'); }
+
+std::optional<std::string> BackgroundProcess::hear() {
+    std::size_t end = 0;
+    while ((end = heard_.find('\n')) == std::string::npos) {
+        const std::string more = native_->read();
+        if (more.empty()) {
+            return std::nullopt;
+        }
+        heard_ += more;
+    }
+    std::string line = heard_.substr(0, end);
+    heard_.erase(0, end + 1);
+    if (!line.empty() && line.back() == '\r') {
+        line.pop_back();
+    }
+    return line;
+}
+
+std::string BackgroundProcess::ask(const std::string& line) {
+    tell(line);
+    auto said = hear();
+    if (!said) {
+        throw std::runtime_error("no word to: " + line);
+    }
+    return *said;
+}
+
+void BackgroundProcess::kill() {
+    if (native_ != nullptr) {
+        native_->kill();
+        waitForEnd(native_->process);
+        native_.reset();
+    }
+}
+
+int BackgroundProcess::finish() {
+    native_->closeInput();
+    const int exitCode = waitForEnd(native_->process);
+    native_.reset();
+    return exitCode;
 }
 
 #ifdef _WIN32

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +34,37 @@ struct ChildResult {
 
 /// Throws when the program cannot be started.
 ChildResult run(const ChildProcess& process);
+
+/// A program that runs beside the test and talks with it by lines. It is killed at the end of the scope.
+class BackgroundProcess {
+public:
+    /// Throws when the program cannot be started.
+    explicit BackgroundProcess(const ChildProcess& process);
+    BackgroundProcess(const BackgroundProcess&) = delete;
+    BackgroundProcess& operator=(const BackgroundProcess&) = delete;
+    ~BackgroundProcess();
+
+    /// Writes a line to its standard input.
+    void tell(const std::string& line);
+
+    /// Returns the next line of its standard output without the line's end; nothing once it has closed it.
+    std::optional<std::string> hear();
+
+    /// Tells a line and returns the line it says to that. Throws where there is none.
+    std::string ask(const std::string& line);
+
+    /// Ends it at once, wherever it is, and waits for its end.
+    void kill();
+
+    /// Closes its standard input, waits for its end and returns its exit code.
+    int finish();
+
+private:
+    struct Native;
+
+    std::unique_ptr<Native> native_;
+    std::string heard_;
+};
 
 /// The directories as a variable like "PATH" holds them.
 std::string systemList(const std::vector<std::string>& directories);

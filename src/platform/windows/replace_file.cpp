@@ -4,6 +4,7 @@
 
 #include "platform/replacement_primitives.h"
 #include "platform/windows/file.h"
+#include "platform/windows/named_mutex.h"
 #include "platform/windows/replace_rules.h"
 #include "platform/windows/system_text.h"
 
@@ -160,15 +161,6 @@ bool leaveToOwnerAlone(const NativeText& path) {
            SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, &security) != 0;
 }
 
-HANDLE createMutex(const wchar_t* name) {
-    // Processes of other users take their turns too.
-    SECURITY_DESCRIPTOR everybody{};
-    InitializeSecurityDescriptor(&everybody, SECURITY_DESCRIPTOR_REVISION);
-    SetSecurityDescriptorDacl(&everybody, TRUE, nullptr, FALSE);
-    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), &everybody, FALSE};
-    return CreateMutexW(&attributes, FALSE, name);
-}
-
 /// Returns the path that the link leads to, which need not be there; nothing when it cannot be told.
 std::optional<NativeText> readLink(const NativeText& link) {
     const File file(CreateFileW(link.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING,
@@ -210,18 +202,9 @@ bool OpenFile::close() {
 }
 
 Turn::Turn() : isTaken_(false) {
-    HANDLE mutex = createMutex(L"Global\\zelutil-replace-file");
-    if (mutex == nullptr) {
-        // Not every process may reach beyond its own session.
-        mutex = createMutex(L"Local\\zelutil-replace-file");
-    }
-    if (mutex == nullptr) {
-        return;
-    }
+    const HANDLE mutex = openMutex(L"zelutil-replace-file");
     native_ = reinterpret_cast<std::intptr_t>(mutex);
-    // A process that died in the middle of its turn has handed it on.
-    const DWORD result = WaitForSingleObject(mutex, kMaximumWaitForTurn);
-    isTaken_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+    isTaken_ = mutex != nullptr && takeMutex(mutex, kMaximumWaitForTurn);
 }
 
 Turn::~Turn() {
