@@ -18,6 +18,7 @@
 #include "platform/files.h"
 #include "platform/kill_shield.h"
 #include "platform/modules.h"
+#include "platform/native_paths.h"
 #include "platform/replace_file.h"
 #include "platform/thread_lock.h"
 #include "platform/threads.h"
