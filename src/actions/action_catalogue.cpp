@@ -34,6 +34,8 @@ UCPActionItem ActionCatalogue::Action::item() const {
 
 std::string_view ActionCatalogue::Action::contextName() const { return context->name; }
 
+const std::string& ActionCatalogue::Action::boundTo() const { return binding->bound; }
+
 const ActionCatalogue::Action* ActionCatalogue::find(int id) const { return tables_->find(id); }
 
 ActionCatalogue::Action* ActionCatalogue::findForEdit(int id) { return tables_->find(id); }

@@ -57,6 +57,9 @@ public:
 
         std::string_view contextName() const;
 
+        /// The shortcut to which the context binds the action's command.
+        const std::string& boundTo() const;
+
         /// The id of the action that is in the way of giving this one the shortcut, whoever is below it; 0 for none.
         int inTheWay(const std::string& wanted) const;
     };

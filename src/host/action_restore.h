@@ -34,6 +34,8 @@ struct ActionsBase {
     std::uint64_t load = 0;
     /// What was in force here then, by id.
     std::map<int, ActionValues> inForce;
+    /// What the file is to bring about. It differs from `inForce` where another process saved something else.
+    std::map<int, ActionValues> aim;
     /// What the file held then: a user's text, [{"actions":[...]}], or an empty one.
     std::string fileText;
 };

@@ -1,0 +1,22 @@
+#ifndef ZELUTIL_HOST_ACTION_AIM_PLAN_H
+#define ZELUTIL_HOST_ACTION_AIM_PLAN_H
+
+#include "host/action_entries.h"
+#include "host/action_families.h"
+
+#include <vector>
+
+namespace zelutil::host {
+
+/// Entries for an aim, and what they miss.
+struct AimPlan {
+    ActionEntries entries;
+    std::vector<NotRestored> notRestored;
+};
+
+/// Returns the fewest entries found that bring about the aim, tried out by loads of a catalogue of its own.
+AimPlan planAim(const ShippedActions& shipped, const ActionState& aim);
+
+}  // namespace zelutil::host
+
+#endif

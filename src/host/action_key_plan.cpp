@@ -1,0 +1,205 @@
+#include "host/action_key_plan.h"
+
+#include "actions/overwritable.h"
+
+#include <algorithm>
+#include <deque>
+#include <set>
+
+namespace zelutil::host {
+namespace {
+
+using actions::ActionCatalogue;
+
+const std::string& shortcutOf(const ActionState& state, int id) {
+    static const std::string kNone;
+    const auto found = state.values.find(id);
+    return found == state.values.end() ? kNone : found->second.shortcut;
+}
+
+/// The edits of one group, from what is shipped to the aim.
+class KeyEdits {
+public:
+    KeyEdits(ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
+             const ActionGroup& group)
+        : catalogue_(catalogue), shipped_(shipped), aim_(aim), group_(group) {}
+
+    ActionEntries run(Effort effort) {
+        if (effort == Effort::ThoroughBackwards) {
+            std::reverse(group_.begin(), group_.end());
+        }
+        if (effort == Effort::Thorough || effort == Effort::ThoroughBackwards) {
+            std::for_each(group_.begin(), group_.end(), [this](int id) { takeAway(id); });
+        }
+        queue_.assign(group_.begin(), group_.end());
+        giveAll();
+        if (effort != Effort::Ordered) {
+            giveBackHolders();
+        }
+        return std::move(entries_);
+    }
+
+private:
+    /// So often can one action lose its shortcut to make room.
+    static constexpr int kMostTurns = 3;
+    /// So many entries can one action come to on average.
+    static constexpr std::size_t kMostEntries = 12;
+
+    const std::string& goal(int id) const { return shortcutOf(aim_, id); }
+    std::string shown(int id) const { return actions::effectiveValue(catalogue_.find(id)->shortcut); }
+
+    /// Whether the action needs an edit of its own: those that have what their parent has follow it.
+    bool waits(int id) const {
+        const int parent = shipped_.find(id)->parent;
+        if (parent > 0) {
+            const bool follows = shipped_.find(parent) == nullptr || goal(id) == goal(parent);
+            // Before its parent has its own, an edit would be for nothing.
+            if (follows || shown(parent) != goal(parent)) {
+                return false;
+            }
+        }
+        return shown(id) != goal(id);
+    }
+
+    void giveAll() {
+        while (true) {
+            while (!queue_.empty()) {
+                if (entries_.size() > kMostEntries * group_.size()) {
+                    return;  // where parents go round in a circle, each edit can undo the last
+                }
+                const int id = queue_.front();
+                queue_.pop_front();
+                tryToGive(id);
+            }
+            if (!makeRoom()) {
+                return;
+            }
+        }
+    }
+
+    void tryToGive(int id) {
+        stuck_.erase(id);
+        if (!waits(id)) {
+            return;
+        }
+        const int holder = catalogue_.shortcutTakenBy(id, goal(id));
+        if (holder == 0) {
+            give(id, goal(id));
+            return;
+        }
+        stuck_.insert(id);
+        waiting_[shipped_.topAbove(holder)].push_back(id);
+    }
+
+    /// Takes away what the first of the waiting actions waits for. Returns whether there was something.
+    bool makeRoom() {
+        while (!stuck_.empty()) {
+            const int id = *stuck_.begin();
+            const int holder = catalogue_.shortcutTakenBy(id, goal(id));
+            if (holder != 0 && turns_[holder]++ < kMostTurns) {
+                takeAway(holder);
+                queue_.push_front(id);
+                queue_.push_back(holder);
+                return true;
+            }
+            stuck_.erase(stuck_.begin());
+        }
+        return false;
+    }
+
+    void takeAway(int id) {
+        if (!shown(id).empty()) {
+            give(id, std::string());
+        }
+    }
+
+    void edit(int id, const std::string& shortcut) {
+        entries_.push_back({id, shortcut, std::nullopt});
+        catalogue_.updateShortcut(id, shortcut);
+    }
+
+    void give(int id, const std::string& shortcut) {
+        edit(id, shortcut);
+        if (shown(id) != shortcut && !shortcut.empty()) {
+            // The command is bound to it already, by another action with that command.
+            edit(id, std::string());
+            edit(id, shortcut);
+        }
+        const auto waiting = waiting_.find(shipped_.topAbove(id));
+        if (waiting != waiting_.end()) {
+            queue_.insert(queue_.end(), waiting->second.begin(), waiting->second.end());
+            waiting_.erase(waiting);
+        }
+        const std::vector<int>& children = shipped_.find(id)->children;
+        queue_.insert(queue_.end(), children.begin(), children.end());
+    }
+
+    /// Where the aim has another holder, or one where there is none: a shortcut that is shipped twice goes away with
+    /// either of its actions, and of two children the first to follow gets it.
+    void giveBackHolders() {
+        for (const int id : group_) {
+            const ShippedAction& action = *shipped_.find(id);
+            const std::string& shortcut = goal(id);
+            const auto holder = aim_.holders.find(ActionState::Place(action.context, shortcut));
+            if (shortcut.empty() || holder == aim_.holders.end() || holder->second != id) {
+                continue;
+            }
+            const int other = catalogue_.idByShortcut(action.context, shortcut);
+            if (other == id) {
+                continue;
+            }
+            if (other != 0) {
+                takeAway(other);
+            }
+            takeAway(id);
+            give(id, shortcut);
+        }
+    }
+
+    ActionCatalogue& catalogue_;
+    const ShippedActions& shipped_;
+    const ActionState& aim_;
+    ActionGroup group_;
+    ActionEntries entries_;
+    std::deque<int> queue_;
+    /// The actions that wait for somebody, and by the topmost action above that one.
+    std::set<int> stuck_;
+    std::map<int, std::vector<int>> waiting_;
+    std::map<int, int> turns_;
+};
+
+}  // namespace
+
+ActionEntries plainEntries(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group) {
+    ActionEntries entries;
+    for (const int id : group) {
+        const ShippedAction& action = *shipped.find(id);
+        if (action.parent == 0 && shortcutOf(aim, id) != action.values.shortcut) {
+            entries.push_back({id, shortcutOf(aim, id), std::nullopt});
+        }
+    }
+    return entries;
+}
+
+ActionEntries editTowards(ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
+                          const ActionGroup& group, Effort effort) {
+    if (effort == Effort::Plain) {
+        ActionEntries entries = plainEntries(shipped, aim, group);
+        applyEntries(catalogue, entries);
+        return entries;
+    }
+    return KeyEdits(catalogue, shipped, aim, group).run(effort);
+}
+
+void applyEntries(ActionCatalogue& catalogue, const ActionEntries& entries) {
+    for (const ActionEntry& entry : entries) {
+        if (entry.shortcut) {
+            catalogue.updateShortcut(entry.id, *entry.shortcut);
+        }
+        if (entry.inMenu) {
+            catalogue.updateMenu(entry.id, *entry.inMenu);
+        }
+    }
+}
+
+}  // namespace zelutil::host

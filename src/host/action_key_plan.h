@@ -1,0 +1,43 @@
+#ifndef ZELUTIL_HOST_ACTION_KEY_PLAN_H
+#define ZELUTIL_HOST_ACTION_KEY_PLAN_H
+
+#include "host/action_entries.h"
+#include "host/action_families.h"
+
+#include <map>
+
+/// Entries that bring shortcuts back.
+namespace zelutil::host {
+
+/// How far to go for a group of actions. Each is tried where the ones before do not bring all back.
+enum class Effort {
+    /// Names the changed top-level actions, ascending.
+    Plain,
+    /// Gives shortcuts in an order in which each is accepted, and takes one away first where actions wait for each
+    /// other in a circle.
+    Ordered,
+    /// Then gives them again where another action holds them.
+    Repaired,
+    /// Takes all away first.
+    Thorough,
+    /// The same from the last action to the first.
+    ThoroughBackwards,
+};
+
+inline constexpr Effort kEfforts[] = {Effort::Plain, Effort::Ordered, Effort::Repaired, Effort::Thorough,
+                                      Effort::ThoroughBackwards};
+
+/// Returns the entries for the changed top-level actions.
+ActionEntries plainEntries(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);
+
+/// Edits the actions of a group so that they get what they have in the aim. The catalogue is one in the middle of
+/// `ActionCatalogue::loadAndEdit`. Returns the edits.
+ActionEntries editTowards(actions::ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
+                          const ActionGroup& group, Effort effort);
+
+/// Applies entries as a load does.
+void applyEntries(actions::ActionCatalogue& catalogue, const ActionEntries& entries);
+
+}  // namespace zelutil::host
+
+#endif

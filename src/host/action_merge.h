@@ -1,0 +1,43 @@
+#ifndef ZELUTIL_HOST_ACTION_MERGE_H
+#define ZELUTIL_HOST_ACTION_MERGE_H
+
+#include "host/action_families.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace zelutil::host {
+
+using ActionValuesById = std::map<int, ActionValues>;
+
+/// What two processes have made of the actions.
+struct ActionSides {
+    /// In force here: now, and when this process last shared the file.
+    const ActionState& here;
+    const ActionValuesById& hereBefore;
+    /// What the file was to bring about then.
+    const ActionValuesById& aimBefore;
+    /// What the file brings about: now, and then.
+    const ActionState& file;
+    const ActionValuesById& fileBefore;
+    /// Counts as changed here.
+    const std::set<int>& touched;
+};
+
+struct MergedActions {
+    ActionState aim;
+    std::vector<Conflict> conflicts;
+    /// Where the aim is not what is in force here.
+    std::vector<int> ofOthers;
+};
+
+/// Merges action by action, the shortcut and the menu flag each for itself: what was changed here stays, else what was
+/// changed in the file. Where both want one shortcut for different actions, the action of the other process goes back
+/// to what the file had for it before, or has none.
+MergedActions mergeActions(const ShippedActions& shipped, const ActionSides& sides);
+
+}  // namespace zelutil::host
+
+#endif

@@ -1,0 +1,25 @@
+#ifndef ZELUTIL_HOST_ACTION_OBSTACLES_H
+#define ZELUTIL_HOST_ACTION_OBSTACLES_H
+
+#include <zelutil/host/result.h>
+
+#include "host/action_families.h"
+
+#include <set>
+#include <string>
+
+namespace zelutil::host {
+
+/// Returns the context that is linked with this one, or the context itself.
+std::string linkedContext(const std::string& context);
+
+/// Whether it is clear without a search that no entries bring the action back together with all that are not `lost`: it
+/// follows a missing parent, or one that is not lost and has something else.
+bool followsAnother(const ShippedActions& shipped, const ActionState& aim, const std::set<int>& lost, int id);
+
+/// Returns why a load leaves the action as in `reached` and not as in the aim.
+NotRestored obstacleOf(const ShippedActions& shipped, const ActionState& aim, const ActionState& reached, int id);
+
+}  // namespace zelutil::host
+
+#endif

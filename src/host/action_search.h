@@ -1,0 +1,35 @@
+#ifndef ZELUTIL_HOST_ACTION_SEARCH_H
+#define ZELUTIL_HOST_ACTION_SEARCH_H
+
+#include "host/action_entries.h"
+#include "host/action_families.h"
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <set>
+
+namespace zelutil::host {
+
+/// How good a state is: the number of actions that are as they should be.
+using Score = std::function<std::size_t(const ActionState& loaded)>;
+
+/// Goes through the states to which entries for one small group can lead, the ones of few entries first.
+class ActionSearch {
+public:
+    ActionSearch(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);
+
+    /// Returns the entries that lead to the best state, or nothing when none is better than `atLeast`. It ends after
+    /// `loads` loads, which it subtracts.
+    std::optional<ActionEntries> best(const Score& score, std::size_t atLeast, std::size_t& loads) const;
+
+private:
+    ActionGroup group_;
+    /// The shipped text of the group alone.
+    std::string text_;
+    ActionEntries steps_;
+};
+
+}  // namespace zelutil::host
+
+#endif

@@ -1,0 +1,121 @@
+#include "host/settings_merge.h"
+
+#include <algorithm>
+#include <string>
+
+namespace zelutil::host {
+namespace {
+
+using prefs::Catalogue;
+using prefs::Setting;
+
+bool hasPlainSection(const Catalogue& catalogue) {
+    const prefs::Sections& sections = catalogue.sections();
+    return std::any_of(sections.begin(), sections.end(),
+                       [](const auto& entry) { return entry.second->submanagerId == prefs::kNoSubManager; });
+}
+
+std::optional<std::string_view> viewOf(const std::optional<std::string>& text) {
+    return text ? std::optional<std::string_view>(*text) : std::nullopt;
+}
+
+std::optional<std::string> copyOf(std::optional<std::string_view> text) {
+    return text ? std::optional<std::string>(*text) : std::nullopt;
+}
+
+}  // namespace
+
+SettingsMerge::SettingsMerge(const Catalogue& catalogue, const SettingsWishes& wishes, const UserFileReading& now,
+                             SettingsPlan& plan)
+    : catalogue_(catalogue), wishes_(wishes), now_(now), plan_(plan), hasPlainSection_(hasPlainSection(catalogue)) {}
+
+std::optional<std::string_view> SettingsMerge::fileValueOf(const SettingDefinition& definition) {
+    State state = stateOf(definition.setting);
+    if (const SettingsWishes::Wish* const wish = wishes_.find(definition.setting)) {
+        fulfil(*wish, definition, state);
+    }
+    const Value inFile = merged(definition, state);
+    if (inFile != state.ours) {
+        plan_.journal[definition.setting.number] = {copyOf(inFile), false};
+    }
+    if (!inFile || inFile == state.theirs) {
+        // The file's own text is in the plan already.
+        return inFile ? state.theirs : std::nullopt;
+    }
+    return plan_.content.strings.emplace_back(*inFile);
+}
+
+SettingsMerge::State SettingsMerge::stateOf(const Setting& setting) const {
+    State state{{}, now_.valueOf(setting), {}, false};
+    if (setting.hasUserValue) {
+        state.ours = setting.userValue;
+    }
+    const auto entry = catalogue_.journal().find(setting.number);
+    const bool isKnown = entry != catalogue_.journal().end();
+    state.base = isKnown ? viewOf(entry->second.inFile) : state.ours;
+    state.touched = isKnown && entry->second.touched;
+    return state;
+}
+
+// A value that is in force already is no change, also when the host hands it over: a dialog hands over all it shows.
+void SettingsMerge::fulfil(const SettingsWishes::Wish& wish, const SettingDefinition& definition, State& state) {
+    const Setting& setting = definition.setting;
+    if (wish ? *wish == setting.valueInForce() : !state.base && !state.theirs && !state.ours) {
+        return;
+    }
+    if (wish) {
+        plan_.newValues.push_back({definition.key(), std::string(*wish)});
+    } else {
+        plan_.takenBack.push_back(definition.key());
+    }
+    if (wish.value_or(setting.defaultValue) != setting.valueInForce()) {
+        plan_.changedSettings.insert(definition.fullName());
+    }
+    state.ours = wish;
+    state.touched = true;
+}
+
+/// An entry can name every setting that is found, except under the empty name, and in every section with settings; but
+/// it is not read in one whose path belongs to a sub-manager.
+bool SettingsMerge::isWritable(const SettingDefinition& definition) const {
+    return hasPlainSection_ && (definition.foundInFull || !definition.name.empty());
+}
+
+SettingsMerge::Value SettingsMerge::merged(const SettingDefinition& definition, const State& state) {
+    if (!isWritable(definition)) {
+        if (state.ours) {
+            reportNotRestored(definition);
+        }
+        return std::nullopt;
+    }
+    if (!plan_.fileKnown || state.theirs == state.ours) {
+        return state.ours;
+    }
+    if (!state.touched) {
+        plan_.settingsOfOthers.push_back(definition.fullName());
+        return state.theirs;
+    }
+    if (state.theirs != state.base) {
+        const std::string& shipped = definition.setting.defaultValue;
+        plan_.conflicts.push_back({definition.fullName(), 0, std::string(state.ours.value_or(shipped)),
+                                   std::string(state.theirs.value_or(shipped))});
+    }
+    return state.ours;
+}
+
+void SettingsMerge::reportNotRestored(const SettingDefinition& definition) {
+    NotRestored named;
+    named.setting = definition.fullName();
+    if (hasPlainSection_) {
+        named.obstacle = Obstacle::NameBelongsToAnother;
+        named.text =
+            "The setting " + named.setting + " is found under the empty name only, which the file cannot hold.";
+    } else {
+        named.obstacle = Obstacle::NoPlaceInFile;
+        named.text = "The setting " + named.setting +
+                     " has no place in the file: every section with settings belongs to a sub-manager.";
+    }
+    plan_.notRestored.push_back(std::move(named));
+}
+
+}  // namespace zelutil::host

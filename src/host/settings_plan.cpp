@@ -1,0 +1,177 @@
+#include "host/settings_plan.h"
+
+#include <utility>
+
+#include "host/setting_definition.h"
+#include "host/settings_merge.h"
+#include "host/settings_wishes.h"
+#include "host/user_file_reading.h"
+#include "json/writer.h"
+
+namespace zelutil::host {
+namespace {
+
+using json::View;
+using prefs::Catalogue;
+using prefs::SavedSection;
+using prefs::Setting;
+using prefs::SubManagerType;
+using prefs::VisitedSection;
+
+View parse(std::string_view text, UserFileContent& content) { return content.documents.emplace_back(text).root(); }
+
+/// Lays out the file: finds a section and a name for each value.
+class Layout {
+public:
+    Layout(const Catalogue& catalogue, UserFileReading& now, SettingsMerge& merge, UserFileContent& content)
+        : catalogue_(catalogue),
+          now_(now),
+          merge_(merge),
+          content_(content),
+          values_(catalogue.settings().recordCount()) {}
+
+    void lay() {
+        prefs::forEachSection(content_.defaults, [this](const VisitedSection& visited) { laySection(visited); });
+        if (firstPlain_) {
+            auto& values = content_.sections[*firstPlain_].values;
+            values.insert(values.end(), elsewhere_.begin(), elsewhere_.end());
+        }
+        content_.kept = now_.takeKept();
+    }
+
+private:
+    using Value = std::optional<std::string_view>;
+
+    void laySection(const VisitedSection& visited) {
+        const std::size_t place = content_.sections.size();
+        content_.sections.emplace_back();
+        const auto section = catalogue_.sections().find(visited.attributePath);
+        const SubManagerType type = catalogue_.subManagerOf(visited.attributePath);
+        isRead_ = section != catalogue_.sections().end() && type == SubManagerType::None;
+        if (type != SubManagerType::None) {
+            laySubManager(type, place);
+        } else if (isRead_ && !firstPlain_) {
+            firstPlain_ = place;
+        }
+        count_.inSection(visited, [&](std::uint32_t number, const prefs::DefaultSetting& definition) {
+            layDefinition(number, definition.name, visited.attributePath);
+        });
+        if (isRead_) {
+            for (const SavedSection::Value& unknown : now_.takeUnknownEntries(visited.attributePath)) {
+                content_.sections.back().values.push_back(unknown);
+            }
+        }
+    }
+
+    void laySubManager(SubManagerType type, std::size_t place) {
+        content_.sections[place].subManagerValue = valueFor(type);
+        if (type == SubManagerType::Actions) {
+            content_.sectionsOfActions.push_back(place);
+        }
+    }
+
+    /// Returns what the file has for a sub-manager, and where it has nothing what it had when it was read at first.
+    View valueFor(SubManagerType type) {
+        if (const View inFile = now_.subManagerValue(type)) {
+            return inFile;
+        }
+        const auto [held, isNew] = held_.try_emplace(type);
+        const auto text = catalogue_.userSubManagerTexts().find(type);
+        if (isNew && text != catalogue_.userSubManagerTexts().end()) {
+            held->second = parse(text->second, content_);
+        }
+        return held->second;
+    }
+
+    void layDefinition(std::uint32_t number, std::string_view name, const std::string& attributePath) {
+        const Setting& setting = catalogue_.settings().record(number);
+        const Setting* const namedInFull = catalogue_.settings().find(setting.key);
+        if (namedInFull != &setting && namedInFull->key == setting.key) {
+            layAgain(*namedInFull, name, attributePath);
+        }
+        if (const auto definition = settingDefinition(catalogue_, number, name, attributePath)) {
+            if (const Value value = merge_.fileValueOf(*definition)) {
+                values_[number] = value;
+                layValue(*definition, *value);
+            }
+        }
+    }
+
+    /// A setting that is defined once more is written once more.
+    void layAgain(const Setting& setting, std::string_view name, const std::string& attributePath) {
+        if (values_[setting.number] && isRead_ && catalogue_.findEntry(name, attributePath) == &setting) {
+            add(name, *values_[setting.number]);
+        }
+    }
+
+    /// Writes a value under the name that the defaults use, if that means the setting when it is read there, and else
+    /// under the one that finds it wherever it stands.
+    void layValue(const SettingDefinition& definition, std::string_view value) {
+        if (isRead_ && catalogue_.findEntry(definition.name, definition.attributePath) == &definition.setting) {
+            add(definition.name, value);
+            return;
+        }
+        std::string_view name = definition.name;
+        if (definition.foundInFull) {
+            name = content_.strings.emplace_back(definition.fullName());
+        }
+        if (isRead_) {
+            add(name, value);
+        } else {
+            elsewhere_.push_back({name, value});
+        }
+    }
+
+    void add(std::string_view name, std::string_view value) {
+        content_.sections.back().values.push_back({name, value});
+    }
+
+    const Catalogue& catalogue_;
+    UserFileReading& now_;
+    SettingsMerge& merge_;
+    UserFileContent& content_;
+    prefs::DefinitionCount count_;
+    /// What was written, by the numbers of the records.
+    std::vector<Value> values_;
+    /// Whether entries of the section that the walk has come to are read.
+    bool isRead_ = false;
+    std::optional<std::size_t> firstPlain_;
+    /// What has to be written into another section than its own.
+    std::vector<SavedSection::Value> elsewhere_;
+    std::map<SubManagerType, View> held_;
+};
+
+}  // namespace
+
+SettingsPlan planSettings(const Catalogue& catalogue, const SettingsRequest& request,
+                          std::optional<std::string_view> fileNow) {
+    SettingsPlan plan;
+    const View rootNow = fileNow ? parse(*fileNow, plan.content) : View();
+    plan.fileKnown = static_cast<bool>(rootNow);
+    plan.content.defaults = parse(catalogue.defaultsText(), plan.content);
+
+    const SettingsWishes wishes(catalogue, request);
+    plan.unknownSettings = wishes.unknownNames();
+    UserFileReading now(catalogue, rootNow);
+    if (const View actions = now.subManagerValue(SubManagerType::Actions)) {
+        plan.actionsInFile = json::compactText(actions);
+    }
+    SettingsMerge merge(catalogue, wishes, now, plan);
+    Layout(catalogue, now, merge, plan.content).lay();
+    plan.hasSections = !plan.content.sections.empty();
+    return plan;
+}
+
+std::optional<std::string> fileText(SettingsPlan& plan, std::optional<std::string_view> actionsValue) {
+    if (!plan.hasSections) {
+        return std::nullopt;
+    }
+    const View actions = actionsValue ? parse(*actionsValue, plan.content) : View();
+    for (const std::size_t place : plan.content.sectionsOfActions) {
+        View& value = plan.content.sections[place].subManagerValue;
+        value = actions ? actions : value;
+    }
+    return prefs::userFileText(plan.content.defaults, plan.content.sections, plan.content.kept);
+}
+
+}  // namespace zelutil::host

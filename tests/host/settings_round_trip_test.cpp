@@ -1,0 +1,228 @@
+// On random defaults, files and edits: after a save, a new process has every setting as it was, but for those that the
+// plan names; and the plan names none without a reason.
+//
+// The build sets the first seed and the number of states; the environment variables ZELUTIL_TWIN_SEED and
+// ZELUTIL_TWIN_CASES go before. A failure prints its seed.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+
+#include "host/settings_process.h"
+#include "prefs/definition_walk.h"
+#include "prefs/random_preferences.h"
+
+namespace zelutil::test {
+namespace {
+
+using prefs::Catalogue;
+using prefs::Setting;
+
+/// Each has a process of its own.
+constexpr unsigned kShares = 4;
+
+unsigned numberFrom(const char* variable, unsigned otherwise) {
+    const char* const text = std::getenv(variable);
+    return text == nullptr ? otherwise : static_cast<unsigned>(std::strtoul(text, nullptr, 10));
+}
+
+/// Over all states, to show that they are worth looking at.
+struct Tally {
+    unsigned states = 0;
+    unsigned settings = 0;
+    unsigned usersSettings = 0;
+    unsigned namedInFull = 0;
+    unsigned notRestored = 0;
+    unsigned ofOthers = 0;
+    unsigned conflicts = 0;
+    unsigned kept = 0;
+};
+
+/// Full names by the numbers of the records.
+std::vector<std::string> fullNames(const Catalogue& catalogue) {
+    std::vector<std::string> names;
+    const json::Document defaults(catalogue.defaultsText());
+    prefs::DefinitionCount count;
+    prefs::forEachSection(defaults.root(), [&](const prefs::VisitedSection& visited) {
+        count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
+            names.push_back(visited.attributePath + "::" + std::string(setting.name));
+        });
+    });
+    return names;
+}
+
+/// Whether an entry that is found by some name, in some section that is read, sets the setting: everything is tried.
+bool someEntrySets(const Catalogue& catalogue, const Setting& setting, std::set<std::string> names) {
+    names.insert(kRandomNames.begin(), kRandomNames.end());
+    for (const auto& [path, section] : catalogue.sections()) {
+        for (const std::string& name : names) {
+            if (section->submanagerId == 101 && catalogue.findEntry(name, path) == &setting) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+class Case {
+public:
+    Case(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {}
+
+    /// Returns a description of what is wrong, or the empty string.
+    std::string run() {
+        const std::string defaults = random_.defaultsText();
+        FileText file = random_.oneIn(6) ? FileText() : random_.userText();
+        history_ = "defaults:\n" + defaults + "\nfile:\n" + file.value_or("(none)") + "\n";
+        SettingsProcess process(defaults, file);
+        names_ = fullNames(process.catalogue());
+        std::string wrong;
+        for (std::size_t saves = 1 + random_.below(3); saves > 0 && wrong.empty(); --saves) {
+            wrong = saveOnce(defaults, process, file);
+        }
+        return wrong;
+    }
+
+    const std::string& history() const { return history_; }
+
+private:
+    std::string saveOnce(const std::string& defaults, SettingsProcess& process, FileText& file) {
+        disturb(process, file);
+        const FileText fileBefore = file;
+        const Values values = random_.settings(names_);
+        const Names resets = namesToReset();
+        describe(values, resets);
+        const auto plan = process.save(file, values, resets);
+        if (!plan.hasSections) {
+            return {};
+        }
+        history_ += "written:\n" + file.value_or("(none)") + "\n";
+        ++tally_.states;
+        tally_.kept += static_cast<unsigned>(plan.content.kept.size());
+        tally_.conflicts += static_cast<unsigned>(plan.conflicts.size());
+        tally_.ofOthers += static_cast<unsigned>(plan.settingsOfOthers.size());
+        tally_.notRestored += static_cast<unsigned>(plan.notRestored.size());
+        if (file == fileBefore && json::Document(file.value_or("")).valid() == false) {
+            return "no text was made";
+        }
+        return compare(process.catalogue(), catalogueOfTexts(defaults, *file), plan) +
+               compareNamed(defaults, process.catalogue(), fileBefore, plan);
+    }
+
+    /// Other things happen to the file and the process between saves.
+    void disturb(SettingsProcess& process, FileText& file) {
+        if (random_.oneIn(4)) {
+            const Values values = random_.settings(names_);
+            history_ += "old door:\n";
+            describe(values, {});
+            process.saveThroughOldDoor(file, values);
+        }
+        if (random_.oneIn(3)) {
+            file = random_.oneIn(5) ? FileText() : random_.userText();
+            history_ += "file of another:\n" + file.value_or("(none)") + "\n";
+        }
+    }
+
+    Names namesToReset() {
+        Names resets;
+        for (std::size_t i = random_.oneIn(2) ? random_.below(4) : 0; i > 0 && !names_.empty(); --i) {
+            resets.push_back(random_.inAnotherCase(names_[random_.below(names_.size())]));
+        }
+        return resets;
+    }
+
+    void describe(const Values& values, const Names& resets) {
+        for (const auto& [name, value] : values) {
+            history_ += "  " + name + " = " + value + "\n";
+        }
+        for (const std::string& name : resets) {
+            history_ += "  reset " + name + "\n";
+        }
+    }
+
+    /// Every setting has come back as it was, or is named.
+    std::string compare(const Catalogue& before, const Catalogue& after, const host::SettingsPlan& plan) {
+        std::set<std::string> named(plan.settingsOfOthers.begin(), plan.settingsOfOthers.end());
+        for (const host::NotRestored& one : plan.notRestored) {
+            named.insert(one.setting);
+        }
+        const auto valuesBefore = userValuesOf(before);
+        const auto valuesAfter = userValuesOf(after);
+        tally_.settings += static_cast<unsigned>(valuesBefore.size());
+        for (std::size_t number = 0; number < valuesBefore.size(); ++number) {
+            tally_.usersSettings += valuesBefore[number] ? 1U : 0U;
+            if (valuesBefore[number] != valuesAfter[number] && named.count(names_[number]) == 0) {
+                return names_[number] + " was " + valuesBefore[number].value_or("(default)") + " and came back as " +
+                       valuesAfter[number].value_or("(default)");
+            }
+        }
+        return {};
+    }
+
+    /// What is named could not come back, or another process had put something else into the file.
+    std::string compareNamed(const std::string& defaults, const Catalogue& catalogue, const FileText& fileBefore,
+                             const host::SettingsPlan& plan) {
+        const auto ours = userValuesOf(catalogue);
+        const auto theirs = userValuesOf(catalogueOfTexts(defaults, fileBefore.value_or("")));
+        const std::set<std::string> allNames(names_.begin(), names_.end());
+        std::multiset<std::string> different;
+        std::multiset<std::string> unwritable;
+        for (std::size_t number = 0; number < names_.size(); ++number) {
+            const Setting& setting = catalogue.settings().record(number);
+            if (ours[number] != theirs[number]) {
+                different.insert(names_[number]);
+            }
+            if (ours[number] && !someEntrySets(catalogue, setting, allNames)) {
+                unwritable.insert(names_[number]);
+            }
+        }
+        for (const std::string& name : plan.settingsOfOthers) {
+            if (different.count(name) == 0) {
+                return name + " is said to be others'";
+            }
+        }
+        std::multiset<std::string> notRestored;
+        for (const host::NotRestored& one : plan.notRestored) {
+            notRestored.insert(one.setting);
+        }
+        return notRestored == unwritable ? "" : "other settings are named as not restored than cannot be";
+    }
+
+    RandomPreferences random_;
+    Tally& tally_;
+    std::vector<std::string> names_;
+    std::string history_;
+};
+
+Tally tryCases(unsigned first, unsigned states) {
+    Tally tally;
+    for (unsigned seed = first; tally.states < states; ++seed) {
+        Case one(seed, tally);
+        const std::string wrong = one.run();
+        if (!wrong.empty()) {
+            ADD_FAILURE() << "ZELUTIL_TWIN_SEED=" << seed << ": " << wrong << "\n" << one.history();
+            break;
+        }
+    }
+    std::printf("%u states, %u settings, %u of the user's, %u not restored, %u of others, %u conflicts, %u kept\n",
+                tally.states, tally.settings, tally.usersSettings, tally.notRestored, tally.ofOthers, tally.conflicts,
+                tally.kept);
+    return tally;
+}
+
+class SettingsRoundTrip : public testing::TestWithParam<unsigned> {};
+
+TEST_P(SettingsRoundTrip, BringsBackWhatTheSaveDoesNotName) {
+    const unsigned states = numberFrom("ZELUTIL_TWIN_CASES", ZELUTIL_TWIN_CASES) / kShares;
+    const unsigned first = numberFrom("ZELUTIL_TWIN_SEED", ZELUTIL_TWIN_SEED) + GetParam() * states;
+    const Tally tally = tryCases(first, states);
+    EXPECT_GT(tally.usersSettings, states / 2);
+    EXPECT_GT(tally.ofOthers, states / 20);
+    EXPECT_GT(tally.conflicts, states / 100);
+    EXPECT_GT(tally.kept, states / 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Quarter, SettingsRoundTrip, testing::Range(0U, kShares));
+
+}  // namespace
+}  // namespace zelutil::test
