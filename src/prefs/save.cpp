@@ -18,8 +18,8 @@ void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& reque
         return;
     }
     catalogue.putInForce(std::move(plan->newValues));
-    if (plan->fileText) {
-        file.write(path, *plan->fileText);
+    if (plan->fileText && file.write(path, *plan->fileText).written == UserSettingsFile::Written::Yes) {
+        catalogue.restartJournal(std::move(plan->journal));
     }
     // An observer may save in its turn: the catalogue is whole again, and the plan is this save's own.
     ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(plan->changedNames, plan->changedTexts);

@@ -17,7 +17,8 @@ using json::View;
 /// One planning of a save.
 class Planning {
 public:
-    Planning(const Catalogue& catalogue, const SaveValues& values) : catalogue_(catalogue), values_(values) {}
+    Planning(const Catalogue& catalogue, const SaveValues& values)
+        : catalogue_(catalogue), values_(values), inFile_(catalogue.settings().recordCount()) {}
 
     std::optional<SavePlan> plan() {
         const json::Document defaults(catalogue_.defaultsText());
@@ -26,6 +27,7 @@ public:
             return std::nullopt;
         }
         plan_.fileText = userFileText(defaults.root(), sections_);
+        planJournal();
         return std::move(plan_);
     }
 
@@ -37,6 +39,7 @@ private:
             planSubManagerText(type, saved);
             return;
         }
+        sectionIsRead_ = catalogue_.sections().count(visited.attributePath) != 0;
         const std::uint64_t prefixKey = keyOf(kNameSeparator, keyOf(visited.attributePath));
         for (const View element : visited.element.member(kDefaultSettings).elements()) {
             if (const auto setting = defaultSetting(element)) {
@@ -67,6 +70,11 @@ private:
             return;
         }
         saved.values.push_back({name, *wanted});
+        // Entries of a section without a record are not read.
+        const Setting* const meant = sectionIsRead_ ? catalogue_.findEntry(name, attributePath) : nullptr;
+        if (meant != nullptr) {
+            inFile_[meant->number] = wanted;
+        }
         if (*wanted != current) {
             changed_[&setting] = wanted;
             plan_.newValues.push_back({key, *wanted});
@@ -74,10 +82,33 @@ private:
         }
     }
 
+    void planJournal() {
+        for (std::uint32_t number = 0; number < inFile_.size(); ++number) {
+            const std::string* const inForce = userValueAfter(catalogue_.settings().record(number));
+            const std::string* const inFile = inFile_[number];
+            const bool same = inForce == nullptr || inFile == nullptr ? inForce == inFile : *inForce == *inFile;
+            if (!same) {
+                plan_.journal[number] = {inFile == nullptr ? std::nullopt : std::optional<std::string>(*inFile), true};
+            }
+        }
+    }
+
+    /// Returns the user's value of a setting once the plan is in force; null where there is none.
+    const std::string* userValueAfter(const Setting& setting) const {
+        const auto changed = changed_.find(&setting);
+        if (changed != changed_.end()) {
+            return changed->second;
+        }
+        return setting.hasUserValue ? &setting.userValue : nullptr;
+    }
+
     const Catalogue& catalogue_;
     const SaveValues& values_;
     /// The values that this plan has given so far: the current ones for what it meets later.
     std::unordered_map<const Setting*, const std::string*> changed_;
+    /// What a reader of the new file will take for the user's values, by the numbers of the records.
+    std::vector<const std::string*> inFile_;
+    bool sectionIsRead_ = false;
     std::vector<SavedSection> sections_;
     SavePlan plan_;
 };

@@ -18,6 +18,10 @@ struct SavePlan {
     std::vector<Catalogue::NewValue> newValues;
     std::set<std::string> changedNames;
     SubManagerTexts changedTexts;
+    /// For `Catalogue::restartJournal`, once the file is written: the settings that the file does not bring back as
+    /// they are, because a name in it means another one. They count as touched, so that a save for hosts writes them
+    /// anew.
+    SettingJournal journal;
 };
 
 /// Returns what a save of the values does, or nothing when it changes nothing. Planning has no effects; everything in

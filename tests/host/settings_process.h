@@ -53,14 +53,17 @@ public:
         return plan;
     }
 
-    /// Saves as `UserPreferenceManager::updateUserPrefSettings` does.
-    void saveThroughOldDoor(FileText& file, const Values& values) {
+    /// Saves as `UserPreferenceManager::updateUserPrefSettings` does, and returns whether it wrote the file.
+    bool saveThroughOldDoor(FileText& file, const Values& values) {
         if (auto plan = prefs::planSave(catalogue_, prefs::SaveValues(catalogue_, {values, {}}))) {
             catalogue_.putInForce(plan->newValues);
             if (plan->fileText) {
                 file = plan->fileText;
+                catalogue_.restartJournal(plan->journal);
+                return true;
             }
         }
+        return false;
     }
 
     const prefs::Catalogue& catalogue() const { return catalogue_; }

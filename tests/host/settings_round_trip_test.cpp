@@ -5,10 +5,12 @@
 // ZELUTIL_TWIN_CASES go before. A failure prints its seed.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
 
+#include "host/dense_preferences.h"
 #include "host/settings_process.h"
 #include "prefs/definition_walk.h"
 #include "prefs/random_preferences.h"
@@ -67,15 +69,16 @@ bool someEntrySets(const Catalogue& catalogue, const Setting& setting, std::set<
 
 class Case {
 public:
-    Case(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {}
+    /// Every third case has files with mistakes in them.
+    Case(unsigned seed, Tally& tally) : random_(seed), dense_(random_), isDense_(seed % 3 != 0), tally_(tally) {}
 
     /// Returns a description of what is wrong, or the empty string.
     std::string run() {
-        const std::string defaults = random_.defaultsText();
-        FileText file = random_.oneIn(6) ? FileText() : random_.userText();
+        const std::string defaults = isDense_ ? dense_.defaultsText() : random_.defaultsText();
+        names_ = fullNames(catalogueOfTexts(defaults, ""));
+        FileText file = random_.oneIn(6) ? FileText() : someFile();
         history_ = "defaults:\n" + defaults + "\nfile:\n" + file.value_or("(none)") + "\n";
         SettingsProcess process(defaults, file);
-        names_ = fullNames(process.catalogue());
         std::string wrong;
         for (std::size_t saves = 1 + random_.below(3); saves > 0 && wrong.empty(); --saves) {
             wrong = saveOnce(defaults, process, file);
@@ -98,6 +101,11 @@ private:
         }
         history_ += "written:\n" + file.value_or("(none)") + "\n";
         ++tally_.states;
+        if (!othersWrote_ && !onlyKnownOthers(plan)) {
+            return "others are named who did nothing";
+        }
+        othersWrote_ = false;
+        ofOthers_ = {plan.settingsOfOthers.begin(), plan.settingsOfOthers.end()};
         tally_.kept += static_cast<unsigned>(plan.content.kept.size());
         tally_.conflicts += static_cast<unsigned>(plan.conflicts.size());
         tally_.ofOthers += static_cast<unsigned>(plan.settingsOfOthers.size());
@@ -115,12 +123,24 @@ private:
             const Values values = random_.settings(names_);
             history_ += "old door:\n";
             describe(values, {});
-            process.saveThroughOldDoor(file, values);
+            if (process.saveThroughOldDoor(file, values)) {
+                othersWrote_ = false;
+                ofOthers_.clear();
+            }
         }
         if (random_.oneIn(3)) {
-            file = random_.oneIn(5) ? FileText() : random_.userText();
+            file = random_.oneIn(5) ? FileText() : someFile();
+            othersWrote_ = true;
             history_ += "file of another:\n" + file.value_or("(none)") + "\n";
         }
+    }
+
+    /// Whether the plan names only such settings of others as the last one.
+    bool onlyKnownOthers(const host::SettingsPlan& plan) const {
+        const std::vector<std::string>& now = plan.settingsOfOthers;
+        return plan.conflicts.empty() && std::all_of(now.begin(), now.end(), [this](const std::string& name) {
+                   return ofOthers_.count(name) != 0;
+               });
     }
 
     Names namesToReset() {
@@ -188,10 +208,18 @@ private:
         return notRestored == unwritable ? "" : "other settings are named as not restored than cannot be";
     }
 
+    std::string someFile() { return isDense_ ? dense_.userText(names_) : random_.userText(); }
+
     RandomPreferences random_;
+    DensePreferences dense_;
+    bool isDense_;
     Tally& tally_;
     std::vector<std::string> names_;
     std::string history_;
+    /// Whether the file was written by others since the process read or wrote it.
+    bool othersWrote_ = false;
+    /// What the last save left to others.
+    std::set<std::string> ofOthers_;
 };
 
 Tally tryCases(unsigned first, unsigned states) {
