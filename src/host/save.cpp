@@ -1,82 +1,144 @@
 #include <zelutil/host/save.h>
 
 #include <zelutil/actions/action_manager.h>
-#include <zelutil/host/start.h>
 #include <zelutil/prefs/user_preference_server.h>
 
+#include <memory>
 #include <optional>
 #include <utility>
 
+#include "actions/manager_access.h"
 #include "host/current_preferences.h"
+#include "host/save_depth.h"
+#include "host/save_plan.h"
+#include "host/save_state.h"
 #include "host/save_text.h"
-#include "prefs/save_plan.h"
+#include "json/document.h"
+#include "platform/file_turn.h"
+#include "platform/replace_file.h"
+#include "prefs/preference_files.h"
 
 namespace zelutil::host {
 namespace {
 
-using prefs::UserSettingsFile;
+using Status = SaveResult::Status;
+using Written = prefs::UserSettingsFile::Written;
 
-SaveResult::Status statusOf(UserSettingsFile::Written written) {
+actions::ActionCatalogue& currentActions() { return actions::ManagerAccess::catalogueOf(UCPActionManager::instance()); }
+
+Status statusOf(Written written) {
     switch (written) {
-        case UserSettingsFile::Written::Yes:
-            return SaveResult::Status::Saved;
-        case UserSettingsFile::Written::NoPath:
-            return SaveResult::Status::NoPath;
-        case UserSettingsFile::Written::NotKept:
-            return SaveResult::Status::NotKept;
-        case UserSettingsFile::Written::Torn:
-            return SaveResult::Status::Torn;
-        case UserSettingsFile::Written::No:
+        case Written::Yes:
+            return Status::Saved;
+        case Written::NoPath:
+            return Status::NoPath;
+        case Written::NotKept:
+            return Status::NotKept;
+        case Written::Torn:
+            return Status::Torn;
+        case Written::No:
             break;
     }
-    return SaveResult::Status::NotWritten;
+    return Status::NotWritten;
 }
 
-prefs::SubManagerTexts textsOfSubManagers() {
-    const std::string edits = UCPActionManager::instance().getAllUserSettings();
-    return edits.empty() ? prefs::SubManagerTexts()
-                         : prefs::SubManagerTexts{{prefs::SubManagerType::Actions, "[" + edits + "]"}};
+/// Returns the text of the file that this process shares with others; nothing when it has none or cannot be read. A
+/// file that the saves of a regression test go to is nobody else's, and the one that was read is another.
+std::optional<std::string> textInFile(const std::string& path) {
+    if (prefs::isWrittenUserFileRedirected() && !saveState().hasWritten) {
+        return std::nullopt;
+    }
+    return platform::readWhole(path.c_str(), json::kMaximumTextSize).bytes;
 }
 
-void saveInto(SaveResult& result, prefs::Preferences& preferences, const std::map<std::string, std::string>& settings) {
-    const auto texts = textsOfSubManagers();
-    const prefs::SaveValues values(preferences.catalogue, {settings, texts});
-    auto plan = prefs::planSave(preferences.catalogue, values);
-    if (!plan || !plan->fileText) {
+Status write(prefs::UserSettingsFile& file, const SavePlan& plan, SaveResult& result) {
+    if (!plan.settings.hasSections) {
+        return Status::NoDefaults;
+    }
+    if (!plan.text) {
+        return Status::NotWritten;
+    }
+    if (!plan.isToBeWritten) {
+        return Status::Unchanged;
+    }
+    auto written = file.write(result.path, *plan.text);
+    result.keptCopy = std::move(written.keptCopy);
+    return statusOf(written.written);
+}
+
+/// What is in force and what is in the file are compared with this state the next time.
+void remember(prefs::Catalogue& catalogue, SavePlan& plan, bool isWritten) noexcept {
+    SaveState& state = saveState();
+    catalogue.restartJournal(std::move(plan.settings.journal));
+    state.actions = std::move(plan.actions.base);
+    state.resetActions.clear();
+    state.hasWritten = state.hasWritten || isWritten;
+}
+
+/// Reads, plans and writes in one turn. Returns what the observers of sub-managers are to be told.
+prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettingsFile& file,
+                                  const SettingsRequest& request, SaveResult& result) {
+    prefs::UserSettingsFile::makeDirectoryOf(result.path);
+    const platform::FileTurn turn(result.path.c_str());
+    const auto fileNow = textInFile(result.path);
+    SavePlan plan = planSave(catalogue, currentActions(), saveState(), request, fileNow);
+    prefs::SubManagerTexts changedTexts;
+    if (plan.changesActions) {
+        changedTexts.emplace(prefs::SubManagerType::Actions, plan.actions.text);
+    }
+    report(plan, result);
+    catalogue.putInForce(std::move(plan.settings.newValues), plan.settings.takenBack);
+    result.status = write(file, plan, result);
+    result.text = plan.settings.hasSections && !plan.text ? textOfUnreadable(result) : textOf(result, turn.isTaken());
+    if (result.ok()) {
+        remember(catalogue, plan, result.status == Status::Saved);
+    }
+    return changedTexts;
+}
+
+void saveNow(const SettingsRequest& request, SaveResult& result) {
+    prefs::Preferences* const preferences = currentPreferences();
+    if (preferences == nullptr) {
+        result.status = Status::NoDefaults;
+        result.text = "Nothing was saved, because the preferences are gone at the end of the process.";
         return;
     }
-    preferences.catalogue.putInForce(std::move(plan->newValues));
-    auto written = preferences.userFile->write(result.path, *plan->fileText);
-    result.status = statusOf(written.written);
-    result.keptCopy = std::move(written.keptCopy);
-    result.changedSettings = plan->changedNames;
-    ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(plan->changedNames, plan->changedTexts);
+    // The common library and the observers may call the host back, which may assign the manager and so end its share,
+    // and which may save: this save goes on with what is in force then.
+    const std::shared_ptr<prefs::UserSettingsFile> file = preferences->userFile;
+    result.path = prefs::writtenUserFilePath();
+    const auto changedTexts = saveInTurn(preferences->catalogue, *file, request, result);
+    if (!result.changedSettings.empty() || !changedTexts.empty()) {
+        ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(result.changedSettings, changedTexts);
+    }
+}
+
+/// `work` is told the result and does the saving.
+template <typename Work>
+SaveResult unlessTooDeep(Work work) {
+    const SaveDepth depth;
+    SaveResult result;
+    if (depth.admitted()) {
+        work(result);
+    } else {
+        result.status = Status::TooDeep;
+        result.text = textOf(result, true);
+    }
+    return result;
 }
 
 }  // namespace
 
 SaveResult save(const std::map<std::string, std::string>& settings) {
-    SaveResult result;
-    prefs::Preferences* const preferences = currentPreferences();
-    if (preferences == nullptr || preferences->catalogue.defaultsText().empty()) {
-        result.status = SaveResult::Status::NoDefaults;
-    } else {
-        result.path = userFilePath();
-        saveInto(result, *preferences, settings);
-    }
-    result.text = textOf(result);
-    return result;
+    SettingsRequest request;
+    request.values = &settings;
+    return unlessTooDeep([&](SaveResult& result) { saveNow(request, result); });
 }
 
 SaveResult reset(const std::vector<std::string>& settings) {
-    std::map<std::string, std::string> defaults;
-    prefs::Preferences* const preferences = currentPreferences();
-    for (const std::string& name : settings) {
-        if (const prefs::Setting* const setting = preferences ? preferences->catalogue.find(name) : nullptr) {
-            defaults[name] = setting->defaultValue;
-        }
-    }
-    return save(defaults);
+    SettingsRequest request;
+    request.resets = &settings;
+    return unlessTooDeep([&](SaveResult& result) { saveNow(request, result); });
 }
 
 SaveResult resetShortcuts(const std::vector<int>&) { return save(); }

@@ -20,7 +20,7 @@ std::string outcome(const SaveResult& result) {
             return "Nothing was saved, because " + result.path +
                    " could not be read and no copy of it could be kept beside it";
         case Status::NotWritten:
-            return "Nothing was saved, because the system refused to write " + result.path;
+            return "Nothing was saved, because the system or a lack of memory did not allow to write " + result.path;
         case Status::Torn:
             return "The file " + result.path + " was only written in part";
         case Status::TooDeep:
@@ -32,12 +32,20 @@ std::string outcome(const SaveResult& result) {
 
 }  // namespace
 
-std::string textOf(const SaveResult& result) {
+std::string textOf(const SaveResult& result, bool tookTurn) {
     std::string text = outcome(result);
     if (!result.keptCopy.empty()) {
-        text += "; the file that could not be read is kept as " + result.keptCopy;
+        text += "; what was there and could not be read is kept as " + result.keptCopy;
+    }
+    if (result.status == Status::Saved && !tookTurn) {
+        text += "; other processes could not be kept from saving at the same moment";
     }
     return text + ".";
+}
+
+std::string textOfUnreadable(const SaveResult& result) {
+    return "Nothing was saved, because the contents of " + result.path +
+           " would be too long or nested too deeply to be read back.";
 }
 
 }  // namespace zelutil::host

@@ -7,8 +7,12 @@
 
 namespace zelutil::host {
 
-/// Returns the result's text, made of everything else that is in it.
-std::string textOf(const SaveResult& result);
+/// Returns the text for what the result says otherwise. `tookTurn` tells whether other processes were kept from saving
+/// meanwhile.
+std::string textOf(const SaveResult& result, bool tookTurn);
+
+/// Returns the text for a file that nobody could read, so that it was not written.
+std::string textOfUnreadable(const SaveResult& result);
 
 }  // namespace zelutil::host
 

@@ -64,14 +64,18 @@ std::string userFilePath() {
     if (auto found = findOnSetupPath()) {
         return *found;
     }
-    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path, unless a host asked for plain
-    // ones; nothing is then read or written.
+    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path, unless a host asked for
+    // plain ones; nothing is then read or written.
     return fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
 }
 
-std::string writtenUserFilePath() {
+bool isWrittenUserFileRedirected() {
     static const bool regressionTesting = platform::environment(kRegressionVariable).has_value();
-    if (regressionTesting) {
+    return regressionTesting;
+}
+
+std::string writtenUserFilePath() {
+    if (isWrittenUserFileRedirected()) {
         return fileIn(Path(Path::GetCWD()), kUserFileInRegressionTest);
     }
     return userFilePath();

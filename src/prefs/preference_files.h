@@ -18,6 +18,9 @@ std::string userFilePath();
 /// variable "regression_testing" was set when this was first called.
 std::string writtenUserFilePath();
 
+/// Returns whether that variable was set then, so that the file that is written is not the one that is read.
+bool isWrittenUserFileRedirected();
+
 /// Returns whether a thread is inside the setup-path search of `userFilePath`. The common library may call back into
 /// the host there, and the host into this library.
 bool isUserFileSearchInProgress();

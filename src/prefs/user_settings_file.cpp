@@ -51,6 +51,12 @@ bool UserSettingsFile::Fingerprint::operator==(const Fingerprint& other) const {
     return size == other.size && hash == other.hash;
 }
 
+void UserSettingsFile::makeDirectoryOf(const std::string& path) {
+    if (platform::namesFile(path.c_str())) {
+        platform::makeDirectories(directoryOf(path).c_str());
+    }
+}
+
 void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
     if (file.bytes && parse(*file.bytes)) {
@@ -75,7 +81,7 @@ void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view te
         result.written = Written::NoPath;
         return;
     }
-    platform::makeDirectories(directoryOf(path).c_str());
+    makeDirectoryOf(path);
     if (!mayBeOverwritten(path, result.keptCopy)) {
         result.written = Written::NotKept;
         return;

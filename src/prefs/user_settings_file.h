@@ -26,6 +26,9 @@ public:
     UserSettingsFile(const UserSettingsFile&) = delete;
     UserSettingsFile& operator=(const UserSettingsFile&) = delete;
 
+    /// Makes the directory for the file at `path`, where that is possible.
+    static void makeDirectoryOf(const std::string& path);
+
     /// Returns whether the text is JSON.
     using Parse = std::function<bool(std::string_view text)>;
 

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "support/environment.h"
 #include "support/temp_directory.h"
@@ -312,6 +313,14 @@ struct BackgroundProcess::Native {
 #endif
 
 BackgroundProcess::BackgroundProcess(const ChildProcess& process) : native_(std::make_unique<Native>(process)) {}
+
+BackgroundProcess::BackgroundProcess(BackgroundProcess&& other) noexcept = default;
+
+BackgroundProcess& BackgroundProcess::operator=(BackgroundProcess&& other) noexcept {
+    std::swap(native_, other.native_);
+    std::swap(heard_, other.heard_);
+    return *this;
+}
 
 BackgroundProcess::~BackgroundProcess() { kill(); }
 

@@ -40,6 +40,8 @@ class BackgroundProcess {
 public:
     /// Throws when the program cannot be started.
     explicit BackgroundProcess(const ChildProcess& process);
+    BackgroundProcess(BackgroundProcess&& other) noexcept;
+    BackgroundProcess& operator=(BackgroundProcess&& other) noexcept;
     BackgroundProcess(const BackgroundProcess&) = delete;
     BackgroundProcess& operator=(const BackgroundProcess&) = delete;
     ~BackgroundProcess();

@@ -1,0 +1,42 @@
+#ifndef ZELUTIL_HOST_SAVE_PLAN_H
+#define ZELUTIL_HOST_SAVE_PLAN_H
+
+#include <zelutil/host/result.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "actions/action_catalogue.h"
+#include "host/action_restore.h"
+#include "host/save_state.h"
+#include "host/settings_plan.h"
+#include "prefs/catalogue.h"
+
+namespace zelutil::host {
+
+/// Everything that a save does.
+struct SavePlan {
+    SettingsPlan settings;
+    ActionsPlan actions;
+    /// Whether the shipped defaults have a section for the actions.
+    bool hasPlaceForActions = false;
+    /// Whether the file gets another text for the actions than it has.
+    bool changesActions = false;
+    /// The text of the file; nothing where there is nothing to write and where it could not be read back.
+    std::optional<std::string> text;
+    /// False where the file says the same already, and where there is no file and nothing to say.
+    bool isToBeWritten = false;
+};
+
+/// Plans a save of what is in force in the two catalogues and of the request. `fileNow` is the text of the user's file;
+/// nothing when there is none or it cannot be read. Planning has no effects.
+SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalogue& actions, const SaveState& state,
+                  const SettingsRequest& request, std::optional<std::string_view> fileNow);
+
+/// Adds what the plan says to the result of its save.
+void report(SavePlan& plan, SaveResult& result);
+
+}  // namespace zelutil::host
+
+#endif
