@@ -12,8 +12,14 @@ constexpr char kModuleName[] = "qtxCommon";
 constexpr std::size_t kToolsPathSize = 1024;
 constexpr std::size_t kFoundPathSize = 2048;
 
+constexpr char kGetToolsPathInBuf[] = "qtxGetToolsPathInBuf";
+constexpr char kInitDone[] = "qtxInitDone";
+constexpr char kInitialize[] = "wemInitialize";
+constexpr char kSearch[] = "wemSearch";
+
 /// The common library's functions; each is null where it is missing.
 struct Functions {
+    bool moduleIsThere = false;
     int (*getToolsPathInBuf)(char* buffer, int size, int reserved) = nullptr;
     int (*initDone)() = nullptr;
     int (*initialize)(void** handle, ...) = nullptr;
@@ -28,10 +34,11 @@ void bind(Function& function, void* module, const char* name) {
 Functions bindAll() {
     Functions functions;
     if (void* const module = platform::openModule(kModuleName)) {
-        bind(functions.getToolsPathInBuf, module, "qtxGetToolsPathInBuf");
-        bind(functions.initDone, module, "qtxInitDone");
-        bind(functions.initialize, module, "wemInitialize");
-        bind(functions.search, module, "wemSearch");
+        functions.moduleIsThere = true;
+        bind(functions.getToolsPathInBuf, module, kGetToolsPathInBuf);
+        bind(functions.initDone, module, kInitDone);
+        bind(functions.initialize, module, kInitialize);
+        bind(functions.search, module, kSearch);
     }
     return functions;
 }
@@ -64,6 +71,24 @@ std::optional<std::string> toolsPath() {
 bool initDone() {
     const auto initDone = functions().initDone;
     return initDone == nullptr || initDone() != 0;
+}
+
+std::optional<std::vector<std::string>> missingFunctions() {
+    const Functions& bound = functions();
+    if (!bound.moduleIsThere) {
+        return std::nullopt;
+    }
+    std::vector<std::string> missing;
+    const auto look = [&](auto function, const char* name) {
+        if (function == nullptr) {
+            missing.emplace_back(name);
+        }
+    };
+    look(bound.getToolsPathInBuf, kGetToolsPathInBuf);
+    look(bound.initDone, kInitDone);
+    look(bound.initialize, kInitialize);
+    look(bound.search, kSearch);
+    return missing;
 }
 
 std::optional<SetupPathSearch> SetupPathSearch::prepare() {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// The suite's closed common library, qtxCommon. It is looked for once, at the first call of any function here, and is
 /// optional: where the module or a function is missing, each function answers what it documents for that.
@@ -17,6 +18,9 @@ std::optional<std::string> toolsPath();
 
 /// Whether the common library has finished its own initialisation. One that is missing has.
 bool initDone();
+
+/// Returns the names of those of its functions that are missing; nothing when the common library itself is.
+std::optional<std::vector<std::string>> missingFunctions();
 
 /// A prepared search over the setup-path list.
 class SetupPathSearch {

@@ -17,9 +17,8 @@ namespace {
 
 using zelutil::facet::FacetType;
 
-constexpr char kFileName[] = "facet_settings.cfg";
 std::optional<std::string> readFacetFile() {
-    const std::string path = zelutil::file::installedSettingsFile(kFileName);
+    const std::string path = zelutil::file::installedSettingsFile(zelutil::facet::kFacetFileName);
     return zelutil::platform::readFile(path.c_str(), zelutil::json::kMaximumTextSize);
 }
 

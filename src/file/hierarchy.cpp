@@ -52,6 +52,13 @@ public:
         return zelutil::common_library::initDone() ? root : untilInitDone(root);
     }
 
+    /// Returns the root that is in force without looking for it; null where there is none yet.
+    const Path* inForce() const {
+        const Path* const known = root_;
+        const bool mayChange = known == nullptr && !zelutil::common_library::initDone();
+        return mayChange ? first_.load() : known;
+    }
+
 private:
     const Path& locate() {
         Path path;
@@ -107,12 +114,14 @@ private:
     std::atomic<const Path*> directory_{nullptr};
 };
 
+InstallationRoot& installationRoot() {
+    static zelutil::ProcessWide<InstallationRoot> root([] { return new InstallationRoot; });
+    return root.get();
+}
+
 }  // namespace
 
-const Path& Hierarchy::GetRoot() {
-    static zelutil::ProcessWide<InstallationRoot> root([] { return new InstallationRoot; });
-    return root.get().ask();
-}
+const Path& Hierarchy::GetRoot() { return installationRoot().ask(); }
 
 const Path& Hierarchy::GetPcbEnv() {
     static zelutil::ProcessWide<UserEnvironment> environment([] { return new UserEnvironment; });
@@ -120,3 +129,5 @@ const Path& Hierarchy::GetPcbEnv() {
 }
 
 }  // namespace ZelU::File
+
+const ZelU::File::Path* zelutil::file::rootInForce() { return ZelU::File::installationRoot().inForce(); }

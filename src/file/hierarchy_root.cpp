@@ -18,13 +18,37 @@ using ZelU::File::Path;
 
 namespace {
 
+using Source = RootSearchStep::Source;
+
 constexpr char kTraceVariable[] = "QTX_ZELUTIL_DEBUG";
 constexpr char kProgramsOfTree[] = "tools/bin";
-constexpr char kMarkerOfTree[] = "share/pcb/zelmgr/zeldict.l";
 
-void print(const DbgChk& trace, const char* event, const Path& path) {
-    if (trace) {
-        std::printf("%s: \"%s\"\n", event, static_cast<const char*>(path));
+void print(const char* event, const Path& path) { std::printf("%s: \"%s\"\n", event, static_cast<const char*>(path)); }
+
+void printStep(const RootSearchStep& step) {
+    switch (step.source) {
+        case Source::CommonLibrary:
+            if (step.root != nullptr) {
+                print("Populated installation root using qtxGetToolsPathInBuf()", *step.root);
+            }
+            break;
+        case Source::OwnFile:
+            if (step.root != nullptr) {
+                print("Populated installation root using GetModuleFileName()", *step.root);
+            }
+            break;
+        case Source::Variable:
+            print("Added QTX ROOT/INSTDIR ENV variable to beginning of search PATH", step.seen);
+            break;
+        case Source::SearchPath:
+            std::puts("Searching PATH for installation root...");
+            break;
+        case Source::Directory:
+            print("Checking path entry", step.seen);
+            if (step.root != nullptr) {
+                print("Populated installation root by searching PATH", *step.root);
+            }
+            break;
     }
 }
 
@@ -33,63 +57,59 @@ bool nameBeginsWith(const Path& path, std::string_view prefix) {
     return std::string_view(name).substr(0, prefix.size()) == prefix;
 }
 
-bool askCommonLibrary(Path& root, const DbgChk& trace) {
+bool askCommonLibrary(Path& root, const RootSearchListener& listener) {
     const auto tools = common_library::toolsPath();
+    const Path directory(tools.value_or(""));
     if (!tools) {
+        listener({Source::CommonLibrary, directory});
         return false;
     }
-    root = Path(*tools).Parent();
-    print(trace, "Populated installation root using qtxGetToolsPathInBuf()", root);
+    root = directory.Parent();
+    listener({Source::CommonLibrary, directory, &root});
     return true;
 }
 
-bool askOwnModule(Path& root, const DbgChk& trace) {
-    const auto found = rootOfLibraryFile(Path(platform::modulePath()));
+bool askOwnModule(Path& root, const RootSearchListener& listener) {
+    const Path file(platform::modulePath());
+    const auto found = rootOfLibraryFile(file);
     if (!found) {
+        listener({Source::OwnFile, file});
         return false;
     }
     root = *found;
-    print(trace, "Populated installation root using GetModuleFileName()", root);
+    listener({Source::OwnFile, file, &root});
     return true;
 }
 
-std::optional<std::string> rootVariable() {
-    for (const char* const name : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
-        if (auto value = platform::environmentPath(name)) {
-            return value;
+/// Returns the directory of programs below the first variable that is defined, for a search list.
+std::string programsOfVariable(const RootSearchListener& listener) {
+    for (const char* const name : kRootVariables) {
+        if (const auto value = platform::environmentPath(name)) {
+            // Kept deliberately: a text that is no path is the empty path, and what is joined to it lies in the current
+            // directory, which is then looked at before all entries.
+            const Path programs = Path(*value) + kProgramsOfTree;
+            listener({Source::Variable, programs, nullptr, name});
+            return std::string(programs) + ";";
         }
     }
-    return std::nullopt;
-}
-
-std::string searchList(const DbgChk& trace) {
-    std::string list;
-    if (const auto value = rootVariable()) {
-        // Kept deliberately: a text that is no path is the empty path, and what is joined to it lies in the current
-        // directory, which is then looked at before all entries.
-        const Path programs = Path(*value) + kProgramsOfTree;
-        print(trace, "Added QTX ROOT/INSTDIR ENV variable to beginning of search PATH", programs);
-        list = std::string(programs) + ";";
-    }
-    return list + platform::environmentPathList("PATH").value_or("");
+    return {};
 }
 
 /// Every directory goes through `root`, so that the last one tried stays there.
 ///
 /// Kept deliberately: an empty entry stands for the current directory in the look at the files, but not in the root,
 /// which becomes empty when they are there. An empty entry counts as an entry wherever a list is read.
-bool searchDirectories(Path& root, const DbgChk& trace) {
-    const std::string list = searchList(trace);
-    if (trace) {
-        std::puts("Searching PATH for installation root...");
-    }
+bool searchDirectories(Path& root, const RootSearchListener& listener) {
+    const std::string list = programsOfVariable(listener) + platform::environmentPathList("PATH").value_or("");
+    listener({Source::SearchPath, Path()});
     for (const std::string_view entry : entriesOf(list)) {
         root = Path(std::string(entry));
         const Path tree = toolsDirectoryOf(root).Parent();
-        print(trace, "Checking path entry", root);
-        if ((root + platform::libraryFileName()).Exists() && (tree + kMarkerOfTree).Exists()) {
+        const bool hasLibrary = (root + platform::libraryFileName()).Exists();
+        const bool isProgramsOfTree = hasLibrary && (tree + kMarkerOfTree).Exists();
+        listener({Source::Directory, root, isProgramsOfTree ? &tree : nullptr, "", hasLibrary});
+        if (isProgramsOfTree) {
             root = tree;
-            print(trace, "Populated installation root by searching PATH", root);
             return true;
         }
     }
@@ -100,7 +120,15 @@ bool searchDirectories(Path& root, const DbgChk& trace) {
 
 bool locateRoot(Path& root) {
     const DbgChk trace(kTraceVariable);
-    return askCommonLibrary(root, trace) || askOwnModule(root, trace) || searchDirectories(root, trace);
+    return locateRoot(root, [&trace](const RootSearchStep& step) {
+        if (trace) {
+            printStep(step);
+        }
+    });
+}
+
+bool locateRoot(Path& root, const RootSearchListener& listener) {
+    return askCommonLibrary(root, listener) || askOwnModule(root, listener) || searchDirectories(root, listener);
 }
 
 std::optional<Path> rootOfLibraryFile(const Path& file) {

@@ -15,13 +15,17 @@ constexpr char kDirectory[] = "share/qtxsetup/canvas/resources/tessel/";
 std::string installedSettingsFile(const char* name) {
     settlePathForm();
     try {
-        // Kept deliberately: unless a host asked for plain paths, one with a blank comes in double quotes, which no file
-        // has in its name, so that nothing is read below such a root. Part of the published behaviour; hosts may depend
-        // on the values they get there.
+        // Kept deliberately: unless a host asked for plain paths, one with a blank comes in double quotes, which no
+        // file has in its name, so that nothing is read below such a root. Part of the published behaviour; hosts may
+        // depend on the values they get there.
         return textToOpen(ZelU::File::Hierarchy::FindFile(name, kDirectory));
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         return {};
     }
+}
+
+ZelU::File::Path placeOfSettingsFile(const ZelU::File::Path& root, const char* name) {
+    return root + kDirectory + name;
 }
 
 }  // namespace zelutil::file

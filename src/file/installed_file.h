@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_FILE_INSTALLED_FILE_H
 #define ZELUTIL_FILE_INSTALLED_FILE_H
 
+#include <zelutil/file/path.h>
+
 #include <string>
 
 namespace zelutil::file {
@@ -8,6 +10,9 @@ namespace zelutil::file {
 /// The path, to be opened as it is, of the shipped settings file `name` in the installation tree. Empty when there is
 /// none, and when there is no installation: the message about that is printed, no exception leaves.
 std::string installedSettingsFile(const char* name);
+
+/// Returns where that file is looked for below a root, whether it is there or not.
+ZelU::File::Path placeOfSettingsFile(const ZelU::File::Path& root, const char* name);
 
 }  // namespace zelutil::file
 

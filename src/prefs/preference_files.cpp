@@ -17,8 +17,6 @@ namespace {
 using ZelU::File::Hierarchy;
 using ZelU::File::Path;
 
-/// Both files have this name.
-constexpr char kSettingsFileName[] = "tessel_settings.cfg";
 constexpr char kDefaultsVariable[] = "tessel_settings";
 constexpr char kUserFileOnSetupPath[] = "pcbenv/tessel/tessel_settings.cfg";
 constexpr char kRegressionVariable[] = "regression_testing";
@@ -52,8 +50,10 @@ std::string fileIn(const Path& directory, const char* name) {
 
 }  // namespace
 
+std::optional<std::string> namedDefaultsFile() { return platform::environmentPath(kDefaultsVariable); }
+
 std::string defaultsFilePath() {
-    if (auto named = platform::environmentPath(kDefaultsVariable)) {
+    if (auto named = namedDefaultsFile()) {
         return *named;
     }
     return file::installedSettingsFile(kSettingsFileName);

@@ -1,10 +1,18 @@
 #ifndef ZELUTIL_PREFS_PREFERENCE_FILES_H
 #define ZELUTIL_PREFS_PREFERENCE_FILES_H
 
+#include <optional>
 #include <string>
 
 /// Finds the preference files.
 namespace zelutil::prefs {
+
+/// The name of both files.
+inline constexpr char kSettingsFileName[] = "tessel_settings.cfg";
+
+/// Returns the value of the variable "tessel_settings", which names the shipped defaults; nothing where it is
+/// undefined.
+std::optional<std::string> namedDefaultsFile();
 
 /// Returns the path of the shipped defaults: the variable "tessel_settings" names the file itself, else the file is
 /// looked for in the installation tree. Empty where there is none, also for want of an installation.
