@@ -13,7 +13,15 @@
 #include <zelutil/facet/facet_config_manager.h>
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
+#include <zelutil/host/actions.h>
+#include <zelutil/host/c_api.h>
 #include <zelutil/host/host.h>
+#include <zelutil/host/native_path.h>
+#include <zelutil/host/observers.h>
+#include <zelutil/host/result.h>
+#include <zelutil/host/save.h>
+#include <zelutil/host/settings.h>
+#include <zelutil/host/start.h>
 #include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 #include <zelutil/prefs/user_preference_settings.h>

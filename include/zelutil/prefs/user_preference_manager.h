@@ -54,8 +54,9 @@ public:
     /// Must not be called from inside the search for the user's file that the first call makes.
     static UserPreferenceManager& GetInstance();
 
-    /// Copies the maps; the records of settings and sections are shared with the original. An assignment leaves
-    /// references that this manager gave out as valid as they were; without memory for it, nothing changes.
+    /// Copies the maps; the records of settings and sections are shared with the original, so that a value which either
+    /// puts in force is in force in both. An assignment leaves references that this manager gave out as valid as they
+    /// were; without memory for it, nothing changes.
     UserPreferenceManager(const UserPreferenceManager& other);
     UserPreferenceManager& operator=(const UserPreferenceManager& other);
     ~UserPreferenceManager();
@@ -79,14 +80,17 @@ public:
     /// `updateUserPrefSettings`.
     void ApplySubManagersChanges() const;
 
-    /// Saves settings and sub-managers' texts to the user's file.
+    /// Saves settings and sub-managers' texts to the user's file. `zelutil::host::save` saves more: so that a new
+    /// process has everything as it is now, and without undoing what another process has saved since this one read the
+    /// file. This function writes the whole file from what this process holds: the last to save wins.
     ///
     /// `settings` holds values by setting name, bare or in full, in any case; unknown names are ignored.
     /// `subManagerSettings` holds a JSON text for each sub-manager whose section is to be saved; one that is no JSON
-    /// counts as not handed over. For what is not handed over, the user's values stay, and a section keeps what the
-    /// user's file held when it was read: an earlier save's text is not remembered, so hand the current one over each
-    /// time. For the action manager that is its text as the one element of an array, and none while its text is
-    /// empty, which would take the place of what the user's file holds:
+    /// counts as not handed over, but a scalar such as 0 or null is JSON and takes the place of what the user had. For
+    /// what is not handed over, the user's values stay, and a section keeps what the user's file held when it was read:
+    /// an earlier save's text is not remembered, so hand the current one over each time. For the action manager that is
+    /// its text as the one element of an array, and none while its text is empty, which would take the place of what
+    /// the user's file holds:
     ///
     ///     std::map<UserPreferenceManager::SubManagerType, std::string> texts;
     ///     const std::string edits = UCPActionManager::instance().getAllUserSettings();
