@@ -24,6 +24,8 @@ namespace {
 using Status = SaveResult::Status;
 using Written = prefs::UserSettingsFile::Written;
 
+constexpr int kReadingAttempts = 3;
+
 actions::ActionCatalogue& currentActions() { return actions::ManagerAccess::catalogueOf(UCPActionManager::instance()); }
 
 Status statusOf(Written written) {
@@ -42,16 +44,30 @@ Status statusOf(Written written) {
     return Status::NotWritten;
 }
 
-/// Returns the text of the file that this process shares with others; nothing when it has none or cannot be read. A
-/// file that the saves of a regression test go to is nobody else's, and the one that was read is another.
-std::optional<std::string> textInFile(const std::string& path) {
+/// What the file held just now.
+struct FileNow {
+    /// Nothing when there is no file and when it cannot be read.
+    std::optional<std::string> text;
+    prefs::UserSettingsFile::Seen seen = prefs::UserSettingsFile::Seen::Yes;
+};
+
+/// Reads the file. One that cannot be read is not given up at once: what another process saved there would be lost.
+FileNow read(const std::string& path) {
+    // The file that the saves of a regression test go to is nobody else's, and the one that was read is another.
     if (prefs::isWrittenUserFileRedirected() && !saveState().hasWritten) {
-        return std::nullopt;
+        return {};
     }
-    return platform::readWhole(path.c_str(), json::kMaximumTextSize).bytes;
+    for (int attempt = 0; attempt < kReadingAttempts; ++attempt) {
+        auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
+        if (file.bytes || !file.mayBeThere) {
+            return {std::move(file.bytes)};
+        }
+    }
+    return {std::nullopt, prefs::UserSettingsFile::Seen::No};
 }
 
-Status write(prefs::UserSettingsFile& file, const SavePlan& plan, SaveResult& result) {
+Status write(prefs::UserSettingsFile& file, const SavePlan& plan, prefs::UserSettingsFile::Seen seen,
+             SaveResult& result) {
     if (!plan.settings.hasSections) {
         return Status::NoDefaults;
     }
@@ -61,7 +77,7 @@ Status write(prefs::UserSettingsFile& file, const SavePlan& plan, SaveResult& re
     if (!plan.isToBeWritten) {
         return Status::Unchanged;
     }
-    auto written = file.write(result.path, *plan.text);
+    auto written = file.write(result.path, *plan.text, seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
 }
@@ -80,15 +96,15 @@ prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettin
                                   const SettingsRequest& request, SaveResult& result) {
     prefs::UserSettingsFile::makeDirectoryOf(result.path);
     const platform::FileTurn turn(result.path.c_str());
-    const auto fileNow = textInFile(result.path);
-    SavePlan plan = planSave(catalogue, currentActions(), saveState(), request, fileNow);
+    const FileNow now = read(result.path);
+    SavePlan plan = planSave(catalogue, currentActions(), saveState(), request, now.text);
     prefs::SubManagerTexts changedTexts;
     if (plan.changesActions) {
         changedTexts.emplace(prefs::SubManagerType::Actions, plan.actions.text);
     }
     report(plan, result);
     catalogue.putInForce(std::move(plan.settings.newValues), plan.settings.takenBack);
-    result.status = write(file, plan, result);
+    result.status = write(file, plan, now.seen, result);
     result.text = plan.settings.hasSections && !plan.text ? textOfUnreadable(result) : textOf(result, turn.isTaken());
     if (result.ok()) {
         remember(catalogue, plan, result.status == Status::Saved);

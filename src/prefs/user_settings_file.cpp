@@ -66,23 +66,25 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     }
 }
 
-UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string_view text) {
+UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string_view text, Seen seen) {
     WriteResult result;
     try {
-        writeOrThrow(path, text, result);
+        writeOrThrow(path, text, seen, result);
     } catch (const std::bad_alloc&) {
         // The file could not be written: without memory for it as without room on the disk.
     }
     return result;
 }
 
-void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view text, WriteResult& result) {
+void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view text, Seen seen, WriteResult& result) {
     if (!platform::namesFile(path.c_str())) {
         result.written = Written::NoPath;
         return;
     }
     makeDirectoryOf(path);
-    if (!mayBeOverwritten(path, result.keptCopy)) {
+    const bool isFree =
+        seen == Seen::Yes ? mayBeOverwritten(path, result.keptCopy) : mayBeOverwrittenUnread(path, result.keptCopy);
+    if (!isFree) {
         result.written = Written::NotKept;
         return;
     }
@@ -104,6 +106,13 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path, std::string& ke
     }
     const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*file.bytes).valid();
     return nothingIsLost || keep(path, contents, keptCopy);
+}
+
+/// It may be readable again by now, but then the text was made without it.
+bool UserSettingsFile::mayBeOverwrittenUnread(const std::string& path, std::string& keptCopy) {
+    const auto file = platform::readWhole(path.c_str(), kLargestFileKept);
+    const bool isEmpty = file.bytes && file.bytes->empty();
+    return !file.mayBeThere || isEmpty || keep(path, std::nullopt, keptCopy);
 }
 
 /// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced

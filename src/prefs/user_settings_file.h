@@ -55,7 +55,15 @@ public:
 
     /// Replaces the file at `path`, which need not be the one that was read, by one with this text, making its
     /// directory first. Whatever fails, lack of memory too, fails quietly.
-    WriteResult write(const std::string& path, std::string_view text);
+    WriteResult write(const std::string& path, std::string_view text) { return write(path, text, Seen::Yes); }
+
+    /// Whether whoever made the text knows what the file held just now.
+    enum class Seen {
+        Yes,
+        /// It could not be read, though it may be there, so that it may hold what another process wrote: it is kept.
+        No,
+    };
+    WriteResult write(const std::string& path, std::string_view text, Seen seen);
 
     /// Returns the path of a file that was there at the start and could not be read or was no JSON; nothing where there
     /// was none.
@@ -71,8 +79,9 @@ private:
         std::size_t hash;
     };
 
-    void writeOrThrow(const std::string& path, std::string_view text, WriteResult& result);
+    void writeOrThrow(const std::string& path, std::string_view text, Seen seen, WriteResult& result);
     bool mayBeOverwritten(const std::string& path, std::string& keptCopy);
+    bool mayBeOverwrittenUnread(const std::string& path, std::string& keptCopy);
     bool mayBeOverwrittenUnseen(const std::string& path, std::string& keptCopy);
     bool mayBeTheUnread(const std::string& path) const;
     bool keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy);

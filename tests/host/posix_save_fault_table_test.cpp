@@ -1,0 +1,201 @@
+// Each system call of a save that merges fails in turn. Whatever fails: the user's file is the old or the new one,
+// whole, nothing of ours is left beside it, the result says which of the two it is, the new values are in force, the
+// observers are told, and the next save writes everything.
+#include <gtest/gtest.h>
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/save.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "host/save_world.h"
+#include "prefs/preference_world.h"
+#include "prefs/saving_host.h"
+#include "support/system_faults.h"
+
+namespace zelutil::test {
+namespace {
+
+namespace fs = std::filesystem;
+using host::SaveResult;
+using Status = SaveResult::Status;
+
+constexpr int kErrors[] = {EACCES, EPERM, EROFS, EIO, ENOSPC, EDQUOT, EINTR, EMFILE, EBUSY, ENOLCK, EFBIG};
+constexpr std::size_t kMostCalls = 100;
+
+/// Over all cases of one test.
+struct Tally {
+    int broken = 0;
+    int old = 0;
+    int fresh = 0;
+    int damaged = 0;
+    int leftovers = 0;
+    int untrue = 0;
+    int lost = 0;
+
+    void print(const char* what) const {
+        std::printf(
+            "%s: %d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers, %d untrue "
+            "results, %d times the next save lost something\n",
+            what, broken, old, fresh, damaged, leftovers, untrue, lost);
+    }
+};
+
+class SaveFaultTable : public testing::Test {
+protected:
+    SaveFaultTable() {
+        world_.writeDefaults(defaultsOfWorld());
+        UserPreferenceManager::GetInstance();
+    }
+
+    std::string textOf(const fs::path& file) const { return fs::exists(file) ? readTextFile(file) : "(none)"; }
+
+    std::string fileText() const { return textOf(world_.userFile()); }
+
+    std::ptrdiff_t filesBeside() const {
+        const fs::path directory = world_.userFile().parent_path();
+        return fs::exists(directory)
+                   ? std::distance(fs::directory_iterator(directory), {}) - (fs::exists(world_.userFile()) ? 1 : 0)
+                   : 0;
+    }
+
+    static bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+    /// Saves a value and a shortcut that no save before had, with the fault; returns whether it came to pass.
+    bool saveWith(const Fault& fault) {
+        const std::string number = std::to_string(++saves_);
+        const std::string old = fileText();
+        UCPActionManager::instance().updateShortcut(3, "Key" + number);
+        const Listener listener;
+        SaveResult result;
+        bool happened = false;
+        {
+            const FaultInjection injection(fault);
+            EXPECT_NO_THROW(result = host::save({{"part1::value0", number}}));
+            happened = injection.happened();
+        }
+        EXPECT_EQ(listener.calls, 1);
+        EXPECT_EQ(UserPreferenceManager::GetInstance().getUserPrefSetting("part1::value0"), number);
+        EXPECT_EQ(result.changedSettings.size(), 1U);
+        tell(fault, result, old, happened);
+        return happened;
+    }
+
+    void tell(const Fault& fault, const SaveResult& result, const std::string& old, bool happened) {
+        const std::string text = fileText();
+        const std::string number = std::to_string(saves_);
+        const bool isOld = text == old;
+        const bool isNew = has(text, "value0\": \"" + number + "\"") && has(text, "\"Key" + number + "\"") &&
+                           text.size() > 100 && text.back() == '}';
+        tally_.broken += happened ? 1 : 0;
+        tally_.old += happened && isOld ? 1 : 0;
+        tally_.fresh += happened && isNew ? 1 : 0;
+        tally_.damaged += isOld || isNew ? 0 : 1;
+        EXPECT_TRUE(isOld || isNew) << text;
+        const bool isTrue = result.ok() == isNew && result.status != Status::Torn && !result.text.empty();
+        tally_.untrue += isTrue ? 0 : 1;
+        EXPECT_TRUE(isTrue) << result.text << '\n' << text;
+        // What could not be removed is removed by the next save.
+        const bool leftover = filesBeside() != 0 && fault.call != "unlink";
+        tally_.leftovers += leftover ? 1 : 0;
+        EXPECT_FALSE(leftover);
+    }
+
+    /// A save without a fault, in which nothing is handed over: whatever a failed one left is written.
+    void expectTheNextSaveWritesEverything() {
+        const SaveResult result = host::save();
+        const std::string number = std::to_string(saves_);
+        const std::string text = fileText();
+        const bool isThere = result.ok() && has(text, "value0\": \"" + number + "\"") &&
+                             has(text, "\"Key" + number + "\"") && filesBeside() == 0;
+        tally_.lost += isThere ? 0 : 1;
+        EXPECT_TRUE(isThere) << result.text << '\n' << text;
+    }
+
+    /// Has every call fail with every error: `test` is told the fault and returns whether it came to pass.
+    template <typename Test>
+    static void forEachFault(Test test) {
+        for (const std::string& call : wrappedCalls()) {
+            for (const int error : kErrors) {
+                for (std::size_t occurrence = 1;; ++occurrence) {
+                    SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::strerror(error));
+                    ASSERT_LT(occurrence, kMostCalls) << "called without end";
+                    if (!test(Fault{call, occurrence, error})) {
+                        break;
+                    }
+                }
+            }
+        }
+    }
+
+    PreferenceWorld world_;
+    Tally tally_;
+    int saves_ = 0;
+};
+
+TEST_F(SaveFaultTable, AnyCallMayFailWhereThereIsAFile) {
+    host::save({{"part0::value0", "first"}});
+    forEachFault([&](const Fault& fault) {
+        const bool happened = saveWith(fault);
+        expectTheNextSaveWritesEverything();
+        return happened;
+    });
+    tally_.print("over a file");
+    EXPECT_GT(tally_.broken, 150);
+    EXPECT_GT(tally_.old, 0);
+    EXPECT_GT(tally_.fresh, 0);
+    EXPECT_TRUE(has(fileText(), "\"first\""));
+}
+
+TEST_F(SaveFaultTable, AnyCallMayFailWhereThereIsNoDirectoryYet) {
+    forEachFault([&](const Fault& fault) {
+        fs::remove_all(world_.home() / "pcbenv");
+        const bool happened = saveWith(fault);
+        expectTheNextSaveWritesEverything();
+        return happened;
+    });
+    tally_.print("without a directory");
+    EXPECT_GT(tally_.broken, 150);
+    EXPECT_GT(tally_.old, 0);
+    EXPECT_GT(tally_.fresh, 0);
+}
+
+TEST_F(SaveFaultTable, WhatAnotherProcessSavedSurvivesEveryFault) {
+    host::save({{"part0::value0", "first"}});
+    int lost = 0;
+    int theirs = 0;
+    forEachFault([&](const Fault& fault) {
+        std::string text = fileText();
+        // Another process gives the same setting another value.
+        const std::string key = "\"value0\": \"";
+        const std::size_t begin = text.find(key) + key.size();
+        const std::string value = "theirs " + std::to_string(++theirs);
+        text.replace(begin, text.find('"', begin) - begin, value);
+        writeTextFile(world_.userFile(), text);
+        const bool happened = saveWith(fault);
+        const bool isThereAfterFault = has(fileText(), value);
+        expectTheNextSaveWritesEverything();
+        lost += isThereAfterFault && has(fileText(), value) ? 0 : 1;
+        return happened;
+    });
+    tally_.print("over another process's values");
+    std::printf("%d times another process's value was lost\n", lost);
+    EXPECT_GT(tally_.broken, 150);
+    EXPECT_EQ(lost, 0);
+}
+
+TEST_F(SaveFaultTable, ADiskThatFillsInTheMiddleOfAWriteLeavesTheOldFile) {
+    host::save({{"part0::value0", "first"}});
+    for (const int error : {ENOSPC, EDQUOT, EIO}) {
+        EXPECT_TRUE(saveWith({"write", 1, error, true}));
+        EXPECT_EQ(tally_.old, 1);
+        tally_.old = 0;
+    }
+    expectTheNextSaveWritesEverything();
+}
+
+}  // namespace
+}  // namespace zelutil::test
