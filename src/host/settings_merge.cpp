@@ -23,6 +23,20 @@ std::optional<std::string> copyOf(std::optional<std::string_view> text) {
     return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
+/// Walks over all definitions. At most one setting of a plan needs it.
+std::string fullNameOf(std::uint32_t wanted, json::View defaults) {
+    std::string fullName;
+    prefs::DefinitionCount count;
+    prefs::forEachSection(defaults, [&](const prefs::VisitedSection& visited) {
+        count.inSection(visited, [&](std::uint32_t number, const prefs::DefaultSetting& definition) {
+            if (number == wanted) {
+                fullName = visited.attributePath + std::string(prefs::kNameSeparator) + std::string(definition.name);
+            }
+        });
+    });
+    return fullName;
+}
+
 }  // namespace
 
 SettingsMerge::SettingsMerge(const Catalogue& catalogue, const SettingsWishes& wishes, const UserFileReading& now,
@@ -106,14 +120,17 @@ SettingsMerge::Value SettingsMerge::merged(const SettingDefinition& definition, 
 void SettingsMerge::reportNotRestored(const SettingDefinition& definition) {
     NotRestored named;
     named.setting = definition.fullName();
-    if (hasPlainSection_) {
-        named.obstacle = Obstacle::NameBelongsToAnother;
-        named.text =
-            "The setting " + named.setting + " is found under the empty name only, which the file cannot hold.";
-    } else {
+    if (!hasPlainSection_) {
         named.obstacle = Obstacle::NoPlaceInFile;
-        named.text = "The setting " + named.setting +
-                     " has no place in the file: every section with settings belongs to a sub-manager.";
+        named.text = named.setting +
+                     " cannot be saved: every section that has settings belongs to a sub-manager, and the file has no "
+                     "other place for it.";
+    } else {
+        const Setting* const other = catalogue_.settings().find(definition.setting.key);
+        named.obstacle = Obstacle::NameBelongsToAnother;
+        named.otherSetting = other == nullptr ? "" : fullNameOf(other->number, plan_.content.defaults);
+        named.text = named.setting + " cannot be saved: its full name means " + named.otherSetting +
+                     ", and otherwise it is found under the empty name only, which the file cannot hold.";
     }
     plan_.notRestored.push_back(std::move(named));
 }

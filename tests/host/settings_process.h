@@ -9,6 +9,7 @@
 
 #include "host/settings_plan.h"
 #include "prefs/catalogue_of.h"
+#include "prefs/definition_walk.h"
 #include "prefs/save_plan.h"
 
 namespace zelutil::test {
@@ -33,6 +34,19 @@ inline std::vector<UserValue> userValuesOf(const prefs::Catalogue& catalogue) {
         values.push_back(userValueOf(catalogue.settings().record(number)));
     }
     return values;
+}
+
+/// Full names by the numbers of the records.
+inline std::vector<std::string> fullNames(const Catalogue& catalogue) {
+    std::vector<std::string> names;
+    const json::Document defaults(catalogue.defaultsText());
+    prefs::DefinitionCount count;
+    prefs::forEachSection(defaults.root(), [&](const prefs::VisitedSection& visited) {
+        count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
+            names.push_back(visited.attributePath + "::" + std::string(setting.name));
+        });
+    });
+    return names;
 }
 
 /// A process of the user as far as settings go: it reads both texts at its start, and saves.

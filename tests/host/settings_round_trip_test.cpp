@@ -7,12 +7,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <set>
 
 #include "host/dense_preferences.h"
 #include "host/settings_process.h"
-#include "prefs/definition_walk.h"
+#include "host/share_of_cases.h"
 #include "prefs/random_preferences.h"
 
 namespace zelutil::test {
@@ -20,14 +19,6 @@ namespace {
 
 using prefs::Catalogue;
 using prefs::Setting;
-
-/// Each has a process of its own.
-constexpr unsigned kShares = 4;
-
-unsigned numberFrom(const char* variable, unsigned otherwise) {
-    const char* const text = std::getenv(variable);
-    return text == nullptr ? otherwise : static_cast<unsigned>(std::strtoul(text, nullptr, 10));
-}
 
 /// Over all states, to show that they are worth looking at.
 struct Tally {
@@ -40,19 +31,6 @@ struct Tally {
     unsigned conflicts = 0;
     unsigned kept = 0;
 };
-
-/// Full names by the numbers of the records.
-std::vector<std::string> fullNames(const Catalogue& catalogue) {
-    std::vector<std::string> names;
-    const json::Document defaults(catalogue.defaultsText());
-    prefs::DefinitionCount count;
-    prefs::forEachSection(defaults.root(), [&](const prefs::VisitedSection& visited) {
-        count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
-            names.push_back(visited.attributePath + "::" + std::string(setting.name));
-        });
-    });
-    return names;
-}
 
 /// Whether an entry that is found by some name, in some section that is read, sets the setting: everything is tried.
 bool someEntrySets(const Catalogue& catalogue, const Setting& setting, std::set<std::string> names) {
@@ -241,16 +219,16 @@ Tally tryCases(unsigned first, unsigned states) {
 class SettingsRoundTrip : public testing::TestWithParam<unsigned> {};
 
 TEST_P(SettingsRoundTrip, BringsBackWhatTheSaveDoesNotName) {
-    const unsigned states = numberFrom("ZELUTIL_TWIN_CASES", ZELUTIL_TWIN_CASES) / kShares;
-    const unsigned first = numberFrom("ZELUTIL_TWIN_SEED", ZELUTIL_TWIN_SEED) + GetParam() * states;
-    const Tally tally = tryCases(first, states);
+    const ShareOfCases share(GetParam(), ZELUTIL_TWIN_SEED, ZELUTIL_TWIN_CASES);
+    const unsigned states = share.count;
+    const Tally tally = tryCases(share.first, states);
     EXPECT_GT(tally.usersSettings, states / 2);
     EXPECT_GT(tally.ofOthers, states / 20);
     EXPECT_GT(tally.conflicts, states / 100);
     EXPECT_GT(tally.kept, states / 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(Quarter, SettingsRoundTrip, testing::Range(0U, kShares));
+INSTANTIATE_TEST_SUITE_P(Quarter, SettingsRoundTrip, testing::Range(0U, ShareOfCases::kShares));
 
 }  // namespace
 }  // namespace zelutil::test
