@@ -36,9 +36,9 @@ struct Participant {
     std::set<std::size_t> touched;
 };
 
-class Run {
+class Turns {
 public:
-    Run(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {}
+    Turns(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {}
 
     /// Returns a description of what is wrong, or the empty string.
     std::string run() {
@@ -214,7 +214,7 @@ TEST_P(SettingsOfSeveralProcesses, AreInTheFileAsTheyWereChangedLast) {
     const ShareOfCases share(GetParam(), ZELUTIL_TWIN_SEED, ZELUTIL_TWIN_CASES / 10);
     Tally tally;
     for (unsigned seed = share.first; seed < share.first + share.count && !HasFailure(); ++seed) {
-        Run one(seed, tally);
+        Turns one(seed, tally);
         const std::string wrong = one.run();
         if (!wrong.empty()) {
             ADD_FAILURE() << "ZELUTIL_TWIN_SEED=" << seed << ": " << wrong << "\n" << one.history();
