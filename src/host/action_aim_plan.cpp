@@ -15,8 +15,6 @@ using actions::ActionCatalogue;
 
 /// Larger groups are not searched.
 constexpr std::size_t kLargestSearched = 8;
-/// The loads that the searches of one plan may take.
-constexpr std::size_t kMostLoads = 12000;
 
 /// The best entries for a group so far.
 struct GroupPlan {
@@ -37,7 +35,8 @@ std::set<int> among(const std::set<int>& ids, const ActionGroup& group) {
 /// Plans one aim, group by group.
 class AimPlanner {
 public:
-    AimPlanner(const ShippedActions& shipped, const ActionState& aim) : shipped_(shipped), aim_(aim) {}
+    AimPlanner(const ShippedActions& shipped, const ActionState& aim, std::size_t searchLoads)
+        : shipped_(shipped), aim_(aim), loads_(searchLoads) {}
 
     AimPlan plan() {
         findGroups();
@@ -60,11 +59,12 @@ private:
         if (changed.empty()) {
             return;
         }
-        for (ActionGroup& group : groupsOf(shipped_, aim_)) {
+        groups_ = groupsOf(shipped_, aim_);
+        for (const ActionGroup& group : groups_) {
             if (std::any_of(group.begin(), group.end(), [&](int id) { return changed.count(id) != 0; })) {
                 GroupPlan plan;
                 plan.lostKeys = among(keys, group);
-                plan.group = std::move(group);
+                plan.group = group;
                 plan.lost = allLost(plan.group, plan.lostKeys);
                 plans_.push_back(std::move(plan));
             }
@@ -114,10 +114,83 @@ private:
     }
 
     void searchAll() {
-        std::size_t loads = kMostLoads;
         for (GroupPlan& plan : plans_) {
-            if (plan.group.size() <= kLargestSearched && isOpen(plan)) {
-                search(plan, loads);
+            searchIfSmall(plan);
+            if (isOpen(plan)) {
+                searchWithNeighbours(plan);
+            }
+        }
+    }
+
+    void searchIfSmall(GroupPlan& plan) {
+        if (plan.group.size() <= kLargestSearched && isOpen(plan)) {
+            search(plan);
+        }
+    }
+
+    /// An action that has a shortcut without holding it may owe that to a family of the same context, one of which came
+    /// and went.
+    void searchWithNeighbours(GroupPlan& plan) {
+        const ActionGroup around = plan.group.size() < kLargestSearched ? neighboursOf(plan.group) : plan.group;
+        if (around.size() > kLargestSearched || around.size() == plan.group.size()) {
+            return;
+        }
+        GroupPlan joined;
+        joined.group = around;
+        joined.plain = false;
+        for (const GroupPlan& other : plans_) {
+            if (contains(around, other)) {
+                joined.keys.insert(joined.keys.end(), other.keys.begin(), other.keys.end());
+                joined.lostKeys.insert(other.lostKeys.begin(), other.lostKeys.end());
+                joined.lost.insert(other.lost.begin(), other.lost.end());
+            }
+        }
+        const std::size_t lost = joined.lost.size();
+        search(joined);
+        if (joined.lost.size() < lost) {
+            for (GroupPlan& other : plans_) {
+                if (contains(around, other)) {
+                    other = GroupPlan();
+                }
+            }
+            plan = std::move(joined);
+        }
+    }
+
+    static bool contains(const ActionGroup& group, const GroupPlan& plan) {
+        return !plan.group.empty() && std::binary_search(group.begin(), group.end(), plan.group.front());
+    }
+
+    /// Returns all actions of the groups that have an action in a context of this group's, or more than a search can
+    /// take.
+    ActionGroup neighboursOf(const ActionGroup& group) {
+        if (groupsIn_.empty()) {
+            findGroupsOfContexts();
+        }
+        std::set<std::size_t> places;
+        ActionGroup around;
+        for (const int id : group) {
+            const std::string& context = shipped_.find(id)->context;
+            for (const std::string& keyboard : {context, linkedContext(context)}) {
+                for (const std::size_t place : groupsIn_[keyboard]) {
+                    if (around.size() <= kLargestSearched && places.insert(place).second) {
+                        around.insert(around.end(), groups_[place].begin(), groups_[place].end());
+                    }
+                }
+            }
+        }
+        std::sort(around.begin(), around.end());
+        return around;
+    }
+
+    void findGroupsOfContexts() {
+        for (std::size_t place = 0; place < groups_.size(); ++place) {
+            for (const int id : groups_[place]) {
+                std::vector<std::size_t>& places = groupsIn_[shipped_.find(id)->context];
+                // More than a search can take need not be known.
+                if (places.size() <= kLargestSearched && (places.empty() || places.back() != place)) {
+                    places.push_back(place);
+                }
             }
         }
     }
@@ -138,7 +211,7 @@ private:
         return part;
     }
 
-    void search(GroupPlan& plan, std::size_t& loads) {
+    void search(GroupPlan& plan) {
         const ActionState aim = onlyOf(aim_, plan.group);
         const auto lostKeysIn = [&](const ActionState& loaded) {
             return among(differentKeys(aim, onlyOf(loaded, plan.group)), plan.group);
@@ -147,7 +220,7 @@ private:
             return plan.group.size() - allLost(plan.group, lostKeysIn(loaded)).size();
         };
         const ActionSearch searched(shipped_, aim_, plan.group);
-        std::optional<ActionEntries> found = searched.best(score, plan.group.size() - plan.lost.size(), loads);
+        std::optional<ActionEntries> found = searched.best(score, plan.group.size() - plan.lost.size(), loads_);
         if (!found) {
             return;
         }
@@ -203,11 +276,16 @@ private:
     const ActionState& aim_;
     const actions::ObserverRegistry nobody_;
     ActionCatalogue catalogue_{nobody_};
+    std::vector<ActionGroup> groups_;
+    std::map<std::string, std::vector<std::size_t>> groupsIn_;
     std::vector<GroupPlan> plans_;
+    std::size_t loads_;
 };
 
 }  // namespace
 
-AimPlan planAim(const ShippedActions& shipped, const ActionState& aim) { return AimPlanner(shipped, aim).plan(); }
+AimPlan planAim(const ShippedActions& shipped, const ActionState& aim, std::size_t searchLoads) {
+    return AimPlanner(shipped, aim, searchLoads).plan();
+}
 
 }  // namespace zelutil::host

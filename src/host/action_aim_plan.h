@@ -15,7 +15,8 @@ struct AimPlan {
 };
 
 /// Returns the fewest entries found that bring about the aim, tried out by loads of a catalogue of its own.
-AimPlan planAim(const ShippedActions& shipped, const ActionState& aim);
+/// Where nothing simpler brings all back, a search may take as many loads.
+AimPlan planAim(const ShippedActions& shipped, const ActionState& aim, std::size_t searchLoads);
 
 }  // namespace zelutil::host
 

@@ -25,11 +25,14 @@ public:
         : catalogue_(catalogue), shipped_(shipped), aim_(aim), group_(group) {}
 
     ActionEntries run(Effort effort) {
-        if (effort == Effort::ThoroughBackwards) {
+        if (effort == Effort::ThoroughBackwards || effort == Effort::UnheldBackwards) {
             std::reverse(group_.begin(), group_.end());
         }
         if (effort == Effort::Thorough || effort == Effort::ThoroughBackwards) {
             std::for_each(group_.begin(), group_.end(), [this](int id) { takeAway(id); });
+        }
+        if (effort == Effort::Unheld || effort == Effort::UnheldBackwards) {
+            std::for_each(group_.begin(), group_.end(), [this](int id) { giveUnheld(id); });
         }
         queue_.assign(group_.begin(), group_.end());
         giveAll();
@@ -134,14 +137,53 @@ private:
         queue_.insert(queue_.end(), children.begin(), children.end());
     }
 
+    bool isHolder(int id) const {
+        const auto holder = aim_.holders.find(ActionState::Place(shipped_.find(id)->context, goal(id)));
+        return holder != aim_.holders.end() && holder->second == id;
+    }
+
+    /// Gives the action a shortcut and has another one that shows it leave, with which the entry goes.
+    void giveUnheld(int id) {
+        const int leaving = goal(id).empty() || isHolder(id) ? 0 : leavingFor(id);
+        if (leaving == 0) {
+            return;
+        }
+        for (int turn = 0; turn < kMostTurns; ++turn) {
+            if (const int holder = catalogue_.shortcutTakenBy(id, goal(id))) {
+                takeAway(holder);
+            }
+        }
+        if (shown(id) != goal(id)) {
+            give(id, goal(id));
+        }
+        if (catalogue_.idByShortcut(shipped_.find(id)->context, goal(id)) == id) {
+            takeAway(leaving);
+        }
+    }
+
+    /// Returns the action that shows what this one is to show, holds it no more than this one is to, and may leave; 0
+    /// for none. The best is one that does not come back.
+    int leavingFor(int id) const {
+        const std::string& context = shipped_.find(id)->context;
+        const int holder = catalogue_.idByShortcut(context, goal(id));
+        int found = 0;
+        for (const int other : group_) {
+            const bool shows =
+                other != id && other != holder && shipped_.find(other)->context == context && shown(other) == goal(id);
+            if (shows && (goal(other) != goal(id) || (found == 0 && isHolder(other)))) {
+                found = other;
+            }
+        }
+        return found;
+    }
+
     /// Where the aim has another holder, or one where there is none: a shortcut that is shipped twice goes away with
     /// either of its actions, and of two children the first to follow gets it.
     void giveBackHolders() {
         for (const int id : group_) {
             const ShippedAction& action = *shipped_.find(id);
             const std::string& shortcut = goal(id);
-            const auto holder = aim_.holders.find(ActionState::Place(action.context, shortcut));
-            if (shortcut.empty() || holder == aim_.holders.end() || holder->second != id) {
+            if (shortcut.empty() || !isHolder(id)) {
                 continue;
             }
             const int other = catalogue_.idByShortcut(action.context, shortcut);

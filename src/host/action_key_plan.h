@@ -18,14 +18,20 @@ enum class Effort {
     Ordered,
     /// Then gives them again where another action holds them.
     Repaired,
+    /// First has actions lose shortcuts that they show and do not hold, as long as one that is shipped with the same
+    /// can take them away by leaving.
+    Unheld,
     /// Takes all away first.
     Thorough,
     /// The same from the last action to the first.
     ThoroughBackwards,
+    /// `Unheld` from the last action to the first.
+    UnheldBackwards,
 };
 
-inline constexpr Effort kEfforts[] = {Effort::Plain, Effort::Ordered, Effort::Repaired, Effort::Thorough,
-                                      Effort::ThoroughBackwards};
+inline constexpr Effort kEfforts[] = {Effort::Plain,          Effort::Ordered,  Effort::Repaired,
+                                      Effort::Unheld,         Effort::Thorough, Effort::ThoroughBackwards,
+                                      Effort::UnheldBackwards};
 
 /// Returns the entries for the changed top-level actions.
 ActionEntries plainEntries(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);

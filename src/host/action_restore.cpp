@@ -67,11 +67,12 @@ void setText(ActionsPlan& plan, const ActionEntries& entries, const std::vector<
 }  // namespace
 
 ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& before,
-                        std::optional<std::string_view> fileText, const std::set<int>& touched) {
+                        std::optional<std::string_view> fileText, const std::set<int>& touched,
+                        std::size_t searchLoads) {
     const ActionsBase base = before.load == current.loads() ? before : baseOfLoad(current);
     const ShippedActions shipped(current.texts().defaults);
     MergedActions merged = aimOf(current, shipped, base, fileText, touched);
-    AimPlan aimed = planAim(shipped, merged.aim);
+    AimPlan aimed = planAim(shipped, merged.aim, searchLoads);
     ActionsPlan plan;
     setText(plan, aimed.entries, foreignEntries(fileText.value_or(base.fileText), idsOf(shipped)));
     plan.notRestored = std::move(aimed.notRestored);

@@ -5,6 +5,7 @@
 
 #include "actions/action_catalogue.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -56,11 +57,15 @@ struct ActionsPlan {
     ActionsBase base;
 };
 
+/// So many loads of a part of the actions may the search of one plan take where nothing simpler brings all back.
+inline constexpr std::size_t kSearchLoads = 12000;
+
 /// Returns the plan for what is in force in the catalogue. `fileText` is the user's text that the file holds now, empty
 /// where a file that was read has none, and nothing where there is no file or it cannot be read; then all that is in
 /// force here is planned. The actions `touched` count as changed here, whatever they have.
 ActionsPlan planActions(const actions::ActionCatalogue& current, const ActionsBase& before,
-                        std::optional<std::string_view> fileText, const std::set<int>& touched = {});
+                        std::optional<std::string_view> fileText, const std::set<int>& touched = {},
+                        std::size_t searchLoads = kSearchLoads);
 
 }  // namespace zelutil::host
 

@@ -4,9 +4,9 @@
 #include "host/action_key_plan.h"
 
 #include <algorithm>
-#include <deque>
 #include <iterator>
 #include <map>
+#include <set>
 #include <unordered_set>
 #include <utility>
 
@@ -43,20 +43,25 @@ std::string keyOf(const ActionCatalogue& catalogue, const ActionGroup& group) {
     return key;
 }
 
-/// Returns the shortcuts that the action, and those above it, are shipped with or have in the aim.
-std::set<std::string> shortcutsOf(const ShippedActions& shipped, const ActionState& aim, int id) {
-    std::set<std::string> shortcuts{std::string()};
-    std::set<int> seen;
-    for (const ShippedAction* action = shipped.find(id); action != nullptr && seen.insert(action->id).second;
-         action = shipped.find(action->parent)) {
-        shortcuts.insert(action->values.shortcut);
-        const auto found = aim.values.find(action->id);
-        if (found != aim.values.end()) {
-            shortcuts.insert(found->second.shortcut);
-        }
-    }
-    return shortcuts;
+/// Adds the shortcuts that the action is shipped with or has in the aim.
+void addShortcuts(const ShippedActions& shipped, const ActionState& aim, int id, std::set<std::string>& shortcuts) {
+    shortcuts.insert(shipped.find(id)->values.shortcut);
+    shortcuts.insert(aim.values.at(id).shortcut);
 }
+
+/// Returns all that actions of the group are shipped with, have or hold, and one that none has.
+std::set<std::string> allShortcuts(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group) {
+    std::set<std::string> all{std::string(), kUnused};
+    for (const int id : group) {
+        addShortcuts(shipped, aim, id, all);
+    }
+    for (const auto& [place, id] : aim.holders) {
+        all.insert(place.second);
+    }
+    return all;
+}
+
+bool isAlone(const ShippedAction* action) { return action->parent == 0 && action->children.empty(); }
 
 bool changes(const ActionCatalogue& catalogue, int id, const std::string& shortcut) {
     return catalogue.find(id)->boundTo() != shortcut && catalogue.shortcutTakenBy(id, shortcut) == 0;
@@ -68,21 +73,22 @@ ActionSearch::ActionSearch(const ShippedActions& shipped, const ActionState& aim
     : group_(group) {
     const std::set<int> members(group.begin(), group.end());
     std::vector<const ShippedAction*> actions;
-    std::map<std::pair<std::string, std::string>, int> commands;
+    std::set<std::pair<std::string, std::string>> commands;
     for (const ShippedAction& action : shipped.inOrder()) {
         if (members.count(action.id) != 0) {
             actions.push_back(&action);
-            ++commands[{action.context, action.command}];
+            commands.emplace(action.context, action.command);
         }
     }
     text_ = shippedTextOf(actions);
-    for (const ShippedAction* const action : actions) {
-        std::set<std::string> shortcuts = shortcutsOf(shipped, aim, action->id);
-        if (commands[{action->context, action->command}] > 1) {
-            shortcuts.insert(kUnused);
-        }
-        for (const std::string& shortcut : shortcuts) {
-            steps_.push_back({action->id, shortcut, std::nullopt});
+    // Actions of one family, and those with one command, get and lose shortcuts without having been given them.
+    const bool flat = commands.size() == actions.size() && std::all_of(actions.begin(), actions.end(), isAlone);
+    const std::set<std::string> all = allShortcuts(shipped, aim, group);
+    for (const int id : group) {
+        std::set<std::string> own{std::string()};
+        addShortcuts(shipped, aim, id, own);
+        for (const std::string& shortcut : flat ? own : all) {
+            steps_.push_back({id, shortcut, std::nullopt});
         }
     }
 }
@@ -92,7 +98,8 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
     std::unordered_set<std::string> seen;
-    std::deque<ActionEntries> open;
+    // The states that lose least come first, and of these the ones of few entries.
+    std::multimap<std::pair<std::size_t, std::size_t>, ActionEntries> open;
     const auto visit = [&](ActionEntries entries) {
         std::string key;
         --loads;
@@ -108,14 +115,15 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
             atLeast = restored;
             best = entries;
         }
-        open.push_back(std::move(entries));
+        const std::pair place(group_.size() - restored, entries.size());
+        open.emplace(place, std::move(entries));
     };
     if (loads > 0) {
         visit({});
     }
     while (!open.empty() && loads > steps_.size() && atLeast < group_.size()) {
-        const ActionEntries entries = std::move(open.front());
-        open.pop_front();
+        const ActionEntries entries = std::move(open.begin()->second);
+        open.erase(open.begin());
         ActionEntries next;
         --loads;
         catalogue.loadAndEdit(text_, [&](ActionCatalogue& loading) {

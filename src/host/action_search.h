@@ -14,7 +14,7 @@ namespace zelutil::host {
 /// How good a state is: the number of actions that are as they should be.
 using Score = std::function<std::size_t(const ActionState& loaded)>;
 
-/// Goes through the states to which entries for one small group can lead, the ones of few entries first.
+/// Goes through the states to which entries for one small group can lead, those first that lose least.
 class ActionSearch {
 public:
     ActionSearch(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);
