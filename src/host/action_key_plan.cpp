@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <deque>
 #include <set>
+#include <unordered_set>
 
 namespace zelutil::host {
 namespace {
@@ -20,9 +21,17 @@ const std::string& shortcutOf(const ActionState& state, int id) {
 /// The edits of one group, from what is shipped to the aim.
 class KeyEdits {
 public:
+    /// Whether children come to what their parent has without an edit of their own, as at the end of a load.
+    enum class Children { Follow, AreEdited };
+
     KeyEdits(ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
-             const ActionGroup& group)
-        : catalogue_(catalogue), shipped_(shipped), aim_(aim), group_(group) {}
+             const ActionGroup& group, Children children)
+        : catalogue_(catalogue),
+          shipped_(shipped),
+          aim_(aim),
+          group_(group),
+          members_(group.begin(), group.end()),
+          children_(children) {}
 
     ActionEntries run(Effort effort) {
         if (effort == Effort::ThoroughBackwards || effort == Effort::UnheldBackwards) {
@@ -51,15 +60,17 @@ private:
     const std::string& goal(int id) const { return shortcutOf(aim_, id); }
     std::string shown(int id) const { return actions::effectiveValue(catalogue_.find(id)->shortcut); }
 
-    /// Whether the action needs an edit of its own: those that have what their parent has follow it.
+    /// Whether the action needs an edit of its own.
     bool waits(int id) const {
         const int parent = shipped_.find(id)->parent;
-        if (parent > 0) {
-            const bool follows = shipped_.find(parent) == nullptr || goal(id) == goal(parent);
-            // Before its parent has its own, an edit would be for nothing.
-            if (follows || shown(parent) != goal(parent)) {
-                return false;
-            }
+        const bool hasParent = shipped_.find(parent) != nullptr;
+        const bool follows = parent > 0 && (!hasParent || goal(id) == goal(parent));
+        if (follows && children_ == Children::Follow) {
+            return false;
+        }
+        // Before its parent has its own, an edit would be for nothing.
+        if (hasParent && members_.count(parent) != 0 && shown(parent) != goal(parent)) {
+            return false;
         }
         return shown(id) != goal(id);
     }
@@ -99,7 +110,7 @@ private:
         while (!stuck_.empty()) {
             const int id = *stuck_.begin();
             const int holder = catalogue_.shortcutTakenBy(id, goal(id));
-            if (holder != 0 && turns_[holder]++ < kMostTurns) {
+            if (members_.count(holder) != 0 && turns_[holder]++ < kMostTurns) {
                 takeAway(holder);
                 queue_.push_front(id);
                 queue_.push_back(holder);
@@ -117,8 +128,9 @@ private:
     }
 
     void edit(int id, const std::string& shortcut) {
-        entries_.push_back({id, shortcut, std::nullopt});
-        catalogue_.updateShortcut(id, shortcut);
+        if (catalogue_.updateShortcut(id, shortcut)) {
+            entries_.push_back({id, shortcut, std::nullopt});
+        }
     }
 
     void give(int id, const std::string& shortcut) {
@@ -149,7 +161,8 @@ private:
             return;
         }
         for (int turn = 0; turn < kMostTurns; ++turn) {
-            if (const int holder = catalogue_.shortcutTakenBy(id, goal(id))) {
+            const int holder = catalogue_.shortcutTakenBy(id, goal(id));
+            if (members_.count(holder) != 0) {
                 takeAway(holder);
             }
         }
@@ -187,7 +200,7 @@ private:
                 continue;
             }
             const int other = catalogue_.idByShortcut(action.context, shortcut);
-            if (other == id) {
+            if (other == id || (other != 0 && members_.count(other) == 0)) {
                 continue;
             }
             if (other != 0) {
@@ -202,6 +215,8 @@ private:
     const ShippedActions& shipped_;
     const ActionState& aim_;
     ActionGroup group_;
+    std::unordered_set<int> members_;
+    Children children_;
     ActionEntries entries_;
     std::deque<int> queue_;
     /// The actions that wait for somebody, and by the topmost action above that one.
@@ -230,7 +245,12 @@ ActionEntries editTowards(ActionCatalogue& catalogue, const ShippedActions& ship
         applyEntries(catalogue, entries);
         return entries;
     }
-    return KeyEdits(catalogue, shipped, aim, group).run(effort);
+    return KeyEdits(catalogue, shipped, aim, group, KeyEdits::Children::Follow).run(effort);
+}
+
+void editBack(ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
+              const ActionGroup& group) {
+    KeyEdits(catalogue, shipped, aim, group, KeyEdits::Children::AreEdited).run(Effort::Repaired);
 }
 
 void applyEntries(ActionCatalogue& catalogue, const ActionEntries& entries) {

@@ -41,6 +41,11 @@ ActionEntries plainEntries(const ShippedActions& shipped, const ActionState& aim
 ActionEntries editTowards(actions::ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
                           const ActionGroup& group, Effort effort);
 
+/// Edits the actions of a group, of a catalogue as it is in force, so that they get what they have in the aim, as far
+/// as no action outside the group is in the way.
+void editBack(actions::ActionCatalogue& catalogue, const ShippedActions& shipped, const ActionState& aim,
+              const ActionGroup& group);
+
 /// Applies entries as a load does.
 void applyEntries(actions::ActionCatalogue& catalogue, const ActionEntries& entries);
 

@@ -19,8 +19,8 @@ struct ActionsReset {
     std::vector<NotRestored> refused;
 };
 
-/// Gives the actions of these ids, and those below them, what a load of the shipped text alone gives them. Edits the
-/// catalogue, so that observers hear of it.
+/// Gives the actions of these ids, and those below them, what a load of the shipped text alone gives them; a child
+/// whose parent is not among them gets what its parent has. Edits the catalogue, so that observers hear of it.
 ActionsReset resetActions(actions::ActionCatalogue& catalogue, const std::vector<int>& ids);
 
 /// The same for all actions.

@@ -44,7 +44,8 @@ struct ActionInfo {
 /// Returns every action, ascending by id. The actions are there once the preferences have been used.
 ZELUTIL_API std::vector<ActionInfo> actions();
 
-/// Returns the action of that id; nothing for an unknown one.
+/// Returns the action of that id; nothing for an unknown one. For a child the shipped text is read again, so who wants
+/// many asks `actions`.
 ZELUTIL_API std::optional<ActionInfo> action(int id);
 
 }  // namespace zelutil::host

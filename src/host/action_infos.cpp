@@ -1,0 +1,73 @@
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/actions.h>
+
+#include "actions/manager_access.h"
+#include "actions/overwritable.h"
+#include "host/action_families.h"
+
+namespace zelutil::host {
+namespace {
+
+using actions::ActionCatalogue;
+
+const ActionCatalogue& catalogue() { return actions::ManagerAccess::catalogueOf(UCPActionManager::instance()); }
+
+ShortcutSource sourceOf(const ActionCatalogue::Action& action) {
+    if (action.id == 0) {
+        return ShortcutSource::StandIn;
+    }
+    if (action.parentId > 0) {
+        return ShortcutSource::Parent;
+    }
+    return action.shortcut.overwritten ? ShortcutSource::User : ShortcutSource::Shipped;
+}
+
+ActionInfo infoOf(int id, const ActionCatalogue::Action& action) {
+    ActionInfo info;
+    info.id = id;
+    info.item = action.item();
+    info.shortcut = actions::effectiveValue(action.shortcut);
+    info.inMenu = actions::effectiveValue(action.rmb);
+    info.shippedShortcut = action.shortcut.defaultValue;
+    info.shippedInMenu = action.rmb.defaultValue;
+    info.source = sourceOf(action);
+    const int holder = info.shortcut.empty() ? 0 : catalogue().idByShortcut(action.contextName(), info.shortcut);
+    info.runs = holder != 0 && holder == id;
+    info.heldBy = info.runs ? 0 : holder;
+    return info;
+}
+
+/// Only the shipped text still knows what a child had before it took over its parent's.
+void setShipped(ActionInfo& info, const ShippedActions& shipped) {
+    const ShippedAction* const action = shipped.find(info.id);
+    if (action != nullptr) {
+        info.shippedShortcut = action->values.shortcut;
+        info.shippedInMenu = action->values.inMenu;
+    }
+}
+
+}  // namespace
+
+std::vector<ActionInfo> actions() {
+    const ShippedActions shipped(catalogue().texts().defaults);
+    std::vector<ActionInfo> infos;
+    catalogue().forEachAction([&](int id, const ActionCatalogue::Action& action) {
+        infos.push_back(infoOf(id, action));
+        setShipped(infos.back(), shipped);
+    });
+    return infos;
+}
+
+std::optional<ActionInfo> action(int id) {
+    const ActionCatalogue::Action* const found = catalogue().find(id);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    ActionInfo info = infoOf(id, *found);
+    if (info.source == ShortcutSource::Parent) {
+        setShipped(info, ShippedActions(catalogue().texts().defaults));
+    }
+    return info;
+}
+
+}  // namespace zelutil::host
