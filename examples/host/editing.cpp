@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "chapters.h"
 #include "text_difference.h"
@@ -10,16 +11,22 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/actions/action_observer.h>
 #include <zelutil/c_api.h>
+#include <zelutil/host/observers.h>
+#include <zelutil/host/save.h>
 #include <zelutil/prefs/user_preference_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 
 namespace {
 
 using SubManagerType = UserPreferenceManager::SubManagerType;
-using ZelU::Marl::UserPreferenceServer;
+using zelutil::host::NotRestored;
+using zelutil::host::SaveResult;
+using zelutil::host::Subscription;
 
 constexpr int kMove = 19;
 constexpr int kZoomToFit = 33;
+constexpr int kMeasure = 37;
+constexpr int kCopperArea = 52;
 constexpr int kFanOut = 51;
 
 /// Prints what it is told; a host would refresh its menus and views.
@@ -49,27 +56,15 @@ public:
     }
 };
 
-/// Listens to everything for as long as it lives.
-class Attached {
-public:
-    explicit Attached(Listener& listener) : listener_(listener) {
-        UCPActionManager::instance().attachObserver(&listener_);
-        UserPreferenceServer::getInstance().attach(static_cast<ZelU::Marl::IUserPreferenceObserver*>(&listener_));
-        UserPreferenceServer::getInstance().attach(
-            static_cast<ZelU::Marl::IUserPreferenceSubManagerObserver*>(&listener_));
-    }
-    Attached(const Attached&) = delete;
-    Attached& operator=(const Attached&) = delete;
-    ~Attached() {
-        UCPActionManager::instance().detachObserver(&listener_);
-        UserPreferenceServer::getInstance().detach(static_cast<ZelU::Marl::IUserPreferenceObserver*>(&listener_));
-        UserPreferenceServer::getInstance().detach(
-            static_cast<ZelU::Marl::IUserPreferenceSubManagerObserver*>(&listener_));
-    }
-
-private:
-    Listener& listener_;
-};
+/// Has the listener told of everything for as long as the subscriptions live.
+std::vector<Subscription> attach(Listener& listener) {
+    std::vector<Subscription> subscriptions;
+    subscriptions.push_back(zelutil::host::observe(static_cast<IUCPActionObserver&>(listener)));
+    subscriptions.push_back(zelutil::host::observe(static_cast<ZelU::Marl::IUserPreferenceObserver&>(listener)));
+    subscriptions.push_back(
+        zelutil::host::observe(static_cast<ZelU::Marl::IUserPreferenceSubManagerObserver&>(listener)));
+    return subscriptions;
+}
 
 void rebind(UCPActionManager& actions, int id, const char* shortcut) {
     const std::string name = actions.getAction(id).second.name;
@@ -82,14 +77,23 @@ void rebind(UCPActionManager& actions, int id, const char* shortcut) {
     actions.updateShortcut(id, shortcut);
 }
 
-/// The actions' text for a save. Empty when no shortcut has changed since the start, and then nothing is passed on:
-/// what the user's file holds for the actions stays. The text is read back only when it stands in an array.
-std::map<SubManagerType, std::string> actionText(const UCPActionManager& actions) {
-    const std::string edits = actions.getAllUserSettings();
-    if (edits.empty()) {
-        return {};
+/// Gives each of two actions the other's shortcut, for which one of them is without any in between.
+void swapShortcuts(UCPActionManager& actions, int one, int other) {
+    const std::string ofOne = actions.getShortcut(one);
+    const std::string ofOther = actions.getShortcut(other);
+    std::printf("  %s and %s swap %s and %s\n", actions.getAction(one).second.name.c_str(),
+                actions.getAction(other).second.name.c_str(), ofOne.c_str(), ofOther.c_str());
+    actions.updateShortcut(one, "");
+    actions.updateShortcut(other, ofOne);
+    actions.updateShortcut(one, ofOther);
+}
+
+/// Shows what a host tells its user after a save.
+void showResult(const SaveResult& result) {
+    std::printf("  %s\n", result.text.c_str());
+    for (const NotRestored& item : result.notRestored) {
+        std::printf("  will not come back: %s\n", item.text.c_str());
     }
-    return {{SubManagerType::Actions, "[" + edits + "]"}};
 }
 
 void save(const std::map<std::string, std::string>& settings) {
@@ -98,7 +102,7 @@ void save(const std::map<std::string, std::string>& settings) {
         std::printf("  %s: %s -> %s\n", name.c_str(), before == nullptr ? "(empty)" : before, value.c_str());
     }
     const std::string fileBefore = readUserFile();
-    UserPreferenceManager::GetInstance().updateUserPrefSettings(settings, actionText(UCPActionManager::instance()));
+    showResult(zelutil::host::save(settings));
     std::puts("  what changed in the user's file:");
     printDifference(fileBefore, readUserFile());
 }
@@ -108,12 +112,13 @@ void save(const std::map<std::string, std::string>& settings) {
 void editAndSave() {
     std::puts("\nEditing");
     Listener listener;
-    const Attached attached(listener);
+    const std::vector<Subscription> attached = attach(listener);
     UCPActionManager& actions = UCPActionManager::instance();
     rebind(actions, kMove, "T");
     rebind(actions, kMove, "P");  // held in the linked context
     rebind(actions, kMove, "Shift+M");
     rebind(actions, kZoomToFit, "Ctrl+End");  // its children in other editors follow
+    swapShortcuts(actions, kMeasure, kCopperArea);
     std::puts("  Fan-out into the menu");
     actions.updateRMBMenu(kFanOut, true);
 
@@ -128,7 +133,7 @@ void showReadBack() {
         std::printf("  %-30s %s\n", name, value == nullptr ? "-" : value);
     }
     UCPActionManager& actions = UCPActionManager::instance();
-    for (const int id : {kMove, kZoomToFit, kFanOut}) {
+    for (const int id : {kMove, kZoomToFit, kMeasure, kCopperArea, kFanOut}) {
         const UCPActionItem action = actions.getAction(id).second;
         std::printf("  %-30s %s%s\n", action.name.c_str(), actions.getShortcut(id).c_str(),
                     action.rmb.overwritten ? " (menu changed)" : "");

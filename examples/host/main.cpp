@@ -6,6 +6,7 @@
 #include "chapters.h"
 
 #include <zelutil/file/hierarchy.h>
+#include <zelutil/host/start.h>
 
 int main(int argc, char** argv) {
     if (argc == 2 && std::strcmp(argv[1], "--read-back") == 0) {
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
         showPlaces();
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         std::puts("Run the demo from its installation tree, or set QTXROOT to one.");
+        std::fputs(zelutil::host::diagnose().c_str(), stdout);
         return 1;
     }
     showSettings();

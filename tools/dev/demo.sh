@@ -1,6 +1,6 @@
 #  [--windows]: Build the library and example hosts and run them in an example installation
 preset=release
-packages=("${buildPackages[@]}")
+packages=("${buildPackages[@]}" python3)
 case ${1:-} in
     '') ;;
     --windows)
@@ -11,7 +11,7 @@ case ${1:-} in
 esac
 need "${packages[@]}"
 
-hosts=(host_demo "host_demo --read-back" registry_demo c_host)
+hosts=(host_demo "host_demo --read-back" registry_demo c_host "c_host --read-back")
 # The example installation and its user's home: nothing of the machine's own product, if it has one.
 demo=$PWD/build/$preset/demo
 # The library's trace shows which source the root was found by.
@@ -34,5 +34,10 @@ else
         # The option is a word of its own.
         # shellcheck disable=SC2086
         (cd "$demo/product/tools/bin" && HOMEDRIVE=Z: HOMEPATH=$demo/home ./$host)
+    done
+    for option in "" --read-back; do
+        say "Running examples/python_host/host.py $option, with the library installed in $demo"
+        HOMEDRIVE=Z: HOMEPATH=$demo/home python3 -B examples/python_host/host.py \
+            "$demo/product/tools/bin/libzelutil.so" ${option:+"$option"}
     done
 fi
