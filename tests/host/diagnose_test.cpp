@@ -124,6 +124,14 @@ TEST(Diagnose, SaysThatASearchWouldFindAnotherOneNow) {
     EXPECT_EQ(linesBelow(text, "Shipped defaults").front().rfind(quoted(first.defaultsFile()), 0), 0U);
 }
 
+TEST(Diagnose, LooksForTheInstallationWhereNothingElseHasNeededIt) {
+    const PreferenceWorld world;
+    const TempDirectory directory;
+    writeTextFile(directory / "defaults.cfg", defaultsWithValue("1"));
+    setVariable("tessel_settings", systemText(directory / "defaults.cfg"));
+    EXPECT_EQ(headingOf(host::diagnose(), "Installation"), "Installation: " + quoted(world.product().root()));
+}
+
 TEST(Diagnose, PrintsNothingWhereThereIsAnInstallation) {
     const PreferenceWorld world;
     world.writeDefaults(defaultsWithValue("1"));

@@ -12,11 +12,9 @@ namespace zelutil::platform {
 std::filesystem::path nativePathOf(const char* text) { return posix::systemPath(text).value_or(""); }
 
 std::optional<std::string> textOfNativePath(const std::filesystem::path& path) {
-    std::error_code error;
-    std::string file = std::filesystem::absolute(path, error).lexically_normal().native();
-    if (error) {
-        return std::nullopt;
-    }
+    // Where that fails the path is empty, which no text names.
+    std::error_code ignored;
+    std::string file = std::filesystem::absolute(path, ignored).lexically_normal().native();
     if (file.size() > 1 && file.back() == '/') {
         file.pop_back();
     }
