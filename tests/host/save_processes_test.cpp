@@ -1,14 +1,19 @@
 // Hosts that save and hosts that start after them, as processes with real files.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <map>
 #include <random>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "host/save_world.h"
+#include "prefs/many_settings.h"
 #include "prefs/preference_world.h"
 #include "support/child_process.h"
 
@@ -34,6 +39,23 @@ protected:
 
     /// All that a process that starts now has in force.
     std::string stateOfNewHost() const { return newHost().ask(stateQuestion()); }
+
+    /// The state of the world with these values and the last changes of these actions.
+    std::string stateOf(const std::map<int, std::string>& settings, const std::map<int, StormStep>& actions) const {
+        std::string state;
+        for (int number = 0; number < size_.settings; ++number) {
+            const auto changed = settings.find(number);
+            state += (changed == settings.end() ? defaultOfWorld(number) : changed->second) + '|';
+        }
+        for (int id = 1; id <= size_.actions; ++id) {
+            const auto changed = actions.find(id);
+            const bool isShipped = changed == actions.end();
+            const bool inMenu = isShipped ? id % 5 == 0 : changed->second.inMenu;
+            state += std::to_string(id) + '=' +
+                     (isShipped ? "Ctrl+" + std::to_string(id) : changed->second.shortcut()) + (inMenu ? "+|" : "|");
+        }
+        return state;
+    }
 
     std::string savedIn() const { return "0 Saved in " + pathText() + "."; }
     std::string pathText() const { return readPathOf(world_); }
@@ -134,20 +156,138 @@ TEST_F(SaveProcesses, InAnyOrderNobodysLastValueIsLost) {
         settings[step.setting] = step.value;
         actions.insert_or_assign(step.action, step);
     }
-    const std::string state = stateOfNewHost();
-    std::string expected;
-    for (int number = 0; number < size_.settings; ++number) {
-        expected += (settings.count(number) != 0 ? settings[number] : defaultOfWorld(number)) + '|';
-    }
-    for (int id = 1; id <= size_.actions; ++id) {
-        const auto changed = actions.find(id);
-        const bool isChanged = changed != actions.end();
-        const bool inMenu = isChanged ? changed->second.inMenu : id % 5 == 0;
-        expected += std::to_string(id) + '=' + (isChanged ? changed->second.shortcut() : "Ctrl+" + std::to_string(id)) +
-                    (inMenu ? "+|" : "|");
-    }
-    EXPECT_EQ(state, expected);
+    EXPECT_EQ(stateOfNewHost(), stateOf(settings, actions));
     std::printf("%d saves by %d hosts, %d restarts\n", kSteps, kHosts, restarts);
+}
+
+/// Several hosts save as fast as they can, and nobody waits for anybody but for a turn.
+TEST_F(SaveProcesses, AtTheSameTimeNobodysLastValueIsLost) {
+    constexpr int kHosts = 3;
+    constexpr int kSaves = 200;
+    std::vector<BackgroundProcess> hosts;
+    hosts.reserve(kHosts);
+    for (int own = 0; own < kHosts; ++own) {
+        hosts.push_back(newHost());
+    }
+    for (int own = 0; own < kHosts; ++own) {
+        hosts[static_cast<std::size_t>(own)].tell("storm " + std::to_string(own) + ' ' + std::to_string(kSaves) + ' ' +
+                                                  std::to_string(own) + ' ' + std::to_string(kHosts));
+    }
+    for (BackgroundProcess& host : hosts) {
+        EXPECT_EQ(host.hear(), "0") << "so many saves failed or met a conflict";
+    }
+    std::map<int, std::string> settings;
+    std::map<int, StormStep> actions;
+    for (int own = 0; own < kHosts; ++own) {
+        std::mt19937 random(static_cast<unsigned>(own));
+        for (int i = 0; i < kSaves; ++i) {
+            const StormStep step(random, own, kHosts, i);
+            settings[step.setting] = step.value;
+            actions.insert_or_assign(step.action, step);
+        }
+    }
+    EXPECT_EQ(stateOfNewHost(), stateOf(settings, actions));
+    EXPECT_EQ(filesBeside(), 0);
+    std::printf("%d saves by %d processes at once\n", kHosts * kSaves, kHosts);
+}
+
+TEST_F(SaveProcesses, AKilledOneLeavesAWholeFileAndTheOthersValues) {
+    constexpr int kUsualKills = 60;
+    const int rounds = kills(kUsualKills);
+    std::mt19937 random(5);
+    BackgroundProcess other = newHost();
+    int damaged = 0;
+    int lost = 0;
+    int second = 0;
+    std::ptrdiff_t mostLeft = 0;
+    for (int i = 0; i < rounds; ++i) {
+        BackgroundProcess victim = newHost();
+        ASSERT_EQ(victim.ask("for-ever"), "saving");
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 40'000));
+        victim.kill();
+        mostLeft = std::max(mostLeft, fs::exists(world_.userFile()) ? filesBeside() : 0);
+        const std::string state = stateOfNewHost();
+        // It saves all settings and a shortcut together.
+        const bool isFirst = state.find("round 0") != std::string::npos;
+        const bool isSecond = state.find("round 1") != std::string::npos;
+        const bool isWhole = isFirst != isSecond && state.find(isFirst ? "|1=F1" : "|1=F2") != std::string::npos;
+        const bool isUnsaved = i == 0 && !fs::exists(world_.userFile());
+        damaged += isWhole || isUnsaved ? 0 : 1;
+        second += isSecond ? 1 : 0;
+        const std::string value = "after kill " + std::to_string(i);
+        other.ask("value part3::value1=" + value);
+        EXPECT_EQ(other.ask("save").substr(0, 2), "0 ");
+        lost += newHost().ask("get part3::value1") == value ? 0 : 1;
+        EXPECT_EQ(filesBeside(), 0);
+    }
+    std::printf("%d kills, %d damaged files, %d lost values, %d times the second state, at most %td files left\n",
+                rounds, damaged, lost, second, mostLeft);
+    EXPECT_EQ(damaged, 0);
+    EXPECT_EQ(lost, 0);
+    EXPECT_GT(second, 0);
+    EXPECT_LE(mostLeft, 1);
+}
+
+class SaveOfAProduct : public SaveProcesses {
+protected:
+    SaveOfAProduct() : SaveProcesses(kProductSize) {}
+
+    /// Two actions of one context.
+    std::pair<int, int> twoActions(std::mt19937& random) const {
+        const int context = static_cast<int>(random() % static_cast<unsigned>(size_.contexts));
+        const auto one = [&] {
+            const int actions = (size_.actions - 1 - context) / size_.contexts + (context == 0 ? 0 : 1);
+            const int place = static_cast<int>(random() % static_cast<unsigned>(actions));
+            return context + size_.contexts * (context == 0 ? place + 1 : place);
+        };
+        return {one(), one()};
+    }
+};
+
+TEST_F(SaveOfAProduct, SwappedShortcutsComeBack) {
+    constexpr int kRounds = 30;
+    std::mt19937 random(3);
+    int swaps = 0;
+    int different = 0;
+    int named = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        fs::remove(world_.userFile());
+        BackgroundProcess host = newHost();
+        for (unsigned swap = 0; swap <= random() % 8; ++swap) {
+            const auto [one, other] = twoActions(random);
+            if (one != other) {
+                ASSERT_EQ(host.ask("swap " + std::to_string(one) + ' ' + std::to_string(other)), "1");
+                ++swaps;
+            }
+        }
+        host.ask("menu 77 1");
+        ASSERT_EQ(host.ask("save"), savedIn());
+        named += host.ask("last") == "not restored, conflicts, others, kept " ? 0 : 1;
+        different += stateOfNewHost() == host.ask(stateQuestion()) ? 0 : 1;
+    }
+    std::printf("%d sequences, %d swaps: %d came back otherwise, %d results name something\n", kRounds, swaps,
+                different, named);
+    EXPECT_EQ(different, 0);
+    EXPECT_EQ(named, 0);
+    EXPECT_GT(swaps, kRounds);
+}
+
+TEST_F(SaveOfAProduct, AHundredSettingsComeBack) {
+    constexpr int kRounds = 10;
+    std::mt19937 random(4);
+    int different = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        fs::remove(world_.userFile());
+        BackgroundProcess host = newHost();
+        for (int i = 0; i < 100; ++i) {
+            const int setting = static_cast<int>(random() % static_cast<unsigned>(size_.settings));
+            host.ask("value " + settingOfWorld(setting) + "=value " + std::to_string(i));
+        }
+        ASSERT_EQ(host.ask("save"), savedIn());
+        EXPECT_EQ(host.ask("last"), "not restored, conflicts, others, kept ");
+        different += stateOfNewHost() == host.ask(stateQuestion()) ? 0 : 1;
+    }
+    EXPECT_EQ(different, 0);
 }
 
 }  // namespace
