@@ -24,6 +24,12 @@ StartWarning withoutEffect(int action, std::string text) {
 
 std::string entryFor(int id) { return "The entry for action " + std::to_string(id); }
 
+/// The preferences load the actions with such a text where the user's file has nothing for them.
+bool isEmptyValue(json::View value) {
+    const auto text = json::compactText(value);
+    return text == "{}" || text == "[]";
+}
+
 /// Applies the user's text once more, to a catalogue of its own, and looks at what each element does.
 class Retelling {
 public:
@@ -31,7 +37,7 @@ public:
 
     std::vector<StartWarning> run(std::string_view userText) {
         const json::Document document(userText);
-        if (userText.empty()) {
+        if (userText.empty() || isEmptyValue(document.root())) {
             return {};
         }
         const json::Elements roots = document.root().elements();

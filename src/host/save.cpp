@@ -3,11 +3,14 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "actions/manager_access.h"
+#include "host/action_reset.h"
 #include "host/current_preferences.h"
 #include "host/save_depth.h"
 #include "host/save_plan.h"
@@ -143,6 +146,29 @@ SaveResult unlessTooDeep(Work work) {
     return result;
 }
 
+void rememberReset(std::set<int> touched) {
+    SaveState& state = saveState();
+    const std::uint64_t load = currentActions().loads();
+    if (state.resetLoad != load) {
+        state.resetActions.clear();
+        state.resetLoad = load;
+    }
+    state.resetActions.merge(touched);
+}
+
+/// `reset` edits the actions and returns what it did. Observers of the actions may save meanwhile.
+template <typename Reset>
+SaveResult saveAfter(Reset reset) {
+    return unlessTooDeep([&](SaveResult& result) {
+        if (currentPreferences() != nullptr) {
+            ActionsReset done = reset(currentActions());
+            rememberReset(std::move(done.touched));
+            result.notRestored = std::move(done.refused);
+        }
+        saveNow({}, result);
+    });
+}
+
 }  // namespace
 
 SaveResult save(const std::map<std::string, std::string>& settings) {
@@ -157,8 +183,12 @@ SaveResult reset(const std::vector<std::string>& settings) {
     return unlessTooDeep([&](SaveResult& result) { saveNow(request, result); });
 }
 
-SaveResult resetShortcuts(const std::vector<int>&) { return save(); }
+SaveResult resetShortcuts(const std::vector<int>& ids) {
+    return saveAfter([&](actions::ActionCatalogue& catalogue) { return resetActions(catalogue, ids); });
+}
 
-SaveResult resetAllShortcuts() { return save(); }
+SaveResult resetAllShortcuts() {
+    return saveAfter([](actions::ActionCatalogue& catalogue) { return resetAllActions(catalogue); });
+}
 
 }  // namespace zelutil::host

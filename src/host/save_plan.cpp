@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "actions/observer_registry.h"
+#include "host/action_state.h"
 #include "json/document.h"
 #include "json/writer.h"
 
@@ -42,6 +44,18 @@ void append(std::vector<T>& list, std::vector<T>& more) {
     list.insert(list.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
+/// Returns the actions that are not as the shipped text alone brings them about.
+std::set<int> changedActions(const actions::ActionCatalogue& actions) {
+    const actions::ObserverRegistry nobody;
+    actions::ActionCatalogue shipped(nobody);
+    shipped.load(actions.texts().defaults, "");
+    const ActionState now = stateOf(actions);
+    const ActionState then = stateOf(shipped);
+    std::set<int> changed = differentKeys(now, then);
+    changed.merge(differentFlags(now, then));
+    return changed;
+}
+
 NotRestored withoutPlace(int action) {
     NotRestored named;
     named.action = action;
@@ -59,6 +73,9 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
     plan.settings = planSettings(settings, request, fileNow);
     plan.actions = planActions(actions, state.actions, actionsIn(plan.settings), resetActionsIn(state, actions));
     plan.hasPlaceForActions = !plan.settings.content.sectionsOfActions.empty();
+    if (!plan.hasPlaceForActions) {
+        plan.actionsWithoutPlace = changedActions(actions);
+    }
     const std::string_view value = plan.actions.anyEntry ? std::string_view(plan.actions.text) : kNoEntries;
     const std::string_view valueInFile =
         plan.settings.actionsInFile ? std::string_view(*plan.settings.actionsInFile) : kNoEntries;
@@ -82,7 +99,7 @@ void report(SavePlan& plan, SaveResult& result) {
         result.actionsOfOthers = std::move(plan.actions.ofOthers);
         return;
     }
-    for (const int action : plan.actions.savedActions) {
+    for (const int action : plan.actionsWithoutPlace) {
         result.notRestored.push_back(withoutPlace(action));
     }
 }

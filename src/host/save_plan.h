@@ -4,6 +4,7 @@
 #include <zelutil/host/result.h>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,8 @@ struct SavePlan {
     ActionsPlan actions;
     /// Whether the shipped defaults have a section for the actions.
     bool hasPlaceForActions = false;
+    /// Where it has none, the actions that are not as they are shipped.
+    std::set<int> actionsWithoutPlace;
     /// Whether the file gets another text for the actions than it has.
     bool changesActions = false;
     /// The text of the file; nothing where there is nothing to write and where it could not be read back.

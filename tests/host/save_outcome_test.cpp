@@ -307,6 +307,52 @@ TEST_F(SaveOutcome, InARegressionTestTheFileIsWrittenInTheCurrentDirectory) {
     fs::current_path(world_.home().path());
 }
 
+TEST_F(SaveOutcome, ActionsWithoutASectionAreNamed) {
+    world_.writeDefaults(defaultsWithValue("default"));
+    UserPreferenceManager::GetInstance();
+    UCPActionManager& actions = UCPActionManager::instance();
+    actions.load(actionsOfWorld({}), "");
+    EXPECT_THAT(host::save({{"s::value", "mine"}}).notRestored, IsEmpty());
+    ASSERT_TRUE(actions.updateShortcut(3, "F3"));
+    actions.updateRMBMenu(5, false);
+    const SaveResult result = host::save({{"s::value", "more"}});
+    expectSaved(result);
+    EXPECT_THAT(result.savedActions, IsEmpty());
+    ASSERT_EQ(result.notRestored.size(), 2U);
+    EXPECT_EQ(result.notRestored[0].action, 3);
+    EXPECT_EQ(result.notRestored[1].action, 5);
+    EXPECT_EQ(result.notRestored[0].obstacle, host::Obstacle::NoPlaceInFile);
+    EXPECT_EQ(result.notRestored[0].text,
+              "Action 3 cannot be saved, because the shipped defaults have no section for actions.");
+}
+
+TEST_F(SaveOutcome, AResetOfSomeShortcutsLeavesTheOthersAndTellsOfRefusedOnes) {
+    UCPActionManager& actions = UCPActionManager::instance();
+    UserPreferenceManager::GetInstance();
+    ASSERT_TRUE(actions.updateShortcut(1, "F1"));
+    ASSERT_TRUE(actions.updateShortcut(2, "F2"));
+    // Of the same context as the first one.
+    ASSERT_TRUE(actions.updateShortcut(4, "Ctrl+1"));
+    actions.updateRMBMenu(2, true);
+    expectSaved(host::save());
+    SaveResult result = host::resetShortcuts({2, 999});
+    expectSaved(result);
+    EXPECT_THAT(result.savedActions, ElementsAre(1, 4));
+    EXPECT_THAT(result.notRestored, IsEmpty());
+    EXPECT_EQ(actions.getShortcut(2), "Ctrl+2");
+    EXPECT_FALSE(actions.getAction(2).second.hasOverwrite());
+    result = host::resetShortcuts({1});
+    EXPECT_EQ(result.status, Status::Unchanged);
+    ASSERT_EQ(result.notRestored.size(), 1U);
+    EXPECT_EQ(result.notRestored[0].action, 1);
+    EXPECT_EQ(result.notRestored[0].otherAction, 4);
+    EXPECT_EQ(actions.getShortcut(1), "F1");
+    result = host::resetShortcuts({4, 1});
+    expectSaved(result);
+    EXPECT_THAT(result.savedActions, IsEmpty());
+    EXPECT_EQ(actions.getShortcut(1), "Ctrl+1");
+}
+
 TEST_F(SaveOutcome, TheOldDoorsSavesAreTouchedHereToo) {
     UserPreferenceManager& preferences = UserPreferenceManager::GetInstance();
     preferences.updateUserPrefSettings({{"part0::value0", "old door"}}, {});

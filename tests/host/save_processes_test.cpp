@@ -127,6 +127,22 @@ TEST_F(SaveProcesses, OfARealConflictTheLaterSaveCountsAndIsTold) {
     EXPECT_NE(stateOfNewHost().find("|1=F2|"), std::string::npos);
 }
 
+TEST_F(SaveProcesses, AResetTakesTheEntryOutOfTheFile) {
+    BackgroundProcess host = newHost();
+    const std::string shipped = host.ask(stateQuestion());
+    host.ask("value part0::value0=user's");
+    ASSERT_EQ(host.ask("swap 1 4"), "1");
+    host.ask("menu 1 1");
+    EXPECT_EQ(host.ask("save"), savedIn());
+    EXPECT_EQ(host.ask("reset part0::value0"), savedIn());
+    EXPECT_EQ(host.ask("reset actions"), savedIn());
+    EXPECT_EQ(host.ask(stateQuestion()), shipped);
+    EXPECT_EQ(stateOfNewHost(), shipped);
+    const std::string text = readTextFile(world_.userFile());
+    EXPECT_EQ(text.find("user's"), std::string::npos);
+    EXPECT_EQ(text.find("shortcut"), std::string::npos);
+}
+
 /// Several hosts save as their user works, each its own settings and actions, in a random order.
 TEST_F(SaveProcesses, InAnyOrderNobodysLastValueIsLost) {
     constexpr int kHosts = 3;

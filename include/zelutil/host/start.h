@@ -48,7 +48,8 @@ struct StartWarning {
     std::string text;
 };
 
-/// Returns what the start found, in the order of the file; empty when all is well.
+/// Returns what the start found: in the file as a whole, in its settings and in its actions, each in the order of the
+/// file. Empty when all is well.
 ZELUTIL_API std::vector<StartWarning> startWarnings();
 
 /// Returns the file that a save writes; empty for none.

@@ -1,0 +1,70 @@
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/start.h>
+
+#include <iterator>
+
+#include "actions/manager_access.h"
+#include "host/action_warnings.h"
+#include "host/current_preferences.h"
+
+namespace zelutil::host {
+namespace {
+
+using Kind = StartWarning::Kind;
+using prefs::EntryFinding;
+
+StartWarning aboutFile(const std::string& path) {
+    StartWarning warning;
+    warning.kind = Kind::FileNotRead;
+    warning.text = "The file " + path +
+                   " could not be read or is no JSON, so the shipped defaults are in force. A copy of it is kept "
+                   "before it is first overwritten.";
+    return warning;
+}
+
+std::string textOf(const EntryFinding& finding) {
+    const std::string entry = "The entry " + finding.name + " of the section " + finding.section;
+    switch (finding.kind) {
+        case EntryFinding::Kind::UnknownSection:
+            return "The section " + finding.section + " has no effect, because there is no such section.";
+        case EntryFinding::Kind::UnknownName:
+            return entry + " has no effect, because there is no such setting.";
+        case EntryFinding::Kind::AnotherSection:
+            return entry + " sets a setting of another section, which that name means.";
+        case EntryFinding::Kind::NoText:
+            break;
+    }
+    return finding.name.empty() ? "An entry of the section " + finding.section + " has no effect, because it is none."
+                                : entry + " has no effect, because its value is no text.";
+}
+
+StartWarning aboutEntry(const EntryFinding& finding) {
+    StartWarning warning;
+    warning.kind =
+        finding.kind == EntryFinding::Kind::AnotherSection ? Kind::EntryForAnotherSection : Kind::EntryWithoutEffect;
+    warning.name = finding.name.empty() ? finding.section : finding.name;
+    warning.text = textOf(finding);
+    return warning;
+}
+
+}  // namespace
+
+std::vector<StartWarning> startWarnings() {
+    std::vector<StartWarning> warnings;
+    const prefs::Preferences* const preferences = currentPreferences();
+    if (preferences == nullptr) {
+        return warnings;
+    }
+    if (const auto& unread = preferences->userFile->unreadAtStart()) {
+        warnings.push_back(aboutFile(*unread));
+    }
+    for (const EntryFinding& finding : preferences->catalogue.findings()) {
+        warnings.push_back(aboutEntry(finding));
+    }
+    auto ofActions = actionWarnings(actions::ManagerAccess::catalogueOf(UCPActionManager::instance()));
+    warnings.insert(warnings.end(), std::make_move_iterator(ofActions.begin()),
+                    std::make_move_iterator(ofActions.end()));
+    return warnings;
+}
+
+}  // namespace zelutil::host
