@@ -32,9 +32,14 @@ struct Tally {
     unsigned kept = 0;
 };
 
-/// Whether an entry that is found by some name, in some section that is read, sets the setting: everything is tried.
+/// Whether an entry under some name, in some section that is read, sets the setting. All full names are tried, and all
+/// that they end with.
 bool someEntrySets(const Catalogue& catalogue, const Setting& setting, std::set<std::string> names) {
-    names.insert(kRandomNames.begin(), kRandomNames.end());
+    for (const std::string& fullName : std::set<std::string>(names)) {
+        for (std::size_t at = fullName.find("::"); at != std::string::npos; at = fullName.find("::", at + 1)) {
+            names.insert(fullName.substr(at + 2));
+        }
+    }
     for (const auto& [path, section] : catalogue.sections()) {
         for (const std::string& name : names) {
             if (section->submanagerId == 101 && catalogue.findEntry(name, path) == &setting) {
