@@ -69,6 +69,28 @@ TEST_F(CApiSave, AFileThatCannotBeWrittenHasItsStatusAndAResult) {
     EXPECT_STREQ(get_user_setting("grid"), "0.25");
 }
 
+TEST_F(CApiSave, ResetsGiveTheShippedValuesAgain) {
+    const zelutil_value value = {"grid", "0.25"};
+    EXPECT_EQ(zelutil_set_shortcut(1, "F2", nullptr), ZELUTIL_OK);
+    EXPECT_EQ(zelutil_set_shortcut(2, "F3", nullptr), ZELUTIL_OK);
+    EXPECT_EQ(zelutil_save(&value, 1, nullptr), ZELUTIL_OK);
+
+    const char* const names[] = {"display::grid", "none"};
+    const auto settings = handedOut<Result>([&](auto** out) { return zelutil_reset(names, 2, out); });
+    EXPECT_EQ(textsOf(settings->changedSettings), std::vector<std::string>{"display::grid"});
+    EXPECT_EQ(textsOf(settings->unknownSettings), std::vector<std::string>{"none"});
+    EXPECT_STREQ(get_user_setting("grid"), "0.5");
+
+    const int ids[] = {1};
+    const auto one = handedOut<Result>([&](auto** out) { return zelutil_reset_shortcuts(ids, 1, out); });
+    EXPECT_EQ(idsOf(one->savedActions), std::vector<int>{2});
+    const auto all = handedOut<Result>([&](auto** out) { return zelutil_reset_all_shortcuts(out); });
+    EXPECT_EQ(all->savedActions.count, 0);
+    const auto actions = handedOut<const zelutil_action_list>([](auto** out) { return zelutil_get_actions(out); });
+    EXPECT_STREQ(actions->items[0]->shortcut, "Ctrl+S");
+    EXPECT_STREQ(actions->items[1]->shortcut, "Ctrl+O");
+}
+
 TEST_F(CApiSave, TheTextOfTheActionsIsThereForHostsThatSaveThemselves) {
     EXPECT_EQ(zelutil_set_shortcut(2, "F3", nullptr), ZELUTIL_OK);
     const auto text =

@@ -126,6 +126,23 @@ TEST_F(CApi, AStartWithoutDamageHasNoWarnings) {
               0);
 }
 
+TEST_F(CApi, AWarningSaysWhatWasFoundWhere) {
+    world.writeUser(R"({"meta": [
+        {"header": "Display", "attribute": "display", "overriddensettings": [{"gird": "1"}]},
+        {"header": "Keys", "attribute": "keys", "overriddensettings": [{"actions": [{"id": 1, "shortcut": "Ctrl+O"}]}]}
+    ]})");
+    const auto list = handedOut<const zelutil_warning_list>([](auto** out) { return zelutil_get_start_warnings(out); });
+    ASSERT_EQ(list->count, 2);
+    EXPECT_EQ(list->items[0]->kind, ZELUTIL_ENTRY_WITHOUT_EFFECT);
+    EXPECT_STREQ(list->items[0]->name, "gird");
+    EXPECT_EQ(list->items[0]->action, 0);
+    EXPECT_EQ(list->items[1]->kind, ZELUTIL_SHORTCUT_REFUSED);
+    EXPECT_STREQ(list->items[1]->name, "");
+    EXPECT_EQ(list->items[1]->action, 1);
+    EXPECT_EQ(list->items[1]->holder, 2);
+    EXPECT_STRNE(list->items[1]->text, "");
+}
+
 TEST_F(CApi, ADiagnosisNamesTheInstallation) {
     const std::string lines = textOf([](auto** out) { return zelutil_diagnose(out); });
     EXPECT_NE(lines.find(windowsText(world.product().root())), std::string::npos) << lines;

@@ -107,6 +107,17 @@ print(host.read_float("grid") == 0.1, repr(host.read_text("grid")))
 print(host.option(zelutil_host.PATHS_WITH_BLANKS))
 """), ["true -7 0.1", "True '0.1'", "False"])
 
+    def test_resets_bring_the_shipped_state_back(self):
+        self.assertEqual(self.evaluate("""
+host.set_shortcut(43, "F11")
+host.set_shortcut(49, "F12")
+result = host.save({"grid": "7", "none": "1"})
+print(result.written, result.changedSettings, result.unknownSettings, result.savedActions)
+print(host.reset(["grid"]).changedSettings, host.reset_shortcuts([43]).savedActions, host.action(43).shortcut)
+print(host.reset_shortcuts().savedActions, host.action(49).shortcut)
+print(host.restorable_actions_text().notRestored)
+"""), ["True ['display::grids::grid'] ['none'] [43, 49]", "['display::grids::grid'] [49] T", "[] U", "[]"])
+
     def test_a_save_that_fails_has_its_result(self):
         os.makedirs(os.path.join(self.home, "pcbenv", "tessel", "tessel_settings.cfg"))
         self.assertEqual(self.evaluate("""
