@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <set>
 #include <utility>
@@ -94,6 +95,15 @@ void remember(prefs::Catalogue& catalogue, SavePlan& plan, bool isWritten) noexc
     state.hasWritten = state.hasWritten || isWritten;
 }
 
+/// Whatever was done is not undone for want of memory for a text.
+void describe(const SavePlan& plan, bool tookTurn, SaveResult& result) noexcept {
+    try {
+        result.text = plan.settings.hasSections && !plan.text ? textOfUnreadable(result) : textOf(result, tookTurn);
+    } catch (const std::bad_alloc&) {
+        result.text.clear();
+    }
+}
+
 /// Reads, plans and writes in one turn. Returns what the observers of sub-managers are to be told.
 prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettingsFile& file,
                                   const SettingsRequest& request, SaveResult& result) {
@@ -108,7 +118,7 @@ prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettin
     report(plan, result);
     catalogue.putInForce(std::move(plan.settings.newValues), plan.settings.takenBack);
     result.status = write(file, plan, now.seen, result);
-    result.text = plan.settings.hasSections && !plan.text ? textOfUnreadable(result) : textOf(result, turn.isTaken());
+    describe(plan, turn.isTaken(), result);
     if (result.ok()) {
         remember(catalogue, plan, result.status == Status::Saved);
     }
@@ -172,14 +182,17 @@ SaveResult saveAfter(Reset reset) {
 }  // namespace
 
 SaveResult save(const std::map<std::string, std::string>& settings) {
+    // The host may change its own while it is called back.
+    const std::map<std::string, std::string> values = settings;
     SettingsRequest request;
-    request.values = &settings;
+    request.values = &values;
     return unlessTooDeep([&](SaveResult& result) { saveNow(request, result); });
 }
 
 SaveResult reset(const std::vector<std::string>& settings) {
+    const std::vector<std::string> names = settings;
     SettingsRequest request;
-    request.resets = &settings;
+    request.resets = &names;
     return unlessTooDeep([&](SaveResult& result) { saveNow(request, result); });
 }
 

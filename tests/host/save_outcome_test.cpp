@@ -17,6 +17,7 @@
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
+#include "support/common_library_stand_in.h"
 
 namespace zelutil::test {
 namespace {
@@ -351,6 +352,38 @@ TEST_F(SaveOutcome, AResetOfSomeShortcutsLeavesTheOthersAndTellsOfRefusedOnes) {
     expectSaved(result);
     EXPECT_THAT(result.savedActions, IsEmpty());
     EXPECT_EQ(actions.getShortcut(1), "Ctrl+1");
+}
+
+TEST_F(SaveOutcome, AHostThatIsCalledBackDuringTheSearchForTheFileMaySave) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    commonLibrary.foundPath = systemText(world_.userFile());
+    fs::create_directories(world_.userFile().parent_path());
+    UserPreferenceManager::GetInstance();
+    std::map<std::string, std::string> values = {{"part0::value0", "outer"}};
+    SaveResult inner;
+    bool isDone = false;
+    commonLibrary.duringSearch = [&] {
+        if (!isDone) {
+            isDone = true;
+            values = {{"part0::value0", "changed meanwhile"}};
+            inner = host::save({{"part1::value1", "inner"}, {"part0::value0", "inner"}});
+        }
+    };
+    EXPECT_EQ(host::save(values).status, Status::Saved);
+    EXPECT_EQ(inner.status, Status::Saved);
+    EXPECT_EQ(valueOf("part0::value0"), "outer");
+    EXPECT_EQ(valueOf("part1::value1"), "inner");
+    EXPECT_THAT(fileText(), HasSubstr("\"value0\": \"outer\""));
+    EXPECT_THAT(fileText(), HasSubstr("value1\": \"inner\""));
+}
+
+TEST_F(SaveOutcome, ASaveWithoutEndInTheSearchIsStopped) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    UserPreferenceManager::GetInstance();
+    int tooDeep = 0;
+    commonLibrary.duringSearch = [&] { tooDeep += host::save().status == Status::TooDeep ? 1 : 0; };
+    EXPECT_TRUE(host::save({{"part0::value0", "mine"}}).ok());
+    EXPECT_EQ(tooDeep, 1);
 }
 
 TEST_F(SaveOutcome, TheOldDoorsSavesAreTouchedHereToo) {
