@@ -6,6 +6,8 @@
 #include "host/action_search.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <optional>
 
 namespace zelutil::host {
@@ -28,7 +30,8 @@ struct GroupPlan {
 
 std::set<int> among(const std::set<int>& ids, const ActionGroup& group) {
     std::set<int> found;
-    std::set_intersection(ids.begin(), ids.end(), group.begin(), group.end(), std::inserter(found, found.end()));
+    std::copy_if(group.begin(), group.end(), std::inserter(found, found.end()),
+                 [&](int id) { return ids.count(id) != 0; });
     return found;
 }
 

@@ -110,7 +110,7 @@ private:
         while (!stuck_.empty()) {
             const int id = *stuck_.begin();
             const int holder = catalogue_.shortcutTakenBy(id, goal(id));
-            if (members_.count(holder) != 0 && turns_[holder]++ < kMostTurns) {
+            if (members_.count(holder) != 0 && !mayKeep(holder, id) && turns_[holder]++ < kMostTurns) {
                 takeAway(holder);
                 queue_.push_front(id);
                 queue_.push_back(holder);
@@ -119,6 +119,13 @@ private:
             stuck_.erase(stuck_.begin());
         }
         return false;
+    }
+
+    /// Whether the shortcut that the action waits for stays with its holder, and the action has had it without holding
+    /// it.
+    bool mayKeep(int holder, int id) const {
+        return goal(holder) == goal(id) && isHolder(holder) &&
+               shipped_.find(holder)->context == shipped_.find(id)->context;
     }
 
     void takeAway(int id) {

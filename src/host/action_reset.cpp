@@ -17,10 +17,11 @@ ActionValues valuesOf(const ActionCatalogue::Action& action) {
     return {actions::effectiveValue(action.shortcut), actions::effectiveValue(action.rmb)};
 }
 
-NotRestored refusal(int id, const std::string& shortcut, int holder) {
+/// Two actions of one context that are shipped with one shortcut cannot both be given it.
+NotRestored refusal(int id, const std::string& shortcut, int holder, bool shippedTwice) {
     NotRestored refused;
     refused.action = id;
-    refused.obstacle = Obstacle::TakenByAnother;
+    refused.obstacle = shippedTwice ? Obstacle::ShippedTwice : Obstacle::TakenByAnother;
     refused.otherAction = holder;
     refused.text = "Action " + std::to_string(id) + " does not get back the shortcut \"" + shortcut + "\"";
     refused.text += holder == 0 ? std::string(".") : ": action " + std::to_string(holder) + " has it.";
@@ -102,9 +103,17 @@ private:
             const std::string& shortcut = aim_.values[id].shortcut;
             const ActionCatalogue::Action* const action = catalogue_.find(id);
             if (action != nullptr && valuesOf(*action).shortcut != shortcut) {
-                result_.refused.push_back(refusal(id, shortcut, catalogue_.shortcutTakenBy(id, shortcut)));
+                const int holder = catalogue_.shortcutTakenBy(id, shortcut);
+                result_.refused.push_back(refusal(id, shortcut, holder, areShippedAlike(id, holder)));
             }
         }
+    }
+
+    bool areShippedAlike(int id, int other) const {
+        const ShippedAction* const left = shipped_.find(id);
+        const ShippedAction* const right = shipped_.find(other);
+        return left != nullptr && right != nullptr && left->context == right->context &&
+               left->values.shortcut == right->values.shortcut;
     }
 
     ActionCatalogue& catalogue_;

@@ -32,13 +32,12 @@ ActionsBase baseOfLoad(const ActionCatalogue& current) {
     return base;
 }
 
-MergedActions aimOf(const ActionCatalogue& current, const ShippedActions& shipped, const ActionsBase& base,
-                    std::optional<std::string_view> fileText, const std::set<int>& touched) {
-    ActionState here = stateOf(current);
-    if (!fileText) {
-        return {std::move(here), {}, {}};
-    }
-    const ActionState file = loadedState(current, *fileText);
+/// Returns the aim where the file is known.
+MergedActions mergeWith(std::string_view fileText, const ActionCatalogue& current, const ShippedActions& shipped,
+                        const ActionsBase& before, const std::set<int>& touched) {
+    const ActionsBase base = before.load == current.loads() ? before : baseOfLoad(current);
+    const ActionState here = stateOf(current);
+    const ActionState file = loadedState(current, fileText);
     const ActionValuesById fileBefore = loadedState(current, base.fileText).values;
     return mergeActions(shipped, {here, base.inForce, base.aim, file, fileBefore, touched});
 }
@@ -69,12 +68,13 @@ void setText(ActionsPlan& plan, const ActionEntries& entries, const std::vector<
 ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& before,
                         std::optional<std::string_view> fileText, const std::set<int>& touched,
                         std::size_t searchLoads) {
-    const ActionsBase base = before.load == current.loads() ? before : baseOfLoad(current);
     const ShippedActions shipped(current.texts().defaults);
-    MergedActions merged = aimOf(current, shipped, base, fileText, touched);
+    MergedActions merged =
+        fileText ? mergeWith(*fileText, current, shipped, before, touched) : MergedActions{stateOf(current), {}, {}};
     AimPlan aimed = planAim(shipped, merged.aim, searchLoads);
+    const std::string& fileBefore = before.load == current.loads() ? before.fileText : current.texts().user;
     ActionsPlan plan;
-    setText(plan, aimed.entries, foreignEntries(fileText.value_or(base.fileText), idsOf(shipped)));
+    setText(plan, aimed.entries, foreignEntries(fileText.value_or(fileBefore), idsOf(shipped)));
     plan.notRestored = std::move(aimed.notRestored);
     plan.conflicts = std::move(merged.conflicts);
     plan.ofOthers = std::move(merged.ofOthers);

@@ -1,0 +1,239 @@
+// Two processes of one user that save in turn.
+#include "host/action_fixture.h"
+#include "host/action_worlds.h"
+
+namespace zelutil::test {
+namespace {
+
+using host::ActionsPlan;
+
+const std::vector<std::string> kFour = {shippedAction(1, "board", "F1"), shippedAction(2, "board", "F2"),
+                                        shippedAction(3, "board", "F3"), shippedAction(4, "board", "F4")};
+
+TEST(ActionMerge, KeepsWhatAnotherProcessSaved) {
+    ActionProcess here(kFour);
+    ActionProcess there(kFour);
+    std::string file;
+    there.catalogue.updateShortcut(2, "F9");
+    there.catalogue.updateMenu(3, true);
+    there.save(file);
+    here.catalogue.updateShortcut(1, "F8");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"},{"id":2,"shortcut":"F9"},{"id":3,"rmb":true})"));
+    EXPECT_EQ(plan.ofOthers, (std::vector<int>{2, 3}));
+    EXPECT_TRUE(plan.conflicts.empty());
+    EXPECT_TRUE(plan.notRestored.empty());
+    EXPECT_EQ(here.shortcut(2), "F2");
+}
+
+TEST(ActionMerge, KeepsItAlsoAtTheNextSaveOfThisProcess) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":2,"shortcut":"F9"})");
+    here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":2,"shortcut":"F9"})"));
+    here.catalogue.updateShortcut(1, "F8");
+    EXPECT_EQ(here.save(file).ofOthers, std::vector<int>{2});
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"},{"id":2,"shortcut":"F9"})"));
+    // A change here is newer than what the other process saved.
+    here.catalogue.updateShortcut(2, "F7");
+    EXPECT_TRUE(here.save(file).conflicts.empty());
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"},{"id":2,"shortcut":"F7"})"));
+}
+
+TEST(ActionMerge, LetsAnotherProcessGoBackToWhatIsShipped) {
+    ActionProcess here(kFour, userText(R"({"id":2,"shortcut":"F9"})"));
+    std::string file;
+    here.catalogue.updateShortcut(1, "F8");
+    EXPECT_EQ(here.save(file).ofOthers, std::vector<int>{2});
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"})"));
+}
+
+TEST(ActionMerge, MergesShortcutAndMenuFlagEachForItself) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":1,"rmb":true})");
+    here.catalogue.updateShortcut(1, "F8");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8","rmb":true})"));
+    EXPECT_TRUE(plan.conflicts.empty());
+    EXPECT_EQ(plan.ofOthers, std::vector<int>{1});
+}
+
+TEST(ActionMerge, SavesItsOwnAndNamesTheConflictWhereBothChangedOneAction) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":1,"shortcut":"F9"})");
+    here.catalogue.updateShortcut(1, "F8");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"})"));
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 1);
+    EXPECT_EQ(plan.conflicts[0].ours, "F8");
+    EXPECT_EQ(plan.conflicts[0].theirs, "F9");
+}
+
+TEST(ActionMerge, NamesNoConflictWhereBothMadeTheSameChange) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":1,"shortcut":"F8"})");
+    here.catalogue.updateShortcut(1, "F8");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_TRUE(plan.conflicts.empty());
+    EXPECT_TRUE(plan.ofOthers.empty());
+}
+
+TEST(ActionMerge, GivesAShortcutThatBothGaveAwayToItsOwnActionAndTheOtherGoesBack) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":2,"shortcut":"F9"})");
+    here.catalogue.updateShortcut(3, "F9");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":3,"shortcut":"F9"})"));
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 2);
+    EXPECT_EQ(plan.conflicts[0].ours, "F2");
+    EXPECT_EQ(plan.conflicts[0].theirs, "F9");
+    EXPECT_TRUE(plan.notRestored.empty());
+}
+
+TEST(ActionMerge, LeavesTheOtherWithoutAShortcutWhereItCannotGoBack) {
+    ActionProcess here(kFour);
+    // Elsewhere 2 got F9. Here 3 got F9 and 4 got what 2 had.
+    std::string file = userText(R"({"id":2,"shortcut":"F9"})");
+    here.catalogue.updateShortcut(3, "F9");
+    here.catalogue.updateShortcut(2, "");
+    here.catalogue.updateShortcut(4, "F2");
+    here.catalogue.updateShortcut(2, "F5");
+    here.save(file);
+    EXPECT_EQ(here.shortcut(2), "F5");
+    ActionProcess third(kFour);
+    std::string other = userText(R"({"id":2,"shortcut":"F9"},{"id":4,"shortcut":"F2"})");
+    third.catalogue.updateShortcut(3, "F9");
+    const ActionsPlan plan = third.save(other);
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 2);
+    EXPECT_EQ(plan.conflicts[0].ours, "");
+    third.restart(other);
+    EXPECT_EQ(third.shortcut(2), "");
+    EXPECT_EQ(third.shortcut(3), "F9");
+    EXPECT_EQ(third.shortcut(4), "F2");
+}
+
+TEST(ActionMerge, SettlesOneShortcutOfLinkedContexts) {
+    ActionProcess here({shippedAction(7, "ucpedit", "F7"), shippedAction(9, "brisk3d", "F9")});
+    std::string file = userText(R"({"id":9,"shortcut":"F1"})");
+    here.catalogue.updateShortcut(7, "F1");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":7,"shortcut":"F1"})"));
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 9);
+}
+
+TEST(ActionMerge, LetsAFamilyGoBackTogether) {
+    ActionProcess here(
+        {shippedAction(1, "board", "F1"), shippedAction(2, "panel", "", 1), shippedAction(3, "panel", "F3")});
+    std::string file = userText(R"({"id":1,"shortcut":"F9"})");
+    here.catalogue.updateShortcut(3, "F9");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":3,"shortcut":"F9"})"));
+    EXPECT_EQ(plan.conflicts.size(), 2U);
+    EXPECT_TRUE(plan.notRestored.empty());
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F1");
+    EXPECT_EQ(here.shortcut(2), "F1");
+}
+
+TEST(ActionMerge, MergesSwapsOfDifferentActions) {
+    ActionProcess here(kFour);
+    ActionProcess there(kFour);
+    std::string file;
+    there.swap(1, 2);
+    there.save(file);
+    here.swap(3, 4);
+    EXPECT_TRUE(here.save(file).notRestored.empty());
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F2");
+    EXPECT_EQ(here.shortcut(2), "F1");
+    EXPECT_EQ(here.shortcut(3), "F4");
+    EXPECT_EQ(here.shortcut(4), "F3");
+}
+
+TEST(ActionMerge, WritesAllThatIsInForceWhereTheFileIsGone) {
+    ActionProcess here(kFour, userText(R"({"id":2,"shortcut":"F9"})"));
+    here.catalogue.updateMenu(1, true);
+    EXPECT_EQ(here.plan().text, userText(R"({"id":1,"rmb":true},{"id":2,"shortcut":"F9"})"));
+}
+
+TEST(ActionMerge, GoesOnNamingWhatCannotComeBack) {
+    ActionProcess here(
+        {shippedAction(1, "board", "F1"), shippedAction(2, "panel", "", 1), shippedAction(3, "board", "F3")});
+    std::string file;
+    here.catalogue.updateShortcut(2, "F9");
+    EXPECT_EQ(here.save(file).notRestored.size(), 1U);
+    here.catalogue.updateShortcut(3, "F8");
+    const ActionsPlan plan = here.save(file);
+    ASSERT_EQ(plan.notRestored.size(), 1U);
+    EXPECT_EQ(plan.notRestored[0].action, 2);
+    EXPECT_TRUE(plan.ofOthers.empty());
+}
+
+TEST(ActionMerge, TakesAnEntryOfAnotherProcessOutWhereTheActionIsTouched) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":2,"shortcut":"F9"})");
+    const ActionsPlan plan = here.save(file, {2});
+    EXPECT_EQ(file, userText(""));
+    EXPECT_TRUE(plan.ofOthers.empty());
+}
+
+TEST(ActionMerge, StartsAgainAfterALoad) {
+    ActionProcess here(kFour);
+    std::string file;
+    here.catalogue.updateShortcut(1, "F8");
+    here.save(file);
+    here.restart("");
+    // Nothing was changed since that load, which knew of no entry.
+    EXPECT_EQ(here.save(file).ofOthers, std::vector<int>{1});
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"})"));
+}
+
+TEST(ActionMerge, KeepsEntriesForUnknownActionsOfTheFileAsItIsNow) {
+    ActionProcess here(kFour, userText(R"({"id":50,"rmb":true})"));
+    std::string file = userText(R"({"id":60,"shortcut":"F6"})");
+    here.catalogue.updateShortcut(1, "F8");
+    here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"},{"id":60,"shortcut":"F6"})"));
+}
+
+/// Two processes change actions at random, each its own half, and save in random order.
+TEST(ActionMerge, LosesNothingWhereTwoProcessesChangeDifferentActionsInTurn) {
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        ActionRandom random(seed);
+        std::vector<std::string> shipped;
+        for (int id = 1; id <= 8; ++id) {
+            shipped.push_back(shippedAction(id, id <= 4 ? "board" : "panel", "F" + std::to_string(id)));
+        }
+        ActionProcess first(shipped);
+        ActionProcess second(shipped);
+        std::string file;
+        for (int turn = 0; turn < 12; ++turn) {
+            const bool isFirst = numberBelow(random, 2) == 0;
+            ActionProcess& process = isFirst ? first : second;
+            const int base = isFirst ? 1 : 5;
+            const int one = base + numberBelow(random, 4);
+            const int other = base + numberBelow(random, 4);
+            if (one != other) {
+                process.swap(one, other);
+            }
+            process.catalogue.updateMenu(one, numberBelow(random, 2) == 0);
+            ASSERT_TRUE(process.save(file).conflicts.empty());
+        }
+        first.save(file);
+        second.save(file);
+        const ActionProcess next(shipped, file);
+        for (int id = 1; id <= 8; ++id) {
+            const ActionProcess& owner = id <= 4 ? first : second;
+            ASSERT_EQ(next.shortcut(id), owner.shortcut(id)) << id << file;
+            ASSERT_EQ(next.inMenu(id), owner.inMenu(id)) << id << file;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zelutil::test
