@@ -1,4 +1,4 @@
-#  [--windows]: Build the library and example hosts and run them in an example installation
+#  [--windows|--qt]: Build the library and example hosts (--qt: the board viewer) and run them
 preset=release
 packages=("${buildPackages[@]}" python3)
 case ${1:-} in
@@ -7,7 +7,12 @@ case ${1:-} in
         preset=windows
         packages+=("${windowsPackages[@]}")
         ;;
-    *) fail "demo knows --windows, not $1" ;;
+    --qt)
+        need "${buildPackages[@]}" "${qtPackages[@]}"
+        showBoard
+        exit 0
+        ;;
+    *) fail "demo knows --windows and --qt, not $1" ;;
 esac
 need "${packages[@]}"
 

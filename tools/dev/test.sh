@@ -12,6 +12,9 @@ fi
 pattern=${1:-}
 
 packages=("${buildPackages[@]}" "${testPackages[@]}")
+if $native; then
+    packages+=("${qtPackages[@]}" "${displayPackages[@]}")
+fi
 if $windows; then
     packages+=("${windowsPackages[@]}")
 fi

@@ -11,6 +11,9 @@ namespace viewer {
 namespace {
 
 constexpr double kSheetThickness = 0.25;
+constexpr int kSheetOpacity = 110;
+
+bool isOnTop(LayerKind kind) { return kind == LayerKind::TopCopper || kind == LayerKind::TopSilkscreen; }
 
 struct Side {
     QPointF from;
@@ -30,28 +33,38 @@ QColor wallColor(const QColor& color, const Side& side) {
 
 }  // namespace
 
-void SpacePainter::draw() const {
+void SpacePainter::draw() const { pulledApart_ ? drawApart() : drawWhole(); }
+
+void SpacePainter::drawWhole() const {
+    drawParts(false, 0);
+    drawPrism(design_.board().outline, 0, settings_.boardThickness, settings_.substrate);
     const int count = static_cast<int>(design_.board().layers.size());
-    const double slab = settings_.boardThickness;
-    double height = -gap() * count;
-    drawParts(false, height);
     for (int layer = count - 1; layer >= 0; --layer) {
-        const bool isSlab = layer == count - 1;
-        const bool isSheet = pulledApart_ && !isSlab;
-        if (isSlab || isSheet) {
-            const double thickness = isSlab ? slab : kSheetThickness;
-            QColor color = settings_.substrate;
-            color.setAlpha(isSheet ? 150 : 255);
-            drawPrism(design_.board().outline, height, height + thickness, color);
-            height += thickness;
+        if (isOnTop(design_.board().layers[static_cast<std::size_t>(layer)].kind)) {
+            drawLayer(layer, settings_.boardThickness);
         }
-        drawLayer(layer, height);
-        if (!pulledApart_ || layer == 0) {
-            drawThroughPads(height);
-        }
-        height += gap();
     }
-    drawParts(true, height - gap());
+    drawThroughPads(settings_.boardThickness);
+    drawParts(true, settings_.boardThickness);
+}
+
+/// Draws each layer for itself, the highest last, copper on sheets that one can see through.
+void SpacePainter::drawApart() const {
+    const std::vector<Layer>& layers = design_.board().layers;
+    const int count = static_cast<int>(layers.size());
+    double height = -settings_.layerGap * count;
+    drawParts(false, height);
+    QColor sheet = settings_.substrate;
+    sheet.setAlpha(kSheetOpacity);
+    for (int layer = count - 1; layer >= 0; --layer) {
+        if (isCopper(layers[static_cast<std::size_t>(layer)].kind)) {
+            drawPrism(design_.board().outline, height, height + kSheetThickness, sheet);
+            drawThroughPads(height + kSheetThickness);
+        }
+        drawLayer(layer, height + kSheetThickness);
+        height += settings_.layerGap;
+    }
+    drawParts(true, height - settings_.layerGap);
 }
 
 void SpacePainter::drawPrism(const QPolygonF& base, double bottom, double top, const QColor& color) const {
@@ -83,8 +96,7 @@ QColor SpacePainter::shade(const QColor& color, const QString& net) const {
 
 void SpacePainter::drawLayer(int layer, double height) const {
     const Layer& shown = design_.board().layers[static_cast<std::size_t>(layer)];
-    const bool isInside = !pulledApart_ && layer > 0 && shown.kind != LayerKind::TopCopper;
-    if (design_.isHidden(layer) || isInside || (isCopper(shown.kind) && !settings_.spaceCopper)) {
+    if (design_.isHidden(layer) || (isCopper(shown.kind) && !settings_.spaceCopper)) {
         return;
     }
     const QColor& color = settings_.colorOf(shown);

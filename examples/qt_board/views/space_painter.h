@@ -22,11 +22,12 @@ public:
     void draw() const;
 
 private:
+    void drawWhole() const;
+    void drawApart() const;
     void drawPrism(const QPolygonF& base, double bottom, double top, const QColor& color) const;
     void drawLayer(int layer, double height) const;
     void drawThroughPads(double height) const;
     void drawParts(bool onTop, double height) const;
-    double gap() const { return pulledApart_ ? settings_.layerGap : 0; }
     QColor shade(const QColor& color, const QString& net) const;
 
     QPainter& painter_;

@@ -7,8 +7,11 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QMessageBox>
 #include <utility>
 
+#include "dialogs/preferences_dialog.h"
+#include "dialogs/shortcut_dialog.h"
 #include "table/property_panel.h"
 #include "views/board_view.h"
 #include "views/space_view.h"
@@ -114,8 +117,15 @@ void Commands::addTable() {
 }
 
 void Commands::addOptions() {
+    add("options preferences", [this] { open(new PreferencesDialog(window_.messages(), &window_)); });
+    add("options shortcuts", [this] { open(new ShortcutDialog(window_.messages(), &window_)); });
     add("options save", [this] { tellOutcome(zelutil::host::save(), window_.messages()); });
     add("help messages", [this] { window_.showMessages(); });
+    add("help diagnose", [this] {
+        QMessageBox box(QMessageBox::Information, tr("Where files are looked for"),
+                        QString::fromStdString(zelutil::host::diagnose()), QMessageBox::Close, &window_);
+        box.exec();
+    });
 }
 
 void Commands::openBoard() {
@@ -175,5 +185,10 @@ void Commands::zoom(bool in) {
 }
 
 bool Commands::isInSpace() const { return window_.spaceView().isVisible(); }
+
+void Commands::open(QDialog* dialog) {
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
 
 }  // namespace viewer

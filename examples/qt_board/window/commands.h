@@ -6,6 +6,8 @@
 #include <QString>
 #include <functional>
 
+class QDialog;
+
 namespace viewer {
 
 class MainWindow;
@@ -31,6 +33,7 @@ private:
     void addTable();
     void addOptions();
 
+    static void open(QDialog* dialog);
     void openBoard();
     void saveBoard(bool asks);
     void savePicture();

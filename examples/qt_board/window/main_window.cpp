@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include <zelutil/file/hierarchy.h>
 #include <zelutil/host/start.h>
 
 #include <QContextMenuEvent>
@@ -26,7 +27,22 @@
 
 namespace viewer {
 
+namespace {
+
+bool findsInstallation() {
+    try {
+        ZelU::File::Hierarchy::GetRoot();
+        return true;
+    } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
+        return false;
+    }
+}
+
+}  // namespace
+
 MainWindow::MainWindow() {
+    // Asked first: what is asked for later would not tell that there is no installation.
+    const bool isInstalled = findsInstallation();
     build();
     buildDocks();
     buildStatusBar();
@@ -35,7 +51,7 @@ MainWindow::MainWindow() {
     editors_->add(boardView_, QStringLiteral("ucpedit"));
     editors_->add(spaceView_, QStringLiteral("brisk3d"));
     editors_->add(properties_, QStringLiteral("table"));
-    connect(editors_, &Editors::switched, binder_, &ActionBinder::setContext);
+    connect(editors_, &Editors::switched, this, &MainWindow::followSwitch);
     connect(binder_, &ActionBinder::requested, commands_, &Commands::run);
     connect(&design_, &Design::boardChanged, this, &MainWindow::showTitle);
     binder_->fill(menuBar(), addToolBar(tr("Actions")));
@@ -45,10 +61,19 @@ MainWindow::MainWindow() {
     binder_->setContext(QStringLiteral("ucpedit"));
     editors_->switchTo(boardView_);
     tellStart();
+    if (!isInstalled) {
+        showBanner(tr("No installation was found, so there are no actions and no settings. See \"Messages\"."));
+        messages_.warn(QString::fromStdString(zelutil::host::diagnose()));
+    }
     showTitle();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    // Widgets that go one after the other hand the focus on and change tabs, which is nothing to follow any more.
+    hide();
+    tabs_->disconnect(this);
+    editors_->disconnect();
+}
 
 void MainWindow::build() {
     editors_ = new Editors(this);
@@ -147,6 +172,11 @@ void MainWindow::tell(const QString& text, bool isWarning) {
     }
 }
 
+void MainWindow::showBanner(const QString& text) {
+    banner_->setText(text);
+    banner_->show();
+}
+
 QString MainWindow::statusText() const { return status_->text(); }
 
 void MainWindow::showMessages() {
@@ -158,8 +188,7 @@ bool MainWindow::openBoard(const QString& path) {
     const ReadBoard read = readBoardFile(path);
     const QString name = QFileInfo(path).fileName();
     if (!read.board) {
-        banner_->setText(tr("%1 could not be opened. %2").arg(name, read.errors.join(u' ')));
-        banner_->show();
+        showBanner(tr("%1 could not be opened. %2").arg(name, read.errors.join(u' ')));
         messages_.warn(banner_->text());
         return false;
     }
@@ -194,10 +223,20 @@ void MainWindow::showEditor(QWidget* editor) {
     editors_->switchTo(editor);
 }
 
+/// The switch may have been announced by somebody else than this window.
+void MainWindow::followSwitch(const QString& context) {
+    if (editors_->active() != properties_) {
+        tabs_->setCurrentWidget(editors_->active());
+    }
+    binder_->setContext(context);
+}
+
 void MainWindow::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
-    binder_->fillContextMenu(&menu);
-    menu.exec(event->globalPos());
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("contextMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    binder_->fillContextMenu(menu);
+    menu->popup(event->globalPos());
 }
 
 void MainWindow::showTitle() {

@@ -63,7 +63,9 @@ private:
     void buildDocks();
     void buildStatusBar();
     void applySettings();
+    void followSwitch(const QString& context);
     void tell(const QString& text, bool isWarning);
+    void showBanner(const QString& text);
     void tellStart();
     void showTitle();
 

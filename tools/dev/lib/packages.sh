@@ -4,6 +4,10 @@ readonly buildPackages=(g++ cmake ninja-build rapidjson-dev googletest)
 readonly windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
 # The test of the installed package asks pkg-config for its flags.
 readonly testPackages=(pkg-config)
+# The board viewer of the examples needs Qt; the library itself does without.
+readonly qtPackages=(qt6-base-dev fonts-dejavu-core)
+# Some of its tests ask for a display.
+readonly displayPackages=(xvfb xauth)
 
 hasHeader() { # HEADER: as the compiler finds it
     printf '#include <%s>\n' "$1" | g++ -fsyntax-only -x c++ - 2>/dev/null
@@ -22,6 +26,10 @@ hasPackage() {
         libbenchmark-dev) [[ -e /usr/include/benchmark/benchmark.h ]] ;;
         libboost-dev) [[ -e /usr/include/boost/version.hpp ]] ;;
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
+        qt6-base-dev) compgen -G '/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ||
+            compgen -G '/usr/lib*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ;;
+        fonts-dejavu-core) compgen -G '/usr/share/fonts/*/dejavu/DejaVuSans.ttf' ;;
+        xvfb) command -v Xvfb && command -v xvfb-run ;;
         qtbase5-dev) compgen -G '/usr/include/*/qt5/QtCore' || [[ -e /usr/include/qt5/QtCore ]] ;;
         *) command -v "$1" ;;
     esac >/dev/null 2>&1
