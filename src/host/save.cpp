@@ -13,7 +13,7 @@
 #include "actions/manager_access.h"
 #include "host/action_reset.h"
 #include "host/current_preferences.h"
-#include "host/save_depth.h"
+#include "host/nesting.h"
 #include "host/save_plan.h"
 #include "host/save_state.h"
 #include "host/save_text.h"
@@ -142,12 +142,15 @@ void saveNow(const SettingsRequest& request, SaveResult& result) {
     }
 }
 
+/// Saves and resets count together.
+Nesting saves(kMaximumSaveDepth);
+
 /// `work` is told the result and does the saving.
 template <typename Work>
 SaveResult unlessTooDeep(Work work) {
-    const SaveDepth depth;
+    const Nesting::Call save(saves);
     SaveResult result;
-    if (depth.admitted()) {
+    if (save.admitted()) {
         work(result);
     } else {
         result.status = Status::TooDeep;

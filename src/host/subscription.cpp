@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "host/observer_depth.h"
+#include "host/nesting.h"
 #include "host/observer_list.h"
 
 namespace zelutil::host {
@@ -17,6 +17,9 @@ using ZelU::Marl::IUserPreferenceSubManagerObserver;
 using ZelU::Marl::Server;
 using ZelU::Marl::UserPreferenceServer;
 
+/// Those of all servers count together, for observers may cause one by way of another.
+Nesting notifications(kMaximumNotificationDepth);
+
 template <typename Observer>
 ObserverList<Observer>& observers() {
     static ObserverList<Observer> list;
@@ -26,8 +29,8 @@ ObserverList<Observer>& observers() {
 
 template <typename Observer, typename Call>
 void tell(Call call) {
-    const ObserverDepth depth;
-    if (depth.admitted()) {
+    const Nesting::Call notification(notifications);
+    if (notification.admitted()) {
         observers<Observer>().tell(call);
     }
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "prefs/preference_world.h"
+#include "support/child_process.h"
 #include "support/common_library_stand_in.h"
 #include "support/printed.h"
 
@@ -94,13 +95,8 @@ TEST(Diagnose, SaysWhyADirectoryIsNone) {
     const TempDirectory without;
     writeTextFile(without / "tools/bin" / libraryFileName(), "");
     const fs::path programs = world.product() / "tools/bin";
-#ifdef _WIN32
-    const std::string separator = ";";
-#else
-    const std::string separator = ":";
-#endif
-    setVariable("PATH", systemText(empty.path()) + separator + systemText(without / "tools/bin") + separator +
-                            systemText(programs) + separator + systemText(empty.path()));
+    setVariable("PATH", systemList({systemText(empty.path()), systemText(without / "tools/bin"), systemText(programs),
+                                    systemText(empty.path())}));
     Lines lines = linesBelow(host::diagnose(), "Installation");
     ASSERT_EQ(lines.size(), 7U);
     EXPECT_EQ(lines[2], "No variable names an installation: QTXROOT QTX_ROOT QTXINSTDIR are not set.");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/observers.h>
+#include <zelutil/host/save.h>
 
 #include <stdexcept>
 #include <string>
@@ -180,6 +181,24 @@ TEST_F(NestedObservers, ThatAnswerEachOtherThroughSeveralServersComeToAnEndToo) 
     save("2");
     EXPECT_EQ(saves, 8);
     EXPECT_EQ(applications, 8);
+}
+
+TEST_F(NestedObservers, SavesOfTheHostsAreStoppedAndNamed) {
+    int calls = 0;
+    std::vector<host::SaveResult::Status> statuses;
+    const Subscription subscription = host::onSettingsChanged([&](const Names&) {
+        ++calls;
+        statuses.push_back(host::save({{"value", "value " + std::to_string(calls)}}).status);
+    });
+    EXPECT_EQ(host::save({{"value", "2"}}).status, host::SaveResult::Status::Saved);
+    // Eight saves inside each other, each of which was told, and the ninth.
+    EXPECT_EQ(calls, 8);
+    ASSERT_EQ(statuses.size(), 8U);
+    EXPECT_EQ(statuses.front(), host::SaveResult::Status::TooDeep);
+    for (std::size_t place = 1; place < statuses.size(); ++place) {
+        EXPECT_EQ(statuses[place], host::SaveResult::Status::Saved) << place;
+    }
+    EXPECT_EQ(value(), "value 7");
 }
 
 TEST_F(NestedObservers, AnExceptionFromTheDepthLeavesTheDepthFree) {
