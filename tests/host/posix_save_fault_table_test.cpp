@@ -2,6 +2,7 @@
 // whole, nothing of ours is left beside it, the result says which of the two it is, the new values are in force, the
 // observers are told, and the next save writes everything.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/save.h>
 
@@ -14,6 +15,7 @@
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
+#include "support/ordinary_user.h"
 #include "support/system_faults.h"
 
 namespace zelutil::test {
@@ -195,6 +197,60 @@ TEST_F(SaveFaultTable, ADiskThatFillsInTheMiddleOfAWriteLeavesTheOldFile) {
         tally_.old = 0;
     }
     expectTheNextSaveWritesEverything();
+}
+
+/// As an ordinary user, whom rights concern.
+class SaveOfAnOrdinaryUser : public SaveFaultTable {
+protected:
+    SaveOfAnOrdinaryUser() {
+        EXPECT_EQ(::chmod(world_.home().path().c_str(), 0777), 0);
+        const OrdinaryUser user;
+        EXPECT_TRUE(host::save({{"part0::value0", "first"}}).ok());
+    }
+
+    SaveResult saveMine() const {
+        const OrdinaryUser user;
+        return host::save({{"part1::value0", "mine"}});
+    }
+
+    void expectToldAndTriedAgain(const SaveResult& result, Status status) const {
+        EXPECT_EQ(result.status, status) << result.text;
+        EXPECT_TRUE(has(result.text, result.path)) << result.text;
+        EXPECT_FALSE(has(fileText(), "\"mine\""));
+    }
+};
+
+TEST_F(SaveOfAnOrdinaryUser, AReadOnlyFileStaysAndIsToldOf) {
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0444), 0);
+    expectToldAndTriedAgain(saveMine(), Status::NotWritten);
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0644), 0);
+    EXPECT_EQ(saveMine().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"mine\""));
+}
+
+TEST_F(SaveOfAnOrdinaryUser, AFileThatMayNotBeReadStaysAndIsToldOf) {
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0200), 0);
+    expectToldAndTriedAgain(saveMine(), Status::NotKept);
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0644), 0);
+    EXPECT_EQ(saveMine().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"mine\""));
+    EXPECT_TRUE(has(fileText(), "\"first\""));
+}
+
+TEST_F(SaveOfAnOrdinaryUser, ADirectoryThatMayNotBeEnteredIsToldOf) {
+    ASSERT_EQ(::chmod(world_.userFile().parent_path().c_str(), 0), 0);
+    expectToldAndTriedAgain(saveMine(), Status::NotKept);
+    ASSERT_EQ(::chmod(world_.userFile().parent_path().c_str(), 0755), 0);
+    EXPECT_EQ(saveMine().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"first\""));
+}
+
+/// Nothing can be made beside the file, so it is written into.
+TEST_F(SaveOfAnOrdinaryUser, AReadOnlyDirectoryWithAFileThatMayBeWrittenIsEnough) {
+    ASSERT_EQ(::chmod(world_.userFile().parent_path().c_str(), 0555), 0);
+    EXPECT_EQ(saveMine().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"mine\""));
+    ASSERT_EQ(::chmod(world_.userFile().parent_path().c_str(), 0755), 0);
 }
 
 }  // namespace

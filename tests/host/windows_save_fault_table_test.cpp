@@ -1,0 +1,165 @@
+// Each system call of a save that merges fails in turn. Whatever fails: the user's file is the old or the new one,
+// whole, nothing of ours is left beside it, the result says which of the two it is, the new values are in force, the
+// observers are told, and the next save writes everything, what another process saved among it.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/save.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "host/save_world.h"
+#include "prefs/preference_world.h"
+#include "prefs/saving_host.h"
+#include "support/held_file.h"
+#include "support/windows_calls.h"
+
+namespace zelutil::test {
+namespace {
+
+namespace fs = std::filesystem;
+using host::SaveResult;
+using Status = SaveResult::Status;
+
+constexpr DWORD kErrors[] = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_DISK_FULL,
+                             ERROR_IO_DEVICE,     ERROR_NOT_SUPPORTED,     ERROR_WRITE_PROTECT};
+
+/// Over all cases of one test.
+struct Tally {
+    int broken = 0;
+    int old = 0;
+    int fresh = 0;
+    int damaged = 0;
+    int leftovers = 0;
+    int untrue = 0;
+    int lost = 0;
+};
+
+bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+class WindowsSaveFaultTable : public testing::Test {
+protected:
+    WindowsSaveFaultTable() {
+        world_.writeDefaults(defaultsOfWorld());
+        UserPreferenceManager::GetInstance();
+        EXPECT_TRUE(host::save({{"part0::value0", "first"}}).ok());
+    }
+
+    std::string fileText() const { return fs::exists(world_.userFile()) ? readTextFile(world_.userFile()) : "(none)"; }
+
+    std::ptrdiff_t filesBeside() const {
+        const fs::path directory = world_.userFile().parent_path();
+        return std::distance(fs::directory_iterator(directory), {}) - (fs::exists(world_.userFile()) ? 1 : 0);
+    }
+
+    /// Has another process's save give the first setting this value.
+    void writeTheirs(const std::string& value) const {
+        std::string text = fileText();
+        const std::string key = "\"value0\": \"";
+        const std::size_t begin = text.find(key) + key.size();
+        text.replace(begin, text.find('"', begin) - begin, value);
+        writeTextFile(world_.userFile(), text);
+    }
+
+    bool isNew() const {
+        const std::string number = std::to_string(saves_);
+        const std::string text = fileText();
+        return has(text, "value0\": \"" + number + "\"") && has(text, "\"Key" + number + "\"") && text.back() == '}';
+    }
+
+    /// Saves a value and a shortcut that no save before had while the call fails; returns whether that came to pass.
+    bool saveWith(const std::string& call, std::size_t occurrence, DWORD error) {
+        const std::string number = std::to_string(++saves_);
+        writeTheirs("theirs " + number);
+        const std::string old = fileText();
+        UCPActionManager::instance().updateShortcut(3, "Key" + number);
+        const Listener listener;
+        SaveResult result;
+        bool happened = false;
+        {
+            WindowsCalls calls;
+            calls.decide = [&](const std::string& name, std::size_t count) -> DWORD {
+                const bool isTheOne = name == call && count == occurrence;
+                happened = happened || isTheOne;
+                return isTheOne ? error : 0;
+            };
+            EXPECT_NO_THROW(result = host::save({{"part1::value0", number}}));
+        }
+        EXPECT_EQ(listener.calls, 1);
+        EXPECT_EQ(UserPreferenceManager::GetInstance().getUserPrefSetting("part1::value0"), number);
+        const bool isOld = fileText() == old;
+        tally_.broken += happened ? 1 : 0;
+        tally_.old += happened && isOld ? 1 : 0;
+        tally_.fresh += happened && isNew() ? 1 : 0;
+        tally_.damaged += isOld || isNew() ? 0 : 1;
+        tally_.untrue += result.ok() == isNew() && result.status != Status::Torn && !result.text.empty() ? 0 : 1;
+        // What could not be removed is removed by the next save.
+        tally_.leftovers += filesBeside() != 0 && call != "DeleteFileW" ? 1 : 0;
+        const bool isEverythingThere =
+            host::save().ok() && isNew() && has(fileText(), "theirs " + number) && filesBeside() == 0;
+        tally_.lost += isEverythingThere ? 0 : 1;
+        EXPECT_TRUE(isEverythingThere) << fileText();
+        return happened;
+    }
+
+    PreferenceWorld world_;
+    Tally tally_;
+    int saves_ = 0;
+};
+
+TEST_F(WindowsSaveFaultTable, AnyCallMayFail) {
+    for (const std::string& call : wrappedWindowsCalls()) {
+        for (const DWORD error : kErrors) {
+            for (std::size_t occurrence = 1;; ++occurrence) {
+                SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::to_string(error));
+                ASSERT_LT(occurrence, 100U) << "called without end";
+                if (!saveWith(call, occurrence, error)) {
+                    break;
+                }
+            }
+        }
+    }
+    std::printf(
+        "%d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers, %d untrue results, %d "
+        "times the next save lost something\n",
+        tally_.broken, tally_.old, tally_.fresh, tally_.damaged, tally_.leftovers, tally_.untrue, tally_.lost);
+    EXPECT_GT(tally_.broken, 100);
+    EXPECT_GT(tally_.old, 0);
+    EXPECT_GT(tally_.fresh, 0);
+    EXPECT_EQ(tally_.damaged, 0);
+    EXPECT_EQ(tally_.leftovers, 0);
+    EXPECT_EQ(tally_.untrue, 0);
+    EXPECT_EQ(tally_.lost, 0);
+}
+
+TEST_F(WindowsSaveFaultTable, AReadOnlyFileStaysAndIsToldOf) {
+    const std::string old = fileText();
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_READONLY));
+    const SaveResult result = host::save({{"part1::value0", "mine"}});
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(result.status, Status::NotWritten);
+    EXPECT_TRUE(has(result.text, result.path)) << result.text;
+    EXPECT_EQ(fileText(), old);
+    EXPECT_EQ(host::save().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"mine\""));
+}
+
+/// Nobody can tell what another process saved there, and no copy can be kept.
+TEST_F(WindowsSaveFaultTable, AFileThatSomebodyShutsOthersOutOfStaysAndIsToldOf) {
+    const std::string old = fileText();
+    SaveResult result;
+    {
+        const HeldFile held(world_.userFile(), 0);
+        result = host::save({{"part1::value0", "mine"}});
+    }
+    EXPECT_EQ(result.status, Status::NotKept) << result.text;
+    EXPECT_EQ(fileText(), old);
+    EXPECT_EQ(filesBeside(), 0);
+    EXPECT_EQ(host::save().status, Status::Saved);
+    EXPECT_TRUE(has(fileText(), "\"mine\""));
+}
+
+}  // namespace
+}  // namespace zelutil::test
