@@ -41,8 +41,8 @@ typedef enum zelutil_status {
     ZELUTIL_WRONG_TYPE = 3,
     /// Another action is in the way of that shortcut.
     ZELUTIL_REFUSED = 4,
-    /// The call comes after what it should precede: an option after the first use of what it is about, or anything
-    /// after the library's teardown has begun.
+    /// An option is set after the first use of what it is about, or the actions are asked for after the preferences
+    /// have been destroyed. (Settings are unknown by then, and a save has no shipped defaults.)
     ZELUTIL_TOO_LATE = 5,
     /// No installation was found.
     ZELUTIL_NO_INSTALLATION = 6,

@@ -18,6 +18,9 @@ class UCPActionManager;
 /// another's way and then given in an order in which each is accepted. What another process of the user saved
 /// meanwhile stays, unless it was changed here too. And the result says what was done and what cannot come back.
 ///
+/// A host saves before its main function returns: the preferences are destroyed like its static objects, and a save
+/// after that has no shipped defaults and writes nothing.
+///
 /// None of these may run at the same time as a look-up, an edit or another save of this process. Saves of several
 /// processes take turns. Nothing is thrown but for lack of memory.
 namespace zelutil::host {

@@ -52,7 +52,8 @@ struct StartWarning {
 /// file. Empty when all is well.
 ZELUTIL_API std::vector<StartWarning> startWarnings();
 
-/// Returns the file that a save writes; empty for none.
+/// Returns the file that a save writes; empty for none. Where the environment has no home (HOMEDRIVE and HOMEPATH,
+/// which Windows sets), the file lies in pcbenv below the directory that is the current one at the first use.
 ZELUTIL_API std::string userFilePath();
 
 /// Returns, for people, what was looked for where: installation, home, shipped defaults, user's file, common library,
