@@ -23,6 +23,9 @@ constexpr int kMaximumNamesTried = 100;
 constexpr int kMaximumAttempts = 10;
 constexpr std::size_t kCopyBufferSize = 65'536;
 
+/// Many times what a user's file can be.
+constexpr std::uint64_t kLargestFilePutBack = std::uint64_t{64} << 20;
+
 struct Patience {
     int retries;
     std::chrono::milliseconds delay;
@@ -211,6 +214,41 @@ WriteBesideResult writeBeside(const NativeText& target, const Target* found, std
     return putInPlaceOf(file, target, found, hasTurn);
 }
 
+/// Reads from the beginning of the file, which has about `size` bytes, to its end. Nothing when that fails.
+std::optional<std::string> readToEnd(const OpenFile& file, std::uint64_t size) {
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(size));
+    std::string buffer(kCopyBufferSize, '\0');
+    for (;;) {
+        const auto count = readBytes(file, buffer);
+        if (!count) {
+            return std::nullopt;
+        }
+        if (*count == 0) {
+            return bytes;
+        }
+        bytes.append(buffer, 0, *count);
+    }
+}
+
+/// Returns what the file holds; nothing when it cannot be read or is too large to be held for a moment.
+std::optional<std::string> bytesOf(const NativeText& path, std::uint64_t size) {
+    OpenFile file;
+    const bool isReadable = size <= kLargestFilePutBack && openForReading(path, file) == StepResult::Done;
+    return isReadable ? readToEnd(file, size) : std::nullopt;
+}
+
+/// Undoes a writing that failed in the middle, under its lock. Where the file must not be as long as it is, its end
+/// cannot be written, but that is untouched. Returns whether the file holds the old bytes and is on disk.
+bool putBack(const NativeText& target, const std::string& oldBytes) {
+    OpenFile file;
+    if (openForWriting(target, file) != StepResult::Done) {
+        return false;
+    }
+    writeBytes(file, oldBytes);
+    return truncate(file, oldBytes.size()) && flushToDisk(file) && bytesOf(target, oldBytes.size()) == oldBytes;
+}
+
 /// Returns nothing when the target is not the one that was looked at.
 std::optional<Replaced> writeInto(const NativeText& target, std::string_view bytes) {
     OpenFile file;
@@ -222,10 +260,14 @@ std::optional<Replaced> writeInto(const NativeText& target, std::string_view byt
         return std::nullopt;
     }
     const auto oldSize = ready == StepResult::Done ? sizeOf(file) : std::nullopt;
+    const auto oldBytes = oldSize ? bytesOf(target, *oldSize) : std::nullopt;
     if (!oldSize || !reserve(file, *oldSize, bytes.size())) {
         return Replaced::No;
     }
     const bool isWritten = writeBytes(file, bytes) && truncate(file, bytes.size()) && flushToDisk(file);
+    if (!isWritten && oldBytes && putBack(target, *oldBytes)) {
+        return Replaced::No;
+    }
     return file.close() && isWritten ? Replaced::Yes : Replaced::Torn;
 }
 
@@ -277,23 +319,6 @@ std::optional<Replaced> replaceOnce(const NativeText& target, std::string_view b
             break;
     }
     return exists ? writeInto(target, bytes) : Replaced::No;
-}
-
-/// Reads from the beginning of the file, which has about `size` bytes, to its end. Nothing when that fails.
-std::optional<std::string> readToEnd(const OpenFile& file, std::uint64_t size) {
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(size));
-    std::string buffer(kCopyBufferSize, '\0');
-    for (;;) {
-        const auto count = readBytes(file, buffer);
-        if (!count) {
-            return std::nullopt;
-        }
-        if (*count == 0) {
-            return bytes;
-        }
-        bytes.append(buffer, 0, *count);
-    }
 }
 
 StepResult readOnce(const NativeText& path, std::uint64_t maximumSize, std::optional<std::string>& bytes) {

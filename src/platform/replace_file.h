@@ -15,8 +15,8 @@ enum class Replaced {
     Yes,
     /// The file is as before, or still missing.
     No,
-    /// It failed in the middle, where the system has no single step for it: the file holds a part of the new bytes, or
-    /// is gone and the new bytes lie beside it, where the next replacement keeps them.
+    /// It failed in the middle, where the system has no single step for it, and could not be undone: the file holds a
+    /// part of the new bytes, or is gone and the new bytes lie beside it, where the next replacement keeps them.
     Torn,
 };
 
@@ -27,7 +27,7 @@ enum class Replaced {
 /// The bytes are written beside the file, flushed to disk and put in its place. Where that cannot be done (nothing may
 /// be made in the directory, the file has a second hard link, another owner or rights that cannot be copied, somebody
 /// holds it open) they are written into the file itself, under a lock that other calls respect, but never when space is
-/// short. Where the lock is not to be had for two seconds, where the file cannot be opened for writing or is no regular
+/// short. Where that fails in the middle, the old bytes are put back. Where the lock is not to be had for two seconds, where the file cannot be opened for writing or is no regular
 /// file, it stays as it is.
 ///
 /// Calls of several processes for one file do not disturb each other. What a killed process left beside the file is

@@ -1,8 +1,10 @@
 // Several processes that replace one file at once.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -123,6 +125,26 @@ TEST_F(ReplaceByProcesses, AFileThatTwoWriteIntoIsNeverTorn) {
     }
     EXPECT_EQ(damaged, 0);
     EXPECT_EQ(counts_->written, 2 * kRounds);
+    EXPECT_EQ(fs::hard_link_count(file_), 2U);
+}
+
+/// A file that is longer than the process may make one: the writing fails where the limit is.
+TEST_F(ReplaceByProcesses, AWritingThatFailsHalfWayIsUndone) {
+    const std::string old = std::string(100'000, 'o') + "end";
+    writeTextFile(file_, old);
+    fs::create_hard_link(file_, directory_ / "other.cfg");
+    runTogether(1, [&](int) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{40'000, 40'000};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        replace(std::string(90'000, 'n'));
+    });
+    EXPECT_EQ(counts_->notWritten, 1);
+    EXPECT_EQ(counts_->torn, 0);
+    EXPECT_TRUE(readTextFile(file_) == old);
+    replace("new");
+    EXPECT_EQ(counts_->written, 1);
+    EXPECT_EQ(readTextFile(file_), "new");
     EXPECT_EQ(fs::hard_link_count(file_), 2U);
 }
 
