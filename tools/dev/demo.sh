@@ -1,8 +1,8 @@
 #  [--windows|--qt]: Build the library and example hosts (--qt: the board viewer) and run them
 preset=release
-packages=("${buildPackages[@]}" python3)
+packages=("${buildPackages[@]}")
 case ${1:-} in
-    '') ;;
+    '') packages+=(python3) ;;
     --windows)
         preset=windows
         packages+=("${windowsPackages[@]}")

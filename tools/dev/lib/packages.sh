@@ -2,8 +2,8 @@
 
 readonly buildPackages=(g++ cmake ninja-build rapidjson-dev googletest)
 readonly windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
-# The test of the installed package asks pkg-config for its flags.
-readonly testPackages=(pkg-config)
+# The test of the installed package asks pkg-config for its flags; an example host is written in Python.
+readonly testPackages=(pkg-config python3)
 # The board viewer of the examples needs Qt; the library itself does without.
 readonly qtPackages=(qt6-base-dev fonts-dejavu-core)
 # Some of its tests ask for a display.
