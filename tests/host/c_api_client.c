@@ -1,7 +1,9 @@
-/* A host in C99 that swaps two shortcuts and saves ("save"), or prints what is in force ("read"). */
+/* A host in C99 that swaps two shortcuts and saves ("save"), asks in an exit function that was registered before the
+   first use ("late"), or prints what is in force ("read"). */
 #include <zelutil/host/c_api.h>
 
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 enum { kSave = 1, kOpen = 2 };
@@ -70,8 +72,42 @@ static void readBack(void) {
     zelutil_action_list_free(actions);
 }
 
+/* By now the preferences may be gone, or not yet: on Windows a library goes after its program's exit functions. */
+static void expectLate(zelutil_status status, zelutil_status ifGone, const char* what) {
+    if (status != ZELUTIL_OK && status != ifGone) {
+        printf("%s: %s\n", what, zelutil_status_text((int)status));
+    }
+}
+
+static void askLate(void) {
+    const zelutil_value value = {"grid", "0.25"};
+    const zelutil_setting_list* settings = NULL;
+    const zelutil_action_list* actions = NULL;
+    const zelutil_warning_list* warnings = NULL;
+    const zelutil_text* text = NULL;
+    zelutil_subscription* subscription = NULL;
+    expectLate(zelutil_get_settings(&settings), ZELUTIL_OK, "settings");
+    expectLate(zelutil_get_actions(&actions), ZELUTIL_TOO_LATE, "actions");
+    expectLate(zelutil_get_start_warnings(&warnings), ZELUTIL_OK, "warnings");
+    expectLate(zelutil_read_text("grid", &text), ZELUTIL_UNKNOWN, "a setting");
+    expectLate(zelutil_set_shortcut(kSave, "F1", NULL), ZELUTIL_TOO_LATE, "an edit");
+    expectLate(zelutil_save(&value, 1, NULL), ZELUTIL_NO_DEFAULTS, "a save");
+    expectLate(zelutil_on_settings_changed(settingsChanged, NULL, &subscription), ZELUTIL_OK, "subscribing");
+    zelutil_cancel(subscription);
+    zelutil_text_free(text);
+    zelutil_warning_list_free(warnings);
+    zelutil_action_list_free(actions);
+    zelutil_setting_list_free(settings);
+    puts("asked late");
+}
+
 int main(int argc, char** argv) {
-    if (argc == 2 && strcmp(argv[1], "save") == 0) {
+    if (argc == 2 && strcmp(argv[1], "late") == 0) {
+        const zelutil_text* grid = NULL;
+        atexit(askLate);
+        check(zelutil_read_text("grid", &grid), "the first use");
+        zelutil_text_free(grid);
+    } else if (argc == 2 && strcmp(argv[1], "save") == 0) {
         save();
     } else {
         readBack();

@@ -43,5 +43,12 @@ TEST_F(CApi, AHostInCSwapsTwoShortcutsAndANewProcessHasThemSwapped) {
     EXPECT_EQ(read.exitCode, 0);
 }
 
+TEST_F(CApi, AHostInCMayAskInItsExitFunctions) {
+    const ChildResult asked = runClient(world, "late");
+    EXPECT_EQ(asked.out, "asked late\n");
+    EXPECT_EQ(asked.err, "");
+    EXPECT_EQ(asked.exitCode, 0);
+}
+
 }  // namespace
 }  // namespace zelutil::test
