@@ -96,6 +96,11 @@ private:
         if (file == fileBefore && json::Document(file.value_or("")).valid() == false) {
             return "no text was made";
         }
+        FileText again = file;
+        process.save(again, {});
+        if (again != file) {
+            return "a second save wrote something else";
+        }
         return compare(process.catalogue(), catalogueOfTexts(defaults, *file), plan) +
                compareNamed(defaults, process.catalogue(), fileBefore, plan);
     }
