@@ -17,6 +17,7 @@ std::vector<StartWarning> warningsOf(const std::string& user) {
 
 TEST(ActionWarnings, SaysNothingWhereAllIsWell) {
     EXPECT_TRUE(warningsOf("").empty());
+    EXPECT_TRUE(warningsOf("[]").empty());
     EXPECT_TRUE(warningsOf(userText("")).empty());
     EXPECT_TRUE(warningsOf(userText(R"({"id":2,"shortcut":""},{"id":1,"shortcut":"F2","rmb":true})")).empty());
 }
@@ -49,8 +50,7 @@ TEST(ActionWarnings, NamesEntriesWithoutEffectInTheirOrder) {
 }
 
 TEST(ActionWarnings, NamesATextOfAnotherForm) {
-    for (const char* const text :
-         {R"({"actions":[{"id":1,"shortcut":"F9"}]})", "nonsense", "[]", R"([{"actions":7}])"}) {
+    for (const char* const text : {R"({"actions":[{"id":1,"shortcut":"F9"}]})", "nonsense", R"([{"actions":7}])"}) {
         const std::vector<StartWarning> warnings = warningsOf(text);
         ASSERT_EQ(warnings.size(), 1U) << text;
         EXPECT_EQ(warnings[0].kind, StartWarning::Kind::EntryWithoutEffect);
