@@ -151,6 +151,24 @@ private slots:
         QCOMPARE(dialog->afterRestart(), "After a restart everything will be as it is shown here.");
     }
 
+    void whatARestartDoesNotBringBackIsShownBeforeSaving() {
+        ShownWindow window(test::boardCopy());
+        // By another module of the host: an action that follows another one has a shortcut of its own for now.
+        QVERIFY(manager().updateShortcut(kZoomInSpace, "F11"));
+        ShortcutDialog* const dialog = openShortcuts(window);
+        QVERIFY(dialog != nullptr);
+        QVERIFY2(dialog->afterRestart().startsWith("After a restart this will be otherwise: "),
+                 qPrintable(dialog->afterRestart()));
+        QVERIFY2(dialog->afterRestart().contains("201"), qPrintable(dialog->afterRestart()));
+        QCOMPARE(button(*dialog, "save").text(), "Save all the same");
+        // The parent's shortcut reaches the child again.
+        dialog->selectAction(kZoomIn);
+        pressKey(*dialog, Qt::Key_F12);
+        click(*dialog, "assign");
+        QCOMPARE(dialog->afterRestart(), "After a restart everything will be as it is shown here.");
+        QCOMPARE(button(*dialog, "save").text(), "Save");
+    }
+
     void senselessTextIsToldAndChangesNothing() {
         ShownWindow window(test::boardCopy());
         ShortcutDialog* const dialog = openShortcuts(window);

@@ -11,6 +11,7 @@
 
 #include "runner.h"
 #include "shown_window.h"
+#include "views/space_view.h"
 
 namespace viewer {
 
@@ -78,6 +79,12 @@ private slots:
             "The shortcut \"Strg+Q\" of \"Quit\" makes no key. It is kept, and no key runs it."));
         emit window.binder().requested("view grid", "ucpedit");
         QVERIFY(test::contents(test::userFile()).contains("Strg+Q"));
+    }
+
+    void startsInTheEditorThatTheUserSet() {
+        test::writeUserFile(userText("general::startup", "[{\"general::startup::start_editor\": \"space\"}]"));
+        ShownWindow window(test::boardCopy());
+        QVERIFY(window.spaceView().isVisible());
     }
 
     void brokenBoardFileIsToldAndTheBoardBeforeStays() {

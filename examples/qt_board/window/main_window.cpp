@@ -1,6 +1,7 @@
 #include "window/main_window.h"
 
 #include <zelutil/file/hierarchy.h>
+#include <zelutil/host/settings.h>
 #include <zelutil/host/start.h>
 
 #include <QContextMenuEvent>
@@ -59,7 +60,8 @@ MainWindow::MainWindow() {
         zelutil::host::onSettingsChanged([this](const std::set<std::string>& /*names*/) { applySettings(); });
     applySettings();
     binder_->setContext(QStringLiteral("ucpedit"));
-    editors_->switchTo(boardView_);
+    const bool startsInSpace = zelutil::host::get<std::string>("general::startup::start_editor", "") == "space";
+    showEditor(startsInSpace ? static_cast<QWidget*>(spaceView_) : boardView_);
     tellStart();
     if (!isInstalled) {
         showBanner(tr("No installation was found, so there are no actions and no settings. See \"Messages\"."));
