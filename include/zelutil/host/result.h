@@ -21,7 +21,8 @@ enum class Obstacle {
     ChildRefuses,
     /// A child takes over what its parent has, and this one has something else now.
     FollowsParent,
-    /// The shipped defaults have no section for actions, or no place for this one's text.
+    /// The shipped defaults have no section for actions, or no place for this one's text, or no section whose settings
+    /// are read.
     NoPlaceInFile,
 };
 
