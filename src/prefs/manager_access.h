@@ -7,8 +7,8 @@
 
 namespace zelutil::prefs {
 
-/// Lets the C functions reach what the manager holds: they look a name up as it is given, without a copy of it. The saves
-/// of `zelutil::host` change it too.
+/// Lets the C functions reach what the manager holds: they look a name up as it is given, without a copy of it. The
+/// saves of `zelutil::host` change it too.
 struct ManagerAccess {
     static const Preferences& preferencesOf(const UserPreferenceManager& manager) { return *manager.preferences_; }
     static Preferences& preferencesOf(UserPreferenceManager& manager) { return *manager.preferences_; }
