@@ -110,6 +110,11 @@ prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettin
     prefs::UserSettingsFile::makeDirectoryOf(result.path);
     const platform::FileTurn turn(result.path.c_str());
     const FileNow now = read(result.path);
+    // A save by the old calls that was handed no text of the actions has put back what the file held at the start. That
+    // is no other process's doing.
+    if (auto written = file.takeNotedActions()) {
+        saveState().actions.fileText = *std::move(written);
+    }
     SavePlan plan = planSave(catalogue, currentActions(), saveState(), request, now.text);
     prefs::SubManagerTexts changedTexts;
     if (plan.changesActions) {

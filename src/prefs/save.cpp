@@ -17,9 +17,12 @@ void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& reque
     if (!plan) {
         return;
     }
+    const SaveValues::SubManagerText* const given = values.textOf(SubManagerType::Actions);
+    std::string actions = given == nullptr ? std::string() : given->text;
     catalogue.putInForce(std::move(plan->newValues));
     if (plan->fileText && file.write(path, *plan->fileText).written == UserSettingsFile::Written::Yes) {
         catalogue.restartJournal(std::move(plan->journal));
+        file.noteActions(std::move(actions));
     }
     // An observer may save in its turn: the catalogue is whole again, and the plan is this save's own.
     ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(plan->changedNames, plan->changedTexts);

@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace zelutil::prefs {
 
@@ -69,6 +70,12 @@ public:
     /// was none.
     const std::optional<std::string>& unreadAtStart() const { return unreadAtStart_; }
 
+    /// Notes what a save that does not look at the file has written there for the actions.
+    void noteActions(std::string text) { notedActions_ = std::move(text); }
+
+    /// Returns the note, once; nothing where there is none.
+    std::optional<std::string> takeNotedActions() { return std::exchange(notedActions_, std::nullopt); }
+
 private:
     /// Tells contents apart without holding them.
     struct Fingerprint {
@@ -88,6 +95,7 @@ private:
     void know(const std::string& path, std::optional<Fingerprint> contents);
 
     std::optional<std::string> unreadAtStart_;
+    std::optional<std::string> notedActions_;
     /// Paths whose file is kept or was replaced since such a start.
     std::set<std::string> settledPaths_;
     /// Path and contents of the file that was read, written or kept last.
