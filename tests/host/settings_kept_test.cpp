@@ -58,6 +58,13 @@ TEST(SettingsKept, EntriesOfASectionThatOnlyGroupsOthersStay) {
     EXPECT_EQ(entriesAfterSave(fileWith({given("g", R"({"z":"3"})")})), std::string(kNothing) + "g: [{\"z\":\"3\"}]\n");
 }
 
+TEST(SettingsKept, EntriesOfASectionThatIsDefinedTwiceStayOnce) {
+    FileText file = fileWith({given("a", R"({"old":"1"})"), given("a", R"({"older":"2"})")});
+    SettingsProcess process(fileWith({defined("a", {"x"}), defined("a", {"y"})}), file);
+    process.save(file, {{"y", "3"}});
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"old\":\"1\"},{\"older\":\"2\"}]\na: [{\"y\":\"3\"}]\n");
+}
+
 TEST(SettingsKept, TheHeadingOfAKeptSectionStays) {
     FileText file = R"({"meta":[{"attribute":"old","header":"An old one","overriddensettings":[1.50]}]})";
     SettingsProcess process(kDefaults, file);
