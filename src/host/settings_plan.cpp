@@ -14,7 +14,6 @@ namespace {
 using json::View;
 using prefs::Catalogue;
 using prefs::SavedSection;
-using prefs::Setting;
 using prefs::SubManagerType;
 using prefs::VisitedSection;
 
@@ -24,11 +23,7 @@ View parse(std::string_view text, UserFileContent& content) { return content.doc
 class Layout {
 public:
     Layout(const Catalogue& catalogue, UserFileReading& now, SettingsMerge& merge, UserFileContent& content)
-        : catalogue_(catalogue),
-          now_(now),
-          merge_(merge),
-          content_(content),
-          values_(catalogue.settings().recordCount()) {}
+        : catalogue_(catalogue), now_(now), merge_(merge), content_(content) {}
 
     void lay() {
         prefs::forEachSection(content_.defaults, [this](const VisitedSection& visited) { laySection(visited); });
@@ -40,8 +35,6 @@ public:
     }
 
 private:
-    using Value = std::optional<std::string_view>;
-
     void laySection(const VisitedSection& visited) {
         const std::size_t place = content_.sections.size();
         content_.sections.emplace_back();
@@ -84,33 +77,16 @@ private:
     }
 
     void layDefinition(std::uint32_t number, std::string_view name, const std::string& attributePath) {
-        const Setting& setting = catalogue_.settings().record(number);
-        const Setting* const namedInFull = catalogue_.settings().find(setting.key);
-        if (namedInFull != &setting && namedInFull->key == setting.key) {
-            layAgain(*namedInFull, name, attributePath);
-        }
         if (const auto definition = settingDefinition(catalogue_, number, name, attributePath)) {
-            if (const Value value = merge_.fileValueOf(*definition)) {
-                values_[number] = value;
+            if (const auto value = merge_.fileValueOf(*definition)) {
                 layValue(*definition, *value);
             }
         }
     }
 
-    /// A setting that is defined once more is written once more.
-    void layAgain(const Setting& setting, std::string_view name, const std::string& attributePath) {
-        if (values_[setting.number] && isRead_ && catalogue_.findEntry(name, attributePath) == &setting) {
-            add(name, *values_[setting.number]);
-        }
-    }
-
-    /// Writes a value under the name that the defaults use, if that means the setting when it is read there, and else
-    /// under the one that finds it wherever it stands.
+    /// Writes a value under the full name wherever that finds the setting. Which setting a bare name means depends on
+    /// the defaults that are installed, and another version of them may read the file.
     void layValue(const SettingDefinition& definition, std::string_view value) {
-        if (isRead_ && catalogue_.findEntry(definition.name, definition.attributePath) == &definition.setting) {
-            add(definition.name, value);
-            return;
-        }
         std::string_view name = definition.name;
         if (definition.foundInFull) {
             name = content_.strings.emplace_back(definition.fullName());
@@ -131,8 +107,6 @@ private:
     SettingsMerge& merge_;
     UserFileContent& content_;
     prefs::DefinitionCount count_;
-    /// What was written, by the numbers of the records.
-    std::vector<Value> values_;
     /// Whether entries of the section that the walk has come to are read.
     bool isRead_ = false;
     std::optional<std::size_t> firstPlain_;

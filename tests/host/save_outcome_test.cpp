@@ -373,7 +373,7 @@ TEST_F(SaveOutcome, AHostThatIsCalledBackDuringTheSearchForTheFileMaySave) {
     EXPECT_EQ(inner.status, Status::Saved);
     EXPECT_EQ(valueOf("part0::value0"), "outer");
     EXPECT_EQ(valueOf("part1::value1"), "inner");
-    EXPECT_THAT(fileText(), HasSubstr("\"value0\": \"outer\""));
+    EXPECT_THAT(fileText(), HasSubstr("value0\": \"outer\""));
     EXPECT_THAT(fileText(), HasSubstr("value1\": \"inner\""));
 }
 

@@ -31,10 +31,10 @@ TEST(SettingsKept, NothingIsKeptOfAFileThatHasNothing) {
 }
 
 TEST(SettingsKept, EntriesWithUnknownNamesStayInTheirSection) {
-    EXPECT_EQ(
-        entriesAfterSave(fileWith({given("a", R"({"old":"1","x":"2"},{"":"3"})"), given("g::b", R"({"o":"4"})")}),
-                         {{"y", "5"}}),
-        "a: [{\"x\":\"2\"},{\"y\":\"5\"},{\"old\":\"1\"},{\"\":\"3\"}]\ng: []\ng::b: [{\"o\":\"4\"}]\nk: []\nl: []\n");
+    EXPECT_EQ(entriesAfterSave(fileWith({given("a", R"({"old":"1","x":"2"},{"":"3"})"), given("g::b", R"({"o":"4"})")}),
+                               {{"y", "5"}}),
+              "a: [{\"a::x\":\"2\"},{\"a::y\":\"5\"},{\"old\":\"1\"},{\"\":\"3\"}]\ng: []\ng::b: [{\"o\":\"4\"}]\nk: "
+              "[]\nl: []\n");
 }
 
 TEST(SettingsKept, UnknownSectionsStayAtTheEndWithTheirWholePaths) {
@@ -50,7 +50,7 @@ TEST(SettingsKept, WhatIsNoTextStaysAtTheEndAndSetsNothing) {
     const std::string file = fileWith({given("a", R"({"x":5,"y":"2","o":null},7,["x"],{})"),
                                        R"({"header":"H","attribute":"g::b","overriddensettings":{"z":"3"}})"});
     EXPECT_EQ(entriesAfterSave(file),
-              "a: [{\"y\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
+              "a: [{\"a::y\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
               "a: [{\"x\":5},{\"o\":null},7,[\"x\"]]\ng::b: {\"z\":\"3\"}\n");
 }
 
@@ -146,7 +146,7 @@ TEST(SettingsKept, TheDeepestValuesStayReadable) {
     SettingsProcess process(kDefaults, file);
     process.save(file, {{"x", "2"}});
     EXPECT_EQ(entriesOf(file.value()),
-              "a: [{\"x\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
+              "a: [{\"a::x\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
               "g::b: [{\"o\":" +
                   deep + "}]\nold: [{\"o\":" + deep + "}]\n");
 }

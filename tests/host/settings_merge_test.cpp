@@ -94,7 +94,7 @@ TEST(SettingsMerge, WithoutAFileOrWithOneThatIsNoJsonEverythingOfTheUserIsWritte
         FileText file = unreadable;
         const auto plan = process.save(file, {{"y", "3"}});
         EXPECT_FALSE(plan.fileKnown);
-        EXPECT_EQ(entriesOf(file.value()), "a: [{\"x\":\"2\"},{\"y\":\"3\"}]\n");
+        EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"2\"},{\"a::y\":\"3\"}]\n");
         EXPECT_TRUE(plan.conflicts.empty());
         EXPECT_TRUE(plan.settingsOfOthers.empty());
     }
@@ -104,7 +104,7 @@ TEST(SettingsMerge, AnEmptyListOfSectionsIsAFileFromWhichAllWasTaken) {
     SettingsProcess process(kDefaults, fileWithX("2"));
     FileText file = fileWith({});
     const auto plan = process.save(file, {{"y", "3"}});
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"y\":\"3\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::y\":\"3\"}]\n");
     EXPECT_EQ(plan.settingsOfOthers, Names{"a::x"});
 }
 
@@ -112,7 +112,7 @@ TEST(SettingsMerge, OfSeveralEntriesForOneSettingTheLastIsTheirs) {
     SettingsProcess process(kDefaults, fileWithX(kNone));
     FileText file = fileWith({given("a", R"({"x":"4"},{"x":"5","a::x":"6"})"), given("a", R"({"X":"7"})")});
     process.save(file, {{"y", "3"}});
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"x\":\"7\"},{\"y\":\"3\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"7\"},{\"a::y\":\"3\"}]\n");
 }
 
 // What a merged save left to another stays so, whatever is saved besides, until it is changed here.
@@ -172,7 +172,7 @@ TEST(SettingsMerge, ASaveOfTheOldKindIsNoOtherProcess) {
     const auto plan = process.save(file, {{"x", "3"}, {"y", "5"}});
     EXPECT_TRUE(plan.conflicts.empty());
     EXPECT_TRUE(plan.settingsOfOthers.empty());
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"x\":\"3\"},{\"y\":\"5\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"3\"},{\"a::y\":\"5\"}]\n");
 }
 
 // The old door writes "grid" for the second section's, which the reader takes for the first's.
@@ -194,14 +194,14 @@ TEST(SettingsMerge, NamesThatNoSettingHasComeBackAsTheyWereGiven) {
     SettingsProcess process(kDefaults, file);
     const auto plan = process.save(file, {{"Nope", "2"}, {"x", "3"}, {"", "4"}}, {"a::", "Y", "gone"});
     EXPECT_EQ(plan.unknownSettings, (Names{"", "Nope", "a::", "gone"}));
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"x\":\"3\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"3\"}]\n");
 }
 
 TEST(SettingsMerge, OfSeveralNamesOfOneSettingTheLastCountsAndAResetComesAfterTheValues) {
     FileText file;
     SettingsProcess process(kDefaults, file);
     process.save(file, {{"A::X", "2"}, {"a::x", "3"}, {"x", "4"}, {"y", "5"}}, {"y"});
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"x\":\"4\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"4\"}]\n");
 }
 
 TEST(SettingsMerge, WithoutSectionsThereIsNothingToWrite) {

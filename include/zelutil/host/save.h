@@ -14,7 +14,7 @@ class UCPActionManager;
 ///
 /// They differ from `UserPreferenceManager::updateUserPrefSettings` in four ways. The actions are saved with the
 /// settings, menu flags included, without a host's doing. The file is written so that reading brings everything back:
-/// a setting that would be taken for another is named in full, and shortcuts are first taken away where they stand in
+/// settings are named in full, so that none is taken for another, and shortcuts are first taken away where they stand in
 /// another's way and then given in an order in which each is accepted. What another process of the user saved
 /// meanwhile stays, unless it was changed here too. And the result says what was done and what cannot come back.
 ///
