@@ -1,5 +1,7 @@
 #include "actions/observer_registry.h"
 
+#include "util/notification.h"
+
 namespace zelutil::actions {
 
 void ObserverRegistry::attach(int key, IUCPActionObserver* observer) {
@@ -21,6 +23,7 @@ void ObserverRegistry::detach(IUCPActionObserver* observer) {
 
 template <typename Call>
 void ObserverRegistry::notify(int id, Call call) const {
+    const Notification<ObserverRegistry> notification;
     for (const int key : {id, kAllActions}) {
         const auto found = observersByKey_.find(key);
         if (found == observersByKey_.end()) {

@@ -41,7 +41,7 @@ private:
 
 // --- Files ----------------------------------------------------------------------------------------------------------
 
-std::string stateOf(const std::string& path) {
+std::string stateOfFile(const std::string& path) {
     if (path.empty()) {
         return "there is no path for it";
     }
@@ -59,7 +59,7 @@ std::string stateOf(const std::string& path) {
     return std::to_string(status->size) + (readable ? " bytes" : " bytes, which cannot be read");
 }
 
-std::string fileLine(const std::string& path) { return quoted(path) + ": " + stateOf(path) + '.'; }
+std::string fileLine(const std::string& path) { return quoted(path) + ": " + stateOfFile(path) + '.'; }
 
 /// Returns the path of a shipped file, as it is opened; empty without an installation.
 std::string shippedFile(const char* name) {

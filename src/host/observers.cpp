@@ -92,8 +92,8 @@ const prefs::Setting* settingOf(const std::string& name) {
 
 class OneSetting final : public IUserPreferenceObserver {
 public:
-    OneSetting(std::string name, std::uint64_t key, ValueCall call)
-        : name_(std::move(name)), key_(key), call_(std::move(call)) {}
+    OneSetting(std::string name, const prefs::Setting& setting, ValueCall call)
+        : name_(std::move(name)), key_(setting.key), value_(setting.valueInForce()), call_(std::move(call)) {}
 
     void onUserSettingsChanged(const std::set<std::string>& changedNames) override {
         for (const std::string& changed : changedNames) {
@@ -105,10 +105,13 @@ public:
     }
 
 private:
-    void tell() const {
-        if (const prefs::Setting* const setting = settingOf(name_)) {
+    void tell() {
+        const prefs::Setting* const setting = settingOf(name_);
+        // The full name may be that of a setting that was read before this one, which alone has changed then.
+        if (setting != nullptr && setting->valueInForce() != value_) {
+            value_ = setting->valueInForce();
             // The function gets a copy, since it may save another value.
-            const std::string value = setting->valueInForce();
+            const std::string value = value_;
             call_(value);
         }
     }
@@ -116,6 +119,8 @@ private:
     std::string name_;
     /// The key of the full name: under that of `name_` another setting may have changed, or none.
     std::uint64_t key_;
+    /// The value that the function knows, or knew at the subscription.
+    std::string value_;
     ValueCall call_;
 };
 
@@ -197,7 +202,7 @@ Subscription onSettingChanged(const std::string& name, ValueCall call) {
     if (setting == nullptr) {
         return {};
     }
-    return subscribeFunction<IUserPreferenceObserver, OneSetting>(std::move(call), name, setting->key);
+    return subscribeFunction<IUserPreferenceObserver, OneSetting>(std::move(call), name, *setting);
 }
 
 Subscription onSectionChanged(const std::string& attributePath, NamesCall call) {

@@ -17,6 +17,7 @@
 #include "host/save_plan.h"
 #include "host/save_state.h"
 #include "host/save_text.h"
+#include "host/subscription.h"
 #include "json/document.h"
 #include "platform/file_turn.h"
 #include "platform/replace_file.h"
@@ -143,6 +144,7 @@ void saveNow(const SettingsRequest& request, SaveResult& result) {
     result.path = prefs::writtenUserFilePath();
     const auto changedTexts = saveInTurn(preferences->catalogue, *file, request, result);
     if (!result.changedSettings.empty() || !changedTexts.empty()) {
+        attachToPreferencesAgain();
         ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(result.changedSettings, changedTexts);
     }
 }

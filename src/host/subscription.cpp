@@ -5,8 +5,10 @@
 #include <type_traits>
 #include <utility>
 
+#include "actions/observer_registry.h"
 #include "host/nesting.h"
 #include "host/observer_list.h"
+#include "util/notification.h"
 
 namespace zelutil::host {
 namespace {
@@ -27,11 +29,23 @@ ObserverList<Observer>& observers() {
     return list;
 }
 
+/// The notifications in which the observers of each kind are told.
+template <typename Observer>
+struct Told;
+template <>
+struct Told<IUserPreferenceObserver> : Notification<UserPreferenceServer> {};
+template <>
+struct Told<IUserPreferenceSubManagerObserver> : Notification<UserPreferenceServer> {};
+template <>
+struct Told<IUCPActionObserver> : Notification<actions::ObserverRegistry> {};
+template <>
+struct Told<IServerObserver> : Notification<Server> {};
+
 template <typename Observer, typename Call>
 void tell(Call call) {
     const Nesting::Call notification(notifications);
     if (notification.admitted()) {
-        observers<Observer>().tell(call);
+        observers<Observer>().tell(Told<Observer>::current(), call);
     }
 }
 
@@ -84,7 +98,7 @@ template <typename Observer>
 class ListLink final : public Subscription::Link {
 public:
     explicit ListLink(std::shared_ptr<Observer> observer) noexcept
-        : entry_(observers<Observer>(), std::move(observer)) {}
+        : entry_(observers<Observer>(), std::move(observer), Told<Observer>::lastBegun()) {}
 
 private:
     typename ObserverList<Observer>::Entry entry_;
@@ -95,10 +109,22 @@ Subscription subscriptionOf(std::shared_ptr<Observer> observer) {
     return Subscription(std::make_unique<ListLink<Observer>>(std::move(observer)));
 }
 
+template <typename Observer, typename Relay>
+void attachWhereNeeded() {
+    if (!observers<Observer>().empty()) {
+        UserPreferenceServer::getInstance().attach(relay<Relay>());
+    }
+}
+
 }  // namespace
 
+void attachToPreferencesAgain() {
+    attachWhereNeeded<IUserPreferenceObserver, SettingsRelay>();
+    attachWhereNeeded<IUserPreferenceSubManagerObserver, SubManagerRelay>();
+}
+
 // Each attaches the relay anew, which changes nothing where it is attached: a server that was made again at the end of
-// the process does not know it.
+// the process does not know it, and neither may one that a host assigned to.
 
 Subscription subscribe(std::shared_ptr<IUserPreferenceObserver> observer) {
     UserPreferenceServer::getInstance().attach(relay<SettingsRelay>());

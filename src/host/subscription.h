@@ -27,6 +27,10 @@ Subscription subscribe(std::shared_ptr<ZelU::Marl::IUserPreferenceSubManagerObse
 Subscription subscribe(std::shared_ptr<IUCPActionObserver> observer);
 Subscription subscribe(std::shared_ptr<ZelU::Marl::IServerObserver> observer);
 
+/// Makes the preference server know the observers that are attached. A host may have assigned it a copy that was made
+/// before it knew them.
+void attachToPreferencesAgain();
+
 }  // namespace zelutil::host
 
 #endif

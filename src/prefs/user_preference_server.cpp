@@ -1,5 +1,6 @@
 #include <zelutil/prefs/user_preference_server.h>
 
+#include "util/notification.h"
 #include "util/process_wide.h"
 
 namespace ZelU {
@@ -33,6 +34,7 @@ void UserPreferenceServer::detach(IUserPreferenceSubManagerObserver* observer) {
 void UserPreferenceServer::notifyUserSettingsChanged(
     const std::set<std::string>& changedNames,
     const std::map<UserPreferenceManager::SubManagerType, std::string>& changedTexts) {
+    const zelutil::Notification<UserPreferenceServer> notification;
     for (IUserPreferenceObserver* const observer : observers_) {
         observer->onUserSettingsChanged(changedNames);
     }

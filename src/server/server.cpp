@@ -1,5 +1,6 @@
 #include <zelutil/server/server.h>
 
+#include "util/notification.h"
 #include "util/process_wide.h"
 
 namespace ZelU::Marl {
@@ -74,6 +75,7 @@ void Server::makeActive(int appId) {
 }
 
 void Server::notify(int appId, bool editorSwitch) const {
+    const zelutil::Notification<Server> notification;
     for (IServerObserver* observer : m_observers) {
         observer->activeAppChanged(appId, editorSwitch);
     }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -24,14 +25,14 @@ protected:
     void attach(
         char letter, std::function<void()> whenTold = [] {}) {
         const auto observer = std::make_shared<Letter>(Letter{letter, std::move(whenTold)});
-        entries_[letter] = std::make_unique<Entry>(list_, observer);
+        entries_[letter] = std::make_unique<Entry>(list_, observer, lastRound_);
     }
 
     void detach(char letter) { entries_.erase(letter); }
 
     /// Has all told.
     void tell() {
-        list_.tell([this](const Letter& observer) {
+        list_.tell(++lastRound_, [this](const Letter& observer) {
             told_ += observer.letter;
             observer.whenTold();
         });
@@ -56,6 +57,7 @@ protected:
 
 private:
     ObserverList<Letter> list_;
+    std::uint64_t lastRound_ = 0;
     std::string told_;
     std::map<char, std::unique_ptr<Entry>> entries_;
 };

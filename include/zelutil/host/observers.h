@@ -16,7 +16,10 @@
 ///
 /// The library's servers know one observer of this module each, for good; it tells those of the hosts. They are told in
 /// the order in which they were attached. One that is detached while others are told is not told any more; one that is
-/// attached meanwhile is told from the next time on. What an observer throws ends the round and passes through.
+/// attached meanwhile, also by an observer that is attached to the server itself, is told from the next time on. What
+/// an observer throws ends the round and passes through. A preference server that a host assigns an earlier copy of it
+/// may have forgotten the observer of this module: it knows it again from the next subscription on, or the next save or
+/// reset of `zelutil::host`.
 ///
 /// A notification may come from inside another one, when an observer saves or changes a shortcut, say. Beyond
 /// `kMaximumNotificationDepth` of them inside each other nobody is told: what changes then is changed all the same. To
@@ -72,8 +75,8 @@ private:
 [[nodiscard]] ZELUTIL_API Subscription
 onSettingsChanged(std::function<void(const std::set<std::string>& fullNames)> call);
 
-/// Has `call` called with the new value of the setting of that name, bare or in full, in any case. The subscription is
-/// empty for an unknown name.
+/// Has `call` called with the new value of the setting of that name, bare or in full, in any case, when it is another
+/// one than at the last call, or than at the subscription. The subscription is empty for an unknown name.
 [[nodiscard]] ZELUTIL_API Subscription onSettingChanged(const std::string& name,
                                                         std::function<void(const std::string& value)> call);
 
