@@ -16,8 +16,9 @@ struct Options {
     bool pathsWithBlanks = false;
 };
 
-/// Sets the options of this process. They must be set before the first use of preferences or facets: afterwards this
-/// changes nothing and returns false, unless the options are the ones in force.
+/// Sets the options of this process. They must be set before the first use of preferences or facets, which every other
+/// call of this namespace may be, `startWarnings`, `userFilePath` and `diagnose` too: afterwards this changes nothing
+/// and returns false, unless the options are the ones in force. `Hierarchy::GetRoot` may come before it.
 ZELUTIL_API bool setOptions(const Options& options);
 
 /// Returns the options in force.
