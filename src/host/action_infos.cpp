@@ -4,6 +4,7 @@
 #include "actions/manager_access.h"
 #include "actions/overwritable.h"
 #include "host/action_families.h"
+#include "host/current_preferences.h"
 
 namespace zelutil::host {
 namespace {
@@ -11,6 +12,14 @@ namespace {
 using actions::ActionCatalogue;
 
 const ActionCatalogue& catalogue() { return actions::ManagerAccess::catalogueOf(UCPActionManager::instance()); }
+
+/// The first use of the preferences fills the actions; what a host has loaded itself it would replace.
+const ActionCatalogue& filledCatalogue() {
+    if (catalogue().loads() == 0) {
+        currentPreferences();
+    }
+    return catalogue();
+}
 
 ShortcutSource sourceOf(const ActionCatalogue::Action& action) {
     if (action.id == 0) {
@@ -49,7 +58,7 @@ void setShipped(ActionInfo& info, const ShippedActions& shipped) {
 }  // namespace
 
 std::vector<ActionInfo> actions() {
-    const ShippedActions shipped(catalogue().texts().defaults);
+    const ShippedActions shipped(filledCatalogue().texts().defaults);
     std::vector<ActionInfo> infos;
     catalogue().forEachAction([&](int id, const ActionCatalogue::Action& action) {
         infos.push_back(infoOf(id, action));
@@ -59,7 +68,7 @@ std::vector<ActionInfo> actions() {
 }
 
 std::optional<ActionInfo> action(int id) {
-    const ActionCatalogue::Action* const found = catalogue().find(id);
+    const ActionCatalogue::Action* const found = filledCatalogue().find(id);
     if (found == nullptr) {
         return std::nullopt;
     }

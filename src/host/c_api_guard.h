@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 
+#include "host/current_preferences.h"
 #include "platform/discard_exceptions.h"
 
 /// The way of every C function into C++ and back: nothing that is thrown goes on into the caller.
@@ -22,7 +23,8 @@ zelutil_status statusOf(Action action) {
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         return ZELUTIL_NO_INSTALLATION;
     } catch (bool) {
-        return ZELUTIL_TOO_LATE;  // as UserPreferenceManager::GetInstance throws once its destruction has begun
+        // UserPreferenceManager::GetInstance throws one once its destruction has begun, and a host's function any time.
+        return currentPreferences() == nullptr ? ZELUTIL_TOO_LATE : ZELUTIL_FAILED;
     }
 }
 

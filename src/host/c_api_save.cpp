@@ -12,9 +12,11 @@
 
 #include "host/c_api_guard.h"
 #include "host/c_api_records.h"
+#include "host/current_preferences.h"
 
 namespace c = zelutil::host::c;
 namespace host = zelutil::host;
+namespace prefs = zelutil::prefs;
 
 namespace {
 
@@ -107,6 +109,29 @@ bool isArray(const Item* items, int count) {
     return count == 0 || (count > 0 && items != nullptr);
 }
 
+/// Collects values by the names that they are saved by; a later one for the same setting takes the place of one before,
+/// however both name it.
+class Values {
+public:
+    void add(const std::string& name, const char* value) {
+        const prefs::Setting* const setting = preferences_ == nullptr ? nullptr : preferences_->catalogue.find(name);
+        if (setting != nullptr) {
+            const auto [named, isNew] = names_.try_emplace(setting, name);
+            if (!isNew) {
+                values_.erase(std::exchange(named->second, name));
+            }
+        }
+        values_[name] = value;
+    }
+
+    const std::map<std::string, std::string>& all() const { return values_; }
+
+private:
+    const prefs::Preferences* preferences_ = host::currentPreferences();
+    std::map<std::string, std::string> values_;
+    std::map<const prefs::Setting*, std::string> names_;
+};
+
 bool isWhole(const zelutil_value& value) { return value.name != nullptr && value.value != nullptr; }
 
 class RestorableText {
@@ -128,9 +153,10 @@ using RestorableTextHandedOut = c::HandedOut<zelutil_restorable_text, Restorable
 zelutil_status zelutil_save(const zelutil_value* values, int count, const zelutil_save_result** result) {
     const bool valid = isArray(values, count) && std::all_of(values, values + count, isWhole);
     return saveInto(result, valid, [&] {
-        std::map<std::string, std::string> settings;
-        std::for_each(values, values + count, [&](const zelutil_value& value) { settings[value.name] = value.value; });
-        return host::save(settings);
+        Values settings;
+        std::for_each(values, values + count,
+                      [&](const zelutil_value& value) { settings.add(value.name, value.value); });
+        return host::save(settings.all());
     });
 }
 

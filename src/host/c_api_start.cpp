@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "host/c_api_guard.h"
 #include "host/c_api_records.h"
@@ -45,6 +46,17 @@ zelutil_status textInto(const zelutil_text** out, Action make) {
 template <typename Action>
 zelutil_status textInto(const zelutil_text** out, const char* text, Action make) {
     return c::guardedInto(out, text, [&](const std::string& given) { return new c::TextHandedOut(make(given)); });
+}
+
+/// Returns the library's path of a file; empty where the bytes are no text that the system could name a file by.
+std::string pathOfNative(const std::string& native) {
+    std::filesystem::path path;
+    try {
+        path = std::filesystem::u8path(native);
+    } catch (const std::system_error&) {
+        return {};
+    }
+    return std::string(zelutil::host::fromNative(path));
 }
 
 }  // namespace
@@ -98,9 +110,7 @@ zelutil_status zelutil_native_path(const char* path, const zelutil_text** native
 }
 
 zelutil_status zelutil_path_from_native(const char* native, const zelutil_text** path) {
-    return textInto(path, native, [](const std::string& text) {
-        return std::string(zelutil::host::fromNative(std::filesystem::u8path(text)));
-    });
+    return textInto(path, native, pathOfNative);
 }
 
 zelutil_status zelutil_get_start_warnings(const zelutil_warning_list** warnings) {

@@ -165,13 +165,27 @@ void addHome(Report& report) {
     }
 }
 
+bool isMalformed(const std::string& path) {
+    const auto text = platform::readFile(path.c_str(), json::kMaximumTextSize);
+    return text && !json::Document(*text).valid();
+}
+
+/// The environment may have changed since the preferences were made.
 void addDefaults(Report& report, const prefs::Preferences* preferences) {
     const auto named = prefs::namedDefaultsFile();
+    const std::string now = named ? *named : shippedFile(prefs::kSettingsFileName);
+    const std::string path = preferences == nullptr ? now : preferences->defaultsFile;
     report.heading("Shipped defaults");
-    if (named) {
+    if (named && now == path) {
         report.line("The variable tessel_settings names them.");
     }
-    report.line(fileLine(named ? *named : shippedFile(prefs::kSettingsFileName)));
+    report.line(fileLine(path));
+    if (isMalformed(path)) {
+        report.line("They are no JSON, so nothing of them counts.");
+    }
+    if (now != path) {
+        report.line("A process that starts now looks for them elsewhere: " + fileLine(now));
+    }
     if (preferences != nullptr) {
         const std::size_t sections = preferences->catalogue.sections().size();
         report.line("Sections in force: " + std::to_string(sections) + '.');

@@ -7,14 +7,15 @@
 
 namespace zelutil::prefs {
 
-Catalogue readPreferenceFiles(UserSettingsFile& userFile) {
+Catalogue readPreferenceFiles(const std::string& defaultsFile, UserSettingsFile& userFile) {
     Catalogue catalogue;
-    const std::string defaults = defaultsFilePath();
-    readDefaults(platform::readFile(defaults.c_str(), json::kMaximumTextSize).value_or(""), catalogue);
+    readDefaults(platform::readFile(defaultsFile.c_str(), json::kMaximumTextSize).value_or(""), catalogue);
     userFile.read(userFilePath(), [&catalogue](std::string_view text) { return readUserSettings(text, catalogue); });
     return catalogue;
 }
 
-Preferences::Preferences() : catalogue(readPreferenceFiles(*userFile)) { subManagers.initialize(catalogue); }
+Preferences::Preferences() : catalogue(readPreferenceFiles(defaultsFile, *userFile)) {
+    subManagers.initialize(catalogue);
+}
 
 }  // namespace zelutil::prefs

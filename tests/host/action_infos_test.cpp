@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "prefs/preference_world.h"
+
 namespace zelutil::test {
 namespace {
 
@@ -87,6 +89,35 @@ TEST(ActionInfos, GivesTheTextThatBringsTheManagersActionsBack) {
     const host::RestorableText text = host::restorableActionsText(manager());
     EXPECT_EQ(text.text, R"([{"actions":[{"id":1,"shortcut":"F6","rmb":false},{"id":3,"shortcut":"F2"}]}])");
     EXPECT_TRUE(text.notRestored.empty());
+}
+
+// --- The first use --------------------------------------------------------------------------------------------------
+
+constexpr char kDefaults[] = R"({"meta":[{"header":"Keys","attribute":"keys","submanagerId":100,"tclCommand":"",
+    "defaultsettings":{"actions":[{"id":7,"context":"board","command":"zoom","shortcut":"F7"}]}}]})";
+
+TEST(ActionInfos, TheListMakesTheFirstUseOfThePreferences) {
+    const PreferenceWorld world;
+    world.writeDefaults(kDefaults);
+    const std::vector<ActionInfo> infos = host::actions();
+    ASSERT_EQ(infos.size(), 1U);
+    EXPECT_EQ(infos[0].shippedShortcut, "F7");
+}
+
+TEST(ActionInfos, OneActionMakesTheFirstUseOfThePreferences) {
+    const PreferenceWorld world;
+    world.writeDefaults(kDefaults);
+    EXPECT_FALSE(host::action(8));
+    ASSERT_TRUE(host::action(7));
+    EXPECT_EQ(host::action(7)->shortcut, "F7");
+}
+
+TEST(ActionInfos, WhatAHostHasLoadedIsNotReplaced) {
+    const PreferenceWorld world;
+    world.writeDefaults(kDefaults);
+    load();
+    EXPECT_TRUE(host::action(1));
+    EXPECT_EQ(host::actions().size(), 5U);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace {
 TEST(CApiGuard, SaysWhatWasThrown) {
     EXPECT_EQ(guarded([]() -> zelutil_status { return ZELUTIL_REFUSED; }), ZELUTIL_REFUSED);
     EXPECT_EQ(guarded([]() -> zelutil_status { throw std::bad_alloc(); }), ZELUTIL_NO_MEMORY);
-    EXPECT_EQ(guarded([]() -> zelutil_status { throw true; }), ZELUTIL_TOO_LATE);
+    EXPECT_EQ(guarded([]() -> zelutil_status { throw true; }), ZELUTIL_FAILED);
     EXPECT_EQ(guarded([]() -> zelutil_status { throw std::runtime_error("a system's"); }), ZELUTIL_FAILED);
     EXPECT_EQ(guarded([]() -> zelutil_status { throw 7; }), ZELUTIL_FAILED);
     EXPECT_EQ(guarded([]() -> zelutil_status { throw ZelU::File::Exceptions::HierarchyNotFound(); }),

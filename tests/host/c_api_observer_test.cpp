@@ -111,6 +111,13 @@ TEST_F(CApiObserver, AnExceptionOfAHostsFunctionDoesNotLeaveTheSave) {
     EXPECT_STREQ(get_user_setting("units"), "mil");
 }
 
+void throwingTruth(const zelutil_names*, void*) { throw true; }
+
+TEST_F(CApiObserver, ATruthValueThatAHostsFunctionThrowsIsNotTakenForTheEndOfTheProcess) {
+    subscribe([&](auto** out) { return zelutil_on_settings_changed(throwingTruth, nullptr, out); });
+    EXPECT_EQ(saveOne("units", "mil"), ZELUTIL_FAILED);
+}
+
 /// Saves again when it is told, another value each time, and writes down what becomes of it.
 struct Saving {
     int saves = 0;

@@ -91,6 +91,19 @@ TEST_F(CApiSave, ResetsGiveTheShippedValuesAgain) {
     EXPECT_STREQ(actions->items[1]->shortcut, "Ctrl+O");
 }
 
+TEST_F(CApiSave, TheLaterValueOfASettingCountsHoweverItIsNamed) {
+    const zelutil_value bareFirst[] = {{"grid", "2"}, {"GRID", "3"}, {"display::grid", "7"}};
+    EXPECT_EQ(zelutil_save(bareFirst, 3, nullptr), ZELUTIL_OK);
+    EXPECT_STREQ(get_user_setting("grid"), "7");
+    const zelutil_value fullFirst[] = {{"display::grid", "2"}, {"none", "1"}, {"grid", "8"}, {"none", "1"}};
+    const auto result = handedOut<Result>([&](auto** out) { return zelutil_save(fullFirst, 4, out); });
+    EXPECT_STREQ(get_user_setting("grid"), "8");
+    EXPECT_EQ(textsOf(result->unknownSettings), std::vector<std::string>{"none"});
+    const zelutil_value again[] = {{"grid", "9"}, {"display::grid", "4"}, {"grid", "5"}};
+    EXPECT_EQ(zelutil_save(again, 3, nullptr), ZELUTIL_OK);
+    EXPECT_STREQ(get_user_setting("grid"), "5");
+}
+
 TEST_F(CApiSave, TheTextOfTheActionsIsThereForHostsThatSaveThemselves) {
     EXPECT_EQ(zelutil_set_shortcut(2, "F3", nullptr), ZELUTIL_OK);
     const auto text =

@@ -227,6 +227,42 @@ TEST(Diagnose, SaysThatTheFileWasNoJson) {
               (Lines{file + ": 1 bytes.", file + " could not be read at the start, or was no JSON."}));
 }
 
+TEST(Diagnose, SaysThatTheDefaultsAreNoJson) {
+    const PreferenceWorld world;
+    world.writeDefaults("{]}");
+    EXPECT_EQ(linesBelow(host::diagnose(), "Shipped defaults"),
+              (Lines{quoted(world.defaultsFile()) + ": 3 bytes.", "They are no JSON, so nothing of them counts.",
+                     "Sections in force: 0."}));
+}
+
+TEST(Diagnose, NamesTheDefaultsThatWereReadThoughTheVariableHasChangedSince) {
+    const PreferenceWorld world;
+    world.writeDefaults(defaultsWithValue("1"));
+    ASSERT_EQ(UserPreferenceManager::GetInstance().getUserPrefSetting("value"), "1");
+    setVariable("tessel_settings", "Z:/nowhere/other.cfg");
+    const std::string read =
+        quoted(world.defaultsFile()) + ": " + std::to_string(defaultsWithValue("1").size()) + " bytes.";
+    EXPECT_EQ(linesBelow(host::diagnose(), "Shipped defaults"),
+              (Lines{read, "A process that starts now looks for them elsewhere: \"Z:/nowhere/other.cfg\": not there.",
+                     "Sections in force: 1."}));
+}
+
+TEST(Diagnose, SaysWhereTheDefaultsAreNowThatTheVariableIsGone) {
+    const PreferenceWorld world;
+    world.writeDefaults(defaultsWithValue("1"));
+    const TempDirectory directory;
+    writeTextFile(directory / "named.cfg", "{}");
+    setVariable("tessel_settings", systemText(directory / "named.cfg"));
+    ASSERT_EQ(UserPreferenceManager::GetInstance().getUserPrefSetting("value"), "");
+    unsetVariable("tessel_settings");
+    const Lines lines = linesBelow(host::diagnose(), "Shipped defaults");
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_NE(lines[0].find("named.cfg\": 2 bytes."), std::string::npos) << lines[0];
+    EXPECT_EQ(lines[1], "A process that starts now looks for them elsewhere: " + quoted(world.defaultsFile()) + ": " +
+                            std::to_string(defaultsWithValue("1").size()) + " bytes.");
+    EXPECT_EQ(lines[2], "Sections in force: 0.");
+}
+
 TEST(Diagnose, SaysThatASaveWritesElsewhere) {
     const PreferenceWorld world;
     const TempDirectory here;

@@ -1,5 +1,6 @@
 // Paths of a system with drives, in its own encoding and in the narrow one.
 #include <gtest/gtest.h>
+#include <zelutil/host/c_api.h>
 #include <zelutil/host/native_path.h>
 
 #include <filesystem>
@@ -68,6 +69,13 @@ TEST(NativePathWithDrives, OfFilesThatNoTextNames) {
           L"con"}) {
         EXPECT_STREQ(fromNative(file), "");
     }
+}
+
+TEST(NativePathWithDrives, OfBytesThatAreNoUtf8ThereIsNone) {
+    const zelutil_text* text = nullptr;
+    ASSERT_EQ(zelutil_path_from_native("C:\\\xff\xfe", &text), ZELUTIL_OK);
+    EXPECT_STREQ(text->text, "");
+    zelutil_text_free(text);
 }
 
 TEST(NativePathWithDrives, OfAFileBeyondAscii) {

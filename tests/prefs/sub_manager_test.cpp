@@ -95,7 +95,7 @@ TEST(SubManagers, TextsAreThoseOfTheFirstSectionOfEachType) {
         {"header":"K","attribute":"k","overriddensettings": "later"},
         {"header":"X","attribute":"x","overriddensettings": { "x" : false }}]})");
     prefs::UserSettingsFile userFile;
-    const Catalogue catalogue = prefs::readPreferenceFiles(userFile);
+    const Catalogue catalogue = prefs::readPreferenceFiles(prefs::defaultsFilePath(), userFile);
     EXPECT_EQ(catalogue.defaultSubManagerTexts(),
               (SubManagerTexts{{Type::Actions, R"({"actions":[1,1.5,"a b",null]})"}, {Type{102}, R"("x")"}}));
     EXPECT_EQ(catalogue.userSubManagerTexts(),
@@ -104,7 +104,7 @@ TEST(SubManagers, TextsAreThoseOfTheFirstSectionOfEachType) {
 
 void expectNoTexts(const char* files) {
     prefs::UserSettingsFile userFile;
-    const Catalogue catalogue = prefs::readPreferenceFiles(userFile);
+    const Catalogue catalogue = prefs::readPreferenceFiles(prefs::defaultsFilePath(), userFile);
     EXPECT_TRUE(catalogue.defaultSubManagerTexts().empty()) << files;
     EXPECT_TRUE(catalogue.userSubManagerTexts().empty()) << files;
 }

@@ -41,7 +41,10 @@ struct ActionInfo {
     int heldBy = 0;
 };
 
-/// Returns every action, ascending by id. The actions are there once the preferences have been used.
+// Where nothing has loaded the actions yet, these make the first use of the preferences, which loads them. While the
+// preferences are being made, and when they have been destroyed, there may be no actions.
+
+/// Returns every action, ascending by id.
 ZELUTIL_API std::vector<ActionInfo> actions();
 
 /// Returns the action of that id; nothing for an unknown one. For a child the shipped text is read again, so who wants

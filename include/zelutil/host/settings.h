@@ -43,8 +43,9 @@ ZELUTIL_API std::vector<std::string> sectionsInFileOrder();
 ///
 ///     bool         true, yes, on, 1, false, no, off, 0, in any case
 ///     int          decimal digits with an optional sign, within the range of int: 42, +42, -7
-///     double       decimal digits with an optional sign, one point and an optional exponent: 0.5, .5, 1e-3; neither
-///                  larger than a double can be nor smaller, as 1e400 and 1e-400 are
+///     double       decimal digits with an optional sign, a point before, among or behind them and an optional
+///                  exponent: 5, 0.5, .5, 5., 1e-3; neither larger than a double can be nor smaller, as 1e400 and
+///                  1e-400 are
 ///     std::string  the value as it stands, blanks included
 template <typename T>
 std::optional<T> read(std::string_view name) = delete;
