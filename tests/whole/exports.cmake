@@ -15,6 +15,7 @@ set(unlisted_classes
     ZelU::Marl::IUserPreferenceObserver
     ZelU::Marl::IUserPreferenceSubManagerObserver
     ZelU::Registry::IValueFactory
+    zelutil::host::Subscription::Link
     zelutil::platform::ThreadBody)
 
 set(both_heading "# On both systems")

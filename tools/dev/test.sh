@@ -23,6 +23,11 @@ need "${packages[@]}"
 status=0
 if $native; then
     testPreset native dev "$pattern" || status=1
+    # Sources that are compiled together must not define a name twice.
+    if [[ -z $pattern ]] && ! buildPreset library; then
+        countBroken library "could not be built"
+        status=1
+    fi
 fi
 if $windows; then
     startWine || status=1
