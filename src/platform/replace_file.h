@@ -27,8 +27,8 @@ enum class Replaced {
 /// The bytes are written beside the file, flushed to disk and put in its place. Where that cannot be done (nothing may
 /// be made in the directory, the file has a second hard link, another owner or rights that cannot be copied, somebody
 /// holds it open) they are written into the file itself, under a lock that other calls respect, but never when space is
-/// short. Where that fails in the middle, the old bytes are put back. Where the lock is not to be had for two seconds, where the file cannot be opened for writing or is no regular
-/// file, it stays as it is.
+/// short. Where that fails in the middle, the old bytes are put back. Where the lock is not to be had for two seconds,
+/// where the file cannot be opened for writing or is no regular file, it stays as it is.
 ///
 /// Calls of several processes for one file do not disturb each other. What a killed process left beside the file is
 /// removed; where the file itself is missing, it is kept as `keepCopy` would keep it.

@@ -14,8 +14,8 @@ class UCPActionManager;
 ///
 /// They differ from `UserPreferenceManager::updateUserPrefSettings` in four ways. The actions are saved with the
 /// settings, menu flags included, without a host's doing. The file is written so that reading brings everything back:
-/// settings are named in full, so that none is taken for another, and shortcuts are first taken away where they stand in
-/// another's way and then given in an order in which each is accepted. What another process of the user saved
+/// settings are named in full, so that none is taken for another, and shortcuts are first taken away where they stand
+/// in another's way and then given in an order in which each is accepted. What another process of the user saved
 /// meanwhile stays, unless it was changed here too. And the result says what was done and what cannot come back.
 ///
 /// A host saves before its main function returns: the preferences are destroyed like its static objects, and a save
