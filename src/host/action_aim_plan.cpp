@@ -6,9 +6,11 @@
 #include "host/action_search.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <optional>
+#include <unordered_map>
 
 namespace zelutil::host {
 namespace {
@@ -23,33 +25,28 @@ struct GroupPlan {
     ActionGroup group;
     ActionEntries keys;
     bool plain = true;
-    /// The actions whose shortcuts do not come back, and those of which anything does not.
-    std::set<int> lostKeys;
-    std::set<int> lost;
+    LostActions lost;
 };
-
-std::set<int> among(const std::set<int>& ids, const ActionGroup& group) {
-    std::set<int> found;
-    std::copy_if(group.begin(), group.end(), std::inserter(found, found.end()),
-                 [&](int id) { return ids.count(id) != 0; });
-    return found;
-}
 
 /// Plans one aim, group by group.
 class AimPlanner {
 public:
-    AimPlanner(const ShippedActions& shipped, const ActionState& aim, std::size_t searchLoads)
-        : shipped_(shipped), aim_(aim), loads_(searchLoads) {}
+    AimPlanner(const ShippedActions& shipped, const ActionState& aim, const ActionsKnown& known,
+               std::size_t searchLoads)
+        : shipped_(shipped), aim_(aim), judge_(shipped, aim, known), loads_(searchLoads) {}
 
-    AimPlan plan() {
+    AimPlan plan(const ActionEntries& inFile) {
         findGroups();
         for (const Effort effort : kEfforts) {
-            tryAll(effort);
+            tryAll([&](ActionCatalogue& catalogue,
+                       const ActionGroup& group) { return editTowards(catalogue, shipped_, aim_, group, effort); },
+                   effort == Effort::Plain);
         }
+        tryFile(inFile);
         searchAll();
         AimPlan plan;
         plan.entries = allEntries();
-        plan.notRestored = missing(plan.entries);
+        plan.notRestored = notRestoredBy(shipped_, aim_, plan.entries);
         return plan;
     }
 
@@ -66,30 +63,20 @@ private:
         for (const ActionGroup& group : groups_) {
             if (std::any_of(group.begin(), group.end(), [&](int id) { return changed.count(id) != 0; })) {
                 GroupPlan plan;
-                plan.lostKeys = among(keys, group);
                 plan.group = group;
-                plan.lost = allLost(plan.group, plan.lostKeys);
+                plan.lost = judge_.lostOf(group, shipped_.loaded(), keys);
                 plans_.push_back(std::move(plan));
             }
         }
     }
 
-    std::set<int> allLost(const ActionGroup& group, const std::set<int>& lostKeys) const {
-        std::set<int> lost = lostFlags(shipped_, aim_, group, lostKeys);
-        lost.insert(lostKeys.begin(), lostKeys.end());
-        return lost;
-    }
+    /// Returns the edits of one group.
+    using EditGroup = std::function<ActionEntries(ActionCatalogue&, const ActionGroup&)>;
 
-    /// Whether more than what comes back already might.
-    bool isOpen(const GroupPlan& plan) const {
-        return std::any_of(plan.lost.begin(), plan.lost.end(),
-                           [&](int id) { return !followsAnother(shipped_, aim_, plan.lost, id); });
-    }
-
-    void tryAll(Effort effort) {
+    void tryAll(const EditGroup& edit, bool plain) {
         std::vector<GroupPlan*> open;
         for (GroupPlan& plan : plans_) {
-            if (isOpen(plan)) {
+            if (judge_.isOpen(plan.lost)) {
                 open.push_back(&plan);
             }
         }
@@ -99,34 +86,60 @@ private:
         std::vector<ActionEntries> entries;
         catalogue_.loadAndEdit(shipped_.text(), [&](ActionCatalogue& catalogue) {
             for (const GroupPlan* const plan : open) {
-                entries.push_back(editTowards(catalogue, shipped_, aim_, plan->group, effort));
+                entries.push_back(edit(catalogue, plan->group));
             }
         });
-        const std::set<int> different = differentKeys(aim_, stateOf(catalogue_));
+        const ActionState reached = stateOf(catalogue_);
+        const std::set<int> different = differentKeys(aim_, reached);
         for (std::size_t place = 0; place < open.size(); ++place) {
             GroupPlan& plan = *open[place];
-            const std::set<int> lostKeys = among(different, plan.group);
-            const std::set<int> lost = allLost(plan.group, lostKeys);
-            if (lost.size() < plan.lost.size()) {
-                plan.lostKeys = lostKeys;
-                plan.lost = lost;
+            LostActions lost = judge_.lostOf(plan.group, reached, different);
+            if (lost.loss < plan.lost.loss) {
+                plan.lost = std::move(lost);
                 plan.keys = std::move(entries[place]);
-                plan.plain = effort == Effort::Plain;
+                plan.plain = plain;
             }
         }
+    }
+
+    /// Tries the entries that the file has: what an earlier plan found need not be found again.
+    void tryFile(const ActionEntries& inFile) {
+        if (inFile.empty()) {
+            return;
+        }
+        std::unordered_map<int, std::size_t> groupOf;
+        for (std::size_t place = 0; place < groups_.size(); ++place) {
+            for (const int id : groups_[place]) {
+                groupOf[id] = place;
+            }
+        }
+        std::map<std::size_t, ActionEntries> byGroup;
+        for (const ActionEntry& entry : inFile) {
+            const auto found = groupOf.find(entry.id);
+            if (found != groupOf.end() && entry.shortcut) {
+                byGroup[found->second].push_back({entry.id, entry.shortcut, std::nullopt});
+            }
+        }
+        tryAll(
+            [&](ActionCatalogue& catalogue, const ActionGroup& group) {
+                ActionEntries entries = byGroup[groupOf[group.front()]];
+                applyEntries(catalogue, entries);
+                return entries;
+            },
+            false);
     }
 
     void searchAll() {
         for (GroupPlan& plan : plans_) {
             searchIfSmall(plan);
-            if (isOpen(plan)) {
+            if (judge_.isOpen(plan.lost)) {
                 searchWithNeighbours(plan);
             }
         }
     }
 
     void searchIfSmall(GroupPlan& plan) {
-        if (plan.group.size() <= kLargestSearched && isOpen(plan)) {
+        if (plan.group.size() <= kLargestSearched && judge_.isOpen(plan.lost)) {
             search(plan);
         }
     }
@@ -144,13 +157,12 @@ private:
         for (const GroupPlan& other : plans_) {
             if (contains(around, other)) {
                 joined.keys.insert(joined.keys.end(), other.keys.begin(), other.keys.end());
-                joined.lostKeys.insert(other.lostKeys.begin(), other.lostKeys.end());
-                joined.lost.insert(other.lost.begin(), other.lost.end());
+                joined.lost = judge_.joined(around, std::move(joined.lost), other.lost);
             }
         }
-        const std::size_t lost = joined.lost.size();
+        const Loss loss = joined.lost.loss;
         search(joined);
-        if (joined.lost.size() < lost) {
+        if (joined.lost.loss < loss) {
             for (GroupPlan& other : plans_) {
                 if (contains(around, other)) {
                     other = GroupPlan();
@@ -216,20 +228,18 @@ private:
 
     void search(GroupPlan& plan) {
         const ActionState aim = onlyOf(aim_, plan.group);
-        const auto lostKeysIn = [&](const ActionState& loaded) {
-            return among(differentKeys(aim, onlyOf(loaded, plan.group)), plan.group);
-        };
         const Score score = [&](const ActionState& loaded) {
-            return plan.group.size() - allLost(plan.group, lostKeysIn(loaded)).size();
+            return judge_.lostOf(plan.group, loaded, differentKeys(aim, onlyOf(loaded, plan.group)))
+                .loss.rank(kLargestSearched);
         };
         const ActionSearch searched(shipped_, aim_, plan.group);
-        std::optional<ActionEntries> found = searched.best(score, plan.group.size() - plan.lost.size(), loads_);
+        std::optional<ActionEntries> found = searched.best(score, plan.lost.loss.rank(kLargestSearched), loads_);
         if (!found) {
             return;
         }
         catalogue_.loadAndEdit(shipped_.text(), [&](ActionCatalogue& catalogue) { applyEntries(catalogue, *found); });
-        plan.lostKeys = among(differentKeys(aim_, stateOf(catalogue_)), plan.group);
-        plan.lost = allLost(plan.group, plan.lostKeys);
+        const ActionState reached = stateOf(catalogue_);
+        plan.lost = judge_.lostOf(plan.group, reached, differentKeys(aim_, reached));
         plan.keys = *std::move(found);
         plan.plain = false;
     }
@@ -239,7 +249,7 @@ private:
         std::map<std::pair<std::size_t, int>, ActionEntry> plain;
         ActionEntries ordered;
         for (const GroupPlan& plan : plans_) {
-            const ActionEntries flags = menuEntries(shipped_, aim_, plan.group, plan.lostKeys);
+            const ActionEntries flags = menuEntries(shipped_, aim_, plan.group, plan.lost.keys);
             if (!plan.plain) {
                 ordered.insert(ordered.end(), plan.keys.begin(), plan.keys.end());
                 ordered.insert(ordered.end(), flags.begin(), flags.end());
@@ -262,21 +272,9 @@ private:
         return entries;
     }
 
-    std::vector<NotRestored> missing(const ActionEntries& entries) {
-        catalogue_.load(shipped_.text(), userTextOf(entries));
-        const ActionState reached = stateOf(catalogue_);
-        std::set<int> ids = differentKeys(aim_, reached);
-        const std::set<int> flags = differentFlags(aim_, reached);
-        ids.insert(flags.begin(), flags.end());
-        std::vector<NotRestored> named;
-        for (const int id : ids) {
-            named.push_back(obstacleOf(shipped_, aim_, reached, id));
-        }
-        return named;
-    }
-
     const ShippedActions& shipped_;
     const ActionState& aim_;
+    const LossJudge judge_;
     const actions::ObserverRegistry nobody_;
     ActionCatalogue catalogue_{nobody_};
     std::vector<ActionGroup> groups_;
@@ -287,8 +285,9 @@ private:
 
 }  // namespace
 
-AimPlan planAim(const ShippedActions& shipped, const ActionState& aim, std::size_t searchLoads) {
-    return AimPlanner(shipped, aim, searchLoads).plan();
+AimPlan planAim(const ShippedActions& shipped, const ActionState& aim, const ActionsKnown& known,
+                const ActionEntries& inFile, std::size_t searchLoads) {
+    return AimPlanner(shipped, aim, known, searchLoads).plan(inFile);
 }
 
 }  // namespace zelutil::host

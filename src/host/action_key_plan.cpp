@@ -12,11 +12,7 @@ namespace {
 
 using actions::ActionCatalogue;
 
-const std::string& shortcutOf(const ActionState& state, int id) {
-    static const std::string kNone;
-    const auto found = state.values.find(id);
-    return found == state.values.end() ? kNone : found->second.shortcut;
-}
+const std::string& shortcutOf(const ActionState& state, int id) { return valuesOf(state, id).shortcut; }
 
 /// The edits of one group, from what is shipped to the aim.
 class KeyEdits {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace zelutil::host {
@@ -31,20 +32,24 @@ int sourceOf(const ShippedActions& shipped, const ShippedAction& action) {
 struct Vote {
     std::size_t in = 0;
     std::size_t out = 0;
+    /// Where the source is a top-level action that the user changed.
+    std::optional<bool> chosen;
 
-    bool inMenu() const { return in > out; }
+    bool inMenu() const { return chosen.value_or(in > out); }
+    bool counts() const { return chosen || in + out > 0; }
 };
 
-bool flagOf(const ActionState& state, int id) {
-    const auto found = state.values.find(id);
-    return found != state.values.end() && found->second.inMenu;
-}
+bool flagOf(const ActionState& state, int id) { return valuesOf(state, id).inMenu; }
 
 std::map<int, Vote> votesOf(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group,
                             const std::set<int>& lost) {
     std::map<int, Vote> votes;
     for (const int id : group) {
-        Vote& vote = votes[sourceOf(shipped, *shipped.find(id))];
+        const ShippedAction& action = *shipped.find(id);
+        Vote& vote = votes[sourceOf(shipped, action)];
+        if (action.parent < 1 && valuesOf(aim, id) != valuesOf(shipped.loaded(), id)) {
+            vote.chosen = flagOf(aim, id);
+        }
         if (lost.count(id) == 0) {
             ++(flagOf(aim, id) ? vote.in : vote.out);
         }
@@ -90,7 +95,7 @@ ActionEntries menuEntries(const ShippedActions& shipped, const ActionState& aim,
     std::vector<std::pair<std::size_t, int>> sources;
     const std::map<int, Vote> votes = votesOf(shipped, aim, group, lost);
     for (const auto& [id, vote] : votes) {
-        if (id != 0 && vote.in + vote.out > 0) {
+        if (id != 0 && vote.counts()) {
             sources.emplace_back(shipped.find(id)->depth, id);
         }
     }

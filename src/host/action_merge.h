@@ -2,6 +2,7 @@
 #define ZELUTIL_HOST_ACTION_MERGE_H
 
 #include "host/action_families.h"
+#include "host/action_loss.h"
 
 #include <map>
 #include <set>
@@ -18,10 +19,10 @@ struct ActionSides {
     const ActionState& here;
     const ActionValuesById& hereBefore;
     /// What the file was to bring about then.
-    const ActionValuesById& aimBefore;
+    ActionState aimBefore;
     /// What the file brings about: now, and then.
     const ActionState& file;
-    const ActionValuesById& fileBefore;
+    const ActionState& fileBefore;
     /// Counts as changed here.
     const std::set<int>& touched;
 };
@@ -31,11 +32,13 @@ struct MergedActions {
     std::vector<Conflict> conflicts;
     /// Where the aim is not what is in force here.
     std::vector<int> ofOthers;
+    ActionsKnown known;
 };
 
 /// Merges action by action, the shortcut and the menu flag each for itself: what was changed here stays, else what was
 /// changed in the file. Where both want one shortcut for different actions, the action of the other process goes back
-/// to what the file had for it before, or has none.
+/// to what the file had for it before, to what it has here or to what it is shipped with, whatever is free first; else
+/// it has none.
 MergedActions mergeActions(const ShippedActions& shipped, const ActionSides& sides);
 
 }  // namespace zelutil::host

@@ -6,12 +6,6 @@
 namespace zelutil::host {
 namespace {
 
-const ActionValues& valuesOf(const ActionState& state, int id) {
-    static const ActionValues kNone;
-    const auto found = state.values.find(id);
-    return found == state.values.end() ? kNone : found->second;
-}
-
 std::string named(int id) { return "Action " + std::to_string(id); }
 
 std::string keyText(const std::string& shortcut) {
@@ -140,6 +134,22 @@ NotRestored obstacleOf(const ShippedActions& shipped, const ActionState& aim, co
     return obstacle(id, Obstacle::TakenByAnother, holder == id ? 0 : holder,
                     named(id) + " starts with " + keyText(valuesOf(reached, id).shortcut) +
                         " where other actions have had a shortcut in turn.");
+}
+
+std::vector<NotRestored> notRestoredBy(const ShippedActions& shipped, const ActionState& aim,
+                                       const ActionEntries& entries) {
+    const actions::ObserverRegistry nobody;
+    actions::ActionCatalogue catalogue(nobody);
+    catalogue.load(shipped.text(), userTextOf(entries));
+    const ActionState reached = stateOf(catalogue);
+    std::set<int> ids = differentKeys(aim, reached);
+    const std::set<int> flags = differentFlags(aim, reached);
+    ids.insert(flags.begin(), flags.end());
+    std::vector<NotRestored> named;
+    for (const int id : ids) {
+        named.push_back(obstacleOf(shipped, aim, reached, id));
+    }
+    return named;
 }
 
 }  // namespace zelutil::host

@@ -3,10 +3,12 @@
 
 #include <zelutil/host/result.h>
 
+#include "host/action_entries.h"
 #include "host/action_families.h"
 
 #include <set>
 #include <string>
+#include <vector>
 
 namespace zelutil::host {
 
@@ -19,6 +21,10 @@ bool followsAnother(const ShippedActions& shipped, const ActionState& aim, const
 
 /// Returns why a load leaves the action as in `reached` and not as in the aim.
 NotRestored obstacleOf(const ShippedActions& shipped, const ActionState& aim, const ActionState& reached, int id);
+
+/// Returns what a load of the entries does not bring back of the aim.
+std::vector<NotRestored> notRestoredBy(const ShippedActions& shipped, const ActionState& aim,
+                                       const ActionEntries& entries);
 
 }  // namespace zelutil::host
 

@@ -12,6 +12,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The user's text of the actions that brings back what is in force.
@@ -37,6 +38,8 @@ struct ActionsBase {
     std::map<int, ActionValues> inForce;
     /// What the file is to bring about. It differs from `inForce` where another process saved something else.
     std::map<int, ActionValues> aim;
+    /// Who is to hold a shortcut then, by context and shortcut.
+    std::map<std::pair<std::string, std::string>, int> aimHolders;
     /// What the file held then: a user's text, [{"actions":[...]}], or an empty one.
     std::string fileText;
 };

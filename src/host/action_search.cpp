@@ -93,7 +93,7 @@ ActionSearch::ActionSearch(const ShippedActions& shipped, const ActionState& aim
     }
 }
 
-std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t atLeast, std::size_t& loads) const {
+std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t atMost, std::size_t& loads) const {
     std::optional<ActionEntries> best;
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
@@ -110,18 +110,18 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
         if (!seen.insert(std::move(key)).second) {
             return;
         }
-        const std::size_t restored = score(stateOf(catalogue));
-        if (restored > atLeast) {
-            atLeast = restored;
+        const std::size_t lost = score(stateOf(catalogue));
+        if (lost < atMost) {
+            atMost = lost;
             best = entries;
         }
-        const std::pair place(group_.size() - restored, entries.size());
+        const std::pair place(lost, entries.size());
         open.emplace(place, std::move(entries));
     };
     if (loads > 0) {
         visit({});
     }
-    while (!open.empty() && loads > steps_.size() && atLeast < group_.size()) {
+    while (!open.empty() && loads > steps_.size() && atMost > 0) {
         const ActionEntries entries = std::move(open.begin()->second);
         open.erase(open.begin());
         ActionEntries next;
@@ -132,7 +132,7 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
                          [&](const ActionEntry& step) { return changes(loading, step.id, *step.shortcut); });
         });
         for (ActionEntry& step : next) {
-            if (atLeast < group_.size()) {
+            if (atMost > 0) {
                 ActionEntries longer = entries;
                 longer.push_back(std::move(step));
                 visit(std::move(longer));

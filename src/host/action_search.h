@@ -11,7 +11,7 @@
 
 namespace zelutil::host {
 
-/// How good a state is: the number of actions that are as they should be.
+/// How bad a state is; 0 where all actions are as they should be.
 using Score = std::function<std::size_t(const ActionState& loaded)>;
 
 /// Goes through the states to which entries for one small group can lead, those first that lose least.
@@ -19,9 +19,9 @@ class ActionSearch {
 public:
     ActionSearch(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);
 
-    /// Returns the entries that lead to the best state, or nothing when none is better than `atLeast`. It ends after
+    /// Returns the entries that lead to the best state, or nothing when none is better than `atMost`. It ends after
     /// `loads` loads, which it subtracts.
-    std::optional<ActionEntries> best(const Score& score, std::size_t atLeast, std::size_t& loads) const;
+    std::optional<ActionEntries> best(const Score& score, std::size_t atMost, std::size_t& loads) const;
 
 private:
     ActionGroup group_;

@@ -40,6 +40,11 @@ ActionState stateOf(const actions::ActionCatalogue& catalogue) {
     return state;
 }
 
+const ActionValues& valuesOf(const ActionState& state, int id) {
+    const auto found = state.values.find(id);
+    return found == state.values.end() ? kNothing : found->second;
+}
+
 std::set<int> differentKeys(const ActionState& aim, const ActionState& other) {
     std::set<int> different;
     forEachPair(aim.values, other.values, [&](int id, const ActionValues* left, const ActionValues* right) {

@@ -23,6 +23,9 @@ struct ActionState {
 
 ActionState stateOf(const actions::ActionCatalogue& catalogue);
 
+/// Returns the values of the action, and empty ones for an id that the state lacks.
+const ActionValues& valuesOf(const ActionState& state, int id);
+
 /// Returns the actions of which a query returns something else in the second state. Menu flags do not count.
 std::set<int> differentKeys(const ActionState& aim, const ActionState& other);
 

@@ -115,6 +115,32 @@ TEST(ActionMerge, LeavesTheOtherWithoutAShortcutWhereItCannotGoBack) {
     EXPECT_EQ(third.shortcut(4), "F2");
 }
 
+TEST(ActionMerge, LetsTheOtherGoBackToWhatItHasHereWhereTheFileHadNothingElse) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":3,"shortcut":"F9"})");
+    here.save(file);
+    here.catalogue.updateShortcut(4, "F9");
+    const ActionsPlan plan = here.save(file);
+    // The file had F9 for 3 at the save before, and here it has always had F3.
+    EXPECT_EQ(file, userText(R"({"id":4,"shortcut":"F9"})"));
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 3);
+    EXPECT_EQ(plan.conflicts[0].ours, "F3");
+}
+
+TEST(ActionMerge, LetsTheOtherGoBackToWhatItIsShippedWithWhereNothingElseIsFree) {
+    ActionProcess here(kFour, userText(R"({"id":3,"shortcut":"F8"})"));
+    std::string file = userText(R"({"id":2,"shortcut":"F8"},{"id":3,"shortcut":"F9"})");
+    here.save(file);
+    here.catalogue.updateShortcut(4, "F9");
+    const ActionsPlan plan = here.save(file);
+    // The file had F9 for 3 at the save before; F8, which 3 has here, belongs to 2 now.
+    EXPECT_EQ(file, userText(R"({"id":2,"shortcut":"F8"},{"id":4,"shortcut":"F9"})"));
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 3);
+    EXPECT_EQ(plan.conflicts[0].ours, "F3");
+}
+
 TEST(ActionMerge, SettlesOneShortcutOfLinkedContexts) {
     ActionProcess here({shippedAction(7, "ucpedit", "F7"), shippedAction(9, "brisk3d", "F9")});
     std::string file = userText(R"({"id":9,"shortcut":"F1"})");
@@ -232,6 +258,57 @@ TEST(ActionMerge, LosesNothingWhereTwoProcessesChangeDifferentActionsInTurn) {
             ASSERT_EQ(next.shortcut(id), owner.shortcut(id)) << id << file;
             ASSERT_EQ(next.inMenu(id), owner.inMenu(id)) << id << file;
         }
+    }
+}
+
+std::set<int> namedIn(const ActionsPlan& plan) {
+    std::set<int> named;
+    for (const host::NotRestored& missing : plan.notRestored) {
+        named.insert(missing.action);
+    }
+    return named;
+}
+
+/// Two processes edit the same actions at random and save in turn, and each saves twice.
+void expectTheSameASecondTime(unsigned seed, const Kind& kind) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    ActionRandom random(seed);
+    const std::vector<Shipped> shipped = randomShipped(random, kind);
+    const std::string text = shippedText(shipped);
+    const actions::ObserverRegistry nobody;
+    actions::ActionCatalogue first(nobody);
+    actions::ActionCatalogue second(nobody);
+    actions::ActionCatalogue* const catalogues[] = {&first, &second};
+    host::ActionsBase bases[2];
+    for (actions::ActionCatalogue* const catalogue : catalogues) {
+        catalogue->load(text, "");
+    }
+    std::string file;
+    for (int turn = 0; turn < 6; ++turn) {
+        const int who = numberBelow(random, 2);
+        editAtRandom(random, *catalogues[who], shipped, kind, numberBelow(random, 4));
+        const ActionsPlan plan = host::planActions(*catalogues[who], bases[who], file, {}, 200);
+        const ActionsPlan again = host::planActions(*catalogues[who], plan.base, plan.text, {}, 200);
+        ASSERT_EQ(again.text, plan.text) << text;
+        ASSERT_EQ(namedIn(again), namedIn(plan)) << text << plan.text;
+        ASSERT_EQ(again.ofOthers, plan.ofOthers) << text << plan.text;
+        ASSERT_TRUE(again.conflicts.empty()) << text << plan.text;
+        file = plan.text;
+        bases[who] = plan.base;
+    }
+}
+
+TEST(ActionMerge, SavesTheSameASecondTime) {
+    Kind families;
+    families.contexts = 3;
+    families.withParent = 50;
+    families.editChildren = true;
+    Kind twice;
+    twice.shippedTwice = true;
+    twice.withSharedCommand = 20;
+    for (unsigned seed = 1; seed <= 100 && !testing::Test::HasFatalFailure(); ++seed) {
+        expectTheSameASecondTime(seed, families);
+        expectTheSameASecondTime(seed, twice);
     }
 }
 

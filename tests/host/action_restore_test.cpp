@@ -204,6 +204,37 @@ TEST(ActionRestore, BringsBackAParentThoughAChildCouldNotFollow) {
     EXPECT_EQ(here.holder("panel", "F5"), 2);
 }
 
+TEST(ActionRestore, SavesWhatTheUserChoseForAParentThoughAGrandchildCannotFollow) {
+    // 11 is in the context of 1, which has F2 there, so that 10 and 11 keep F1. After a load all show F2.
+    ActionProcess here(
+        {shippedAction(1, "panel", "F1"), shippedAction(10, "board", "", 1), shippedAction(11, "panel", "", 10)});
+    ASSERT_TRUE(here.catalogue.updateShortcut(1, "F2"));
+    const ActionsPlan plan = here.plan();
+    EXPECT_EQ(plan.text, userText(R"({"id":1,"shortcut":"F2"})"));
+    ASSERT_EQ(plan.notRestored.size(), 2U);
+    EXPECT_EQ(plan.notRestored[0].action, 10);
+    EXPECT_EQ(plan.notRestored[0].text,
+              "Action 10 takes over what action 1 has and starts with the shortcut \"F2\", outside the menu.");
+    EXPECT_EQ(plan.notRestored[1].action, 11);
+    EXPECT_EQ(plan.notRestored[1].otherAction, 10);
+    here.restart(plan.text);
+    EXPECT_EQ(here.shortcut(1), "F2");
+    EXPECT_EQ(here.holder("panel", "F2"), 1);
+}
+
+TEST(ActionRestore, LeavesTheMenuFlagOfAParentThatTheUserChangedToTheUser) {
+    ActionProcess here(
+        {shippedAction(1, "board", "F1"), shippedAction(2, "panel", "", 1), shippedAction(3, "sheet", "", 1)});
+    ASSERT_TRUE(here.catalogue.updateShortcut(1, "F9"));
+    here.catalogue.updateMenu(2, true);
+    here.catalogue.updateMenu(3, true);
+    const ActionsPlan plan = here.plan();
+    EXPECT_EQ(plan.text, userText(R"({"id":1,"shortcut":"F9"})"));
+    ASSERT_EQ(plan.notRestored.size(), 2U);
+    EXPECT_EQ(plan.notRestored[0].action, 2);
+    EXPECT_EQ(plan.notRestored[1].action, 3);
+}
+
 TEST(ActionRestore, KeepsEntriesForUnknownActionsAfterItsOwn) {
     ActionProcess here(kThree, userText(R"({"id":40,"shortcut":"F4","note":"later"},{"id":1,"shortcut":"F8"})"));
     const ActionsPlan plan = here.plan();
