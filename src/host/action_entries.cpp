@@ -25,7 +25,7 @@ void write(json::CompactWriter& writer, const ActionEntry& entry) {
 }
 
 void write(json::CompactWriter& writer, const ForeignEntry& entry) {
-    const json::Document document(entry.text);
+    const json::Document document(entry.text, json::Numbers::Exact);
     writer.copy(document.root());
 }
 
@@ -33,7 +33,7 @@ void write(json::CompactWriter& writer, const ForeignEntry& entry) {
 
 std::vector<ForeignEntry> foreignEntries(std::string_view userText, const std::set<int>& known) {
     std::vector<ForeignEntry> foreign;
-    const json::Document document(userText);
+    const json::Document document(userText, json::Numbers::Exact);
     const json::Elements roots = document.root().elements();
     if (roots.size() != 1) {
         return foreign;
@@ -41,7 +41,7 @@ std::vector<ForeignEntry> foreignEntries(std::string_view userText, const std::s
     for (const json::View element : (*roots.begin()).member(kActions).elements()) {
         const int id = element.member(kId).integer().value_or(0);
         if (id > 0 && known.count(id) == 0) {
-            if (std::optional<std::string> text = json::compactText(element)) {
+            if (std::optional<std::string> text = json::compactText(element, json::Numbers::Exact)) {
                 foreign.push_back({id, *std::move(text)});
             }
         }
@@ -50,7 +50,7 @@ std::vector<ForeignEntry> foreignEntries(std::string_view userText, const std::s
 }
 
 std::string userTextOf(const ActionEntries& entries, const std::vector<ForeignEntry>& foreign) {
-    json::CompactWriter writer;
+    json::CompactWriter writer(json::Numbers::Exact);
     writer.beginArray();
     writer.beginObject();
     writer.key(kActions);

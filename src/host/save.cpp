@@ -82,7 +82,8 @@ Status write(prefs::UserSettingsFile& file, const SavePlan& plan, prefs::UserSet
     if (!plan.isToBeWritten) {
         return Status::Unchanged;
     }
-    auto written = file.write(result.path, *plan.text, seen);
+    // What the text lacks is as good as not seen.
+    auto written = file.write(result.path, *plan.text, plan.losesContent ? prefs::UserSettingsFile::Seen::No : seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
 }

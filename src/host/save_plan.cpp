@@ -6,6 +6,7 @@
 
 #include "actions/observer_registry.h"
 #include "host/action_state.h"
+#include "host/unread_parts.h"
 #include "json/document.h"
 #include "json/writer.h"
 
@@ -81,6 +82,7 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
         plan.settings.actionsInFile ? std::string_view(*plan.settings.actionsInFile) : kNoEntries;
     plan.changesActions = plan.hasPlaceForActions && value != valueInFile;
     plan.text = fileText(plan.settings, value);
+    plan.losesContent = plan.settings.losesContent || losesPartsOfActions(valueInFile, value);
     const bool isInFile = fileNow && plan.text && sayTheSame(*fileNow, *plan.text);
     plan.isToBeWritten = plan.text && !isInFile && (plan.settings.fileKnown || !saysNothing(plan));
     return plan;

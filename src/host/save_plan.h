@@ -28,6 +28,8 @@ struct SavePlan {
     bool changesActions = false;
     /// The text of the file; nothing where there is nothing to write and where it could not be read back.
     std::optional<std::string> text;
+    /// Whether the text lacks something that the file holds, so that a copy of the file is kept first.
+    bool losesContent = false;
     /// False where the file says the same already, and where there is no file and nothing to say.
     bool isToBeWritten = false;
 };

@@ -35,7 +35,7 @@ std::string outcome(const SaveResult& result) {
 std::string textOf(const SaveResult& result, bool tookTurn) {
     std::string text = outcome(result);
     if (!result.keptCopy.empty()) {
-        text += "; what was there and could not be read is kept as " + result.keptCopy;
+        text += "; what was there and could not be taken over is kept as " + result.keptCopy;
     }
     if (result.status == Status::Saved && !tookTurn) {
         text += "; other processes could not be kept from saving at the same moment";

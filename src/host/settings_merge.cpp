@@ -105,14 +105,18 @@ SettingsMerge::Value SettingsMerge::merged(const SettingDefinition& definition, 
     if (!plan_.fileKnown || state.theirs == state.ours) {
         return state.ours;
     }
+    // An entry with the shipped value and no entry bring about the same.
+    const std::string_view shipped = definition.setting.defaultValue;
+    const std::string_view ours = state.ours.value_or(shipped);
+    const std::string_view theirs = state.theirs.value_or(shipped);
     if (!state.touched) {
-        plan_.settingsOfOthers.push_back(definition.fullName());
+        if (theirs != ours) {
+            plan_.settingsOfOthers.push_back(definition.fullName());
+        }
         return state.theirs;
     }
-    if (state.theirs != state.base) {
-        const std::string& shipped = definition.setting.defaultValue;
-        plan_.conflicts.push_back({definition.fullName(), 0, std::string(state.ours.value_or(shipped)),
-                                   std::string(state.theirs.value_or(shipped))});
+    if (theirs != ours && state.theirs != state.base) {
+        plan_.conflicts.push_back({definition.fullName(), 0, std::string(ours), std::string(theirs)});
     }
     return state.ours;
 }

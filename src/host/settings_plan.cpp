@@ -1,5 +1,6 @@
 #include "host/settings_plan.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "host/setting_definition.h"
@@ -17,7 +18,9 @@ using prefs::SavedSection;
 using prefs::SubManagerType;
 using prefs::VisitedSection;
 
-View parse(std::string_view text, UserFileContent& content) { return content.documents.emplace_back(text).root(); }
+View parse(std::string_view text, UserFileContent& content, json::Numbers numbers = json::Numbers::Exact) {
+    return content.documents.emplace_back(text, numbers).root();
+}
 
 /// Lays out the file: finds a section and a name for each value.
 class Layout {
@@ -32,12 +35,13 @@ public:
             values.insert(values.end(), elsewhere_.begin(), elsewhere_.end());
         }
         content_.kept = now_.takeKept();
+        content_.members = now_.takeMembers();
     }
 
 private:
     void laySection(const VisitedSection& visited) {
         const std::size_t place = content_.sections.size();
-        content_.sections.emplace_back();
+        content_.sections.emplace_back().members = now_.takeMembers(visited.attributePath);
         const auto section = catalogue_.sections().find(visited.attributePath);
         const SubManagerType type = catalogue_.subManagerOf(visited.attributePath);
         isRead_ = section != catalogue_.sections().end() && type == SubManagerType::None;
@@ -115,6 +119,49 @@ private:
     std::map<SubManagerType, View> held_;
 };
 
+std::optional<std::string> textOf(const UserFileContent& content) {
+    return prefs::userFileText(content.defaults, content.sections, content.kept, content.members, json::Numbers::Exact);
+}
+
+/// Leaves out all that means nothing to the defaults, so that it no longer keeps the file from being written.
+void dropKept(UserFileContent& content) {
+    content.kept.clear();
+    content.members.clear();
+    for (SavedSection& section : content.sections) {
+        section.members.clear();
+    }
+}
+
+void dropSubManagerValues(UserFileContent& content) {
+    for (std::size_t place = 0; place < content.sections.size(); ++place) {
+        const auto& ofActions = content.sectionsOfActions;
+        if (std::find(ofActions.begin(), ofActions.end(), place) == ofActions.end()) {
+            content.sections[place].subManagerValue = View();
+        }
+    }
+}
+
+/// Returns the text with as much as leaves it readable.
+std::optional<std::string> readableText(SettingsPlan& plan) {
+    auto text = textOf(plan.content);
+    for (const auto drop : {dropKept, dropSubManagerValues}) {
+        if (!text) {
+            drop(plan.content);
+            text = textOf(plan.content);
+            plan.losesContent = true;
+        }
+    }
+    return text;
+}
+
+bool lacksUnread(const UserFileContent& content, std::string_view text) {
+    if (content.unread.empty()) {
+        return false;
+    }
+    const json::Document document(text, json::Numbers::Exact);
+    return !content.unread.areAllIn(unreadPartsOf(text, document.root()));
+}
+
 }  // namespace
 
 SettingsPlan planSettings(const Catalogue& catalogue, const SettingsRequest& request,
@@ -122,17 +169,20 @@ SettingsPlan planSettings(const Catalogue& catalogue, const SettingsRequest& req
     SettingsPlan plan;
     const View rootNow = fileNow ? parse(*fileNow, plan.content) : View();
     plan.fileKnown = static_cast<bool>(rootNow);
-    plan.content.defaults = parse(catalogue.defaultsText(), plan.content);
+    // As the old door reads them, whose files have the same numbers.
+    plan.content.defaults = parse(catalogue.defaultsText(), plan.content, json::Numbers::Fast);
 
     const SettingsWishes wishes(catalogue, request);
     plan.unknownSettings = wishes.unknownNames();
-    UserFileReading now(catalogue, rootNow);
+    UserFileReading now(catalogue, plan.content.defaults, rootNow);
     if (const View actions = now.subManagerValue(SubManagerType::Actions)) {
-        plan.actionsInFile = json::compactText(actions);
+        plan.actionsInFile = json::compactText(actions, json::Numbers::Exact);
     }
     SettingsMerge merge(catalogue, wishes, now, plan);
     Layout(catalogue, now, merge, plan.content).lay();
     plan.hasSections = !plan.content.sections.empty();
+    plan.content.unread = unreadPartsOf(fileNow.value_or(std::string_view()), rootNow);
+    plan.losesContent = now.hasSecondValues();
     return plan;
 }
 
@@ -145,7 +195,9 @@ std::optional<std::string> fileText(SettingsPlan& plan, std::optional<std::strin
         View& value = plan.content.sections[place].subManagerValue;
         value = actions ? actions : value;
     }
-    return prefs::userFileText(plan.content.defaults, plan.content.sections, plan.content.kept);
+    auto text = readableText(plan);
+    plan.losesContent = plan.losesContent || (text && lacksUnread(plan.content, *text));
+    return text;
 }
 
 }  // namespace zelutil::host

@@ -53,6 +53,10 @@ struct SettingsPlan {
     /// What the file holds now for the actions, as compact text; nothing where it has nothing for them.
     std::optional<std::string> actionsInFile;
 
+    /// Whether the text that `fileText` has made lacks something that the file holds now, so that a copy of the file is
+    /// to be kept.
+    bool losesContent = false;
+
     /// For `fileText`.
     UserFileContent content;
 };
@@ -64,6 +68,8 @@ SettingsPlan planSettings(const prefs::Catalogue& catalogue, const SettingsReque
 /// Returns the text of the user's file, with `actionsValue` as what the sections of the actions hold: a JSON value,
 /// such as [{"actions":[...]}]. Without one, or with one that is no JSON, they keep what they have. Returns nothing
 /// where there is nothing to write, and where the text could not be read back: it would nest too deep or be too long.
+/// Before that, it leaves out what means nothing to the defaults, and then the values of sub-managers, which the plan
+/// tells as lost.
 std::optional<std::string> fileText(SettingsPlan& plan, std::optional<std::string_view> actionsValue);
 
 }  // namespace zelutil::host

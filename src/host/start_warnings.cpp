@@ -22,6 +22,15 @@ StartWarning aboutFile(const std::string& path) {
     return warning;
 }
 
+std::string textOfUnread(const EntryFinding& finding) {
+    if (finding.name.empty()) {
+        return "The file has no effect, because it holds no object.";
+    }
+    const std::string section = finding.section.empty() ? "" : " of the section " + finding.section;
+    return "Something under \"" + finding.name + "\"" + section +
+           " has no effect, because it is not in the form that is read.";
+}
+
 std::string textOf(const EntryFinding& finding) {
     const std::string entry = "The entry " + finding.name + " of the section " + finding.section;
     switch (finding.kind) {
@@ -29,6 +38,8 @@ std::string textOf(const EntryFinding& finding) {
             return "The section " + finding.section + " has no effect, because there is no such section.";
         case EntryFinding::Kind::UnknownName:
             return entry + " has no effect, because there is no such setting.";
+        case EntryFinding::Kind::NotOfTheForm:
+            return textOfUnread(finding);
         case EntryFinding::Kind::AnotherSection:
             return entry + " sets a setting of another section, which that name means.";
         case EntryFinding::Kind::NoText:

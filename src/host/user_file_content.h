@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "json/document.h"
+#include "host/unread_parts.h"
 #include "prefs/user_file_text.h"
 
 namespace zelutil::host {
@@ -23,6 +24,10 @@ struct UserFileContent {
     /// Which of them belong to the actions.
     std::vector<std::size_t> sectionsOfActions;
     std::vector<prefs::KeptSection> kept;
+    /// Members of the whole that the defaults lack.
+    std::vector<json::Member> members;
+    /// What the file holds now and the reader passes over.
+    UnreadParts unread;
 };
 
 }  // namespace zelutil::host

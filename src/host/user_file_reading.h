@@ -3,6 +3,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,7 @@ namespace zelutil::host {
 class UserFileReading {
 public:
     /// An absent root says nothing.
-    UserFileReading(const prefs::Catalogue& catalogue, json::View root);
+    UserFileReading(const prefs::Catalogue& catalogue, json::View defaults, json::View root);
 
     /// Returns the user's value of a setting; of several entries the last counts, as for the reader.
     std::optional<std::string_view> valueOf(const prefs::Setting& setting) const { return values_[setting.number]; }
@@ -30,10 +31,24 @@ public:
     /// Returns the entries of a section with settings whose values are texts and whose names no setting has.
     std::vector<prefs::SavedSection::Value> takeUnknownEntries(const std::string& attributePath);
 
+    /// Returns the members of a section of the defaults that these lack.
+    std::vector<json::Member> takeMembers(const std::string& attributePath);
+
+    /// Returns the members of the whole that the defaults lack.
+    std::vector<json::Member> takeMembers() { return std::move(members_); }
+
+    /// Returns whether several sections of one sub-manager hold different values, of which the first counts.
+    bool hasSecondValues() const { return hasSecondValues_; }
+
     /// Returns everything else that has no meaning: sections that are not there, and what is no text.
     std::vector<prefs::KeptSection> takeKept() { return std::move(kept_); }
 
 private:
+    void readDefaults(json::View defaults);
+    void readMembers(json::View defaults, json::View root);
+    std::vector<json::Member> unknownMembers(const prefs::VisitedSection& visited) const;
+    void readSubManagerValue(prefs::SubManagerType type, json::View overridden);
+    void readUnknownSection(const prefs::VisitedSection& visited, json::View overridden);
     void readSection(const prefs::VisitedSection& visited);
     void readEntries(const prefs::VisitedSection& visited, json::View overridden);
     void readEntry(const json::Member& entry, const std::string& attributePath, prefs::KeptSection& rest);
@@ -44,6 +59,11 @@ private:
     std::map<prefs::SubManagerType, json::View> subManagerValues_;
     std::map<std::string, std::vector<prefs::SavedSection::Value>> unknownEntries_;
     std::vector<prefs::KeptSection> kept_;
+    /// The members of the defaults' sections by attribute paths.
+    std::map<std::string, std::set<std::string_view>> defaultMembers_;
+    std::map<std::string, std::vector<json::Member>> sectionMembers_;
+    std::vector<json::Member> members_;
+    bool hasSecondValues_ = false;
 };
 
 }  // namespace zelutil::host

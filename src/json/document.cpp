@@ -3,8 +3,11 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <system_error>
 
 #include "text/ascii.h"
 
@@ -13,6 +16,7 @@ namespace {
 
 /// The iterative parser accepts and builds the same as the recursive one and needs no stack.
 constexpr unsigned kParseFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
+constexpr unsigned kExactParseFlags = kParseFlags | rapidjson::kParseNumbersAsStringsFlag;
 
 constexpr std::size_t kBlock = 16;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -70,6 +74,31 @@ void shortenVanishingExponents(char* begin, char* end) {
     }
 }
 
+template <typename Number>
+std::optional<Number> numberFrom(std::string_view digits) {
+    Number number = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return result.ec == std::errc() ? std::optional<Number>(number) : std::nullopt;
+}
+
+/// Returns false for a number that is too large.
+bool addExactNumber(std::string_view digits, rapidjson::Document& document) {
+    if (digits.find_first_of(".eE") == std::string_view::npos) {
+        if (const auto integer = numberFrom<std::int64_t>(digits)) {
+            return document.Int64(*integer);
+        }
+        if (const auto integer = numberFrom<std::uint64_t>(digits)) {
+            return document.Uint64(*integer);
+        }
+    }
+    // Out of range are also numbers next to zero.
+    const std::size_t exponent = digits.find_first_of("eE");
+    const bool isSmall = exponent == std::string_view::npos ? digits.find('.') != std::string_view::npos
+                                                            : digits.substr(exponent + 1, 1) == "-";
+    const auto number = numberFrom<double>(digits);
+    return (number || isSmall) && document.Double(number.value_or(0.0));
+}
+
 /// Passes the parser's events on to a document and refuses what the document must not hold.
 class BoundedBuilder {
 public:
@@ -86,8 +115,9 @@ public:
     bool Int64(std::int64_t i) { return document_.Int64(i); }
     bool Uint64(std::uint64_t i) { return document_.Uint64(i); }
     bool Double(double d) { return std::isfinite(d) && document_.Double(d); }
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy) {
-        return document_.RawNumber(text, length, copy);
+    /// Comes for every number where they are read exactly, which the parser itself does not always do.
+    bool RawNumber(const char* digits, rapidjson::SizeType length, bool) {
+        return addExactNumber(std::string_view(digits, length), document_);
     }
     bool String(const char* text, rapidjson::SizeType length, bool copy) {
         return document_.String(text, length, copy);
@@ -132,7 +162,7 @@ std::unique_ptr<char[]> paddedCopy(std::string_view text) {
 
 }  // namespace
 
-Document::Document(std::string_view text) {
+Document::Document(std::string_view text, Numbers numbers) {
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         text.remove_prefix(kByteOrderMark.size());
     }
@@ -146,11 +176,13 @@ Document::Document(std::string_view text) {
     }
     buffer_ = paddedCopy(text);
     shortenVanishingExponents(buffer_.get(), buffer_.get() + text.size());
-    auto parse = [this](rapidjson::Document& document) {
+    auto parse = [this, numbers](rapidjson::Document& document) {
         rapidjson::InsituStringStream stream(buffer_.get());
         BoundedBuilder builder(document);
         rapidjson::Reader reader;
-        valid_ = !reader.Parse<kParseFlags>(stream, builder).IsError();
+        const auto result = numbers == Numbers::Exact ? reader.Parse<kExactParseFlags>(stream, builder)
+                                                      : reader.Parse<kParseFlags>(stream, builder);
+        valid_ = !result.IsError();
         return valid_;
     };
     document_.Populate(parse);

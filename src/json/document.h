@@ -23,7 +23,7 @@ inline constexpr unsigned kMaximumDepth = 1024;
 /// is longer than `kMaximumTextSize` or holds a number that is not finite. A leading byte-order mark is skipped.
 class Document {
 public:
-    explicit Document(std::string_view text);
+    explicit Document(std::string_view text, Numbers numbers = Numbers::Fast);
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 

@@ -15,6 +15,12 @@
 
 namespace zelutil::json {
 
+/// How numbers that are no integers are read and written.
+enum class Numbers {
+    Fast,   ///< Up to a few units in the last place off.
+    Exact,  ///< So that reading and writing them again and again changes none.
+};
+
 class Elements;
 class Members;
 enum class Layout;
@@ -44,6 +50,8 @@ public:
     bool isObject() const { return value_ != nullptr && value_->IsObject(); }
     /// Whether this is the literal `true`.
     bool isTrue() const { return value_ != nullptr && value_->IsTrue(); }
+    /// Whether this is one of the literals `true` and `false`.
+    bool isTruth() const { return value_ != nullptr && value_->IsBool(); }
 
     /// The bytes of a string, zeros inside included, valid as long as the document.
     std::optional<std::string_view> text() const;

@@ -4,6 +4,9 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <charconv>
+#include <cmath>
+#include <functional>
 #include <type_traits>
 
 #include "json/document.h"
@@ -18,14 +21,33 @@ constexpr unsigned kIndent = 4;
 struct BufferAllocator : rapidjson::CrtAllocator {};
 using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, BufferAllocator>;
 
+constexpr std::size_t kMostDigits = 32;
+
+/// Returns the digits of a number where those that the packaged RapidJSON writes are another number's; empty otherwise.
+std::string exactDigits(double value) {
+    char digits[kMostDigits];
+    const char* const end = rapidjson::internal::dtoa(value, digits);
+    double readBack = 0;
+    std::from_chars(digits, end, readBack);
+    if (!std::isfinite(value) || std::equal_to<>()(readBack, value)) {
+        return {};
+    }
+    return {digits, std::to_chars(digits, digits + kMostDigits, value).ptr};
+}
+
 /// A writer that refuses what the parser would not take back.
 template <typename Base>
 class BoundedWriter : public Base {
 public:
-    using Base::Base;
+    BoundedWriter(Buffer& buffer, Numbers numbers) : Base(buffer), exact_(numbers == Numbers::Exact) {}
 
     // A value that is copied calls them by these names.
     // NOLINTBEGIN(readability-identifier-naming)
+    bool Double(double value) {
+        const std::string digits = exact_ ? exactDigits(value) : std::string();
+        return digits.empty() ? Base::Double(value)
+                              : Base::RawValue(digits.data(), digits.size(), rapidjson::kNumberType);
+    }
     bool StartObject() { return ++depth_ <= kMaximumDepth && Base::StartObject(); }
     bool EndObject(rapidjson::SizeType count = 0) {
         --depth_;
@@ -39,6 +61,7 @@ public:
     // NOLINTEND(readability-identifier-naming)
 
 private:
+    bool exact_;
     unsigned depth_ = 0;
 };
 
@@ -58,7 +81,7 @@ struct Writer<kLayout>::Target {
     using Base =
         std::conditional_t<kLayout == Layout::Pretty, rapidjson::PrettyWriter<Buffer>, rapidjson::Writer<Buffer>>;
 
-    Target() : writer(buffer) {
+    explicit Target(Numbers numbers) : writer(buffer, numbers) {
         if constexpr (kLayout == Layout::Pretty) {
             writer.SetIndent(' ', kIndent);
         }
@@ -69,7 +92,7 @@ struct Writer<kLayout>::Target {
 };
 
 template <Layout kLayout>
-Writer<kLayout>::Writer() : target_(std::make_unique<Target>()) {}
+Writer<kLayout>::Writer(Numbers numbers) : target_(std::make_unique<Target>(numbers)) {}
 
 template <Layout kLayout>
 Writer<kLayout>::~Writer() = default;
@@ -131,8 +154,8 @@ std::optional<std::string> Writer<kLayout>::take() {
 template class Writer<Layout::Compact>;
 template class Writer<Layout::Pretty>;
 
-std::optional<std::string> compactText(View value) {
-    CompactWriter writer;
+std::optional<std::string> compactText(View value, Numbers numbers) {
+    CompactWriter writer(numbers);
     writer.copy(value);
     return writer.take();
 }

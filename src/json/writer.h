@@ -23,7 +23,7 @@ enum class Layout {
 template <Layout kLayout>
 class Writer {
 public:
-    Writer();
+    explicit Writer(Numbers numbers = Numbers::Fast);
     ~Writer();
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
@@ -57,7 +57,7 @@ using CompactWriter = Writer<Layout::Compact>;
 using PrettyWriter = Writer<Layout::Pretty>;
 
 /// The text of a value without any white space; nothing where `Writer::take` returns nothing.
-std::optional<std::string> compactText(View value);
+std::optional<std::string> compactText(View value, Numbers numbers = Numbers::Fast);
 
 }  // namespace zelutil::json
 

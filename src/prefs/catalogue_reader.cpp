@@ -7,6 +7,7 @@
 #include "json/writer.h"
 #include "prefs/section_walk.h"
 #include "prefs/setting_name.h"
+#include "prefs/unread_content.h"
 
 namespace zelutil::prefs {
 namespace {
@@ -97,6 +98,28 @@ void readValues(View overridden, const std::string& attributePath, Catalogue& ca
     }
 }
 
+void readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath, Catalogue& catalogue) {
+    catalogue.addUserSubManagerText(type, textOf(overridden));
+    if (hasEntries(overridden) && catalogue.userSubManagerTexts().at(type) != textOf(overridden)) {
+        report(EntryFinding::Kind::NotOfTheForm, attributePath, kOverriddenSettings, catalogue);
+    }
+}
+
+/// What the defaults hold too came from them.
+void reportUnread(View root, Catalogue& catalogue) {
+    const auto unread = unreadContentOf(root);
+    if (unread.empty()) {
+        return;
+    }
+    const json::Document defaults(catalogue.defaultsText());
+    const auto ofDefaults = unreadContentOf(defaults.root());
+    for (const UnreadContent& content : unread) {
+        if (ofDefaults.count(content) == 0) {
+            report(EntryFinding::Kind::NotOfTheForm, content.section, content.name, catalogue);
+        }
+    }
+}
+
 void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
     const View overridden = visited.element.member(kOverriddenSettings);
     const auto section = catalogue.sections().find(visited.attributePath);
@@ -111,7 +134,7 @@ void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
     }
     const SubManagerType type{section->second->submanagerId};
     if (type != SubManagerType::None) {
-        catalogue.addUserSubManagerText(type, textOf(overridden));
+        readSubManagerText(type, overridden, visited.attributePath, catalogue);
         return;
     }
     readValues(overridden, visited.attributePath, catalogue);
@@ -134,6 +157,7 @@ void readDefaults(std::string text, Catalogue& catalogue) {
 bool readUserSettings(std::string_view text, Catalogue& catalogue) {
     const json::Document document(text);
     forEachSection(document.root(), [&](const VisitedSection& visited) { readUserSection(visited, catalogue); });
+    reportUnread(document.root(), catalogue);
     return document.valid();
 }
 

@@ -11,8 +11,9 @@ using json::View;
 /// Writes the text. Where several members have one name, the first is meant and the others are copied as they stand.
 class UserFileTextWriter {
 public:
-    UserFileTextWriter(const std::vector<SavedSection>& sections, const std::vector<KeptSection>& kept)
-        : next_(sections.begin()), kept_(kept) {}
+    UserFileTextWriter(const std::vector<SavedSection>& sections, const std::vector<KeptSection>& kept,
+                       const std::vector<json::Member>& members, json::Numbers numbers)
+        : next_(sections.begin()), kept_(kept), members_(members), writer_(numbers) {}
 
     std::optional<std::string> write(View defaults) {
         const View meta = defaults.member(kMeta);
@@ -25,6 +26,7 @@ public:
                 writer_.copy(value);
             }
         }
+        writeMembers(members_);
         writer_.endObject();
         return writer_.take();
     }
@@ -74,7 +76,15 @@ private:
             writer_.key(kOverriddenSettings);
             writeSaved(saved);
         }
+        writeMembers(saved.members);
         writer_.endObject();
+    }
+
+    void writeMembers(const std::vector<json::Member>& members) {
+        for (const auto& [key, value] : members) {
+            writer_.key(key);
+            writer_.copy(value);
+        }
     }
 
     void writeSaved(const SavedSection& saved) {
@@ -98,6 +108,7 @@ private:
         writer_.text(section.header);
         writer_.key(kAttribute);
         writer_.text(section.attributePath);
+        writeMembers(section.members);
         writer_.key(kOverriddenSettings);
         if (section.whole) {
             writer_.copy(section.whole);
@@ -125,14 +136,16 @@ private:
     /// A section comes before its children here too, so the walk's order is this one.
     std::vector<SavedSection>::const_iterator next_;
     const std::vector<KeptSection>& kept_;
+    const std::vector<json::Member>& members_;
     json::PrettyWriter writer_;
 };
 
 }  // namespace
 
 std::optional<std::string> userFileText(View defaults, const std::vector<SavedSection>& sections,
-                                        const std::vector<KeptSection>& kept) {
-    return UserFileTextWriter(sections, kept).write(defaults);
+                                        const std::vector<KeptSection>& kept, const std::vector<json::Member>& members,
+                                        json::Numbers numbers) {
+    return UserFileTextWriter(sections, kept, members, numbers).write(defaults);
 }
 
 }  // namespace zelutil::prefs

@@ -20,6 +20,8 @@ struct SavedSection {
     std::vector<Value> values;
     /// The value of a sub-manager's text, which then stands in the place of the values; or absent.
     json::View subManagerValue;
+    /// Members that the section of the defaults lacks.
+    std::vector<json::Member> members;
 };
 
 /// Holds entries that mean nothing to the defaults and are to stay in the user's file nevertheless.
@@ -32,6 +34,8 @@ struct KeptSection {
 
     std::string_view header;
     std::string attributePath;
+    /// All members but those of which this structure tells otherwise.
+    std::vector<json::Member> members;
     std::vector<Entry> entries;
     /// The whole "overriddensettings", which then stands in the place of the entries; or absent.
     json::View whole;
@@ -39,9 +43,11 @@ struct KeptSection {
 
 /// Returns the text of the user's file: the defaults, with each section made the user's. `sections` holds one entry for
 /// each section, in the order of a walk over them. The kept sections follow the others, at the top: there the attribute
-/// is the whole path. Returns nothing when the text could not be read back.
+/// is the whole path. `members` end the text. Returns nothing when the text could not be read back.
 std::optional<std::string> userFileText(json::View defaults, const std::vector<SavedSection>& sections,
-                                        const std::vector<KeptSection>& kept = {});
+                                        const std::vector<KeptSection>& kept = {},
+                                        const std::vector<json::Member>& members = {},
+                                        json::Numbers numbers = json::Numbers::Fast);
 
 }  // namespace zelutil::prefs
 

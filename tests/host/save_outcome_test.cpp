@@ -131,7 +131,7 @@ TEST_F(SaveOutcome, AFileThatWentAwayIsWrittenAgain) {
 TEST_F(SaveOutcome, ASettingSetToItsDefaultIsTheUsers) {
     expectSaved(host::save({{"part0::value0", "mine"}}));
     expectSaved(host::save({{"part0::value0", defaultOfWorld(0)}}));
-    EXPECT_THAT(fileText(), HasSubstr("\"value0\": \"default 0\""));
+    EXPECT_THAT(fileText(), HasSubstr("\"part0::value0\": \"default 0\""));
     expectSaved(host::reset({"Part0::Value0"}));
     EXPECT_EQ(fileText().find("default 0"), std::string::npos);
 }
@@ -264,7 +264,7 @@ TEST_F(SaveOutcome, AFileThatIsNoJsonIsKeptAndToldOf) {
     EXPECT_EQ(result.status, Status::Saved);
     EXPECT_EQ(result.keptCopy, result.path + ".bad");
     EXPECT_EQ(result.text,
-              "Saved in " + result.path + "; what was there and could not be read is kept as " + result.path + ".bad.");
+              "Saved in " + result.path + "; what was there and could not be taken over is kept as " + result.path + ".bad.");
     EXPECT_EQ(readTextFile(fileOfText(result.keptCopy)), "{ half");
     EXPECT_EQ(host::save({{"part0::value0", "next"}}).keptCopy, "");
     // One that was spoilt later is kept too, and what is in force is written whole.

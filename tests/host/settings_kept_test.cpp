@@ -62,7 +62,7 @@ TEST(SettingsKept, EntriesOfASectionThatIsDefinedTwiceStayOnce) {
     FileText file = fileWith({given("a", R"({"old":"1"})"), given("a", R"({"older":"2"})")});
     SettingsProcess process(fileWith({defined("a", {"x"}), defined("a", {"y"})}), file);
     process.save(file, {{"y", "3"}});
-    EXPECT_EQ(entriesOf(file.value()), "a: [{\"old\":\"1\"},{\"older\":\"2\"}]\na: [{\"y\":\"3\"}]\n");
+    EXPECT_EQ(entriesOf(file.value()), "a: [{\"old\":\"1\"},{\"older\":\"2\"}]\na: [{\"a::y\":\"3\"}]\n");
 }
 
 TEST(SettingsKept, TheHeadingOfAKeptSectionStays) {

@@ -56,7 +56,7 @@ const Row kRows[] = {
     {"2", "", kNone, kNone, "2", "", true, false},
     {"2", "2", "4", "4", "2", "", true, false},
     // The value is the same, but only there it is the user's.
-    {kNone, "", "1", "1", "1", "", true, false},
+    {kNone, "", "1", "1", "1", "", false, false},
     // Both changed it.
     {kNone, "3", "4", "3", "3", "3/4", false, true},
     {"2", "3", "4", "3", "3", "3/4", false, true},
