@@ -10,7 +10,7 @@ from collections import namedtuple
 from ctypes import POINTER, Structure, c_bool, c_char_p, c_double, c_int, c_void_p
 
 (OK, BAD_ARGUMENT, UNKNOWN, WRONG_TYPE, REFUSED, TOO_LATE, NO_INSTALLATION, NO_MEMORY, FAILED) = range(9)
-(NO_DEFAULTS, NO_PATH, NOT_KEPT, NOT_WRITTEN, TORN, TOO_DEEP) = range(20, 26)
+(NO_DEFAULTS, NO_PATH, NOT_KEPT, NOT_WRITTEN, TORN, TOO_DEEP, STARTING) = range(20, 27)
 PATHS_WITH_BLANKS = 1
 
 

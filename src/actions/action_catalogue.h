@@ -93,6 +93,9 @@ public:
     /// of a child.
     const Texts& texts() const { return texts_; }
 
+    /// Returns whether a load is in progress, from inside which an observer asks.
+    bool isLoading() const { return loading_ != 0; }
+
     /// Counts the loads.
     std::uint64_t loads() const { return loads_; }
 
@@ -129,6 +132,7 @@ private:
     struct Tables;
     class Followers;
     class Refusals;
+    class Loading;
 
     /// The action of a family in whose way somebody is, and who that is.
     struct Conflict {
@@ -156,6 +160,7 @@ private:
     std::unique_ptr<Tables> tables_;
     Texts texts_;
     std::uint64_t loads_ = 0;
+    int loading_ = 0;
     bool modified_ = false;
     /// Changes with every load and with every edit that changes a shortcut.
     std::uint64_t edits_ = 0;

@@ -37,6 +37,18 @@ private:
     std::uint64_t edits_ = 0;
 };
 
+/// A load in progress, for its lifetime. They nest where observers load.
+class ActionCatalogue::Loading {
+public:
+    explicit Loading(ActionCatalogue& catalogue) : catalogue_(catalogue) { ++catalogue_.loading_; }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+    ~Loading() { --catalogue_.loading_; }
+
+private:
+    ActionCatalogue& catalogue_;
+};
+
 std::unique_ptr<ActionCatalogue::Tables> ActionCatalogue::tablesOf(std::string_view defaultsText) {
     DefinitionReader reader(defaultsText);
     return std::make_unique<Tables>(reader);
@@ -56,12 +68,14 @@ void ActionCatalogue::load(std::string_view defaultsText, std::string_view userT
     std::unique_ptr<Tables> tables = tablesOf(defaultsText);
     UserEntryReader entries(userText);
     replace(std::move(tables), {std::string(defaultsText), std::string(userText)});
+    const Loading loading(*this);
     applyUserEntries(entries);
     updateFromParents();
 }
 
 void ActionCatalogue::loadAndEdit(std::string_view defaultsText, const std::function<void(ActionCatalogue&)>& edit) {
     replace(tablesOf(defaultsText), {std::string(defaultsText), std::string()});
+    const Loading loading(*this);
     edit(*this);
     updateFromParents();
 }

@@ -25,32 +25,71 @@ ActionState loadedState(const ActionCatalogue& current, std::string_view userTex
     return stateOf(catalogue);
 }
 
-ActionsBase baseOfLoad(const ActionCatalogue& current) {
+const std::string& fileTextOf(const ActionsBase& base, const ActionCatalogue& current) {
+    return base.fileText ? *base.fileText : current.texts().user;
+}
+
+/// Returns a base that holds for the last load.
+ActionsBase wholeBase(const ActionCatalogue& current, const ActionsBase& before) {
+    if (before.fileText && before.load == current.loads()) {
+        return before;
+    }
     ActionsBase base;
     base.load = current.loads();
-    base.fileText = current.texts().user;
-    ActionState loaded = loadedState(current, base.fileText);
+    base.fileText = fileTextOf(before, current);
+    ActionState loaded = loadedState(current, *base.fileText);
     base.inForce = loaded.values;
     base.aim = std::move(loaded.values);
     base.aimHolders = std::move(loaded.holders);
     return base;
 }
 
+/// Has the base share one property of an action with the file, in which this process changed it.
+template <typename T>
+void share(T ActionValues::*property, const ActionValues& written, const ActionValues& before, ActionValues& inForce,
+           ActionValues& aim) {
+    if (written.*property != before.*property && inForce.*property == aim.*property) {
+        inForce.*property = written.*property;
+        aim.*property = written.*property;
+    }
+}
+
+/// Returns who is to hold a shortcut: by the text where the action has what the text gives it, else as before.
+std::map<ActionState::Place, int> heldIn(const ActionState& written, const ActionsBase& base) {
+    const auto isAsWritten = [&](int id) {
+        const auto aim = base.aim.find(id);
+        const auto found = written.values.find(id);
+        return aim != base.aim.end() && found != written.values.end() && aim->second.shortcut == found->second.shortcut;
+    };
+    std::map<ActionState::Place, int> holders;
+    for (const auto& [place, id] : written.holders) {
+        if (isAsWritten(id)) {
+            holders.emplace(place, id);
+        }
+    }
+    for (const auto& [place, id] : base.aimHolders) {
+        if (!isAsWritten(id)) {
+            holders.emplace(place, id);
+        }
+    }
+    return holders;
+}
+
 /// Returns the aim where the file is known.
 MergedActions mergeWith(std::string_view fileText, const ActionCatalogue& current, const ShippedActions& shipped,
                         const ActionsBase& before, const std::set<int>& touched) {
-    const ActionsBase base = before.load == current.loads() ? before : baseOfLoad(current);
+    const ActionsBase base = wholeBase(current, before);
     const ActionState here = stateOf(current);
     const ActionState file = loadedState(current, fileText);
-    const ActionState fileBefore = loadedState(current, base.fileText);
+    const ActionState fileBefore = loadedState(current, *base.fileText);
     return mergeActions(shipped, {here, base.inForce, {base.aim, base.aimHolders}, file, fileBefore, touched});
 }
 
 /// Whether the file still has the text that was planned for this aim.
 bool isWritten(std::optional<std::string_view> fileText, const ActionState& aim, const ActionCatalogue& current,
                const ActionsBase& before) {
-    return before.load == current.loads() && fileText == before.fileText && aim.values == before.aim &&
-           aim.holders == before.aimHolders;
+    return before.isPlanned && before.load == current.loads() && fileText && fileText == before.fileText &&
+           aim.values == before.aim && aim.holders == before.aimHolders;
 }
 
 std::set<int> idsOf(const ShippedActions& shipped) {
@@ -92,6 +131,37 @@ void setText(ActionsPlan& plan, const ActionEntries& entries, const std::vector<
 
 }  // namespace
 
+ActionsBase baseOfFile(std::string fileText) {
+    ActionsBase base;
+    base.fileText = std::move(fileText);
+    return base;
+}
+
+ActionsBase baseAfterHostsText(const ActionCatalogue& current, const ActionsBase& before, std::string text) {
+    ActionsBase base = wholeBase(current, before);
+    const ActionValuesById fileBefore = loadedState(current, *base.fileText).values;
+    const ActionState state = loadedState(current, text);
+    for (const auto& [id, written] : state.values) {
+        const auto known = fileBefore.find(id);
+        const ActionValues inFileBefore = known == fileBefore.end() ? ActionValues() : known->second;
+        share(&ActionValues::shortcut, written, inFileBefore, base.inForce[id], base.aim[id]);
+        share(&ActionValues::inMenu, written, inFileBefore, base.inForce[id], base.aim[id]);
+    }
+    base.aimHolders = heldIn(state, base);
+    base.isPlanned = false;
+    base.fileText = std::move(text);
+    return base;
+}
+
+bool bringAboutTheSame(const ActionCatalogue& current, std::string_view one, std::string_view other) {
+    if (one == other) {
+        return true;
+    }
+    const ActionState first = loadedState(current, one);
+    const ActionState second = loadedState(current, other);
+    return first.values == second.values && first.holders == second.holders;
+}
+
 ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& before,
                         std::optional<std::string_view> fileText, const std::set<int>& touched,
                         std::size_t searchLoads) {
@@ -102,13 +172,14 @@ ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& befor
     AimPlan aimed = isWritten(fileText, merged.aim, current, before)
                         ? AimPlan{inFile, notRestoredBy(shipped, merged.aim, inFile)}
                         : planAim(shipped, merged.aim, merged.known, inFile, searchLoads);
-    const std::string& fileBefore = before.load == current.loads() ? before.fileText : current.texts().user;
+    const std::string& fileBefore = fileTextOf(before, current);
     ActionsPlan plan;
     setText(plan, aimed.entries, foreignEntries(fileText.value_or(fileBefore), idsOf(shipped)));
     plan.notRestored = std::move(aimed.notRestored);
     plan.conflicts = std::move(merged.conflicts);
     plan.ofOthers = std::move(merged.ofOthers);
     plan.base.load = current.loads();
+    plan.base.isPlanned = true;
     plan.base.inForce = stateOf(current).values;
     plan.base.aim = std::move(merged.aim.values);
     plan.base.aimHolders = std::move(merged.aim.holders);

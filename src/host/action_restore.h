@@ -29,10 +29,11 @@ struct ActionValues {
 
 /// What this process and the user's file last had in common.
 ///
-/// A fresh one, and one of an earlier load, stands for the last load of the catalogue: what its two texts bring about,
-/// and the user's text of it.
+/// A fresh one stands for the last load of the catalogue: what its two texts bring about, and the user's text of it. Of
+/// one of an earlier load only the file's text holds: what is in force by the load and is not in the file was changed
+/// here.
 struct ActionsBase {
-    /// The load of the catalogue for which the rest holds; 0 for none.
+    /// The load of the catalogue for which `inForce` and `aim` hold; 0 for none.
     std::uint64_t load = 0;
     /// What was in force here then, by id.
     std::map<int, ActionValues> inForce;
@@ -40,9 +41,22 @@ struct ActionsBase {
     std::map<int, ActionValues> aim;
     /// Who is to hold a shortcut then, by context and shortcut.
     std::map<std::pair<std::string, std::string>, int> aimHolders;
-    /// What the file held then: a user's text, [{"actions":[...]}], or an empty one.
-    std::string fileText;
+    /// What the file held then: a user's text, [{"actions":[...]}], or an empty one. Nothing in a fresh one.
+    std::optional<std::string> fileText;
+    /// Whether that is the text that was planned for the aim.
+    bool isPlanned = false;
 };
+
+/// Returns the base of a process that knows no more of its file than its text for the actions.
+ActionsBase baseOfFile(std::string fileText);
+
+/// Returns the base after a host has had the file written with another text for the actions. What it changed there is
+/// what this process and the file have in common; an action for which the file had what another process saved is still
+/// to get that.
+ActionsBase baseAfterHostsText(const actions::ActionCatalogue& current, const ActionsBase& before, std::string text);
+
+/// Returns whether two user's texts bring about the same when they are loaded after the shipped text of the catalogue.
+bool bringAboutTheSame(const actions::ActionCatalogue& current, std::string_view one, std::string_view other);
 
 /// What a save of the actions writes, and what is to be said about it.
 struct ActionsPlan {

@@ -109,13 +109,16 @@ private:
 
 }  // namespace
 
-std::vector<StartWarning> actionWarnings(const ActionCatalogue& catalogue) {
+std::vector<StartWarning> actionWarnings(std::string_view defaultsText, std::string_view userText) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue again(nobody);
     std::vector<StartWarning> warnings;
-    again.loadAndEdit(catalogue.texts().defaults,
-                      [&](ActionCatalogue& loading) { warnings = Retelling(loading).run(catalogue.texts().user); });
+    again.loadAndEdit(defaultsText, [&](ActionCatalogue& loading) { warnings = Retelling(loading).run(userText); });
     return warnings;
+}
+
+std::vector<StartWarning> actionWarnings(const ActionCatalogue& catalogue) {
+    return actionWarnings(catalogue.texts().defaults, catalogue.texts().user);
 }
 
 }  // namespace zelutil::host

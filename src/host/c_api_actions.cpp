@@ -11,6 +11,7 @@
 
 #include "host/c_api_guard.h"
 #include "host/c_api_records.h"
+#include "host/current_preferences.h"
 
 namespace c = zelutil::host::c;
 namespace host = zelutil::host;
@@ -21,7 +22,9 @@ using ActionList = c::HandedOut<zelutil_action_list, c::Actions>;
 
 /// The actions, which the first use of the preferences fills.
 UCPActionManager& filledManager() {
-    UserPreferenceManager::GetInstance();
+    if (!host::arePreferencesBeingMade()) {
+        UserPreferenceManager::GetInstance();
+    }
     return UCPActionManager::instance();
 }
 

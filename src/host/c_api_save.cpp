@@ -39,6 +39,8 @@ zelutil_status codeOf(Status status) {
             return ZELUTIL_TORN;
         case Status::TooDeep:
             return ZELUTIL_TOO_DEEP;
+        case Status::Starting:
+            return ZELUTIL_STARTING;
     }
     return ZELUTIL_FAILED;
 }
@@ -178,7 +180,9 @@ void zelutil_save_result_free(const zelutil_save_result* result) { ResultHandedO
 
 zelutil_status zelutil_get_restorable_actions_text(const zelutil_restorable_text** text) {
     return c::guardedInto(text, [] {
-        UserPreferenceManager::GetInstance();
+        if (!host::arePreferencesBeingMade()) {
+            UserPreferenceManager::GetInstance();
+        }
         return new RestorableTextHandedOut(host::restorableActionsText(UCPActionManager::instance()));
     });
 }

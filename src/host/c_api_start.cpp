@@ -36,6 +36,7 @@ constexpr StatusText kStatusTexts[] = {
     {ZELUTIL_NOT_WRITTEN, "The user's file could not be written and is as it was before."},
     {ZELUTIL_TORN, "The writing of the user's file failed in the middle."},
     {ZELUTIL_TOO_DEEP, "A save inside its own notification went too deep and was stopped."},
+    {ZELUTIL_STARTING, "The preferences are just being read, so nothing is saved yet."},
 };
 
 template <typename Action>

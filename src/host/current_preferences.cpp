@@ -5,11 +5,16 @@
 namespace zelutil::host {
 
 prefs::Preferences* currentPreferences() {
+    if (arePreferencesBeingMade()) {
+        return nullptr;
+    }
     try {
         return &prefs::ManagerAccess::preferencesOf(UserPreferenceManager::GetInstance());
     } catch (bool) {
         return nullptr;
     }
 }
+
+bool arePreferencesBeingMade() { return prefs::ManagerAccess::isBeingMadeHere(); }
 
 }  // namespace zelutil::host

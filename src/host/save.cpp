@@ -59,7 +59,7 @@ struct FileNow {
 /// Reads the file. One that cannot be read is not given up at once: what another process saved there would be lost.
 FileNow read(const std::string& path) {
     // The file that the saves of a regression test go to is nobody else's, and the one that was read is another.
-    if (prefs::isWrittenUserFileRedirected() && !saveState().hasWritten) {
+    if (prefs::isWrittenUserFileRedirected() && saveState().path != path) {
         return {};
     }
     for (int attempt = 0; attempt < kReadingAttempts; ++attempt) {
@@ -71,69 +71,148 @@ FileNow read(const std::string& path) {
     return {std::nullopt, prefs::UserSettingsFile::Seen::No};
 }
 
-Status write(prefs::UserSettingsFile& file, const SavePlan& plan, prefs::UserSettingsFile::Seen seen,
-             SaveResult& result) {
-    if (!plan.settings.hasSections) {
+/// What the file of the start had for the actions. What a host has loaded itself since is not in the file.
+std::string actionsTextAtStart(const prefs::Catalogue& catalogue) {
+    const auto text = catalogue.userSubManagerTexts().find(prefs::SubManagerType::Actions);
+    return text == catalogue.userSubManagerTexts().end() ? std::string() : text->second;
+}
+
+/// Brings the state up to the last time that this process read or wrote the file.
+void bringUpToDate(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file) {
+    SaveState& state = saveState();
+    if (!state.path) {
+        state.actions = baseOfFile(actionsTextAtStart(catalogue));
+        state.path = file.pathAtStart();
+    }
+    if (auto written = catalogue.handedOver().takeActions()) {
+        state.actions = baseAfterHostsText(currentActions(), state.actions, std::move(written->text));
+        state.path = std::move(written->path);
+    }
+}
+
+/// Nothing is known of a file that this process has neither read nor written, as after the home has changed. One of the
+/// same contents is the known one, under another name.
+void forgetOtherFile(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file, const std::string& path,
+                     const FileNow& now) {
+    SaveState& state = saveState();
+    if (state.path != path && !(now.text && file.knows(*now.text))) {
+        catalogue.restartJournalForUnknownFile();
+        state.actions = baseOfFile({});
+    }
+}
+
+struct Planned {
+    FileNow now;
+    SavePlan plan;
+};
+
+Planned readAndPlan(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file, const SettingsRequest& request,
+                    const std::string& path) {
+    bringUpToDate(catalogue, file);
+    Planned planned;
+    planned.now = read(path);
+    forgetOtherFile(catalogue, file, path, planned.now);
+    planned.plan = planSave(catalogue, currentActions(), saveState(), request, planned.now.text);
+    return planned;
+}
+
+bool isLeftUnread(const Planned& planned) {
+    return !planned.plan.isToBeWritten && planned.now.seen == prefs::UserSettingsFile::Seen::No;
+}
+
+Status write(prefs::UserSettingsFile& file, const Planned& planned, SaveResult& result) {
+    if (!planned.plan.settings.hasSections) {
         return Status::NoDefaults;
     }
-    if (!plan.text) {
+    // What was reset here may still be in a file that cannot be read.
+    if (!planned.plan.text || isLeftUnread(planned)) {
         return Status::NotWritten;
     }
-    if (!plan.isToBeWritten) {
+    if (!planned.plan.isToBeWritten) {
         return Status::Unchanged;
     }
     // What the text lacks is as good as not seen.
-    auto written = file.write(result.path, *plan.text, plan.losesContent ? prefs::UserSettingsFile::Seen::No : seen);
+    const auto seen = planned.plan.losesContent ? prefs::UserSettingsFile::Seen::No : planned.now.seen;
+    auto written = file.write(result.path, *planned.plan.text, seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
 }
 
 /// What is in force and what is in the file are compared with this state the next time.
-void remember(prefs::Catalogue& catalogue, SavePlan& plan, bool isWritten) noexcept {
+void remember(prefs::Catalogue& catalogue, SavePlan& plan, std::optional<std::string> path) noexcept {
     SaveState& state = saveState();
     catalogue.restartJournal(std::move(plan.settings.journal));
-    state.actions = std::move(plan.actions.base);
-    state.resetActions.clear();
-    state.hasWritten = state.hasWritten || isWritten;
+    catalogue.handedOver().settle();
+    if (plan.savesActions) {
+        state.actions = std::move(plan.actions.base);
+        state.resetActions.clear();
+    }
+    if (path) {
+        state.path = std::move(path);
+    }
 }
 
 /// Whatever was done is not undone for want of memory for a text.
-void describe(const SavePlan& plan, bool tookTurn, SaveResult& result) noexcept {
+void describe(const Planned& planned, bool tookTurn, SaveResult& result) noexcept {
     try {
-        result.text = plan.settings.hasSections && !plan.text ? textOfUnreadable(result) : textOf(result, tookTurn);
+        if (planned.plan.settings.hasSections && !planned.plan.text) {
+            result.text = textOfUnreadable(result);
+        } else {
+            result.text = isLeftUnread(planned) && result.status == Status::NotWritten ? textOfUnread(result)
+                                                                                       : textOf(result, tookTurn);
+        }
     } catch (const std::bad_alloc&) {
         result.text.clear();
     }
 }
 
+/// Returns what the observers of sub-managers are to be told. Of one change that cannot be written they are told once.
+prefs::SubManagerTexts changedTexts(const SavePlan& plan) {
+    prefs::SubManagerTexts changed;
+    if (plan.changesActions && saveState().toldActions != plan.actions.text) {
+        changed.emplace(prefs::SubManagerType::Actions, plan.actions.text);
+    }
+    return changed;
+}
+
 /// Reads, plans and writes in one turn. Returns what the observers of sub-managers are to be told.
 prefs::SubManagerTexts saveInTurn(prefs::Catalogue& catalogue, prefs::UserSettingsFile& file,
                                   const SettingsRequest& request, SaveResult& result) {
-    prefs::UserSettingsFile::makeDirectoryOf(result.path);
-    const platform::FileTurn turn(result.path.c_str());
-    const FileNow now = read(result.path);
-    // A save by the old calls that was handed no text of the actions has put back what the file held at the start. That
-    // is no other process's doing.
-    if (auto written = file.takeNotedActions()) {
-        saveState().actions.fileText = *std::move(written);
+    // Without a directory there is nobody to wait for, and where nothing is to be saved it is not made.
+    const bool hasDirectory = prefs::UserSettingsFile::hasDirectoryOf(result.path);
+    std::optional<platform::FileTurn> turn;
+    Planned planned;
+    if (!hasDirectory) {
+        planned = readAndPlan(catalogue, file, request, result.path);
     }
-    SavePlan plan = planSave(catalogue, currentActions(), saveState(), request, now.text);
-    prefs::SubManagerTexts changedTexts;
-    if (plan.changesActions) {
-        changedTexts.emplace(prefs::SubManagerType::Actions, plan.actions.text);
+    if (hasDirectory || planned.plan.isToBeWritten) {
+        prefs::UserSettingsFile::makeDirectoryOf(result.path);
+        turn.emplace(result.path.c_str());
+        planned = readAndPlan(catalogue, file, request, result.path);
     }
+    SavePlan& plan = planned.plan;
+    prefs::SubManagerTexts changed = changedTexts(plan);
+    std::optional<std::string> told = plan.changesActions ? std::optional(plan.actions.text) : std::nullopt;
+    const bool isTheFileFromNowOn = plan.isToBeWritten || !prefs::isWrittenUserFileRedirected();
+    std::optional<std::string> path = isTheFileFromNowOn ? std::optional(result.path) : std::nullopt;
     report(plan, result);
     catalogue.putInForce(std::move(plan.settings.newValues), plan.settings.takenBack);
-    result.status = write(file, plan, now.seen, result);
-    describe(plan, turn.isTaken(), result);
+    result.status = write(file, planned, result);
+    describe(planned, !turn || turn->isTaken(), result);
     if (result.ok()) {
-        remember(catalogue, plan, result.status == Status::Saved);
+        remember(catalogue, plan, std::move(path));
     }
-    return changedTexts;
+    saveState().toldActions = result.ok() ? std::nullopt : std::move(told);
+    return changed;
 }
 
 void saveNow(const SettingsRequest& request, SaveResult& result) {
     prefs::Preferences* const preferences = currentPreferences();
+    if (arePreferencesBeingMade()) {
+        result.status = Status::Starting;
+        result.text = textOf(result, true);
+        return;
+    }
     if (preferences == nullptr) {
         result.status = Status::NoDefaults;
         result.text = "Nothing was saved, because the preferences are gone at the end of the process.";

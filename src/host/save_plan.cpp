@@ -1,6 +1,5 @@
 #include "host/save_plan.h"
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -9,6 +8,7 @@
 #include "host/unread_parts.h"
 #include "json/document.h"
 #include "json/writer.h"
+#include "prefs/section_walk.h"
 
 namespace zelutil::host {
 namespace {
@@ -33,11 +33,29 @@ const std::set<int>& resetActionsIn(const SaveState& state, const actions::Actio
     return state.resetLoad == actions.loads() ? state.resetActions : none;
 }
 
-bool saysNothing(const SavePlan& plan) {
-    const auto& sections = plan.settings.content.sections;
-    const bool hasValues =
-        std::any_of(sections.begin(), sections.end(), [](const auto& section) { return !section.values.empty(); });
-    return !hasValues && plan.settings.content.kept.empty() && !plan.actions.anyEntry;
+bool saysNothing(const SavePlan& plan, std::string_view actionsValue) {
+    const UserFileContent& content = plan.settings.content;
+    // They have a value in any case.
+    const std::set<std::size_t> ofActions(content.sectionsOfActions.begin(), content.sectionsOfActions.end());
+    for (std::size_t place = 0; place < content.sections.size(); ++place) {
+        const prefs::SavedSection& section = content.sections[place];
+        if (!section.values.empty() || (ofActions.count(place) == 0 && prefs::hasEntries(section.subManagerValue))) {
+            return false;
+        }
+    }
+    return content.kept.empty() && (ofActions.empty() || actionsValue == kNoEntries);
+}
+
+std::string_view viewOf(const std::optional<std::string>& text) { return text ? std::string_view(*text) : ""; }
+
+/// Returns what the sections of the actions are to hold. One that is there and says nothing stays as it is.
+std::string_view valueOfActions(const SavePlan& plan, const SaveState& state) {
+    const std::optional<std::string>& inFile = plan.settings.actionsInFile;
+    if (!plan.savesActions) {
+        const std::string_view known = viewOf(plan.settings.fileKnown ? inFile : state.actions.fileText);
+        return known.empty() ? kNoEntries : known;
+    }
+    return plan.actions.anyEntry || inFile == plan.actions.text ? std::string_view(plan.actions.text) : kNoEntries;
 }
 
 template <typename T>
@@ -72,19 +90,23 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
                   const SettingsRequest& request, std::optional<std::string_view> fileNow) {
     SavePlan plan;
     plan.settings = planSettings(settings, request, fileNow);
-    plan.actions = planActions(actions, state.actions, actionsIn(plan.settings), resetActionsIn(state, actions));
+    plan.savesActions = !actions.isLoading();
+    if (plan.savesActions) {
+        plan.actions = planActions(actions, state.actions, actionsIn(plan.settings), resetActionsIn(state, actions));
+    }
     plan.hasPlaceForActions = !plan.settings.content.sectionsOfActions.empty();
-    if (!plan.hasPlaceForActions) {
+    if (!plan.hasPlaceForActions && plan.savesActions) {
         plan.actionsWithoutPlace = changedActions(actions);
     }
-    const std::string_view value = plan.actions.anyEntry ? std::string_view(plan.actions.text) : kNoEntries;
-    const std::string_view valueInFile =
-        plan.settings.actionsInFile ? std::string_view(*plan.settings.actionsInFile) : kNoEntries;
-    plan.changesActions = plan.hasPlaceForActions && value != valueInFile;
+    const std::string_view value = valueOfActions(plan, state);
+    plan.changesActions = plan.hasPlaceForActions && plan.savesActions &&
+                          !bringAboutTheSame(actions, value, viewOf(plan.settings.actionsInFile));
     plan.text = fileText(plan.settings, value);
-    plan.losesContent = plan.settings.losesContent || losesPartsOfActions(valueInFile, value);
+    plan.losesContent = plan.settings.losesContent || losesPartsOfActions(viewOf(plan.settings.actionsInFile), value);
     const bool isInFile = fileNow && plan.text && sayTheSame(*fileNow, *plan.text);
-    plan.isToBeWritten = plan.text && !isInFile && (plan.settings.fileKnown || !saysNothing(plan));
+    // One that is no JSON is replaced, after a copy was kept: else what was reset here would be back once it is mended.
+    const bool isNoJson = fileNow && !fileNow->empty() && !plan.settings.fileKnown;
+    plan.isToBeWritten = plan.text && !isInFile && (plan.settings.fileKnown || isNoJson || !saysNothing(plan, value));
     return plan;
 }
 
@@ -94,6 +116,9 @@ void report(SavePlan& plan, SaveResult& result) {
     append(result.notRestored, plan.settings.notRestored);
     append(result.conflicts, plan.settings.conflicts);
     result.settingsOfOthers = std::move(plan.settings.settingsOfOthers);
+    if (!plan.savesActions) {
+        return;
+    }
     if (plan.hasPlaceForActions) {
         result.savedActions = std::move(plan.actions.savedActions);
         append(result.notRestored, plan.actions.notRestored);

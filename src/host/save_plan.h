@@ -24,13 +24,16 @@ struct SavePlan {
     bool hasPlaceForActions = false;
     /// Where it has none, the actions that are not as they are shipped.
     std::set<int> actionsWithoutPlace;
-    /// Whether the file gets another text for the actions than it has.
+    /// False where the actions are just being loaded, so that the file keeps what it has of them.
+    bool savesActions = true;
+    /// Whether the file gets a text for the actions that brings about something else than the one it has.
     bool changesActions = false;
     /// The text of the file; nothing where there is nothing to write and where it could not be read back.
     std::optional<std::string> text;
     /// Whether the text lacks something that the file holds, so that a copy of the file is kept first.
     bool losesContent = false;
-    /// False where the file says the same already, and where there is no file and nothing to say.
+    /// False where the file says the same already, and where there is nothing to say and no file, or one that cannot be
+    /// read.
     bool isToBeWritten = false;
 };
 

@@ -23,6 +23,8 @@ std::string outcome(const SaveResult& result) {
             return "Nothing was saved, because the system or a lack of memory did not allow to write " + result.path;
         case Status::Torn:
             return "The file " + result.path + " was only written in part";
+        case Status::Starting:
+            return "Nothing was saved, because the preferences are just being read";
         case Status::TooDeep:
             break;
     }
@@ -41,6 +43,11 @@ std::string textOf(const SaveResult& result, bool tookTurn) {
         text += "; other processes could not be kept from saving at the same moment";
     }
     return text + ".";
+}
+
+std::string textOfUnread(const SaveResult& result) {
+    return "Nothing was saved, because " + result.path +
+           " is there and could not be read, and there is nothing to put in its place.";
 }
 
 std::string textOfUnreadable(const SaveResult& result) {

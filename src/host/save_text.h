@@ -11,6 +11,9 @@ namespace zelutil::host {
 /// meanwhile.
 std::string textOf(const SaveResult& result, bool tookTurn);
 
+/// Returns the text for a file that was left as it is because it could not be read.
+std::string textOfUnread(const SaveResult& result);
+
 /// Returns the text for a file that nobody could read, so that it was not written.
 std::string textOfUnreadable(const SaveResult& result);
 

@@ -67,17 +67,28 @@ private:
         }
     }
 
-    /// Returns what the file has for a sub-manager, and where it has nothing what it had when it was read at first.
+    /// Returns what the file has for a sub-manager unless a host handed over what it lacks, and where it has nothing
+    /// what it had at last.
     View valueFor(SubManagerType type) {
-        if (const View inFile = now_.subManagerValue(type)) {
+        const std::string* const unwritten = catalogue_.handedOver().unwrittenText(type);
+        const View inFile = now_.subManagerValue(type);
+        if (unwritten == nullptr && inFile) {
             return inFile;
         }
         const auto [held, isNew] = held_.try_emplace(type);
-        const auto text = catalogue_.userSubManagerTexts().find(type);
-        if (isNew && text != catalogue_.userSubManagerTexts().end()) {
-            held->second = parse(text->second, content_);
+        const std::string* const text = unwritten == nullptr ? heldText(type) : unwritten;
+        if (isNew && text != nullptr) {
+            held->second = parse(*text, content_);
         }
         return held->second;
+    }
+
+    const std::string* heldText(SubManagerType type) const {
+        if (const std::string* const written = catalogue_.handedOver().writtenText(type)) {
+            return written;
+        }
+        const auto atStart = catalogue_.userSubManagerTexts().find(type);
+        return atStart == catalogue_.userSubManagerTexts().end() ? nullptr : &atStart->second;
     }
 
     void layDefinition(std::uint32_t number, std::string_view name, const std::string& attributePath) {

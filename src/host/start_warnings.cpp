@@ -1,9 +1,7 @@
-#include <zelutil/actions/action_manager.h>
 #include <zelutil/host/start.h>
 
 #include <iterator>
 
-#include "actions/manager_access.h"
 #include "host/action_warnings.h"
 #include "host/current_preferences.h"
 
@@ -58,6 +56,16 @@ StartWarning aboutEntry(const EntryFinding& finding) {
     return warning;
 }
 
+/// The host may have loaded other actions since.
+std::vector<StartWarning> warningsOfActions(const prefs::Catalogue& catalogue) {
+    const auto defaults = catalogue.defaultSubManagerTexts().find(prefs::SubManagerType::Actions);
+    const auto user = catalogue.userSubManagerTexts().find(prefs::SubManagerType::Actions);
+    if (defaults == catalogue.defaultSubManagerTexts().end() || user == catalogue.userSubManagerTexts().end()) {
+        return {};
+    }
+    return actionWarnings(defaults->second, user->second);
+}
+
 }  // namespace
 
 std::vector<StartWarning> startWarnings() {
@@ -72,7 +80,7 @@ std::vector<StartWarning> startWarnings() {
     for (const EntryFinding& finding : preferences->catalogue.findings()) {
         warnings.push_back(aboutEntry(finding));
     }
-    auto ofActions = actionWarnings(actions::ManagerAccess::catalogueOf(UCPActionManager::instance()));
+    auto ofActions = warningsOfActions(preferences->catalogue);
     warnings.insert(warnings.end(), std::make_move_iterator(ofActions.begin()),
                     std::make_move_iterator(ofActions.end()));
     return warnings;

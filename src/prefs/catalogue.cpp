@@ -41,6 +41,16 @@ void Catalogue::putInForce(std::vector<NewValue> newValues, const std::vector<st
     }
 }
 
+void Catalogue::restartJournalForUnknownFile() {
+    SettingJournal journal;
+    for (std::uint32_t number = 0; number < settings_->recordCount(); ++number) {
+        if (settings_->record(number).hasUserValue) {
+            journal.emplace_hint(journal.end(), number, JournalEntry{std::nullopt, true});
+        }
+    }
+    restartJournal(std::move(journal));
+}
+
 void Catalogue::enterInJournal(std::uint64_t key) {
     const Setting* const setting = settings_->find(key);
     if (setting == nullptr || journal_->count(setting->number) != 0) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "prefs/entry_finding.h"
+#include "prefs/handed_over.h"
 #include "prefs/section.h"
 #include "prefs/setting.h"
 #include "prefs/setting_index.h"
@@ -21,7 +22,8 @@ namespace zelutil::prefs {
 /// of the library that use them. A reader fills it once (catalogue_reader.h); afterwards only values of the user
 /// change, when a save puts new ones in force.
 ///
-/// A copy shares the records of settings and sections with the original, and so the journal of the settings.
+/// A copy shares the records of settings and sections with the original, and so the journal of the settings and what
+/// was handed over.
 class Catalogue {
 public:
     /// A value of the user for the setting found under `key`.
@@ -63,6 +65,13 @@ public:
     /// Begins the journal anew with these entries, after the file was written.
     void restartJournal(SettingJournal journal) noexcept { *journal_ = std::move(journal); }
 
+    /// Has the journal say that everything the user set was set here and that the file has nothing of it, as it is for
+    /// a file that this process neither read nor wrote.
+    void restartJournalForUnknownFile();
+
+    HandedOver& handedOver() { return *handedOver_; }
+    const HandedOver& handedOver() const { return *handedOver_; }
+
     /// Returns what was odd in the user's text, in its order.
     const std::vector<EntryFinding>& findings() const { return findings_; }
 
@@ -81,6 +90,7 @@ private:
     Sections sections_;
     std::shared_ptr<SettingIndex> settings_ = std::make_shared<SettingIndex>();
     std::shared_ptr<SettingJournal> journal_ = std::make_shared<SettingJournal>();
+    std::shared_ptr<HandedOver> handedOver_ = std::make_shared<HandedOver>();
     std::vector<EntryFinding> findings_;
     SubManagerTexts defaultSubManagerTexts_;
     SubManagerTexts userSubManagerTexts_;

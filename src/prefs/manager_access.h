@@ -12,6 +12,10 @@ namespace zelutil::prefs {
 struct ManagerAccess {
     static const Preferences& preferencesOf(const UserPreferenceManager& manager) { return *manager.preferences_; }
     static Preferences& preferencesOf(UserPreferenceManager& manager) { return *manager.preferences_; }
+
+    /// Returns whether this process's manager is being made by the calling thread, which has come here by an observer
+    /// of the actions or the common library: it must not ask for the manager.
+    static bool isBeingMadeHere();
 };
 
 }  // namespace zelutil::prefs

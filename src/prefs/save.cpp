@@ -8,21 +8,38 @@
 #include "prefs/preference_files.h"
 
 namespace zelutil::prefs {
+namespace {
+
+/// Returns the texts that a host handed over and that the plan has.
+SubManagerTexts handedOver(const SavePlan& plan, const SubManagerTexts& texts) {
+    SubManagerTexts handed;
+    for (const auto& [type, text] : texts) {
+        const auto found = plan.changedTexts.find(type);
+        if (type != SubManagerType::Actions && found != plan.changedTexts.end() && found->second == text) {
+            handed.emplace(type, text);
+        }
+    }
+    return handed;
+}
+
+}  // namespace
 
 void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& request) {
     const SaveValues values(catalogue, request);
     // The common library may call the host back here, and the host may save: this save goes on with its own values.
-    const std::string path = writtenUserFilePath();
+    std::string path = writtenUserFilePath();
     auto plan = planSave(catalogue, values);
     if (!plan) {
         return;
     }
-    const SaveValues::SubManagerText* const given = values.textOf(SubManagerType::Actions);
-    std::string actions = given == nullptr ? std::string() : given->text;
+    // Before anything is done, for it needs memory.
+    SubManagerTexts texts = handedOver(*plan, request.subManagerTexts);
     catalogue.putInForce(std::move(plan->newValues));
     if (plan->fileText && file.write(path, *plan->fileText).written == UserSettingsFile::Written::Yes) {
         catalogue.restartJournal(std::move(plan->journal));
-        file.noteActions(std::move(actions));
+        catalogue.handedOver().written({std::move(path), std::move(plan->actionsText)}, std::move(texts));
+    } else {
+        catalogue.handedOver().notWritten(std::move(texts));
     }
     // An observer may save in its turn: the catalogue is whole again, and the plan is this save's own.
     ZelU::Marl::UserPreferenceServer::getInstance().notifyUserSettingsChanged(plan->changedNames, plan->changedTexts);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "json/document.h"
+#include "json/writer.h"
 #include "prefs/section_walk.h"
 #include "prefs/setting_name.h"
 #include "prefs/user_file_text.h"
@@ -52,6 +53,9 @@ private:
         if (const SaveValues::SubManagerText* const found = values_.textOf(type)) {
             saved.subManagerValue = found->document.root();
             plan_.changedTexts.try_emplace(type, found->text);
+            if (type == SubManagerType::Actions) {
+                plan_.actionsText = json::compactText(found->document.root()).value_or("");
+            }
         }
     }
 

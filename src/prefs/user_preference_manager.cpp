@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "prefs/manager_access.h"
 #include "prefs/preferences.h"
 #include "prefs/save.h"
 #include "prefs/setting_name.h"
@@ -13,6 +14,19 @@ using zelutil::prefs::Preferences;
 using zelutil::prefs::Setting;
 
 namespace {
+
+thread_local bool isManagerBeingMade = false;
+
+std::unique_ptr<Preferences> makePreferences() {
+    struct Mark {
+        Mark() { isManagerBeingMade = true; }
+        Mark(const Mark&) = delete;
+        Mark& operator=(const Mark&) = delete;
+        ~Mark() { isManagerBeingMade = false; }
+    };
+    const Mark mark;
+    return std::make_unique<Preferences>();
+}
 
 /// Returned for an unknown name by every manager, so that the reference outlives each of them.
 const std::string& noValue() {
@@ -39,7 +53,9 @@ UserPreferenceManager& UserPreferenceManager::GetInstance() {
     return singleton.manager;
 }
 
-UserPreferenceManager::UserPreferenceManager() : preferences_(std::make_unique<Preferences>()) {
+bool zelutil::prefs::ManagerAccess::isBeingMadeHere() { return isManagerBeingMade; }
+
+UserPreferenceManager::UserPreferenceManager() : preferences_(makePreferences()) {
     // Made before the manager is complete, the text is destroyed after it and its copies.
     noValue();
 }

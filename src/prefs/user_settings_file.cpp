@@ -57,7 +57,13 @@ void UserSettingsFile::makeDirectoryOf(const std::string& path) {
     }
 }
 
+bool UserSettingsFile::hasDirectoryOf(const std::string& path) {
+    const std::string directory = directoryOf(path);
+    return directory.empty() || isDirectory(directory);
+}
+
 void UserSettingsFile::read(const std::string& path, const Parse& parse) {
+    pathAtStart_ = path;
     const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
     if (file.bytes && parse(*file.bytes)) {
         know(path, Fingerprint(*file.bytes));

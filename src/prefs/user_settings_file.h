@@ -7,7 +7,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace zelutil::prefs {
 
@@ -66,15 +65,18 @@ public:
     };
     WriteResult write(const std::string& path, std::string_view text, Seen seen);
 
+    /// Returns the path that was read at the start, whatever was there.
+    const std::string& pathAtStart() const { return pathAtStart_; }
+
+    /// Returns whether the file that was read, written or kept last has these contents.
+    bool knows(std::string_view contents) const { return knownContents_ == Fingerprint(contents); }
+
+    /// Returns whether the directory for the file at `path` is there.
+    static bool hasDirectoryOf(const std::string& path);
+
     /// Returns the path of a file that was there at the start and could not be read or was no JSON; nothing where there
     /// was none.
     const std::optional<std::string>& unreadAtStart() const { return unreadAtStart_; }
-
-    /// Notes what a save that does not look at the file has written there for the actions.
-    void noteActions(std::string text) { notedActions_ = std::move(text); }
-
-    /// Returns the note, once; nothing where there is none.
-    std::optional<std::string> takeNotedActions() { return std::exchange(notedActions_, std::nullopt); }
 
 private:
     /// Tells contents apart without holding them.
@@ -94,8 +96,8 @@ private:
     bool keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy);
     void know(const std::string& path, std::optional<Fingerprint> contents);
 
+    std::string pathAtStart_;
     std::optional<std::string> unreadAtStart_;
-    std::optional<std::string> notedActions_;
     /// Paths whose file is kept or was replaced since such a start.
     std::set<std::string> settledPaths_;
     /// Path and contents of the file that was read, written or kept last.

@@ -58,7 +58,8 @@ typedef enum zelutil_status {
     ZELUTIL_NOT_KEPT = 22,
     ZELUTIL_NOT_WRITTEN = 23,
     ZELUTIL_TORN = 24,
-    ZELUTIL_TOO_DEEP = 25
+    ZELUTIL_TOO_DEEP = 25,
+    ZELUTIL_STARTING = 26
 } zelutil_status;
 
 /// Returns one sentence in English that says what the `zelutil_status` means, also for a number that is none. The text

@@ -72,6 +72,9 @@ struct SaveResult {
         /// The call came from inside a notification of a save that came from inside a notification, and so on, deeper
         /// than `kMaximumSaveDepth`. Nothing was done.
         TooDeep,
+        /// The call came from inside the first use of the preferences, by an observer of the actions or by the common
+        /// library, while this thread was reading them. Nothing was done.
+        Starting,
     };
 
     Status status = Status::Unchanged;
