@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "prefs/preference_world.h"
+#include "support/common_library_stand_in.h"
 
 namespace zelutil::test {
 namespace {
@@ -335,13 +336,14 @@ TEST_F(SaveBetween, OfAChangeThatCannotBeWrittenObserversOfTextsAreToldOnce) {
     EXPECT_EQ(observer.told, 2);
 }
 
-TEST_F(SaveBetween, InAnotherHomeAllThatTheUserSetIsWritten) {
+TEST_F(SaveBetween, IntoAnotherFileAllThatTheUserSetIsWritten) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
     world_.writeUser(userFileWith(R"({"id":2,"shortcut":"F6"})"));
     preferences();
     const TempDirectory other;
-    const fs::path there = other.path() / "pcbenv/tessel/tessel_settings.cfg";
+    const fs::path there = other / "tessel_settings.cfg";
     writeTextFile(there, R"({"meta":[{"header":"N","attribute":"newer","overriddensettings":[{"its":"own"}]}]})");
-    world_.setHome(other.path());
+    commonLibrary.foundPath = systemText(there);
     const SaveResult result = host::save({{"unit", "inch"}});
     expectOurs(result, {2});
     EXPECT_THAT(result.settingsOfOthers, IsEmpty());
@@ -353,6 +355,19 @@ TEST_F(SaveBetween, InAnotherHomeAllThatTheUserSetIsWritten) {
     // From then on that file is the one that is shared.
     writeTextFile(there, userFileWith(""));
     EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(2));
+}
+
+TEST_F(SaveBetween, AFileUnderAnotherNameIsKnown) {
+    CommonLibraryState& commonLibrary = loadCommonLibrary();
+    world_.writeUser(userFileWith(R"({"id":2,"shortcut":"F6"})"));
+    preferences();
+    EXPECT_TRUE(host::save().ok());
+    commonLibrary.foundPath = systemText(world_.userFile().parent_path() / "." / "tessel_settings.cfg");
+    EXPECT_TRUE(host::save().ok());
+    world_.writeUser(userFileWith(""));
+    const SaveResult result = host::save({{"unit", "inch"}});
+    EXPECT_THAT(result.conflicts, IsEmpty());
+    EXPECT_THAT(result.actionsOfOthers, ElementsAre(2));
 }
 
 TEST_F(SaveBetween, TheWarningsOfTheStartStayWhenAHostLoadsOtherActions) {

@@ -263,8 +263,8 @@ TEST_F(SaveOutcome, AFileThatIsNoJsonIsKeptAndToldOf) {
     const SaveResult result = host::save({{"part0::value0", "mine"}});
     EXPECT_EQ(result.status, Status::Saved);
     EXPECT_EQ(result.keptCopy, result.path + ".bad");
-    EXPECT_EQ(result.text,
-              "Saved in " + result.path + "; what was there and could not be taken over is kept as " + result.path + ".bad.");
+    EXPECT_EQ(result.text, "Saved in " + result.path + "; what was there and could not be taken over is kept as " +
+                               result.path + ".bad.");
     EXPECT_EQ(readTextFile(fileOfText(result.keptCopy)), "{ half");
     EXPECT_EQ(host::save({{"part0::value0", "next"}}).keptCopy, "");
     // One that was spoilt later is kept too, and what is in force is written whole.

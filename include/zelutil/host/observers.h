@@ -26,6 +26,10 @@
 /// bring observers to an end that change something at each notification, from that moment on nothing that is nested is
 /// told until the outermost notification has ended.
 ///
+/// Where an edit changes several actions, as the shortcut of a parent and its children, each notification comes when
+/// its action has changed and the next ones have not. What an observer saves then is in force at that moment; the next
+/// save writes the rest.
+///
 /// As the servers themselves, these are for one thread at a time.
 namespace zelutil::host {
 

@@ -21,16 +21,21 @@ class UCPActionManager;
 /// A host saves before its main function returns: the preferences are destroyed like its static objects, and a save
 /// after that has no shipped defaults and writes nothing.
 ///
+/// From inside a load of the actions, by an observer, the settings are saved, and the file keeps what it has for the
+/// actions. From inside the first use of the preferences nothing is done: see `SaveResult::Status::Starting`.
+///
 /// None of these may run at the same time as a look-up, an edit or another save of this process. Saves of several
-/// processes take turns. Nothing is thrown but for lack of memory.
+/// processes take turns. Nothing is thrown but for lack of memory, and what an observer throws passes through: by then
+/// everything is done, but nobody gets the result.
 namespace zelutil::host {
 
 /// Puts the values in force and saves them together with all that is in force and not yet saved: other settings and
 /// the actions.
 ///
 /// `settings` holds values by name, bare or in full, in any case; unknown names are returned in the result. The values
-/// are in force from then on, also when the file could not be written; the next save tries again. Then the observers
-/// of `ZelU::Marl::UserPreferenceServer` are told, when something has changed.
+/// are in force from then on, also when the file could not be written; the next save tries again. A value that is in
+/// force already counts as untouched, so that a host may hand over all that a dialog shows without undoing what another
+/// process saved. Then the observers of `ZelU::Marl::UserPreferenceServer` are told, when something has changed.
 ///
 /// Three states are compared for each setting and each action: what the file held when this process last read or wrote
 /// it, what it holds now, and what is in force here. What was changed only elsewhere stays in the file as it is there,
