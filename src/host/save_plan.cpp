@@ -46,13 +46,13 @@ bool saysNothing(const SavePlan& plan, std::string_view actionsValue) {
     return content.kept.empty() && (ofActions.empty() || actionsValue == kNoEntries);
 }
 
-std::string_view viewOf(const std::optional<std::string>& text) { return text ? std::string_view(*text) : ""; }
+std::string_view viewOrEmpty(const std::optional<std::string>& text) { return text ? std::string_view(*text) : ""; }
 
 /// Returns what the sections of the actions are to hold. One that is there and says nothing stays as it is.
 std::string_view valueOfActions(const SavePlan& plan, const SaveState& state) {
     const std::optional<std::string>& inFile = plan.settings.actionsInFile;
     if (!plan.savesActions) {
-        const std::string_view known = viewOf(plan.settings.fileKnown ? inFile : state.actions.fileText);
+        const std::string_view known = viewOrEmpty(plan.settings.fileKnown ? inFile : state.actions.fileText);
         return known.empty() ? kNoEntries : known;
     }
     return plan.actions.anyEntry || inFile == plan.actions.text ? std::string_view(plan.actions.text) : kNoEntries;
@@ -100,9 +100,10 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
     }
     const std::string_view value = valueOfActions(plan, state);
     plan.changesActions = plan.hasPlaceForActions && plan.savesActions &&
-                          !bringAboutTheSame(actions, value, viewOf(plan.settings.actionsInFile));
+                          !bringAboutTheSame(actions, value, viewOrEmpty(plan.settings.actionsInFile));
     plan.text = fileText(plan.settings, value);
-    plan.losesContent = plan.settings.losesContent || losesPartsOfActions(viewOf(plan.settings.actionsInFile), value);
+    plan.losesContent =
+        plan.settings.losesContent || losesPartsOfActions(viewOrEmpty(plan.settings.actionsInFile), value);
     const bool isInFile = fileNow && plan.text && sayTheSame(*fileNow, *plan.text);
     // One that is no JSON is replaced, after a copy was kept: else what was reset here would be back once it is mended.
     const bool isNoJson = fileNow && !fileNow->empty() && !plan.settings.fileKnown;
