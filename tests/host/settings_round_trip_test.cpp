@@ -148,7 +148,8 @@ private:
         }
     }
 
-    /// Every setting has come back as it was, or is named.
+    /// Every value has come back as it was, or is named. Of a setting that was not changed here, another process may
+    /// have made the shipped value the user's, or taken that back: it is the same.
     std::string compare(const Catalogue& before, const Catalogue& after, const host::SettingsPlan& plan) {
         std::set<std::string> named(plan.settingsOfOthers.begin(), plan.settingsOfOthers.end());
         for (const host::NotRestored& one : plan.notRestored) {
@@ -159,7 +160,9 @@ private:
         tally_.settings += static_cast<unsigned>(valuesBefore.size());
         for (std::size_t number = 0; number < valuesBefore.size(); ++number) {
             tally_.usersSettings += valuesBefore[number] ? 1U : 0U;
-            if (valuesBefore[number] != valuesAfter[number] && named.count(names_[number]) == 0) {
+            const std::string& shipped = before.settings().record(number).defaultValue;
+            if (valuesBefore[number].value_or(shipped) != valuesAfter[number].value_or(shipped) &&
+                named.count(names_[number]) == 0) {
                 return names_[number] + " was " + valuesBefore[number].value_or("(default)") + " and came back as " +
                        valuesAfter[number].value_or("(default)");
             }
@@ -177,7 +180,7 @@ private:
         std::multiset<std::string> unwritable;
         for (std::size_t number = 0; number < names_.size(); ++number) {
             const Setting& setting = catalogue.settings().record(number);
-            if (ours[number] != theirs[number]) {
+            if (ours[number].value_or(setting.defaultValue) != theirs[number].value_or(setting.defaultValue)) {
                 different.insert(names_[number]);
             }
             if (ours[number] && !someEntrySets(catalogue, setting, allNames)) {

@@ -142,8 +142,9 @@ private:
     std::set<std::string> expectedConflicts(const Participant& one) const {
         std::set<std::string> names;
         for (const std::size_t number : one.touched) {
+            const std::string& shipped = one.process.catalogue().settings().record(number).defaultValue;
             if (isWritable(one, number) && inFile_[number] != one.lastShared[number] &&
-                inFile_[number] != one.inForce[number]) {
+                inFile_[number].value_or(shipped) != one.inForce[number].value_or(shipped)) {
                 names.insert(names_[number]);
             }
         }
