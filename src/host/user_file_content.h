@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "json/document.h"
 #include "host/unread_parts.h"
+#include "json/document.h"
 #include "prefs/user_file_text.h"
 
 namespace zelutil::host {
