@@ -17,7 +17,7 @@ constexpr std::size_t kObservers = 100;
 constexpr int kNotifications = 1000;
 constexpr std::size_t kVisits = 100;
 
-/// What all observers were told, added up.
+/// Adds up all that the observers are told.
 std::uint64_t sum = 0;
 
 void add(int appId, bool) { sum += static_cast<std::uint64_t>(appId); }

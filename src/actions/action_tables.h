@@ -17,7 +17,7 @@ namespace zelutil::actions {
 struct ActionDefinition;
 class DefinitionReader;
 
-/// Who holds a shortcut.
+/// Names the action that holds a shortcut.
 struct ActionCatalogue::Holder {
     std::string_view command;
     int id = 0;
@@ -34,7 +34,7 @@ struct ActionCatalogue::Command {
     std::string bound;
 };
 
-/// What one context binds.
+/// Holds all that one context binds.
 struct ActionCatalogue::Context {
     Context(std::string_view contextName, std::pmr::memory_resource& lasting) : name(contextName), commands(&lasting) {}
 

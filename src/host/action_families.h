@@ -38,7 +38,7 @@ public:
     /// Null for an id that the text does not define.
     const ShippedAction* find(int id) const;
 
-    /// What a load of the text alone brings about.
+    /// The state that a load of the text alone brings about.
     const ActionState& loaded() const { return loaded_; }
 
     /// The topmost action above the action, or the action where it is that, where its parents go round in a circle and

@@ -193,8 +193,8 @@ private:
         return found;
     }
 
-    /// Where the aim has another holder, or one where there is none: a shortcut that is shipped twice goes away with
-    /// either of its actions, and of two children the first to follow gets it.
+    /// Gives shortcuts back that the load leaves with another holder than the aim has, or with none: a shortcut that is
+    /// shipped twice goes away with either of its actions, and the first of two children to follow gets it.
     void giveBackHolders() {
         for (const int id : group_) {
             const ShippedAction& action = *shipped_.find(id);

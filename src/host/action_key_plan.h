@@ -9,7 +9,7 @@
 /// Entries that bring shortcuts back.
 namespace zelutil::host {
 
-/// How far to go for a group of actions. Each is tried where the ones before do not bring all back.
+/// Says how far to go for a group of actions. Each is tried where the ones before do not bring all back.
 enum class Effort {
     /// Names the changed top-level actions, ascending.
     Plain,

@@ -8,7 +8,7 @@
 
 namespace zelutil::host {
 
-/// What the merge knows beside the aim.
+/// Holds what the merge knows beside the aim.
 struct ActionsKnown {
     /// The ids of the actions that were changed here since the file was last shared.
     std::set<int> changedHere;
@@ -16,7 +16,8 @@ struct ActionsKnown {
     std::set<int> settled;
 };
 
-/// How much of a group does not come back. Of two losses the one is smaller whose first different count is smaller.
+/// Counts how much of a group does not come back. Of two losses the one is smaller whose first different count is
+/// smaller.
 struct Loss {
     /// Settled actions, in a group of which nothing was changed here: such a save changes nothing for the worse.
     std::size_t settled = 0;
@@ -32,7 +33,7 @@ struct Loss {
 
 bool operator<(const Loss& left, const Loss& right);
 
-/// What a load does not bring back of one group.
+/// Lists what a load does not bring back of one group.
 struct LostActions {
     /// The actions whose shortcuts do not come back, those of them for which the user chose another shortcut than they
     /// show then, and the actions of which anything does not come back.

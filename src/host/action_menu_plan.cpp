@@ -32,7 +32,7 @@ int sourceOf(const ShippedActions& shipped, const ShippedAction& action) {
 struct Vote {
     std::size_t in = 0;
     std::size_t out = 0;
-    /// Where the source is a top-level action that the user changed.
+    /// True where the source is a top-level action that the user changed.
     std::optional<bool> chosen;
 
     bool inMenu() const { return chosen.value_or(in > out); }

@@ -177,7 +177,8 @@ private:
         addUnheld();
     }
 
-    /// Of two actions that are shipped with one shortcut another can hold it now.
+    /// Collects the actions that hold a shortcut by one text of the file and not by the other, which happens where two
+    /// actions are shipped with one shortcut.
     void findChangedHolders() {
         for (const ActionState* const side : {&sides_.file, &sides_.fileBefore}) {
             const ActionState& other = side == &sides_.file ? sides_.fileBefore : sides_.file;

@@ -13,14 +13,14 @@ namespace zelutil::host {
 
 using ActionValuesById = std::map<int, ActionValues>;
 
-/// What two processes have made of the actions.
+/// Holds what two processes have made of the actions.
 struct ActionSides {
     /// In force here: now, and when this process last shared the file.
     const ActionState& here;
     const ActionValuesById& hereBefore;
-    /// What the file was to bring about then.
+    /// The state that the file was to bring about then.
     ActionState aimBefore;
-    /// What the file brings about: now, and then.
+    /// The states that the file brings about: now, and then.
     const ActionState& file;
     const ActionState& fileBefore;
     /// Counts as changed here.
@@ -30,7 +30,7 @@ struct ActionSides {
 struct MergedActions {
     ActionState aim;
     std::vector<Conflict> conflicts;
-    /// Where the aim is not what is in force here.
+    /// The actions for which the aim is not what is in force here.
     std::vector<int> ofOthers;
     ActionsKnown known;
 };

@@ -18,7 +18,7 @@
 /// The user's text of the actions that brings back what is in force.
 namespace zelutil::host {
 
-/// What is in force for one action.
+/// Holds what is in force for one action.
 struct ActionValues {
     std::string shortcut;
     bool inMenu = false;
@@ -27,7 +27,7 @@ struct ActionValues {
     bool operator!=(const ActionValues& other) const { return !(*this == other); }
 };
 
-/// What this process and the user's file last had in common.
+/// Remembers what this process and the user's file last had in common.
 ///
 /// A fresh one stands for the last load of the catalogue: what its two texts bring about, and the user's text of it. Of
 /// one of an earlier load only the file's text holds: what is in force by the load and is not in the file was changed
@@ -35,13 +35,14 @@ struct ActionValues {
 struct ActionsBase {
     /// The load of the catalogue for which `inForce` and `aim` hold; 0 for none.
     std::uint64_t load = 0;
-    /// What was in force here then, by id.
+    /// The values that were in force here then, by id.
     std::map<int, ActionValues> inForce;
-    /// What the file is to bring about. It differs from `inForce` where another process saved something else.
+    /// The values that the file is to bring about. They differ from `inForce` where another process saved something
+    /// else.
     std::map<int, ActionValues> aim;
-    /// Who is to hold a shortcut then, by context and shortcut.
+    /// The action that is to hold a shortcut then, by context and shortcut.
     std::map<std::pair<std::string, std::string>, int> aimHolders;
-    /// What the file held then: a user's text, [{"actions":[...]}], or an empty one. Nothing in a fresh one.
+    /// The text that the file held then: a user's text, [{"actions":[...]}], or an empty one. Nothing in a fresh one.
     std::optional<std::string> fileText;
     /// Whether that is the text that was planned for the aim.
     bool isPlanned = false;
@@ -58,7 +59,7 @@ ActionsBase baseAfterHostsText(const actions::ActionCatalogue& current, const Ac
 /// Returns whether two user's texts bring about the same when they are loaded after the shipped text of the catalogue.
 bool bringAboutTheSame(const actions::ActionCatalogue& current, std::string_view one, std::string_view other);
 
-/// What a save of the actions writes, and what is to be said about it.
+/// Holds what a save of the actions writes, and what is to be said about it.
 struct ActionsPlan {
     /// [{"actions":[...]}] without white space.
     std::string text;

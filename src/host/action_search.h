@@ -11,7 +11,7 @@
 
 namespace zelutil::host {
 
-/// How bad a state is; 0 where all actions are as they should be.
+/// Measures how bad a state is; 0 where all actions are as they should be.
 using Score = std::function<std::size_t(const ActionState& loaded)>;
 
 /// Goes through the states to which entries for one small group can lead, those first that lose least.

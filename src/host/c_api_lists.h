@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-/// What the C interface hands out: records of C, together with the C++ values that their pointers lead into.
+/// Records that the C interface hands out, together with the C++ values that their pointers lead into.
 namespace zelutil::host::c {
 
 inline int countOf(std::size_t size) { return static_cast<int>(size); }

@@ -1,4 +1,4 @@
-// Says what was looked for where, by asking the parts of the library that look.
+// Says what was looked for where, by calling the functions with which the library looks.
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/host/start.h>
 

@@ -49,7 +49,7 @@ Status statusOf(Written written) {
     return Status::NotWritten;
 }
 
-/// What the file held just now.
+/// Holds what the file held just now.
 struct FileNow {
     /// Nothing when there is no file and when it cannot be read.
     std::optional<std::string> text;
@@ -71,7 +71,7 @@ FileNow read(const std::string& path) {
     return {std::nullopt, prefs::UserSettingsFile::Seen::No};
 }
 
-/// What the file of the start had for the actions. What a host has loaded itself since is not in the file.
+/// Returns what the file of the start had for the actions. A text that a host has loaded since is not in the file.
 std::string actionsTextAtStart(const prefs::Catalogue& catalogue) {
     const auto text = catalogue.userSubManagerTexts().find(prefs::SubManagerType::Actions);
     return text == catalogue.userSubManagerTexts().end() ? std::string() : text->second;
@@ -124,21 +124,21 @@ Status write(prefs::UserSettingsFile& file, const Planned& planned, SaveResult& 
     if (!planned.plan.settings.hasSections) {
         return Status::NoDefaults;
     }
-    // What was reset here may still be in a file that cannot be read.
+    // A value that was reset here may still be in a file that cannot be read.
     if (!planned.plan.text || isLeftUnread(planned)) {
         return Status::NotWritten;
     }
     if (!planned.plan.isToBeWritten) {
         return Status::Unchanged;
     }
-    // What the text lacks is as good as not seen.
+    // An entry that the text lacks is as good as not seen.
     const auto seen = planned.plan.losesContent ? prefs::UserSettingsFile::Seen::No : planned.now.seen;
     auto written = file.write(result.path, *planned.plan.text, seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
 }
 
-/// What is in force and what is in the file are compared with this state the next time.
+/// Remembers the state with which the next save compares what is in force and what is in the file.
 void remember(prefs::Catalogue& catalogue, SavePlan& plan, std::optional<std::string> path) noexcept {
     SaveState& state = saveState();
     catalogue.restartJournal(std::move(plan.settings.journal));
@@ -152,7 +152,7 @@ void remember(prefs::Catalogue& catalogue, SavePlan& plan, std::optional<std::st
     }
 }
 
-/// Whatever was done is not undone for want of memory for a text.
+/// Sets the text of the result. A lack of memory for it undoes nothing that was done.
 void describe(const Planned& planned, bool tookTurn, SaveResult& result) noexcept {
     try {
         if (planned.plan.settings.hasSections && !planned.plan.text) {

@@ -13,7 +13,7 @@
 namespace zelutil::host {
 namespace {
 
-/// What the section of the actions holds where the user has changed none.
+/// The section of the actions holds this where the user has changed none.
 constexpr std::string_view kNoEntries = "[]";
 
 bool sayTheSame(std::string_view one, std::string_view other) {

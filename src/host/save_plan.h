@@ -22,7 +22,7 @@ struct SavePlan {
     ActionsPlan actions;
     /// Whether the shipped defaults have a section for the actions.
     bool hasPlaceForActions = false;
-    /// Where it has none, the actions that are not as they are shipped.
+    /// The actions that are not as they are shipped, where the defaults have no such section.
     std::set<int> actionsWithoutPlace;
     /// False where the actions are just being loaded, so that the file keeps what it has of them.
     bool savesActions = true;

@@ -10,7 +10,7 @@
 
 namespace zelutil::host {
 
-/// What this process remembers of its saves. The catalogue of the settings remembers what concerns these.
+/// Holds what this process remembers of its saves. The catalogue of the settings remembers what concerns these.
 struct SaveState {
     /// The file for which all of this, and the journal of the settings, holds; nothing before the first save.
     std::optional<std::string> path;

@@ -125,7 +125,7 @@ private:
     /// Whether entries of the section that the walk has come to are read.
     bool isRead_ = false;
     std::optional<std::size_t> firstPlain_;
-    /// What has to be written into another section than its own.
+    /// The values that have to be written into another section than their own.
     std::vector<SavedSection::Value> elsewhere_;
     std::map<SubManagerType, View> held_;
 };

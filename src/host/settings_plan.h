@@ -50,7 +50,7 @@ struct SettingsPlan {
     bool hasSections = false;
     /// Whether the file could be parsed. Otherwise nothing is known of what others saved.
     bool fileKnown = false;
-    /// What the file holds now for the actions, as compact text; nothing where it has nothing for them.
+    /// The compact text that the file holds now for the actions; nothing where it has nothing for them.
     std::optional<std::string> actionsInFile;
 
     /// Whether the text that `fileText` has made lacks something that the file holds now, so that a copy of the file is

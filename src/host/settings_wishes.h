@@ -13,7 +13,7 @@
 
 namespace zelutil::host {
 
-/// What a host asks for, by setting. The values are the host's own texts.
+/// Holds what a host asks for, by setting. The values are the host's own texts.
 class SettingsWishes {
 public:
     SettingsWishes(const prefs::Catalogue& catalogue, const SettingsRequest& request);

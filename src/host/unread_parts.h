@@ -10,7 +10,7 @@
 
 namespace zelutil::host {
 
-/// What the user's file holds and a save, which writes it anew, may leave out.
+/// Collects what the user's file holds and a save, which writes it anew, may leave out.
 struct UnreadParts {
     std::set<prefs::UnreadContent> contents;
     /// Numbers with more digits than are held of them.

@@ -14,19 +14,19 @@ namespace zelutil::host {
 
 /// Holds what a user's file is to be written of, and everything that its views point into.
 struct UserFileContent {
-    /// What the views point into. Deques, because their elements stay where they are.
+    /// The texts that the views point into. Deques, because their elements stay where they are.
     std::deque<json::Document> documents;
     std::deque<std::string> strings;
 
     json::View defaults;
     /// One for each section of the defaults, in the order of a walk.
     std::vector<prefs::SavedSection> sections;
-    /// Which of them belong to the actions.
+    /// Those of them that belong to the actions.
     std::vector<std::size_t> sectionsOfActions;
     std::vector<prefs::KeptSection> kept;
     /// Members of the whole that the defaults lack.
     std::vector<json::Member> members;
-    /// What the file holds now and the reader passes over.
+    /// All that the file holds now and the reader passes over.
     UnreadParts unread;
 };
 

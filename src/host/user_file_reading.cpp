@@ -66,7 +66,7 @@ void UserFileReading::readDefaults(View defaults) {
     });
 }
 
-/// Of several members of one name, as many as the defaults have are theirs.
+/// Takes as many members of one name for those of the defaults as the defaults have; the ones after them are kept.
 void UserFileReading::readMembers(View defaults, View root) {
     std::map<std::string_view, std::size_t> ofDefaults;
     for (const json::Member& member : defaults.members()) {

@@ -15,8 +15,8 @@
 
 namespace zelutil::host {
 
-/// What a text of the user's file says to a catalogue that does not take it over: the values it would give, and all
-/// that means nothing there. Its views point into the text's document.
+/// Holds what a text of the user's file says to a catalogue that does not take it over: the values it would give, and
+/// all that means nothing there. Its views point into the text's document.
 class UserFileReading {
 public:
     /// An absent root says nothing.

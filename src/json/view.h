@@ -15,7 +15,7 @@
 
 namespace zelutil::json {
 
-/// How numbers that are no integers are read and written.
+/// Says how numbers that are no integers are read and written.
 enum class Numbers {
     Fast,   ///< Up to a few units in the last place off.
     Exact,  ///< So that reading and writing them again and again changes none.

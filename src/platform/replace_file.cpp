@@ -1,4 +1,4 @@
-// How a file gets new contents: the order of the steps, and what is done when one of them fails. It is the same on all
+// Gives a file new contents. The order of the steps, and what is done when one of them fails, is the same on all
 // systems; the steps themselves are the system's.
 //
 //     make a file beside the target, give it the target's rights, write, flush, put it in the target's place

@@ -105,7 +105,7 @@ void readSubManagerText(SubManagerType type, View overridden, const std::string&
     }
 }
 
-/// What the defaults hold too came from them.
+/// A member that the defaults hold too came from them.
 void reportUnread(View root, Catalogue& catalogue) {
     const auto unread = unreadContentOf(root);
     if (unread.empty()) {

@@ -13,7 +13,7 @@ namespace zelutil::prefs {
 /// `zelutil::host` neither loses it nor takes it for another process's work.
 class HandedOver {
 public:
-    /// What a file got for the actions.
+    /// Holds what a file got for the actions.
     struct Actions {
         std::string path;
         /// Empty where the file got nothing.

@@ -110,7 +110,7 @@ private:
     const SaveValues& values_;
     /// The values that this plan has given so far: the current ones for what it meets later.
     std::unordered_map<const Setting*, const std::string*> changed_;
-    /// What a reader of the new file will take for the user's values, by the numbers of the records.
+    /// The settings that a reader of the new file will take for the user's values, by the numbers of the records.
     std::vector<const std::string*> inFile_;
     bool sectionIsRead_ = false;
     std::vector<SavedSection> sections_;

@@ -18,7 +18,7 @@ struct SavePlan {
     std::vector<Catalogue::NewValue> newValues;
     std::set<std::string> changedNames;
     SubManagerTexts changedTexts;
-    /// What the file gets for the actions, as compact text; empty for nothing.
+    /// The compact text that the file gets for the actions; empty for nothing.
     std::string actionsText;
     /// For `Catalogue::restartJournal`, once the file is written: the settings that the file does not bring back as
     /// they are, because a name in it means another one. They count as touched, so that a save for hosts writes them

@@ -103,10 +103,10 @@ std::vector<Edit> flagEdits(const std::vector<Shipped>& shipped) {
     return edits;
 }
 
-/// The half of an answer that shortcuts, or menu flags, decide about.
-std::string half(const std::string& answer, bool flags) {
-    const std::size_t bar = answer.find('#');
-    return flags ? answer.substr(bar) : answer.substr(0, bar);
+/// Returns the half of a line that shortcuts, or menu flags, decide about.
+std::string half(const std::string& line, bool flags) {
+    const std::size_t bar = line.find('#');
+    return flags ? line.substr(bar) : line.substr(0, bar);
 }
 
 /// The sets of actions that some state of these has as the aim has them, without those that are part of another.
@@ -114,8 +114,8 @@ std::set<std::set<int>> restorable(const std::set<Answers>& states, const Answer
     std::set<std::set<int>> sets;
     for (const Answers& state : states) {
         std::set<int> same;
-        for (const auto& [id, answer] : state) {
-            if (half(answer, flags) == half(aim.at(id), flags)) {
+        for (const auto& [id, line] : state) {
+            if (half(line, flags) == half(aim.at(id), flags)) {
                 same.insert(id);
             }
         }
@@ -138,9 +138,9 @@ std::string listed(const std::set<int>& ids) {
     return text;
 }
 
-/// The shortcut that an answer shows.
-std::string shown(const std::string& answer) {
-    const std::string keys = half(answer, false);
+/// Returns the shortcut that an action with this line shows.
+std::string shown(const std::string& line) {
+    const std::string keys = half(line, false);
     std::istringstream item(keys.substr(keys.find_last_of(' ') + 1));
     std::string shipped;
     std::string user;
@@ -153,7 +153,7 @@ std::string shown(const std::string& answer) {
     return last == "user" ? user : shipped;
 }
 
-/// How many top-level actions for which the user chose a shortcut show it.
+/// Counts the top-level actions that show the shortcut that the user chose for them.
 std::size_t chosenCount(const Answers& state, const Answers& aim, const Answers& loaded,
                         const std::vector<Shipped>& shipped) {
     std::size_t count = 0;
@@ -165,7 +165,7 @@ std::size_t chosenCount(const Answers& state, const Answers& aim, const Answers&
     return count;
 }
 
-/// What a catalogue has with a text of the user's.
+/// Holds what a catalogue has with a text of the user's.
 Answers answersWith(const std::vector<Shipped>& shipped, const std::string& userText) {
     const ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);

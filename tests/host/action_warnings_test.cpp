@@ -1,4 +1,4 @@
-// What a start says of the user's list of actions.
+// Tests what a start says of the user's list of actions.
 #include "host/action_warnings.h"
 #include "host/action_fixture.h"
 

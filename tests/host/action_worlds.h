@@ -50,7 +50,7 @@ std::string shippedText(const std::vector<Shipped>& shipped);
 void editAtRandom(ActionRandom& random, actions::ActionCatalogue& catalogue, const std::vector<Shipped>& shipped,
                   const Kind& kind, int edits);
 
-/// What all queries return of each action, written down: the shortcuts that it holds, the commands that these run, its
+/// Writes down what all queries return of each action: the shortcuts that it holds, the commands that these run, its
 /// shortcut, and after "#" its menu flag.
 using Answers = std::map<int, std::string>;
 

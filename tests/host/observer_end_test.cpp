@@ -20,7 +20,8 @@ namespace fs = std::filesystem;
 const fs::path kLibrary = ZELUTIL_TEST_LIBRARY;
 const fs::path kPlugin = ZELUTIL_TEST_PLUGIN;
 
-/// What observers of all servers say in that round; tests/host/observers_of_all.h, which needs the library, says it.
+/// Returns what observers of all servers say in that round. The observers are those of tests/host/observers_of_all.h,
+/// which needs the library and is not included here.
 std::string saidOf(int round) {
     const std::string name = std::to_string(round);
     return "settings " + name + "\ntexts 0\nshortcut " + name + "\napplication " + name + "\n";

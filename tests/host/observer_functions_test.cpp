@@ -65,7 +65,7 @@ TEST_F(ObserverFunctions, NobodyIsCalledWhereNoSettingChanged) {
 
 struct NameRow {
     const char* name;
-    /// What is saved, and what the function of `name` is called with; null for no call.
+    /// The values that are saved, and what the function of `name` is called with; null for no call.
     const char* saved;
     const char* value;
 };

@@ -108,7 +108,7 @@ struct DetachRow {
     /// The letter of the observer that detaches, and those that it detaches.
     char actor;
     const char* detached;
-    /// Who is told in that round, and in the next.
+    /// The observers that are told in that round, and in the next.
     const char* first;
     const char* second;
 };

@@ -1,4 +1,4 @@
-// What observers are promised whatever else hosts do with the servers.
+// Tests what observers are promised whatever else hosts do with the servers.
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/observers.h>

@@ -100,7 +100,7 @@ protected:
         const bool isTrue = result.ok() == isNew && result.status != Status::Torn && !result.text.empty();
         tally_.untrue += isTrue ? 0 : 1;
         EXPECT_TRUE(isTrue) << result.text << '\n' << text;
-        // What could not be removed is removed by the next save.
+        // The next save removes what could not be removed.
         const bool leftover = filesBeside() != 0 && fault.call != "unlink";
         tally_.leftovers += leftover ? 1 : 0;
         EXPECT_FALSE(leftover);

@@ -1,4 +1,4 @@
-// What a save does and says of it, in one process with real files.
+// Tests what a save does and says of it, in one process with real files.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>
@@ -148,7 +148,7 @@ TEST_F(SaveOutcome, TheObserversAreToldOnceWhenTheFileIsThere) {
     EXPECT_EQ(seen, fileText());
     const auto type = UserPreferenceManager::SubManagerType::Actions;
     EXPECT_THAT(textListener.told, ElementsAre(Texts{{type, R"([{"actions":[{"id":3,"shortcut":"F3"}]}])"}}));
-    // Of actions alone, with no setting changed; and of a reset.
+    // The same holds for actions alone, with no setting changed, and for a reset.
     UCPActionManager::instance().updateShortcut(3, "F4");
     expectSaved(host::save());
     EXPECT_EQ(listener.calls, 2);
@@ -332,7 +332,7 @@ TEST_F(SaveOutcome, AResetOfSomeShortcutsLeavesTheOthersAndTellsOfRefusedOnes) {
     UserPreferenceManager::GetInstance();
     ASSERT_TRUE(actions.updateShortcut(1, "F1"));
     ASSERT_TRUE(actions.updateShortcut(2, "F2"));
-    // Of the same context as the first one.
+    // It has the same context as the first one.
     ASSERT_TRUE(actions.updateShortcut(4, "Ctrl+1"));
     actions.updateRMBMenu(2, true);
     expectSaved(host::save());

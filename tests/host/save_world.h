@@ -52,7 +52,7 @@ inline std::string defaultsOfWorld(const SaveWorldSize& size = {}) {
            actionsOfWorld(size) + "}]}";
 }
 
-/// What one of several hosts changes before one of its saves. Each has four settings and four actions of its own.
+/// Holds what one of several hosts changes before one of its saves. Each has four settings and four actions of its own.
 struct StormStep {
     StormStep(std::mt19937& random, int own, int others, int number)
         : setting(own + others * static_cast<int>(random() % 4)),

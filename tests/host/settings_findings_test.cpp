@@ -1,4 +1,4 @@
-// What the reader of the user's file finds odd, and the journal of what was touched.
+// Tests what the reader of the user's file finds odd, and the journal of what was touched.
 #include <gtest/gtest.h>
 
 #include "host/settings_process.h"

@@ -1,4 +1,5 @@
-// What means nothing to the defaults of this process stays in the file, for the process to which it means something.
+// Entries that mean nothing to the defaults of this process stay in the file, for the process to which they mean
+// something.
 #include <gtest/gtest.h>
 
 #include "host/settings_process.h"

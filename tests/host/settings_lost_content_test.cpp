@@ -1,4 +1,4 @@
-// What a rewritten file cannot hold is told, once, so that a copy of the file is kept; the rest is carried on.
+// Content that a rewritten file cannot hold is told, once, so that a copy of the file is kept; the rest is carried on.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -85,7 +85,7 @@ TEST(SettingsLostContent, MembersThatTheDefaultsLackStay) {
 
 // --- Numbers --------------------------------------------------------------------------------------------------------
 
-/// What the file has for the number "n" of a section that the defaults lack.
+/// Returns what the file has for the number "n" of a section that the defaults lack.
 std::string numberIn(const std::string& file) {
     const std::string before = "\"n\": ";
     const std::size_t begin = file.find(before) + before.size();

@@ -115,7 +115,7 @@ TEST(SettingsMerge, OfSeveralEntriesForOneSettingTheLastIsTheirs) {
     EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"7\"},{\"a::y\":\"3\"}]\n");
 }
 
-// What a merged save left to another stays so, whatever is saved besides, until it is changed here.
+// A value that a merged save left to another stays so, whatever is saved besides, until it is changed here.
 TEST(SettingsMerge, WhatWasLeftToOthersStaysTheirsUntilItIsChangedHere) {
     SettingsProcess process(kDefaults, fileWithX("2"));
     FileText file = fileWithX("4");

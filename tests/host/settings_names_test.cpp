@@ -1,5 +1,5 @@
-// Where a save writes a setting, and under which name, so that it is read as that setting. Each case was worked out by
-// hand from the rule: a name is tried as it stands, bare or in full, and then within its section.
+// Tests where a save writes a setting, and under which name, so that it is read as that setting. Each case was worked
+// out by hand from the rule: a name is tried as it stands, bare or in full, and then within its section.
 #include <gtest/gtest.h>
 
 #include "host/settings_process.h"
@@ -14,7 +14,7 @@ struct Case {
     const char* what;
     std::string defaults;
     Values values;
-    /// What the sections of the file hold then.
+    /// The values that the sections of the file hold then.
     std::string expected;
 };
 

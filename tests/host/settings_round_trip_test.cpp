@@ -170,7 +170,7 @@ private:
         return {};
     }
 
-    /// What is named could not come back, or another process had put something else into the file.
+    /// A setting that is named could not come back, or another process had put something else into the file.
     std::string compareNamed(const std::string& defaults, const Catalogue& catalogue, const FileText& fileBefore,
                              const host::SettingsPlan& plan) {
         const auto ours = userValuesOf(catalogue);
@@ -209,7 +209,7 @@ private:
     std::string history_;
     /// Whether the file was written by others since the process read or wrote it.
     bool othersWrote_ = false;
-    /// What the last save left to others.
+    /// The values that the last save left to others.
     std::set<std::string> ofOthers_;
 };
 

@@ -35,7 +35,7 @@ inline std::string fileWith(const std::initializer_list<std::string>& sections) 
     return R"({"meta":[)" + text + "]}";
 }
 
-/// What the sections of a file hold, one line each: "a::b: [...]", without white space.
+/// Returns what the sections of a file hold, one line each: "a::b: [...]", without white space.
 inline std::string entriesOf(const std::string& file) {
     const json::Document document(file);
     std::string lines;

@@ -31,7 +31,7 @@ struct Participant {
 
     SettingsProcess process;
     std::vector<UserValue> inForce;
-    /// What the file held when this process last read or wrote it.
+    /// The values that the file held when this process last read or wrote it.
     std::vector<UserValue> lastShared;
     std::set<std::size_t> touched;
 };
@@ -203,7 +203,7 @@ private:
     std::string defaults_;
     std::vector<std::string> names_;
     FileText file_;
-    /// What the file has to hold.
+    /// The values that the file has to hold.
     std::vector<UserValue> inFile_;
     std::vector<std::unique_ptr<Participant>> participants_;
     std::string history_;

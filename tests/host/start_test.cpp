@@ -1,4 +1,4 @@
-// What a host can say and ask before and after the start.
+// Tests what a host can say and ask before and after the start.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>

@@ -155,7 +155,7 @@ constexpr Row<double> kDoubles[] = {
     {"1e-400", kNothing},
     {"-1e-400", kNothing},
     {"1e-99999999999999999999", kNothing},
-    // What is not finite.
+    // These are not finite.
     {"inf", kNothing},
     {"-inf", kNothing},
     {"+inf", kNothing},

@@ -95,7 +95,7 @@ protected:
         tally_.fresh += happened && isNew() ? 1 : 0;
         tally_.damaged += isOld || isNew() ? 0 : 1;
         tally_.untrue += result.ok() == isNew() && result.status != Status::Torn && !result.text.empty() ? 0 : 1;
-        // What could not be removed is removed by the next save.
+        // The next save removes what could not be removed.
         tally_.leftovers += filesBeside() != 0 && call != "DeleteFileW" ? 1 : 0;
         const bool isEverythingThere =
             host::save().ok() && isNew() && has(fileText(), "theirs " + number) && filesBeside() == 0;

@@ -20,14 +20,14 @@ EnvironmentChanges withoutProductVariables();
 struct ChildProcess {
     std::filesystem::path program;
     std::vector<std::string> arguments;
-    /// What is different from this process's environment.
+    /// The variables that differ from this process's environment.
     EnvironmentChanges environment;
     std::filesystem::path directory;
 };
 
 struct ChildResult {
     int exitCode;
-    /// What it wrote on its standard output and error; a line ends in "\n" on every system.
+    /// The text that it wrote on its standard output and error; a line ends in "\n" on every system.
     std::string out;
     std::string err;
 };

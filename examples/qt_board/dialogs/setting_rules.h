@@ -6,7 +6,7 @@
 
 namespace viewer {
 
-/// What makes sense as the value of a setting.
+/// Decides whether a text makes sense as the value of a setting.
 struct SettingRule {
     enum class Kind { Text, Flag, Whole, Number, Color, Choice };
 

@@ -204,7 +204,7 @@ void ShortcutDialog::resetSelected() {
         return;
     }
     showAfterRestart();
-    // Who has the shipped key is shown, and it can be taken.
+    // The dialog shows the holder of the shipped key, from whom it can be taken.
     tryShortcut(QString::fromStdString(item.shortcut.defaultValue));
 }
 

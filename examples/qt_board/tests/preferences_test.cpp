@@ -113,7 +113,7 @@ private slots:
         QCOMPARE(dialog->verdict(),
                  "Nothing is saved yet. display::grid::grid: \"thick\" is no number from 0.05 to 50.");
         QCOMPARE(test::contents(test::userFile()), QByteArray());
-        // What was typed is still there, and is saved once it makes sense.
+        // The typed text is still there, and is saved once it makes sense.
         QCOMPARE(dialog->settings().typed(),
                  (std::map<std::string, std::string>{{"display::grid::grid", "thick"}, {"display::zoom_factor", "2"}}));
         typeValue(*dialog, "display::grid::grid", "3");

@@ -103,7 +103,7 @@ private slots:
                  "X is taken. \"Pull layers apart\" (3D view) has it; the two editors share their keys.");
         QVERIFY(!button(*dialog, "assign").isEnabled());
         QVERIFY(button(*dialog, "take").isEnabled());
-        // Where an action that follows this one would need it.
+        // The same holds where an action that follows this one would need it.
         dialog->selectAction(kCopy);
         pressKey(*dialog, Qt::Key_T, Qt::ControlModifier);
         QCOMPARE(dialog->verdict(),

@@ -12,7 +12,7 @@ namespace viewer {
 enum class GridStyle { Dots, Lines, Crosses };
 enum class Unit { Millimetre, Mil, Inch };
 
-/// What the views take from the preferences.
+/// Holds the values that the views take from the preferences.
 struct ViewSettings {
     Unit unit = Unit::Millimetre;
     int decimals = 3;

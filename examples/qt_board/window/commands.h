@@ -12,7 +12,7 @@ namespace viewer {
 
 class MainWindow;
 
-/// What the commands of the catalogue do in the window.
+/// Runs the commands of the catalogue in the window.
 class Commands : public QObject {
     Q_OBJECT
 

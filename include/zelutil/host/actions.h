@@ -10,7 +10,7 @@
 
 namespace zelutil::host {
 
-/// Where the shortcut of an action comes from.
+/// Tells where the shortcut of an action comes from.
 enum class ShortcutSource {
     /// It is the shipped one.
     Shipped,

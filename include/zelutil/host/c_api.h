@@ -12,9 +12,10 @@
 /// Texts are NUL-terminated byte strings; those of the preference files are UTF-8. A value that has a NUL inside is
 /// seen up to there. Texts that a function is given are copied.
 ///
-/// What a function hands out by a pointer to a pointer belongs to the caller, who frees it with the function of its
-/// type; all texts and lists in it live as long. On failure the pointer is null, unless the function says otherwise.
-/// Records are reached by pointers only and grow at their end, so that a host's program works with a later library.
+/// An object that a function hands out by a pointer to a pointer belongs to the caller, who frees it with the function
+/// of its type; all texts and lists in it live as long. On failure the pointer is null, unless the function says
+/// otherwise. Records are reached by pointers only and grow at their end, so that a host's program works with a later
+/// library.
 ///
 /// As the C++ functions, these are for one thread at a time, and a function that is told of a change may call all of
 /// them. What `zelutil::host` says of each in C++ holds here: see the header that is named.

@@ -2,7 +2,7 @@
 #define ZELUTIL_HOST_HOST_H
 
 /// Everything of `zelutil::host`, which a host uses for saving, enumerating, resetting and observing: it stands on the
-/// library's classes and changes none of their answers.
+/// library's classes and changes nothing that they return.
 
 #include <zelutil/host/actions.h>
 #include <zelutil/host/native_path.h>

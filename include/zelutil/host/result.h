@@ -47,7 +47,7 @@ struct Conflict {
     std::string setting;
     /// Id of the action; 0 for a setting.
     int action = 0;
-    /// What is in the file now, and what the other process had put there.
+    /// The value that is in the file now, and the one that the other process had put there.
     std::string ours;
     std::string theirs;
 };
@@ -90,9 +90,9 @@ struct SaveResult {
     std::vector<std::string> unknownSettings;
     /// Ids of the actions that the file has an entry for, ascending.
     std::vector<int> savedActions;
-    /// What a new process will not have as it is now.
+    /// The settings and actions that a new process will not have as they are now.
     std::vector<NotRestored> notRestored;
-    /// What another process has changed too.
+    /// The settings and actions that another process has changed too.
     std::vector<Conflict> conflicts;
     /// Full names of settings, and ids of actions, for which the file has what another process saved, which is not what
     /// is in force here.
