@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "json/string_end.h"
 #include "text/ascii.h"
 
 namespace zelutil::json {
@@ -38,15 +39,6 @@ bool isInexact(std::string_view number) {
         return !isHeldAs<std::int64_t>(number) && !isHeldAs<std::uint64_t>(number);
     }
     return significantDigits(number) > kSignificantDigits;
-}
-
-/// Returns the place behind the string that begins at `quote`.
-const char* behindString(const char* quote, const char* end) {
-    const char* c = quote + 1;
-    while (c < end && *c != '"') {
-        c += *c == '\\' && end - c > 1 ? 2 : 1;
-    }
-    return c < end ? c + 1 : end;
 }
 
 }  // namespace

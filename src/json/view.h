@@ -22,6 +22,7 @@ enum class Numbers {
 };
 
 class Elements;
+class LocatedDocument;
 class Members;
 enum class Layout;
 template <Layout>
@@ -69,6 +70,7 @@ public:
     Members members() const;
 
 private:
+    friend class LocatedDocument;
     template <Layout>
     friend class Writer;
 
