@@ -2,13 +2,12 @@
 
 #include <atomic>
 #include <cstdio>
-#include <string>
 #include <utility>
 
 #include "common_library/common_library.h"
 #include "file/hierarchy_root.h"
+#include "file/hierarchy_search.h"
 #include "file/kept_paths.h"
-#include "platform/environment.h"
 #include "util/process_wide.h"
 
 namespace ZelU::File {
@@ -33,13 +32,6 @@ HierarchyNotFound::~HierarchyNotFound() = default;
 }  // namespace Exceptions
 
 namespace {
-
-/// Kept deliberately: a text that begins with a single separator has the current directory put in front as it stands,
-/// so that without a drive two separators meet there. Systems read them as one.
-Path pcbEnvBelowHome() {
-    const auto valueOf = [](const char* name) { return zelutil::platform::environment(name).value_or(""); };
-    return Path(valueOf("HOMEDRIVE") + valueOf("HOMEPATH") + "/pcbenv");
-}
 
 /// The root, and which one is answered meanwhile. No lock is held while it is looked for: the common library may call
 /// the host back, and the host any of our functions, on this thread or, waiting for it, on another. So two threads may
@@ -100,7 +92,8 @@ public:
         if (const Path* const known = directory_) {
             return *known;
         }
-        const Path& directory = kept_.keep(pcbEnvBelowHome());
+        zelutil::text::NoTrace noTrace;
+        const Path& directory = kept_.keep(zelutil::file::locateUserEnvironment(noTrace));
         const Path* known = nullptr;
         if (directory.Empty() || directory_.compare_exchange_strong(known, &directory)) {
             return directory;

@@ -3,19 +3,20 @@
 #include <string>
 #include <string_view>
 
-#include "platform/environment.h"
+#include "file/hierarchy_search.h"
 
-namespace ZelU::File {
+namespace zelutil::file {
 namespace {
 
+using ZelU::File::Path;
+using Source = text::Candidate::Source;
+
 constexpr std::string_view kSiteShare = "share/local";
-constexpr std::string_view kExecutableSuffix = ".exe";
 
-Path existing(const Path& candidate) { return candidate.Exists() ? candidate : Path(); }
-
-/// The file in the site directory: below it as below the site's share, or in the directory itself.
-Path findInSite(const char* name, std::string_view dir) {
-    const auto site = zelutil::platform::environmentPath("QTX_SITE");
+template <typename Trace>
+Path findInSiteTraced(const char* name, std::string_view dir, Trace& trace) {
+    text::NoTrace noTrace;
+    const auto site = siteText(noTrace);
     if (!site || dir.substr(0, kSiteShare.size()) != kSiteShare) {
         return Path();
     }
@@ -24,9 +25,39 @@ Path findInSite(const char* name, std::string_view dir) {
         // Kept deliberately: only the beginning is compared, so the character after it, a separator or not, is dropped.
         directory += std::string(dir.substr(kSiteShare.size() + 1));
     }
-    const Path below = existing(directory + name);
-    return below.Empty() ? existing(Path(*site) + name) : below;
+    Path below = tracedExisting(directory + name, Source::SiteDirectory, kSiteVariable, trace);
+    const bool found = !below.Empty();
+    if (found && !trace.goesOn()) {
+        return below;
+    }
+    Path itself = tracedExisting(Path(*site) + name, Source::Site, kSiteVariable, trace);
+    return found ? below : itself;
 }
+
+}  // namespace
+
+Path findInSite(const char* name, const char* dir, text::NoTrace& trace) { return findInSiteTraced(name, dir, trace); }
+
+Path findInSite(const char* name, const char* dir, text::SearchTrace& trace) {
+    return findInSiteTraced(name, dir, trace);
+}
+
+Path findFile(const char* name, const char* dir, const Path* root, text::SearchTrace& trace) {
+    const Path inSite = findInSite(name, dir, trace);
+    const bool found = !inSite.Empty();
+    if (root == nullptr || (found && !trace.goesOn())) {
+        return inSite;
+    }
+    const Path below = findBelowRoot(*root, name, dir, trace);
+    return found ? inSite : below;
+}
+
+}  // namespace zelutil::file
+
+namespace ZelU::File {
+namespace {
+
+constexpr std::string_view kExecutableSuffix = ".exe";
 
 /// Kept deliberately: a directory that may be entered counts too; the status is all that is looked at.
 Path executable(const Path& candidate) { return candidate.IsExecutable() ? candidate : Path(); }
@@ -37,8 +68,7 @@ std::string withSuffixToggled(const std::string& name) {
     return suffix == std::string::npos ? name + std::string(kExecutableSuffix) : name.substr(0, suffix);
 }
 
-/// Kept deliberately: a `dir` that is no path makes this the empty path, and what is joined to that lies below the
-/// current directory. No join knows more than the text on its left.
+/// Kept deliberately: as for a file, a `dir` that is no path makes this the empty path.
 Path belowRoot(const char* dir) { return Hierarchy::GetRoot() + dir; }
 
 }  // namespace
@@ -47,8 +77,9 @@ Path Hierarchy::FindFile(const char* name, const char* dir) {
     if (name == nullptr || dir == nullptr) {
         return Path();
     }
-    const Path inSite = findInSite(name, dir);
-    return inSite.Empty() ? existing(belowRoot(dir) + name) : inSite;
+    zelutil::text::NoTrace trace;
+    const Path inSite = zelutil::file::findInSite(name, dir, trace);
+    return inSite.Empty() ? zelutil::file::findBelowRoot(Hierarchy::GetRoot(), name, dir, trace) : inSite;
 }
 
 Path Hierarchy::FindExe(const char* name, const char* dir) {

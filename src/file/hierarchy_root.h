@@ -4,49 +4,30 @@
 #include <zelutil/file/path.h>
 
 #include <array>
-#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
 
+#include "text/search_trace.h"
+
 /// The search for the installation root.
 namespace zelutil::file {
-
-/// Something that a search looked at. What it refers to is valid while the listener is told.
-struct RootSearchStep {
-    enum class Source {
-        CommonLibrary,  ///< The tools directory that the common library names.
-        OwnFile,        ///< This library's own file.
-        Variable,       ///< The directory of programs below a variable's value, which is put before the search path.
-        SearchPath,     ///< Nothing yet: the search through directories begins.
-        Directory,      ///< A directory of that search.
-    };
-
-    Source source;
-    /// Empty where the source names nothing.
-    const ZelU::File::Path& seen;
-    /// The root that it leads to; null for none.
-    const ZelU::File::Path* root = nullptr;
-    /// The variable's name.
-    const char* variable = "";
-    /// Whether a directory of the search has a file with this library's name.
-    bool hasLibrary = false;
-};
-
-using RootSearchListener = std::function<void(const RootSearchStep& step)>;
 
 /// Looks for the root and leaves it in `root`. False when there is none; `root` then holds the last directory tried.
 /// The steps are printed where "QTX_ZELUTIL_DEBUG" is defined.
 bool locateRoot(ZelU::File::Path& root);
 
-/// The same with a listener that is told of each step. Nothing is printed.
-bool locateRoot(ZelU::File::Path& root, const RootSearchListener& listener);
+/// The same with a trace of the candidates. Nothing is printed.
+bool locateRoot(ZelU::File::Path& root, text::SearchTrace& trace);
 
 /// The variables that may name an installation; the first one that is defined counts.
 inline constexpr std::array<const char*, 3> kRootVariables = {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"};
 
 /// The file by which the tree of an installation is known.
 inline constexpr char kMarkerOfTree[] = "share/pcb/zelmgr/zeldict.l";
+
+/// Returns whether that file is below a directory.
+bool isInstallation(const ZelU::File::Path& tree);
 
 /// Returns the root that `Hierarchy::GetRoot` returned last, without a search and so without its exception; null where
 /// it returned none yet.

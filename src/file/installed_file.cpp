@@ -3,6 +3,7 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/file/path.h>
 
+#include "file/hierarchy_search.h"
 #include "file/path_form.h"
 
 namespace zelutil::file {
@@ -22,6 +23,10 @@ std::string installedSettingsFile(const char* name) {
     } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
         return {};
     }
+}
+
+std::string installedSettingsFile(const char* name, const ZelU::File::Path* root, text::SearchTrace& trace) {
+    return textToOpen(findFile(name, kDirectory, root, trace));
 }
 
 ZelU::File::Path placeOfSettingsFile(const ZelU::File::Path& root, const char* name) {

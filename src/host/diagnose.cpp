@@ -2,7 +2,6 @@
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/host/start.h>
 
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,11 +15,12 @@
 #include "json/document.h"
 #include "platform/platform.h"
 #include "prefs/preference_files.h"
+#include "text/search_trace.h"
 
 namespace zelutil::host {
 namespace {
 
-using file::RootSearchStep;
+using text::Candidate;
 using ZelU::File::Hierarchy;
 using ZelU::File::Path;
 
@@ -69,26 +69,27 @@ std::string shippedFile(const char* name) {
 
 // --- The installation -----------------------------------------------------------------------------------------------
 
-std::string lineOf(const RootSearchStep& step) {
+std::string lineOf(const Candidate& candidate) {
     const std::string library = platform::libraryFileName();
-    switch (step.source) {
-        case RootSearchStep::Source::CommonLibrary:
-            return step.root == nullptr ? "The common library names no tools directory."
-                                        : "The common library names the tools directory " + quoted(step.seen) + '.';
-        case RootSearchStep::Source::OwnFile:
-            return "This library's file " + quoted(step.seen) +
-                   (step.root == nullptr ? " is not in a directory tools*/bin*." : " is in a directory tools*/bin*.");
-        case RootSearchStep::Source::Variable:
-            return std::string(step.variable) + " puts " + quoted(step.seen) + " before the PATH.";
-        case RootSearchStep::Source::SearchPath:
+    const bool taken = candidate.verdict == Candidate::Verdict::Taken;
+    switch (candidate.source) {
+        case Candidate::Source::CommonLibrary:
+            return taken ? "The common library names the tools directory " + quoted(candidate.seen) + '.'
+                         : "The common library names no tools directory.";
+        case Candidate::Source::OwnFile:
+            return "This library's file " + quoted(candidate.seen) +
+                   (taken ? " is in a directory tools*/bin*." : " is not in a directory tools*/bin*.");
+        case Candidate::Source::Variable:
+            return candidate.variable + " puts " + quoted(candidate.seen) + " before the PATH.";
+        case Candidate::Source::SearchList:
             return "In the PATH:";
-        case RootSearchStep::Source::Directory:
+        default:
             break;
     }
-    if (!step.hasLibrary) {
-        return quoted(step.seen) + " has no " + library + '.';
+    if (candidate.verdict == Candidate::Verdict::NoLibrary) {
+        return quoted(candidate.seen) + " has no " + library + '.';
     }
-    return quoted(step.seen) + " has " + library + ", and its tree " + (step.root == nullptr ? "has no " : "has ") +
+    return quoted(candidate.seen) + " has " + library + ", and its tree " + (taken ? "has " : "has no ") +
            file::kMarkerOfTree + '.';
 }
 
@@ -99,20 +100,29 @@ struct RootSearch {
     std::vector<std::string> lines;
 };
 
+std::string lineOfUnsetVariables() {
+    std::string line = "No variable names an installation:";
+    for (const char* const name : file::kRootVariables) {
+        line += std::string(" ") + name;
+    }
+    return line + " are not set.";
+}
+
 RootSearch searchRoot() {
     RootSearch search;
+    text::SearchTrace trace(text::SearchTrace::Until::Found);
+    search.found = file::locateRoot(search.root, trace);
     bool variable = false;
-    search.found = file::locateRoot(search.root, [&](const RootSearchStep& step) {
-        variable = variable || step.source == RootSearchStep::Source::Variable;
-        if (step.source == RootSearchStep::Source::SearchPath && !variable) {
-            search.lines.emplace_back("No variable names an installation:");
-            for (const char* const name : file::kRootVariables) {
-                search.lines.back() += std::string(" ") + name;
-            }
-            search.lines.back() += " are not set.";
+    for (const Candidate& candidate : trace.candidates()) {
+        const bool isVariable = candidate.source == Candidate::Source::Variable;
+        variable = variable || (isVariable && candidate.verdict == Candidate::Verdict::Noted);
+        if (candidate.source == Candidate::Source::SearchList && !variable) {
+            search.lines.push_back(lineOfUnsetVariables());
         }
-        search.lines.push_back(lineOf(step));
-    });
+        if (candidate.verdict != Candidate::Verdict::NotDefined) {
+            search.lines.push_back(lineOf(candidate));
+        }
+    }
     return search;
 }
 
