@@ -6,13 +6,13 @@ text:
 platform: text
 json: text
 util: platform text
-common_library: platform
+common_library: platform text
 file: common_library platform text util
 enums: util
 server: platform util
 actions: json util
 facet: file json platform util
-prefs: actions common_library file json platform util
+prefs: actions common_library file json platform text util
 host: actions common_library facet file json platform prefs server text util
 '
 
