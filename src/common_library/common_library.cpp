@@ -31,9 +31,9 @@ void bind(Function& function, void* module, const char* name) {
     function = reinterpret_cast<Function>(platform::moduleFunction(module, name));
 }
 
-Functions bindAll() {
+Functions bindAll(std::vector<platform::ModulePlace>* places) {
     Functions functions;
-    if (void* const module = platform::openModule(kModuleName)) {
+    if (void* const module = platform::openModule(kModuleName, places)) {
         functions.moduleIsThere = true;
         bind(functions.getToolsPathInBuf, module, kGetToolsPathInBuf);
         bind(functions.initDone, module, kInitDone);
@@ -43,8 +43,8 @@ Functions bindAll() {
     return functions;
 }
 
-const Functions& functions() {
-    static const Functions bound = bindAll();
+const Functions& functions(std::vector<platform::ModulePlace>* places = nullptr) {
+    static const Functions bound = bindAll(places);
     return bound;
 }
 
@@ -71,6 +71,19 @@ std::optional<std::string> toolsPath() {
 bool initDone() {
     const auto initDone = functions().initDone;
     return initDone == nullptr || initDone() != 0;
+}
+
+void locate(text::SearchTrace& trace) {
+    using Source = text::Candidate::Source;
+    using Verdict = text::Candidate::Verdict;
+    std::vector<platform::ModulePlace> places;
+    functions(&places);
+    for (const platform::ModulePlace& place : places) {
+        const Source source = place.kind == platform::ModulePlace::Kind::Process         ? Source::Process
+                              : place.kind == platform::ModulePlace::Kind::BesideLibrary ? Source::BesideLibrary
+                                                                                         : Source::Loader;
+        trace.tell(source, place.taken ? Verdict::Taken : Verdict::NotThere, place.file.c_str());
+    }
 }
 
 std::optional<std::vector<std::string>> missingFunctions() {

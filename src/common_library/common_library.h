@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "text/search_trace.h"
+
 /// The suite's closed common library, qtxCommon. It is looked for once, at the first call of any function here, and is
 /// optional: where the module or a function is missing, each function answers what it documents for that.
 ///
@@ -21,6 +23,9 @@ bool initDone();
 
 /// Returns the names of those of its functions that are missing; nothing when the common library itself is.
 std::optional<std::vector<std::string>> missingFunctions();
+
+/// Binds the common library, where that is still to be done, and tells the trace where its module was looked for.
+void locate(text::SearchTrace& trace);
 
 /// A prepared search over the setup-path list.
 class SetupPathSearch {

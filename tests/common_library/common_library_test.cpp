@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/child_process.h"
 #include "support/common_library_stand_in.h"
 #include "support/environment.h"
 #include "support/shared_module.h"
@@ -37,6 +38,36 @@ TEST(CommonLibrary, MissingItKnowsNoToolsIsDoneAndCannotSearch) {
     EXPECT_EQ(common_library::toolsPath(), std::nullopt);
     EXPECT_TRUE(common_library::initDone());
     EXPECT_FALSE(SetupPathSearch::prepare());
+}
+
+TEST(CommonLibrary, TellsWhereItsModuleWasLookedFor) {
+    using Source = zelutil::text::Candidate::Source;
+    using Verdict = zelutil::text::Candidate::Verdict;
+    setVariable(zelutil::test::loaderPathVariable(), zelutil::test::systemText(commonLibraryDirectory()));
+    zelutil::text::SearchTrace trace;
+    common_library::locate(trace);
+    ASSERT_GE(trace.candidates().size(), 3U);
+    EXPECT_EQ(trace.candidates()[0].source, Source::Process);
+    EXPECT_EQ(trace.candidates()[1].source, Source::BesideLibrary);
+    for (const auto& candidate : trace.candidates()) {
+        const bool last = &candidate == &trace.candidates().back();
+        EXPECT_EQ(candidate.verdict, last ? Verdict::Taken : Verdict::NotThere) << candidate.seen;
+    }
+    EXPECT_EQ(trace.candidates().back().source, Source::Loader);
+    EXPECT_NE(trace.candidates().back().seen.find(moduleFileName("qtxCommon")), std::string::npos);
+    EXPECT_TRUE(common_library::missingFunctions());
+    zelutil::text::SearchTrace later;
+    common_library::locate(later);
+    EXPECT_TRUE(later.candidates().empty());
+}
+
+TEST(CommonLibrary, TellsThatItsModuleIsInTheProcess) {
+    loadCommonLibrary();
+    zelutil::text::SearchTrace trace;
+    common_library::locate(trace);
+    ASSERT_EQ(trace.candidates().size(), 1U);
+    EXPECT_EQ(trace.candidates()[0].source, zelutil::text::Candidate::Source::Process);
+    EXPECT_EQ(trace.candidates()[0].verdict, zelutil::text::Candidate::Verdict::Taken);
 }
 
 TEST(CommonLibrary, AsksForTheToolsPathWithTheDocumentedArguments) {

@@ -46,42 +46,55 @@ std::string ownModulePath() { return modulePathOf(reinterpret_cast<const void*>(
 
 void* loadModuleAt(const std::string& path) { return ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }
 
+/// Adds a place to the list of those that were looked at, where there is one. Returns the module.
+void* note(std::vector<ModulePlace>* places, ModulePlace::Kind kind, const std::string& file, void* module) {
+    if (places != nullptr) {
+        places->push_back({kind, textFromSystemPath(file), module != nullptr});
+    }
+    return module;
+}
+
 /// The loader's own walk over LD_LIBRARY_PATH takes an empty entry for the current directory, and visits relative ones
 /// too. So the others are visited here, and the loader is asked only when none of these leads to such a file.
-void* loadModuleByName(const std::string& fileName) {
+void* loadModuleByName(const std::string& fileName, std::vector<ModulePlace>* places) {
+    const auto load = [places](const std::string& file) {
+        return note(places, ModulePlace::Kind::Loader, file, loadModuleAt(file));
+    };
     const std::string list = environment("LD_LIBRARY_PATH").value_or("");
     if (list.empty()) {
-        return loadModuleAt(fileName);
+        return load(fileName);
     }
     bool isFoundFromHere = false;
     for (const std::string_view directory : text::split(std::string_view(list), ":;")) {
         const std::string file = directory.empty() ? fileName : std::string(directory) + '/' + fileName;
         if (file.front() != '/') {
             isFoundFromHere = isFoundFromHere || ::access(file.c_str(), F_OK) == 0;
-        } else if (void* const module = loadModuleAt(file)) {
+        } else if (void* const module = load(file)) {
             return module;
         }
     }
-    return isFoundFromHere ? nullptr : loadModuleAt(fileName);
+    return isFoundFromHere ? nullptr : load(fileName);
 }
 
 }  // namespace
 
 std::string modulePath() { return textFromSystemPath(ownModulePath()); }
 
-void* openModule(const char* baseName) {
+void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
     const std::string fileName = std::string("lib") + baseName + ".so";
-    if (void* const loaded = ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD)) {
+    void* const loaded = ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+    if (note(places, ModulePlace::Kind::Process, fileName, loaded) != nullptr) {
         return loaded;
     }
     const std::string own = ownModulePath();
     const std::size_t directoryEnd = own.rfind('/');
     if (directoryEnd != std::string::npos) {
-        if (void* const beside = loadModuleAt(own.substr(0, directoryEnd + 1) + fileName)) {
+        const std::string file = own.substr(0, directoryEnd + 1) + fileName;
+        if (void* const beside = note(places, ModulePlace::Kind::BesideLibrary, file, loadModuleAt(file))) {
             return beside;
         }
     }
-    return loadModuleByName(fileName);
+    return loadModuleByName(fileName, places);
 }
 
 void* moduleFunction(void* module, const char* name) { return ::dlsym(module, name); }

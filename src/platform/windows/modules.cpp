@@ -26,6 +26,14 @@ HMODULE loadModuleAt(const std::wstring& path) {
     return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
+/// Adds a place to the list of those that were looked at, where there is one. Returns the module.
+HMODULE note(std::vector<ModulePlace>* places, ModulePlace::Kind kind, const std::wstring& file, HMODULE module) {
+    if (places != nullptr) {
+        places->push_back({kind, narrow(file), module != nullptr});
+    }
+    return module;
+}
+
 bool isAbsolute(std::wstring_view directory) {
     const auto isSeparator = [](wchar_t c) { return c == L'\\' || c == L'/'; };
     return directory.size() >= 3 && ((directory[1] == L':' && isSeparator(directory[2])) ||
@@ -33,11 +41,12 @@ bool isAbsolute(std::wstring_view directory) {
 }
 
 /// The loader's own walk over PATH visits the current directory first, so the entries are visited here.
-HMODULE loadModuleFromPath(const std::wstring& fileName) {
+HMODULE loadModuleFromPath(const std::wstring& fileName, std::vector<ModulePlace>* places) {
     const std::wstring list = widen(environment("PATH").value_or(""));
     for (const std::wstring_view directory : text::split(std::wstring_view(list), L";")) {
         if (isAbsolute(directory)) {
-            if (const HMODULE module = loadModuleAt(std::wstring(directory) + L'\\' + fileName)) {
+            const std::wstring file = std::wstring(directory) + L'\\' + fileName;
+            if (const HMODULE module = note(places, ModulePlace::Kind::Loader, file, loadModuleAt(file))) {
                 return module;
             }
         }
@@ -49,21 +58,25 @@ HMODULE loadModuleFromPath(const std::wstring& fileName) {
 
 std::string modulePath() { return narrow(ownModulePath()); }
 
-void* openModule(const char* baseName) {
+void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
     const std::wstring fileName = widen(baseName) + L".dll";
     HMODULE module = nullptr;
-    if (GetModuleHandleExW(0, fileName.c_str(), &module) != 0) {
+    const bool loaded = GetModuleHandleExW(0, fileName.c_str(), &module) != 0;
+    note(places, ModulePlace::Kind::Process, fileName, loaded ? module : nullptr);
+    if (loaded) {
         return module;
     }
     const std::wstring own = ownModulePath();
     const std::size_t directoryEnd = own.rfind(L'\\');
     if (directoryEnd != std::wstring::npos) {
-        module = loadModuleAt(own.substr(0, directoryEnd + 1) + fileName);
+        const std::wstring file = own.substr(0, directoryEnd + 1) + fileName;
+        module = note(places, ModulePlace::Kind::BesideLibrary, file, loadModuleAt(file));
     }
     if (module == nullptr) {
-        module = LoadLibraryExW(fileName.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+        module = note(places, ModulePlace::Kind::Loader, fileName,
+                      LoadLibraryExW(fileName.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS));
     }
-    return module != nullptr ? module : loadModuleFromPath(fileName);
+    return module != nullptr ? module : loadModuleFromPath(fileName, places);
 }
 
 void* moduleFunction(void* module, const char* name) {
