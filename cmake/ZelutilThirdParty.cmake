@@ -1,14 +1,29 @@
-# RapidJSON and GoogleTest come from the system. Their headers are reached through a directory of their own, because
-# the system's include directory as a whole must not leak into a cross build.
-
-find_path(ZELUTIL_RAPIDJSON_ROOT rapidjson/document.h
-    PATHS /usr/include /usr/local/include NO_CMAKE_FIND_ROOT_PATH REQUIRED
-    DOC "Directory that holds rapidjson/")
+# RapidJSON, GoogleTest, and CLI11 and {fmt} for the command come from the system. Their headers are reached through a
+# directory of their own, because the system's include directory as a whole must not leak into a cross build.
 
 set(ZELUTIL_THIRD_PARTY_INCLUDE "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${ZELUTIL_THIRD_PARTY_INCLUDE}")
-file(CREATE_LINK "${ZELUTIL_RAPIDJSON_ROOT}/rapidjson" "${ZELUTIL_THIRD_PARTY_INCLUDE}/rapidjson"
-    SYMBOLIC COPY_ON_ERROR)
 
-add_library(zelutil_rapidjson INTERFACE)
-target_include_directories(zelutil_rapidjson SYSTEM INTERFACE "${ZELUTIL_THIRD_PARTY_INCLUDE}")
+# zelutil_third_party(NAME FOLDER HEADER [REQUIRED]): makes the target zelutil_NAME for a library that is headers in
+# FOLDER, of which HEADER is one. ZELUTIL_<NAME>_ROOT is the directory that holds the folder.
+function(zelutil_third_party name folder header)
+    string(TOUPPER "ZELUTIL_${name}_ROOT" root)
+    find_path(${root} "${folder}/${header}"
+        PATHS /usr/include /usr/local/include NO_CMAKE_FIND_ROOT_PATH ${ARGN}
+        DOC "Directory that holds ${folder}/")
+    if(NOT ${root})
+        return()
+    endif()
+    file(CREATE_LINK "${${root}}/${folder}" "${ZELUTIL_THIRD_PARTY_INCLUDE}/${folder}" SYMBOLIC COPY_ON_ERROR)
+    add_library(zelutil_${name} INTERFACE)
+    target_include_directories(zelutil_${name} SYSTEM INTERFACE "${ZELUTIL_THIRD_PARTY_INCLUDE}")
+endfunction()
+
+zelutil_third_party(rapidjson rapidjson document.h REQUIRED)
+if(ZELUTIL_BUILD_TOOLS)
+    zelutil_third_party(cli11 CLI CLI.hpp)
+    zelutil_third_party(fmt fmt format.h)
+    if(TARGET zelutil_fmt)
+        target_compile_definitions(zelutil_fmt INTERFACE FMT_HEADER_ONLY)
+    endif()
+endif()

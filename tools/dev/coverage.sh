@@ -1,5 +1,5 @@
 # : Count which lines of src/ the tests execute (native build); fails under 95 %
-need "${buildPackages[@]}" "${testPackages[@]}" gcovr
+need "${buildPackages[@]}" "${commandPackages[@]}" "${testPackages[@]}" gcovr
 status=0
 # Counts of an earlier run would be added to.
 find build/coverage -name '*.gcda' -delete 2>/dev/null || true

@@ -26,7 +26,7 @@ checkFormat() { lintedFiles '*.h' '*.cpp' '*.c' | xargs -r clang-format --dry-ru
 
 checkScripts() { lintedFiles dev .ci/run cmake/run-wine tools/dev/checks/tidy-file '*.sh' | xargs -r shellcheck; }
 
-need git clang-format clang-tidy shellcheck "${buildPackages[@]}" g++-mingw-w64-x86-64-posix
+need git clang-format clang-tidy shellcheck "${buildPackages[@]}" "${commandPackages[@]}" g++-mingw-w64-x86-64-posix
 
 failures=()
 check() { # TEXT COMMAND...

@@ -11,7 +11,7 @@ if [[ ${1:-} == --* ]]; then
 fi
 pattern=${1:-}
 
-packages=("${buildPackages[@]}" "${testPackages[@]}")
+packages=("${buildPackages[@]}" "${commandPackages[@]}" "${testPackages[@]}")
 if $native; then
     packages+=("${qtPackages[@]}" "${displayPackages[@]}")
 fi

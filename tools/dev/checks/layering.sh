@@ -8,7 +8,7 @@ noneMatches() { # REGEX PATHSPEC...
 }
 
 checkSystemKnowledge() {
-    local places=(src include tests ':!src/platform' ':!include/zelutil/export.h' ':!tests/support')
+    local places=(src include command tests ':!src/platform' ':!command/system' ':!include/zelutil/export.h' ':!tests/support')
     # What is tested on one system alone bears its name.
     places+=(':!tests/*/posix_*' ':!tests/*/windows_*')
     local macros='_WIN32|_WIN64|__MINGW|_MSC_VER|__linux__|__unix__|__APPLE__|_POSIX'
@@ -41,6 +41,6 @@ checkSourcesListed() {
             printf '%s: no CMakeLists.txt names it\n' "$file"
             status=1
         fi
-    done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'examples/*.cpp' 'tools/*.cpp')
+    done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'examples/*.cpp' 'command/*.cpp')
     return "$status"
 }

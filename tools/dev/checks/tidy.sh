@@ -1,4 +1,4 @@
-# clang-tidy over the library, the examples and the tools, several files at a time.
+# clang-tidy over the library, the examples and the command, several files at a time.
 
 # The compiler's commands without the options that clang does not know.
 makeTidyDatabase() {
@@ -10,6 +10,6 @@ makeTidyDatabase() {
 
 checkTidy() {
     makeTidyDatabase || return
-    lintedFiles 'src/*.cpp' 'examples/*.cpp' 'tools/*.cpp' |
+    lintedFiles 'src/*.cpp' 'examples/*.cpp' 'command/*.cpp' |
         xargs -r -P "$(nproc)" -n 1 tools/dev/checks/tidy-file
 }

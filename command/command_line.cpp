@@ -1,0 +1,186 @@
+#include "command/command_line.h"
+
+#include <zelutil/host/start.h>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "command/arguments.h"
+#include "command/nearest_names.h"
+#include "command/output.h"
+#include "command/subcommands/table.h"
+#include "command/system/console.h"
+
+namespace zelutil::command {
+namespace {
+
+constexpr char kDescription[] = "Shows and sets the preferences of the design applications, and says why they are so.";
+
+constexpr char kExitCodes[] =
+    "Exit codes: 0 fine, 1 findings, 2 called wrongly, 3 could not be done.\n"
+    "zelutil SUBCOMMAND --help says more of each.\n\n"
+    "Example:\n  $ zelutil list --changed";
+
+constexpr char kCommonOptions[] = "--json, --color and --paths-with-blanks are for every subcommand: zelutil --help.";
+
+constexpr std::size_t kHelpColumn = 26;
+
+/// Holds the parser and what it fills in.
+class CommandLine {
+public:
+    CommandLine();
+
+    ExitCode run(const std::vector<std::string>& arguments);
+
+private:
+    struct Declared {
+        const Subcommand* subcommand;
+        const CLI::App* parser;
+        Work work;
+    };
+
+    void addCommonOptions();
+    void add(const Subcommand& subcommand);
+    ExitCode runParsed() const;
+    ExitCode runNow(const Declared& declared) const;
+    OutputChoices outputChoices() const;
+    ExitCode wrongUsage(const std::string& text, const std::string& advice) const;
+    std::string unknownSubcommand() const;
+    ExitCode tellParseError(const CLI::ParseError& error) const;
+    std::string helpCall() const;
+
+    CLI::App app_;
+    std::vector<Declared> declared_;
+    bool json_ = false;
+    std::string color_ = "auto";
+    bool pathsWithBlanks_ = false;
+};
+
+CommandLine::CommandLine() : app_(kDescription, "zelutil") {
+    app_.allow_windows_style_options(false);
+    app_.fallthrough();
+    app_.require_subcommand(1);
+    app_.get_formatter()->column_width(kHelpColumn);
+    app_.footer(kExitCodes);
+    addCommonOptions();
+    for (const Subcommand* const subcommand : subcommands()) {
+        add(*subcommand);
+    }
+}
+
+void CommandLine::addCommonOptions() {
+    app_.set_version_flag("--version", "zelutil " ZELUTIL_COMMAND_VERSION, "Print the version and exit");
+    app_.add_flag("--json", json_, "Print one JSON text for programs");
+    app_.add_option("--color", color_, "Use colours: auto, always or never")
+        ->type_name("WHEN")
+        ->transform(CLI::Validator(
+            [](std::string& when) {
+                const bool known = when == "auto" || when == "always" || when == "never";
+                return known ? std::string() : "\"" + when + "\" is none of auto, always and never.";
+            },
+            ""));
+    app_.add_flag("--paths-with-blanks", pathsWithBlanks_,
+                  "Read and write files whose path has a blank in it, as some applications do");
+}
+
+void CommandLine::add(const Subcommand& subcommand) {
+    CLI::App* const parser = app_.add_subcommand(subcommand.name, subcommand.description);
+    std::string example = subcommand.example;
+    for (std::size_t end = example.find('\n'); end != std::string::npos; end = example.find('\n', end + 1)) {
+        example.insert(end + 1, "  ");
+    }
+    parser->footer(kCommonOptions + std::string("\n\nExample:\n  ") + example);
+    declared_.push_back({&subcommand, parser, subcommand.declare(*parser)});
+}
+
+OutputChoices CommandLine::outputChoices() const {
+    const ColorChoice color = color_ == "always"  ? ColorChoice::Always
+                              : color_ == "never" ? ColorChoice::Never
+                                                  : ColorChoice::Auto;
+    return {json_, color};
+}
+
+ExitCode CommandLine::wrongUsage(const std::string& text, const std::string& advice) const {
+    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), text, advice));
+    return ExitCode::Usage;
+}
+
+/// Returns the first word that ought to be a subcommand and is none; empty where there is none.
+std::string CommandLine::unknownSubcommand() const {
+    if (app_.get_subcommands().empty()) {
+        for (const std::string& word : app_.remaining()) {
+            if (word.front() != '-') {
+                return word;
+            }
+        }
+    }
+    return {};
+}
+
+std::string CommandLine::helpCall() const {
+    const auto parsed = app_.get_subcommands();
+    return "zelutil " + (parsed.empty() ? std::string() : parsed.front()->get_name() + ' ') + "--help";
+}
+
+ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
+    if (error.get_name() == "CallForVersion") {
+        return write(Stream::Output, std::string(error.what()) + '\n') ? ExitCode::Fine : ExitCode::Failed;
+    }
+    if (error.get_exit_code() == 0) {
+        return write(Stream::Output, app_.help()) ? ExitCode::Fine : ExitCode::Failed;
+    }
+    const std::string word = unknownSubcommand();
+    if (word.empty()) {
+        return wrongUsage(error.what(), "\"" + helpCall() + "\" says how it is called.");
+    }
+    std::vector<std::string> names;
+    for (const Subcommand* const subcommand : subcommands()) {
+        names.emplace_back(subcommand->name);
+    }
+    const std::string question = questionAbout(nearestNames(word, names));
+    return wrongUsage("There is no subcommand \"" + word + "\".",
+                      question.empty() ? "\"zelutil --help\" lists them." : question);
+}
+
+ExitCode CommandLine::runNow(const Declared& declared) const {
+    Output output(declared.subcommand->name, declared.subcommand->findingsAre, outputChoices());
+    try {
+        declared.work(output);
+    } catch (const UsageError& error) {
+        return wrongUsage(error.what(), "\"" + helpCall() + "\" says how it is called.");
+    } catch (const std::exception& error) {
+        output.fail(std::string("It could not be done: ") + error.what(), "Nothing more is known of the cause.");
+    }
+    return output.finish();
+}
+
+ExitCode CommandLine::runParsed() const {
+    host::Options options;
+    options.pathsWithBlanks = pathsWithBlanks_;
+    host::setOptions(options);
+    for (const Declared& declared : declared_) {
+        if (declared.parser->parsed()) {
+            return runNow(declared);
+        }
+    }
+    return wrongUsage("There is no subcommand.", "\"zelutil --help\" lists them.");
+}
+
+ExitCode CommandLine::run(const std::vector<std::string>& arguments) {
+    try {
+        // The parser takes the last one first.
+        std::vector<std::string> reversed = protectedArguments(arguments);
+        std::reverse(reversed.begin(), reversed.end());
+        app_.parse(std::move(reversed));
+    } catch (const CLI::ParseError& error) {
+        return tellParseError(error);
+    }
+    return runParsed();
+}
+
+}  // namespace
+
+ExitCode run(const std::vector<std::string>& arguments) { return CommandLine().run(arguments); }
+
+}  // namespace zelutil::command

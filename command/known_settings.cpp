@@ -1,0 +1,82 @@
+#include "command/known_settings.h"
+
+#include <zelutil/host/start.h>
+
+#include <utility>
+
+#include "command/nearest_names.h"
+#include "file/hierarchy_root.h"
+#include "prefs/preference_files.h"
+
+namespace zelutil::command {
+namespace {
+
+void tellUnreadFile(Output& output) {
+    for (host::StartWarning& warning : host::startWarnings()) {
+        if (warning.kind == host::StartWarning::Kind::FileNotRead) {
+            output.add({Severity::Warning, std::move(warning.text),
+                        "The shipped defaults are in force until the file is mended or taken away.", std::nullopt});
+        }
+    }
+}
+
+/// Returns whether something says where the shipped defaults are. The library prints an error of its own, on standard
+/// output too, when it is asked for them without that.
+bool areDefaultsNamed() {
+    ZelU::File::Path root;
+    return file::locateRoot(root, [](const file::RootSearchStep&) {}) || prefs::namedDefaultsFile();
+}
+
+}  // namespace
+
+KnownSettings::KnownSettings(Output& output) {
+    if (areDefaultsNamed()) {
+        all_ = host::settings();
+    }
+    if (all_.empty()) {
+        output.fail("No setting is known, because no shipped defaults were read.",
+                    "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+        return;
+    }
+    tellUnreadFile(output);
+}
+
+Finding KnownSettings::unknown(const std::string& name) const {
+    std::vector<std::string> names;
+    for (const host::SettingInfo& setting : all_) {
+        names.push_back(setting.fullName);
+        names.insert(names.end(), setting.bareNames.begin(), setting.bareNames.end());
+    }
+    std::string advice = questionAbout(nearestNames(name, names));
+    if (advice.empty()) {
+        advice = "\"zelutil list\" shows all names.";
+    }
+    return {Severity::Error, "There is no setting \"" + name + "\".", std::move(advice), std::nullopt};
+}
+
+std::vector<host::SettingInfo> KnownSettings::find(const std::vector<std::string>& names, Output& output) const {
+    std::vector<host::SettingInfo> found;
+    for (const std::string& name : names) {
+        if (auto setting = host::setting(name)) {
+            found.push_back(*std::move(setting));
+        } else {
+            output.add(unknown(name));
+        }
+    }
+    return found;
+}
+
+const std::string& findableName(const host::SettingInfo& setting) {
+    return setting.foundByFullName ? setting.fullName : setting.bareNames.front();
+}
+
+void writeSetting(JsonWriter& json, const host::SettingInfo& setting) {
+    json.member("name", setting.fullName);
+    json.list("bareNames", setting.bareNames, [&](const std::string& name) { json.text(name); });
+    json.member("section", setting.section);
+    json.member("default", setting.defaultValue);
+    json.member("value", setting.value);
+    json.member("setByUser", setting.setByUser);
+}
+
+}  // namespace zelutil::command

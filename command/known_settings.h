@@ -1,0 +1,42 @@
+#ifndef ZELUTIL_COMMAND_KNOWN_SETTINGS_H
+#define ZELUTIL_COMMAND_KNOWN_SETTINGS_H
+
+#include <zelutil/host/settings.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/output.h"
+
+namespace zelutil::command {
+
+/// The settings of this installation and user, as the subcommands read them.
+class KnownSettings {
+public:
+    /// Reads them. Where there are none, `output` is told a failure; where the user's file could not be read, it is
+    /// told a finding.
+    explicit KnownSettings(Output& output);
+
+    bool areThere() const { return !all_.empty(); }
+    const std::vector<host::SettingInfo>& all() const { return all_; }
+
+    /// Returns the settings of these names, and tells `output` the unknown ones with the nearest known names. The
+    /// result is shorter than the list of names where some are unknown.
+    std::vector<host::SettingInfo> find(const std::vector<std::string>& names, Output& output) const;
+
+private:
+    Finding unknown(const std::string& name) const;
+
+    std::vector<host::SettingInfo> all_;
+};
+
+/// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.
+const std::string& findableName(const host::SettingInfo& setting);
+
+/// Writes the members that every list of settings has.
+void writeSetting(JsonWriter& json, const host::SettingInfo& setting);
+
+}  // namespace zelutil::command
+
+#endif

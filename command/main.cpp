@@ -1,0 +1,6 @@
+#include "command/command_line.h"
+#include "command/system/console.h"
+
+int main(int count, char** values) {
+    return static_cast<int>(zelutil::command::run(zelutil::command::argumentsOfProgram(count, values)));
+}

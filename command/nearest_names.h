@@ -1,0 +1,24 @@
+#ifndef ZELUTIL_COMMAND_NEAREST_NAMES_H
+#define ZELUTIL_COMMAND_NEAREST_NAMES_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelutil::command {
+
+/// Returns the number of single-character changes that make one text of the other: a character added, removed,
+/// replaced, or swapped with the next one. Letters of ASCII count as the same in both cases.
+std::size_t editDistance(std::string_view a, std::string_view b);
+
+/// Returns, nearest first, those of the known names that somebody may have meant who wrote `wanted`: at most three,
+/// each as far from it as the nearest is, or one change more, and none that differs in more than a third of it. Of
+/// names that are equally near the order is kept, and one that is known twice is returned once.
+std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& known);
+
+/// Returns "Did you mean a, b or c?", or the empty text where nothing is near.
+std::string questionAbout(const std::vector<std::string>& names);
+
+}  // namespace zelutil::command
+
+#endif

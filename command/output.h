@@ -1,0 +1,97 @@
+#ifndef ZELUTIL_COMMAND_OUTPUT_H
+#define ZELUTIL_COMMAND_OUTPUT_H
+
+#include <fmt/format.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "command/colors.h"
+#include "command/exit_code.h"
+#include "command/finding.h"
+#include "command/json_writer.h"
+
+namespace zelutil::command {
+
+/// Says what findings are to whoever calls a subcommand.
+enum class FindingsAre {
+    TheResult,    ///< They were asked for, and stand on standard output.
+    BesideResult  ///< They come with something else, which scripts read: they stand on standard error.
+};
+
+struct OutputChoices {
+    bool json = false;
+    ColorChoice color = ColorChoice::Auto;
+};
+
+/// Takes what a subcommand has to say and prints it at the end in the form that was asked for: lines for people, or one
+/// JSON text for programs:
+///
+///     {"zelutil": {"format": 1, "command": "get"}, <the subcommand's own members>,
+///      "findings": [{"severity", "text", "advice"?, "file"?, "line"?, "column"?}],
+///      "error": {"text", "advice"}}
+///
+/// "error" is there only where the work could not be done. A member may be added to a form without a new number; a
+/// change of one that is there gives the number of the next form.
+class Output {
+public:
+    static constexpr int kFormat = 1;
+
+    Output(std::string_view command, FindingsAre findingsAre, const OutputChoices& choices);
+
+    /// Adds a line for people; nothing in the JSON form. Texts from files pass through `printable` before.
+    template <typename... Values>
+    void line(fmt::format_string<Values...> format, Values&&... values) {
+        if (!json_) {
+            text_ += fmt::format(format, std::forward<Values>(values)...) + '\n';
+        }
+    }
+
+    /// Returns the text made printable and in the colour of its part.
+    std::string shown(Role role, std::string_view text) const;
+
+    /// Has `write`, which takes a `JsonWriter&`, write members in the JSON form; for people nothing is done.
+    template <typename Write>
+    void members(Write write) {
+        if (json_) {
+            write(*json_);
+        }
+    }
+
+    void add(Finding finding) { findings_.push_back(std::move(finding)); }
+
+    /// Says that the work could not be done, why, and what to do next. What was added before is printed all the same.
+    void fail(std::string text, std::string advice);
+
+    /// Prints everything and returns the exit code that follows from it. Called once.
+    ExitCode finish();
+
+private:
+    struct Failure {
+        std::string text;
+        std::string advice;
+    };
+
+    std::string linesOfFindings(const Colors& colors) const;
+    std::string linesOfFailure() const;
+    std::string errorText() const;
+    std::string jsonText();
+    ExitCode exitCode() const;
+
+    FindingsAre findingsAre_;
+    Colors colors_;
+    Colors errorColors_;
+    std::optional<JsonWriter> json_;
+    std::string text_;
+    Findings findings_;
+    std::optional<Failure> failure_;
+};
+
+/// Returns the lines that tell an error and what to do next.
+std::string errorLines(const Colors& colors, std::string_view text, std::string_view advice);
+
+}  // namespace zelutil::command
+
+#endif

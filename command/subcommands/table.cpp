@@ -1,0 +1,12 @@
+#include "command/subcommands/table.h"
+
+namespace zelutil::command {
+
+const std::vector<const Subcommand*>& subcommands() {
+    static const std::vector<const Subcommand*> all{
+        &kGet,
+    };
+    return all;
+}
+
+}  // namespace zelutil::command

@@ -1,0 +1,17 @@
+#ifndef ZELUTIL_COMMAND_SUBCOMMANDS_TABLE_H
+#define ZELUTIL_COMMAND_SUBCOMMANDS_TABLE_H
+
+#include <vector>
+
+#include "command/subcommand.h"
+
+namespace zelutil::command {
+
+extern const Subcommand kGet;
+
+/// Returns all subcommands in the order in which the help lists them.
+const std::vector<const Subcommand*>& subcommands();
+
+}  // namespace zelutil::command
+
+#endif

@@ -1,0 +1,29 @@
+#ifndef ZELUTIL_COMMAND_SYSTEM_CONSOLE_H
+#define ZELUTIL_COMMAND_SYSTEM_CONSOLE_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The command's door to the system, as src/platform/ is the library's: what a program needs of it and a library does
+/// not. One source per system defines these functions. All texts are UTF-8.
+namespace zelutil::command {
+
+enum class Stream { Output, Error };
+
+/// Returns the arguments that the program was started with, without its own name. `count` and `values` are those of
+/// `main`; they are not used where the system keeps the arguments in a better encoding.
+std::vector<std::string> argumentsOfProgram(int count, const char* const* values);
+
+/// Returns whether a person reads the stream on a terminal.
+bool isTerminal(Stream stream);
+
+/// Returns whether the stream is a terminal that shows colours, and prepares it for them.
+bool showsColors(Stream stream);
+
+/// Writes the text and returns whether all of it got there.
+bool write(Stream stream, std::string_view text);
+
+}  // namespace zelutil::command
+
+#endif

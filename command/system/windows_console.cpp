@@ -1,0 +1,85 @@
+// The console on Windows. Order and contracts: console.h.
+#include "command/system/console.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "platform/windows/windows_h.h"
+// It needs what windows.h declares.
+#include <shellapi.h>
+
+namespace zelutil::command {
+namespace {
+
+/// A console call takes at most 64 KiB at once on older systems.
+constexpr std::size_t kMostCharactersAtOnce = 16000;
+
+std::string utf8Of(const wchar_t* text) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 0) {
+        return {};
+    }
+    std::string narrow(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, narrow.data(), size, nullptr, nullptr);
+    narrow.pop_back();
+    return narrow;
+}
+
+std::wstring wideOf(std::string_view text) {
+    const int bytes = static_cast<int>(text.size());
+    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(size), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, wide.data(), size);
+    return wide;
+}
+
+HANDLE handleOf(Stream stream) { return GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE); }
+
+/// The console takes UTF-16, whatever its code page is.
+bool writeToConsole(HANDLE console, std::string_view text) {
+    const std::wstring wide = wideOf(text);
+    for (std::size_t from = 0; from < wide.size();) {
+        const std::wstring part = wide.substr(from, kMostCharactersAtOnce);
+        DWORD written = 0;
+        if (WriteConsoleW(console, part.data(), static_cast<DWORD>(part.size()), &written, nullptr) == 0 ||
+            written == 0) {
+            return false;
+        }
+        from += written;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::string> argumentsOfProgram(int /*count*/, const char* const* /*values*/) {
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> list(CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
+    std::vector<std::string> arguments;
+    for (int number = 1; list != nullptr && number < count; ++number) {
+        arguments.push_back(utf8Of(list.get()[number]));
+    }
+    return arguments;
+}
+
+bool isTerminal(Stream stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(handleOf(stream), &mode) != 0;
+}
+
+bool showsColors(Stream stream) {
+    DWORD mode = 0;
+    const HANDLE console = handleOf(stream);
+    return GetConsoleMode(console, &mode) != 0 &&
+           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+bool write(Stream stream, std::string_view text) {
+    if (isTerminal(stream)) {
+        return writeToConsole(handleOf(stream), text);
+    }
+    std::FILE* const file = stream == Stream::Output ? stdout : stderr;
+    return std::fwrite(text.data(), 1, text.size(), file) == text.size() && std::fflush(file) == 0;
+}
+
+}  // namespace zelutil::command

@@ -1,0 +1,103 @@
+#include "command/text.h"
+
+#include <fmt/format.h>
+#include <zelutil/host/native_path.h>
+
+#include <algorithm>
+
+namespace zelutil::command {
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+bool isBetween(char c, unsigned lowest, unsigned highest) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= lowest && byte <= highest;
+}
+
+bool isContinuation(char c) { return isBetween(c, 0x80, 0xBF); }
+
+/// Returns how many bytes the character that begins with this one has; 0 for a byte that begins none.
+std::size_t lengthBy(char first) {
+    if (isBetween(first, 0x00, 0x7F)) {
+        return 1;
+    }
+    if (isBetween(first, 0xC2, 0xDF)) {
+        return 2;
+    }
+    if (isBetween(first, 0xE0, 0xEF)) {
+        return 3;
+    }
+    return isBetween(first, 0xF0, 0xF4) ? 4 : 0;
+}
+
+/// Returns whether the second byte makes the character one that has a shorter form, is half of a surrogate pair or lies
+/// beyond the last one.
+bool isExcluded(char first, char second) {
+    return (first == '\xE0' && isBetween(second, 0x80, 0x9F)) || (first == '\xED' && isBetween(second, 0xA0, 0xBF)) ||
+           (first == '\xF0' && isBetween(second, 0x80, 0x8F)) || (first == '\xF4' && isBetween(second, 0x90, 0xBF));
+}
+
+/// Returns the length of the character at the beginning of the text; 0 where there is none.
+std::size_t lengthOfFirst(std::string_view text) {
+    const std::size_t length = lengthBy(text.front());
+    if (length == 0 || length > text.size()) {
+        return 0;
+    }
+    const auto rest = text.substr(1, length - 1);
+    const bool whole = std::all_of(rest.begin(), rest.end(), isContinuation);
+    return whole && (length == 1 || !isExcluded(text[0], text[1])) ? length : 0;
+}
+
+/// Calls `take` with every character, and with the replacement for every byte that belongs to none.
+template <typename Take>
+void forEachCharacter(std::string_view text, Take take) {
+    while (!text.empty()) {
+        const std::size_t length = lengthOfFirst(text);
+        take(length == 0 ? kReplacement : text.substr(0, length));
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+}
+
+std::string spelledOut(std::string_view character) {
+    switch (character.front()) {
+        case '\t':
+            return "\\t";
+        case '\n':
+            return "\\n";
+        case '\r':
+            return "\\r";
+        default:
+            return fmt::format("\\x{:02x}", static_cast<unsigned char>(character.back()));
+    }
+}
+
+/// The second range is that of U+0080 to U+009F, which some terminals obey too.
+bool isControl(std::string_view character) {
+    return isBetween(character.front(), 0x00, 0x1F) || character.front() == '\x7F' ||
+           (character.front() == '\xC2' && isBetween(character.back(), 0x80, 0x9F));
+}
+
+}  // namespace
+
+std::string validUtf8(std::string_view text) {
+    std::string valid;
+    forEachCharacter(text, [&](std::string_view character) { valid += character; });
+    return valid;
+}
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    forEachCharacter(text, [&](std::string_view character) {
+        shown += isControl(character) ? spelledOut(character) : std::string(character);
+    });
+    return shown;
+}
+
+std::string textOf(const std::filesystem::path& path) { return path.u8string(); }
+
+std::string nativeText(const std::string& libraryPath) { return textOf(host::nativePath(libraryPath)); }
+
+std::filesystem::path pathOf(const std::string& argument) { return std::filesystem::u8path(argument); }
+
+}  // namespace zelutil::command

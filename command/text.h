@@ -1,0 +1,30 @@
+#ifndef ZELUTIL_COMMAND_TEXT_H
+#define ZELUTIL_COMMAND_TEXT_H
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// Texts as the command takes and prints them, which is in UTF-8 on every system.
+namespace zelutil::command {
+
+/// Returns the text with U+FFFD in place of each byte that is no part of UTF-8.
+std::string validUtf8(std::string_view text);
+
+/// Returns the text as a line of a terminal shows it: as `validUtf8`, and with control characters spelled out.
+///
+///     "a\tb" => "a\\tb"    "\x1b[31m" => "\\x1b[31m"
+std::string printable(std::string_view text);
+
+/// Returns the system's own path, as people write it.
+std::string textOf(const std::filesystem::path& path);
+
+/// The same for a path of the library, such as `SaveResult::path`.
+std::string nativeText(const std::string& libraryPath);
+
+/// Returns the path that an argument names.
+std::filesystem::path pathOf(const std::string& argument);
+
+}  // namespace zelutil::command
+
+#endif
