@@ -24,7 +24,8 @@ void tellUnreadFile(Output& output) {
 /// output too, when it is asked for them without that.
 bool areDefaultsNamed() {
     ZelU::File::Path root;
-    return file::locateRoot(root, [](const file::RootSearchStep&) {}) || prefs::namedDefaultsFile();
+    text::SearchTrace silent(text::SearchTrace::Until::Found);
+    return file::locateRoot(root, silent) || prefs::namedDefaultsFile();
 }
 
 }  // namespace
