@@ -4,6 +4,7 @@ namespace zelutil::command {
 
 const std::vector<const Subcommand*>& subcommands() {
     static const std::vector<const Subcommand*> all{
+        &kDoctor,
         &kGet,
     };
     return all;

@@ -7,6 +7,7 @@
 
 namespace zelutil::command {
 
+extern const Subcommand kDoctor;
 extern const Subcommand kGet;
 
 /// Returns all subcommands in the order in which the help lists them.

@@ -1,0 +1,163 @@
+#include "command/doctor/candidate_text.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "command/text.h"
+#include "file/hierarchy_root.h"
+#include "platform/modules.h"
+
+namespace zelutil::command {
+namespace {
+
+using text::Candidate;
+using Source = Candidate::Source;
+using Verdict = Candidate::Verdict;
+
+struct SourceWords {
+    Source source;
+    const char* name;
+    const char* words;
+};
+
+constexpr SourceWords kSources[] = {
+    {Source::CommonLibrary, "common-library", "the tools directory of the common library"},
+    {Source::OwnFile, "own-file", "this library's own file"},
+    {Source::Variable, "variable", "the variable"},
+    {Source::SearchList, "search-list", "the search through directories begins"},
+    {Source::ListEntry, "list-entry", "a directory of"},
+    {Source::SiteDirectory, "site-directory", "the site's directory"},
+    {Source::Site, "site", "the site itself"},
+    {Source::Installation, "installation", "the installation"},
+    {Source::SetupPath, "setup-path", "the setup path, which the common library searches"},
+    {Source::UserEnvironment, "user-environment", "the user environment"},
+    {Source::CurrentDirectory, "current-directory", "the current directory"},
+    {Source::Process, "process", "the modules of the process"},
+    {Source::BesideLibrary, "beside-library", "beside this library"},
+    {Source::Loader, "loader", "where the loader looks"},
+};
+
+struct VerdictWords {
+    Verdict verdict;
+    const char* name;
+    const char* words;
+};
+
+constexpr VerdictWords kVerdicts[] = {
+    {Verdict::Taken, "taken", "taken"},
+    {Verdict::Shadowed, "shadowed", "would be taken, but an earlier one is"},
+    {Verdict::Noted, "noted", ""},
+    {Verdict::Hidden, "hidden", "does not count, because an earlier variable is set"},
+    {Verdict::NotDefined, "not-defined", "not set"},
+    {Verdict::Unknown, "unknown", "knows none"},
+    {Verdict::NoPath, "no-path", "is no path"},
+    {Verdict::NotThere, "not-there", "not there"},
+    {Verdict::NoPrograms, "no-programs", "is not in a directory tools*/bin*"},
+    {Verdict::NoLibrary, "no-library", "has no"},
+    {Verdict::NoMarker, "no-marker", "its tree has no"},
+};
+
+const SourceWords& wordsOf(Source source) {
+    return *std::find_if(std::begin(kSources), std::end(kSources),
+                         [=](const auto& row) { return row.source == source; });
+}
+
+const VerdictWords& wordsOf(Verdict verdict) {
+    return *std::find_if(std::begin(kVerdicts), std::end(kVerdicts),
+                         [=](const auto& row) { return row.verdict == verdict; });
+}
+
+/// Returns whether a text begins as a whole path does, perhaps in quotes. Else it is part of one, as a variable has it.
+bool isWholePath(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of('"'), text.size()));
+    return text.size() > 2 && text[1] == ':' && (text[2] == '\\' || text[2] == '/');
+}
+
+std::string reasonOf(const Candidate& candidate) {
+    const std::string reason = wordsOf(candidate.verdict).words;
+    switch (candidate.verdict) {
+        case Verdict::NoLibrary:
+            return reason + ' ' + platform::libraryFileName();
+        case Verdict::NoMarker:
+            return reason + ' ' + file::kMarkerOfTree;
+        case Verdict::Taken:
+        case Verdict::Shadowed:
+            return candidate.found.empty() ? reason
+                                           : reason + ", leads to \"" + nativeOrAsItStands(candidate.found) + '"';
+        default:
+            return reason;
+    }
+}
+
+}  // namespace
+
+std::string nativeOrAsItStands(std::string path) {
+    path.erase(std::remove(path.begin(), path.end(), '"'), path.end());
+    const std::string native = nativeText(path);
+    return native.empty() ? path : native;
+}
+
+std::string lineOf(const Candidate& candidate) {
+    std::string line = wordsOf(candidate.source).words;
+    if (!candidate.variable.empty()) {
+        line += ' ' + candidate.variable;
+    }
+    if (!candidate.seen.empty()) {
+        line += " \"" + (isWholePath(candidate.seen) ? nativeOrAsItStands(candidate.seen) : candidate.seen) + '"';
+    }
+    const std::string reason = reasonOf(candidate);
+    return reason.empty() ? line : line + ": " + reason;
+}
+
+std::string lineOf(const FileState& file) {
+    switch (file.kind) {
+        case FileState::Kind::NoPath:
+            return "There is no path for it.";
+        case FileState::Kind::InQuotes:
+            return "It is not opened, because its path has a blank.";
+        case FileState::Kind::NotSpellable:
+            return "The text names no file.";
+        case FileState::Kind::Missing:
+            return "It is not there.";
+        case FileState::Kind::Directory:
+            return "It is a directory.";
+        case FileState::Kind::TooLarge:
+            return "It is too large to be read: " + std::to_string(file.size) + " bytes.";
+        case FileState::Kind::Unreadable:
+            return "It cannot be read.";
+        case FileState::Kind::Malformed:
+        case FileState::Kind::Fine:
+            break;
+    }
+    return std::to_string(file.size) + " bytes" + (file.writeable ? "." : ", read-only.");
+}
+
+const char* nameOf(Source source) { return wordsOf(source).name; }
+
+const char* nameOf(Verdict verdict) { return wordsOf(verdict).name; }
+
+const char* nameOf(FileState::Kind kind) {
+    switch (kind) {
+        case FileState::Kind::NoPath:
+            return "no-path";
+        case FileState::Kind::InQuotes:
+            return "in-quotes";
+        case FileState::Kind::NotSpellable:
+            return "not-spellable";
+        case FileState::Kind::Missing:
+            return "missing";
+        case FileState::Kind::Directory:
+            return "directory";
+        case FileState::Kind::TooLarge:
+            return "too-large";
+        case FileState::Kind::Unreadable:
+            return "unreadable";
+        case FileState::Kind::Malformed:
+            return "malformed";
+        case FileState::Kind::Fine:
+            break;
+    }
+    return "fine";
+}
+
+}  // namespace zelutil::command

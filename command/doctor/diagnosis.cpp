@@ -1,0 +1,114 @@
+// The searches, one step each.
+#include "command/doctor/diagnosis.h"
+
+#include <zelutil/file/hierarchy.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "command/doctor/file_state.h"
+#include "common_library/common_library.h"
+#include "facet/facet_groups.h"
+#include "file/hierarchy_root.h"
+#include "file/hierarchy_search.h"
+#include "file/installed_file.h"
+#include "prefs/preference_files.h"
+
+namespace zelutil::command {
+namespace {
+
+using text::SearchTrace;
+using ZelU::File::Path;
+
+std::string textOf(const Path& path) { return static_cast<const char*>(path); }
+
+SearchStep commonLibraryStep() {
+    SearchTrace trace;
+    common_library::locate(trace);
+    SearchStep step{kCommonLibraryStep, "Common library", "", trace.candidates(), std::nullopt};
+    for (const text::Candidate& candidate : step.candidates) {
+        if (candidate.verdict == text::Candidate::Verdict::Taken) {
+            step.result = candidate.seen;
+        }
+    }
+    return step;
+}
+
+/// A file that the product ships is read and never written.
+SearchStep shippedFileStep(const char* name, const char* title, const std::string& path, const SearchTrace& trace) {
+    return {name, title, path, trace.candidates(), stateOfFile(path, FileUse::Shipped)};
+}
+
+SearchStep userFileStep(const char* name, const char* title, const std::string& path, const SearchTrace& trace) {
+    return {name, title, path, trace.candidates(), stateOfFile(path, FileUse::Users)};
+}
+
+class Examination {
+public:
+    Diagnosis run() {
+        // Its module is looked for once in a process, by whoever needs it first.
+        SearchStep commonLibrary = commonLibraryStep();
+        diagnosis_.missingFunctions = common_library::missingFunctions();
+        findRoot();
+        findSite();
+        findEnvironment();
+        diagnosis_.steps.push_back(std::move(commonLibrary));
+        findFiles();
+        diagnosis_.isReady = common_library::initDone();
+        diagnosis_.symptoms = symptomsOf(diagnosis_);
+        return std::move(diagnosis_);
+    }
+
+private:
+    void findRoot() {
+        SearchTrace trace;
+        diagnosis_.hasInstallation = file::locateRoot(root_, trace);
+        (diagnosis_.hasInstallation ? rootResult_ : diagnosis_.standIn) = textOf(root_);
+        diagnosis_.steps.push_back({kRootStep, "Installation", rootResult_, trace.candidates(), std::nullopt});
+    }
+
+    void findSite() {
+        SearchTrace trace;
+        const std::string site = textOf(Path(file::siteText(trace).value_or("")));
+        diagnosis_.steps.push_back({kSiteStep, "Site directory", site, trace.candidates(), std::nullopt});
+    }
+
+    void findEnvironment() {
+        SearchTrace trace;
+        const std::string directory = textOf(file::locateUserEnvironment(trace));
+        diagnosis_.steps.push_back({kEnvironmentStep, "User environment", directory, trace.candidates(), std::nullopt});
+    }
+
+    void findFiles() {
+        const Path* const root = diagnosis_.hasInstallation ? &root_ : nullptr;
+        SearchTrace defaults;
+        const std::string defaultsFile = prefs::defaultsFilePath(root, defaults);
+        diagnosis_.steps.push_back(shippedFileStep(kDefaultsStep, "Shipped defaults", defaultsFile, defaults));
+        SearchTrace read;
+        const std::string readFile = prefs::userFilePath(read);
+        diagnosis_.steps.push_back(userFileStep(kUserFileReadStep, "User's file, as it is read", readFile, read));
+        SearchTrace written;
+        const std::string writtenFile = prefs::writtenUserFilePath(written);
+        diagnosis_.steps.push_back(
+            userFileStep(kUserFileWrittenStep, "User's file, as a save writes it", writtenFile, written));
+        SearchTrace facets;
+        const std::string facetFile = file::installedSettingsFile(facet::kFacetFileName, root, facets);
+        diagnosis_.steps.push_back(shippedFileStep(kFacetsStep, "Facets", facetFile, facets));
+    }
+
+    Diagnosis diagnosis_;
+    Path root_;
+    std::string rootResult_;
+};
+
+}  // namespace
+
+const SearchStep& Diagnosis::step(const char* name) const {
+    return *std::find_if(steps.begin(), steps.end(),
+                         [name](const SearchStep& step) { return std::string_view(step.name) == name; });
+}
+
+Diagnosis diagnose() { return Examination().run(); }
+
+}  // namespace zelutil::command

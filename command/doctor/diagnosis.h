@@ -1,0 +1,126 @@
+#ifndef ZELUTIL_COMMAND_DOCTOR_DIAGNOSIS_H
+#define ZELUTIL_COMMAND_DOCTOR_DIAGNOSIS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/finding.h"
+#include "text/search_trace.h"
+
+namespace zelutil::command {
+
+/// A file that a search leads to, as the library finds it when it opens the text.
+struct FileState {
+    enum class Kind {
+        NoPath,        ///< The search leads to none.
+        InQuotes,      ///< The path has a blank and stands in double quotes, so that it is not opened.
+        NotSpellable,  ///< The text can name no file.
+        Missing,
+        Directory,
+        TooLarge,
+        Unreadable,
+        Malformed,  ///< It is no JSON that the library reads.
+        Fine,
+    };
+
+    /// A place in the file and something about it.
+    struct Remark {
+        std::string text;
+        int line = 0;
+        int column = 0;
+    };
+
+    Kind kind = Kind::NoPath;
+    std::int64_t size = 0;
+    bool writeable = true;
+    /// Why it is no JSON, with the text there.
+    std::optional<Remark> malformed;
+    /// The attribute paths that an earlier section has too, where the later one stands.
+    std::vector<Remark> repeatedSections;
+    /// Names of files beside it that an earlier save kept, or left when it was killed. Both are the system's own.
+    std::vector<std::string> keptCopies;
+    std::vector<std::string> leftovers;
+};
+
+/// A search and what came of it.
+struct SearchStep {
+    /// Identifies the step in the form for programs: "root", "user-file-read".
+    const char* name = "";
+    /// Names it for people.
+    const char* title = "";
+    /// The text that the library has as the result; empty for none.
+    std::string result;
+    std::vector<text::Candidate> candidates;
+    /// The state of the file that the result names, for a search for one.
+    std::optional<FileState> file;
+};
+
+/// Something that is wrong or worth knowing.
+struct Symptom {
+    enum class Kind {
+        NoInstallation,
+        OtherProduct,
+        NoProduct,
+        NoSite,
+        CommonLibraryLacks,
+        NotReady,
+        Blank,
+        NotSpellable,
+        Missing,
+        IsDirectory,
+        TooLarge,
+        Unreadable,
+        NotJson,
+        ReadOnly,
+        Blocked,
+        KeptCopy,
+        Leftover,
+        SectionTwice,
+        Shadowed,
+    };
+
+    Kind kind = Kind::NoInstallation;
+    /// The name of the step; empty where it concerns none alone.
+    std::string step;
+    Finding finding;
+};
+
+/// Returns the name in the form for programs: "not-json".
+const char* nameOf(Symptom::Kind kind);
+
+struct Diagnosis {
+    /// The directory that stands in for an installation after a failed search; empty for none.
+    std::string standIn;
+    bool hasInstallation = false;
+    /// Whether the common library says that its initialisation is over.
+    bool isReady = true;
+    /// The functions that the common library lacks; nothing where there is no such library.
+    std::optional<std::vector<std::string>> missingFunctions;
+    std::vector<SearchStep> steps;
+    std::vector<Symptom> symptoms;
+
+    /// Returns the step of that name, which is one of those below.
+    const SearchStep& step(const char* name) const;
+};
+
+inline constexpr char kCommonLibraryStep[] = "common-library";
+inline constexpr char kRootStep[] = "root";
+inline constexpr char kSiteStep[] = "site";
+inline constexpr char kEnvironmentStep[] = "environment";
+inline constexpr char kDefaultsStep[] = "defaults";
+inline constexpr char kUserFileReadStep[] = "user-file-read";
+inline constexpr char kUserFileWrittenStep[] = "user-file-written";
+inline constexpr char kFacetsStep[] = "facets";
+
+/// Makes every search that the library makes at its start, with traces, and looks at what they lead to. Nothing is
+/// printed or written. To be called before anything else that needs the common library, so that its search is told.
+Diagnosis diagnose();
+
+/// Returns the symptoms of what was found.
+std::vector<Symptom> symptomsOf(const Diagnosis& diagnosis);
+
+}  // namespace zelutil::command
+
+#endif

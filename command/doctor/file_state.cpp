@@ -1,0 +1,153 @@
+#include "command/doctor/file_state.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "command/text.h"
+#include "json/located_document.h"
+#include "platform/files.h"
+#include "platform/native_paths.h"
+#include "platform/replacement_name.h"
+#include "prefs/section_walk.h"
+
+namespace zelutil::command {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = FileState::Kind;
+
+constexpr std::size_t kMostShown = 40;
+
+/// Returns whether a section says something itself. One that only groups others may be there twice.
+bool hasContent(json::View section) {
+    return prefs::hasOwnSettings(section) || prefs::hasSubManager(section) ||
+           prefs::hasEntries(section.member(prefs::kOverriddenSettings));
+}
+
+FileState::Remark remark(std::string text, const json::Position& position) {
+    return {std::move(text), static_cast<int>(position.line), static_cast<int>(position.column)};
+}
+
+std::vector<FileState::Remark> repeatedSectionsIn(const json::LocatedDocument& document) {
+    std::set<std::string> paths;
+    std::vector<FileState::Remark> repeated;
+    prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
+        if (hasContent(visited.element) && !paths.insert(visited.attributePath).second) {
+            repeated.push_back(
+                remark(visited.attributePath, document.positionOf(visited.element).value_or(json::Position())));
+        }
+    });
+    return repeated;
+}
+
+/// Returns the beginning of what stands at a place, up to the line's end.
+std::string textAt(std::string_view text, std::size_t offset) {
+    const std::string_view rest = text.substr(std::min(offset, text.size()));
+    return std::string(rest.substr(0, std::min(rest.find_first_of("\r\n"), kMostShown)));
+}
+
+FileState::Remark malformedBy(const json::LocatedDocument& document) {
+    const auto failure = *document.failure();
+    const std::string there = textAt(document.text(), failure.position.offset);
+    return remark(failure.text + (there.empty() ? " The text ends there." : " There stands: " + there),
+                  failure.position);
+}
+
+/// Fills in what the bytes tell.
+void readInto(FileState& state, const std::string& path) {
+    const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
+    if (!bytes) {
+        state.kind = Kind::Unreadable;
+        return;
+    }
+    const json::LocatedDocument document(*bytes);
+    state.kind = document.valid() ? Kind::Fine : Kind::Malformed;
+    if (document.valid()) {
+        state.repeatedSections = repeatedSectionsIn(document);
+    } else {
+        state.malformed = malformedBy(document);
+    }
+}
+
+bool isKeptCopy(const fs::path& name, const fs::path& target) {
+    const platform::NativeText first = platform::keptName(target.native(), 1);
+    const platform::NativeText text = name.native();
+    if (text.compare(0, first.size(), first) != 0) {
+        return false;
+    }
+    const platform::NativeText number = text.substr(first.size());
+    const auto isDigit = [](auto c) { return c >= '0' && c <= '9'; };
+    return number.empty() ||
+           (number.size() > 1 && number.front() == '.' && std::all_of(number.begin() + 1, number.end(), isDigit));
+}
+
+/// Looks for what saves left beside the file, which may be missing itself.
+void lookBeside(FileState& state, const std::string& path) {
+    const fs::path file = platform::nativePathOf(path.c_str());
+    const fs::path target = file.filename();
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(file.parent_path(), ignored)) {
+        const fs::path name = entry.path().filename();
+        if (platform::isReplacementName(name.native(), target.native())) {
+            state.leftovers.push_back(textOf(entry.path()));
+        } else if (isKeptCopy(name, target)) {
+            state.keptCopies.push_back(textOf(entry.path()));
+        }
+    }
+    std::sort(state.leftovers.begin(), state.leftovers.end());
+    std::sort(state.keptCopies.begin(), state.keptCopies.end());
+}
+
+Kind kindOfText(const std::string& path) {
+    if (path.empty()) {
+        return Kind::NoPath;
+    }
+    if (path.front() == '"') {
+        return Kind::InQuotes;
+    }
+    return platform::namesFile(path.c_str()) ? Kind::Missing : Kind::NotSpellable;
+}
+
+}  // namespace
+
+FileState stateOfFile(const std::string& path, FileUse use) {
+    FileState state;
+    state.kind = kindOfText(path);
+    if (state.kind != Kind::Missing) {
+        return state;
+    }
+    if (use == FileUse::Users) {
+        lookBeside(state, path);
+    }
+    const auto status = platform::fileStatus(path.c_str());
+    if (!status) {
+        return state;
+    }
+    state.writeable = status->ownerWrite;
+    if (status->directory) {
+        state.kind = Kind::Directory;
+        return state;
+    }
+    state.size = status->size;
+    if (static_cast<std::uint64_t>(status->size) > json::kMaximumTextSize) {
+        state.kind = Kind::TooLarge;
+        return state;
+    }
+    readInto(state, path);
+    return state;
+}
+
+std::string blockerOf(const std::string& path) {
+    std::error_code ignored;
+    fs::path directory = platform::nativePathOf(path.c_str()).parent_path();
+    while (directory.has_relative_path() && !fs::exists(directory, ignored)) {
+        directory = directory.parent_path();
+    }
+    return directory.empty() || fs::is_directory(directory, ignored) ? std::string() : textOf(directory);
+}
+
+}  // namespace zelutil::command

@@ -1,0 +1,357 @@
+// What is wrong, and what to do about it.
+#include <zelutil/file/path.h>
+
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "command/doctor/candidate_text.h"
+#include "command/doctor/diagnosis.h"
+#include "command/doctor/file_state.h"
+#include "command/text.h"
+#include "file/hierarchy_root.h"
+#include "file/hierarchy_search.h"
+#include "platform/native_paths.h"
+#include "prefs/preference_files.h"
+
+namespace zelutil::command {
+namespace {
+
+namespace fs = std::filesystem;
+using text::Candidate;
+using ZelU::File::Path;
+using Kind = Symptom::Kind;
+using Verdict = Candidate::Verdict;
+
+std::string shown(const std::string& path) { return '"' + printable(nativeOrAsItStands(path)) + '"'; }
+
+bool isSameDirectory(const std::string& one, const std::string& other) {
+    std::error_code ignored;
+    return one == other ||
+           fs::equivalent(platform::nativePathOf(one.c_str()), platform::nativePathOf(other.c_str()), ignored);
+}
+
+std::string textOf(const Path& path) { return static_cast<const char*>(path); }
+
+/// Returns the installation that a file or directory lies in; empty for none.
+std::string installationAround(const std::string& text) {
+    for (Path directory(text); !directory.Empty(); directory = directory.Parent()) {
+        if (file::isInstallation(directory)) {
+            return textOf(directory);
+        }
+        if (textOf(directory.Parent()) == textOf(directory)) {
+            break;
+        }
+    }
+    return {};
+}
+
+class Symptoms {
+public:
+    explicit Symptoms(const Diagnosis& diagnosis) : diagnosis_(diagnosis), root_(diagnosis.step(kRootStep).result) {}
+
+    std::vector<Symptom> run() {
+        addCommonLibrary();
+        addRoot();
+        addSite();
+        addEnvironment();
+        addDefaultsVariable();
+        addFile(diagnosis_.step(kDefaultsStep));
+        const SearchStep& read = diagnosis_.step(kUserFileReadStep);
+        const SearchStep& written = diagnosis_.step(kUserFileWrittenStep);
+        addFile(read);
+        if (written.result != read.result) {
+            addFile(written);
+        }
+        addWriting(written);
+        addFile(diagnosis_.step(kFacetsStep));
+        return std::move(symptoms_);
+    }
+
+private:
+    void add(Kind kind, const char* step, std::string text, std::string advice, Severity severity = Severity::Warning) {
+        symptoms_.push_back({kind, step, {severity, std::move(text), std::move(advice), std::nullopt}});
+    }
+
+    /// The same about a file.
+    void addAbout(Kind kind, const SearchStep& step, const std::string& what, std::string advice,
+                  Severity severity = Severity::Warning) {
+        add(kind, step.name, "The file " + shown(step.result) + ' ' + what, std::move(advice), severity);
+        symptoms_.back().finding.place = Place{nativeOrAsItStands(step.result), {}, {}};
+    }
+
+    /// Adds the place to the last symptom.
+    void place(const FileState::Remark& remark) {
+        symptoms_.back().finding.place->line = remark.line;
+        symptoms_.back().finding.place->column = remark.column;
+    }
+
+    // --- The installation -------------------------------------------------------------------------------------------
+
+    void addCommonLibrary() {
+        if (diagnosis_.missingFunctions) {
+            for (const std::string& function : *diagnosis_.missingFunctions) {
+                add(Kind::CommonLibraryLacks, kCommonLibraryStep,
+                    "The common library " + shown(diagnosis_.step(kCommonLibraryStep).result) + " lacks the function " +
+                        function + '.',
+                    "Install the common library that belongs to this product.");
+            }
+        }
+        if (!diagnosis_.isReady) {
+            add(Kind::NotReady, kCommonLibraryStep,
+                "The common library is not initialised, so the installation may still change.", "", Severity::Note);
+        }
+    }
+
+    void addRoot() {
+        if (!diagnosis_.hasInstallation) {
+            const std::string standIn = diagnosis_.standIn.empty()
+                                            ? ""
+                                            : " After its first failure the library uses the directory tried last, " +
+                                                  shown(diagnosis_.standIn) + '.';
+            add(Kind::NoInstallation, kRootStep, "No installation is found." + standIn,
+                "Put the product's directory tools/bin into the PATH, or name the product in QTXROOT.");
+        }
+        for (const Candidate& candidate : diagnosis_.step(kRootStep).candidates) {
+            addRootCandidate(candidate);
+        }
+    }
+
+    void addRootCandidate(const Candidate& candidate) {
+        const bool isOfVariable = !candidate.variable.empty() && candidate.variable != "PATH";
+        if (candidate.verdict == Verdict::Hidden) {
+            // The programs are two levels below the tree.
+            addVariable(candidate.variable, textOf(Path(candidate.seen).Parent().Parent()));
+        } else if (candidate.source == Candidate::Source::ListEntry && isOfVariable) {
+            addVariable(candidate.variable, textOf(Path(candidate.seen).Parent().Parent()));
+        } else if (candidate.verdict == Verdict::Shadowed && !isSameDirectory(candidate.found, root_)) {
+            add(Kind::Shadowed, kRootStep,
+                "The installation " + shown(candidate.found) + " would be found too, but an earlier one is.", "",
+                Severity::Note);
+        }
+    }
+
+    /// A variable that names an installation.
+    void addVariable(const std::string& variable, const std::string& tree) {
+        if (isSameDirectory(tree, root_)) {
+            return;
+        }
+        if (file::isInstallation(Path(tree))) {
+            addOtherProduct(kRootStep, variable, tree);
+        } else {
+            add(Kind::NoProduct, kRootStep,
+                "The variable " + variable + " names " + shown(tree) + ", which is no installation.",
+                "Let " + variable + " name the product's directory, or unset it.");
+        }
+    }
+
+    void addOtherProduct(const char* step, const std::string& variable, const std::string& tree) {
+        add(Kind::OtherProduct, step,
+            "The variable " + variable + " points to another product's tree, " + shown(tree) + '.',
+            "Unset " + variable + ", or let it name this product.");
+    }
+
+    void addSite() {
+        const SearchStep& step = diagnosis_.step(kSiteStep);
+        if (step.candidates.empty() || step.candidates[0].verdict == Verdict::NotDefined) {
+            return;
+        }
+        if (!Path(step.result).IsDirectory()) {
+            add(Kind::NoSite, kSiteStep,
+                std::string("The variable ") + file::kSiteVariable + " names " + shown(step.candidates[0].seen) +
+                    ", which is no directory.",
+                "Let it name the site's directory, or unset it.");
+            return;
+        }
+        addTreeAround(kSiteStep, file::kSiteVariable, step.result);
+    }
+
+    /// A variable whose file or directory may lie in another product's tree.
+    void addTreeAround(const char* step, const std::string& variable, const std::string& path) {
+        const std::string tree = installationAround(path);
+        if (!tree.empty() && !isSameDirectory(tree, root_)) {
+            addOtherProduct(step, variable, tree);
+        }
+    }
+
+    void addEnvironment() {
+        const SearchStep& step = diagnosis_.step(kEnvironmentStep);
+        if (step.result.empty()) {
+            add(Kind::NotSpellable, kEnvironmentStep, "HOMEDRIVE and HOMEPATH together are no path.",
+                "Set them to the drive and the directory of the user's home.");
+        }
+    }
+
+    // --- Files ------------------------------------------------------------------------------------------------------
+
+    void addDefaultsVariable() {
+        const SearchStep& step = diagnosis_.step(kDefaultsStep);
+        for (const Candidate& candidate : step.candidates) {
+            if (candidate.source == Candidate::Source::Variable && candidate.verdict == Verdict::Taken) {
+                addTreeAround(kDefaultsStep, candidate.variable, candidate.seen);
+            }
+        }
+    }
+
+    void addFile(const SearchStep& step) {
+        addShadowed(step);
+        addState(step);
+        for (const FileState::Remark& section : step.file->repeatedSections) {
+            addAbout(Kind::SectionTwice, step, "has more than one section \"" + printable(section.text) + "\".",
+                     "Join the sections of one path into one.");
+            place(section);
+        }
+    }
+
+    void addShadowed(const SearchStep& step) {
+        for (const Candidate& candidate : step.candidates) {
+            if (candidate.verdict == Verdict::Shadowed && Path(candidate.seen).Exists()) {
+                add(Kind::Shadowed, step.name,
+                    "The file " + shown(candidate.seen) + " is there too, but " + shown(step.result) +
+                        " comes before it.",
+                    "", Severity::Note);
+            }
+        }
+    }
+
+    void addState(const SearchStep& step) {
+        const bool isShipped = isShippedFile(step);
+        switch (step.file->kind) {
+            case FileState::Kind::InQuotes:
+                return addAbout(Kind::Blank, step, "is not read or written, because its path has a blank.",
+                                "Use a path without blanks, or an application that opens paths with blanks (the option "
+                                "--paths-with-blanks shows them so).");
+            case FileState::Kind::NotSpellable:
+                return addAbout(Kind::NotSpellable, step, "cannot be opened, because its path cannot be spelled.",
+                                "Use a path with the characters of file names only.");
+            case FileState::Kind::NoPath:
+                // Without an installation, that is said already; without a home too.
+                if (isShipped && diagnosis_.hasInstallation) {
+                    addMissing(step);
+                }
+                return;
+            case FileState::Kind::Missing:
+                if (isShipped) {
+                    addMissing(step);
+                }
+                return;
+            case FileState::Kind::Directory:
+                return addAbout(Kind::IsDirectory, step, "is a directory.",
+                                "Remove the directory or give it another name.");
+            case FileState::Kind::TooLarge:
+                return addAbout(Kind::TooLarge, step, "is larger than 64 MiB, so it is not read.", "Make it smaller.");
+            case FileState::Kind::Unreadable:
+                return addAbout(Kind::Unreadable, step, "cannot be read.", "Give the user the right to read it.");
+            case FileState::Kind::Malformed:
+                return addMalformed(step);
+            case FileState::Kind::Fine:
+                return;
+        }
+    }
+
+    static bool isStep(const SearchStep& step, std::string_view name) { return step.name == name; }
+
+    static bool isShippedFile(const SearchStep& step) {
+        return isStep(step, kDefaultsStep) || isStep(step, kFacetsStep);
+    }
+
+    void addMissing(const SearchStep& step) {
+        const std::string place =
+            step.candidates.empty() || !step.result.empty() ? step.result : step.candidates.back().seen;
+        const bool isDefaults = isStep(step, kDefaultsStep);
+        add(Kind::Missing, step.name,
+            "The file " + shown(place) + " is missing, so there are no " + (isDefaults ? "settings." : "facets."),
+            "Install the product anew, or put the file there.");
+    }
+
+    void addMalformed(const SearchStep& step) {
+        addAbout(Kind::NotJson, step, "has no effect. " + printable(step.file->malformed->text),
+                 "Correct it at that place.");
+        place(*step.file->malformed);
+    }
+
+    /// The file that saves write.
+    void addWriting(const SearchStep& step) {
+        const FileState& state = *step.file;
+        if (!state.writeable && state.kind != FileState::Kind::Directory) {
+            addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
+                     "Give the user the right to write it.");
+        }
+        const std::string blocker = state.kind == FileState::Kind::Missing ? blockerOf(step.result) : "";
+        if (!blocker.empty()) {
+            addAbout(Kind::Blocked, step, "cannot be written, because \"" + printable(blocker) + "\" is no directory.",
+                     "Remove it or give it another name.");
+        }
+        for (const std::string& copy : state.keptCopies) {
+            addBeside(Kind::KeptCopy, step, copy,
+                      "is an earlier user's file that could not be read when it was replaced.",
+                      "See whether it has settings to bring back, then remove it.");
+        }
+        for (const std::string& leftover : state.leftovers) {
+            addBeside(
+                Kind::Leftover, step, leftover, "was left by a save that was ended in the middle.",
+                "The next save removes it, unless the user's file is missing: then it may hold the user's settings.");
+        }
+    }
+
+    void addBeside(Kind kind, const SearchStep& step, const std::string& file, const std::string& what,
+                   std::string advice) {
+        add(kind, step.name, "The file \"" + printable(file) + "\" " + what, std::move(advice));
+        symptoms_.back().finding.place = Place{file, {}, {}};
+    }
+
+    const Diagnosis& diagnosis_;
+    const std::string root_;
+    std::vector<Symptom> symptoms_;
+};
+
+}  // namespace
+
+const char* nameOf(Symptom::Kind kind) {
+    switch (kind) {
+        case Kind::NoInstallation:
+            return "no-installation";
+        case Kind::OtherProduct:
+            return "other-product";
+        case Kind::NoProduct:
+            return "no-product";
+        case Kind::NoSite:
+            return "no-site";
+        case Kind::CommonLibraryLacks:
+            return "common-library-lacks";
+        case Kind::NotReady:
+            return "not-ready";
+        case Kind::Blank:
+            return "blank";
+        case Kind::NotSpellable:
+            return "not-spellable";
+        case Kind::Missing:
+            return "missing";
+        case Kind::IsDirectory:
+            return "is-directory";
+        case Kind::TooLarge:
+            return "too-large";
+        case Kind::Unreadable:
+            return "unreadable";
+        case Kind::NotJson:
+            return "not-json";
+        case Kind::ReadOnly:
+            return "read-only";
+        case Kind::Blocked:
+            return "blocked";
+        case Kind::KeptCopy:
+            return "kept-copy";
+        case Kind::Leftover:
+            return "leftover";
+        case Kind::SectionTwice:
+            return "section-twice";
+        case Kind::Shadowed:
+            return "shadowed";
+    }
+    return "";
+}
+
+std::vector<Symptom> symptomsOf(const Diagnosis& diagnosis) { return Symptoms(diagnosis).run(); }
+
+}  // namespace zelutil::command

@@ -1,0 +1,440 @@
+// The command says what the library does, finds nothing in healthy trees and names what is wrong in others. Each run is
+// a process of its own.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "command/doctor_world.h"
+#include "support/common_library_stand_in.h"
+
+namespace zelutil::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::vector<std::string> kSearches = {"root",           "environment",       "defaults",
+                                            "user-file-read", "user-file-written", "facets"};
+
+/// The command's answers are those of the library. Without an installation every use but the first has another one, so
+/// each search gets a process.
+void expectAnswersOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world) {
+    if (!doctor.resultOf("root").empty()) {
+        for (const auto& [search, answer] : answersIn(world, kSearches)) {
+            EXPECT_EQ(doctor.resultOf(search), answer) << search;
+        }
+        return;
+    }
+    for (const std::string& search : kSearches) {
+        EXPECT_EQ(doctor.resultOf(search), answersIn(world, {search}).at(search)) << search;
+    }
+    EXPECT_EQ(doctor.text("standIn"), answersIn(world, {"stand-in"}).at("stand-in"));
+}
+
+// --- Healthy trees --------------------------------------------------------------------------------------------------
+
+class RandomHealth {
+public:
+    explicit RandomHealth(unsigned seed) : random_(seed) {}
+
+    void change(DoctorWorld& world) {
+        nameTheProduct(world);
+        if (chance()) {
+            writeTextFile(world.userFile(), kHealthyUser);
+        }
+        if (chance()) {
+            fs::create_directories(world.work / "site");
+            world.name("QTX_SITE", world.work / "site");
+        }
+        if (chance()) {
+            writeTextFile(world.work / "settings/named.cfg", kHealthyDefaults);
+            world.name("tessel_settings", world.work / "settings/named.cfg");
+        }
+        if (random_() % 4 == 0) {
+            world.environment["regression_testing"] = "";
+        }
+    }
+
+private:
+    bool chance() { return random_() % 2 == 0; }
+
+    void nameTheProduct(DoctorWorld& world) {
+        static const char* const variables[] = {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"};
+        const auto way = random_() % 5;
+        if (way < 3) {
+            world.name(variables[way], world.product);
+            world.setPath({world.work / "nothing"});
+        } else if (way == 3) {
+            makeInstallation(world.product, "tools/lib/64bit");
+            world.setPath({world.work / "nothing", world.product / "tools/lib/64bit"});
+        } else {
+            makeInstallation(world.other);
+            world.setPath({world.here, world.product / "tools/bin", world.other / "tools/bin"});
+        }
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(Doctor, FindsNothingInHealthyTreesAndSaysWhatTheLibraryReturns) {
+    for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        DoctorWorld world;
+        RandomHealth(seed).change(world);
+        const DoctorRun doctor(world);
+        EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings();
+        for (const NamedSymptom& symptom : doctor.symptoms()) {
+            EXPECT_TRUE(symptom.isNote && symptom.kind == "shadowed") << symptom.kind;
+        }
+        EXPECT_EQ(doctor.resultOf("root"), windowsText(world.product));
+        expectAnswersOfTheLibrary(doctor, world);
+    }
+}
+
+// --- One planted fault ----------------------------------------------------------------------------------------------
+
+struct Fault {
+    const char* name;
+    std::function<void(DoctorWorld&)> plant;
+    const char* kind;
+    std::set<std::string> steps;
+    /// Something that a finding's text has.
+    const char* said = "";
+};
+
+std::string nested(int levels) { return std::string(levels, '[') + std::string(levels, ']'); }
+
+void makeLarge(const fs::path& file) {
+    writeTextFile(file, "{}");
+    fs::resize_file(file, (std::uint64_t{64} << 20) + 1);
+}
+
+void replaceByDirectory(const fs::path& file) {
+    fs::remove(file);
+    fs::create_directories(file);
+}
+
+void moveHome(DoctorWorld& world, const fs::path& home) {
+    world.home = home;
+    fs::create_directories(home);
+    world.setHome(home);
+}
+
+void moveProduct(DoctorWorld& world, const fs::path& product) {
+    fs::rename(world.product, product);
+    world.product = product;
+    world.setPath({product / "tools/bin"});
+}
+
+constexpr char kTwice[] = R"({"meta":[{"header":"S","attribute":"s","tclCommand":"t","defaultsettings":[],"children":)"
+                          R"([{"header":"I","attribute":"i","tclCommand":"t","defaultsettings":[]}]},)"
+                          R"({"header":"S","attribute":"s::i","tclCommand":"t","defaultsettings":[]}]})";
+constexpr char kUserTwice[] = R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"value":"2"}]},)"
+                              R"({"header":"S","attribute":"s","overriddensettings":[{"value":"3"}]}]})";
+
+const std::vector<Fault> kFaults = {
+    // No installation.
+    {"marker missing",
+     [](auto& w) { fs::remove(w.product / "share/pcb/zelmgr/zeldict.l"); },
+     "no-installation",
+     {"root"}},
+    {"library missing",
+     [](auto& w) { fs::remove(w.product / "tools/bin" / libraryFileName()); },
+     "no-installation",
+     {"root"}},
+    {"empty PATH", [](auto& w) { w.environment["PATH"] = ""; }, "no-installation", {"root"}},
+    {"PATH without the product",
+     [](auto& w) {
+         w.setPath({w.here, w.home});
+     },
+     "no-installation",
+     {"root"},
+     "uses the directory tried last"},
+    // Variables that name something else.
+    {"hidden variable of another product",
+     [](auto& w) {
+         makeInstallation(w.other);
+         w.name("QTXROOT", w.product);
+         w.name("QTX_ROOT", w.other);
+     },
+     "other-product",
+     {"root"},
+     "The variable QTX_ROOT"},
+    {"last variable of another product",
+     [](auto& w) {
+         makeInstallation(w.other);
+         w.name("QTXROOT", w.product);
+         w.name("QTXINSTDIR", w.other);
+     },
+     "other-product",
+     {"root"},
+     "The variable QTXINSTDIR"},
+    {"variable of nothing", [](auto& w) { w.name("QTXROOT", w.work / "nothing"); }, "no-product", {"root"}},
+    {"variable of the tools", [](auto& w) { w.name("QTX_ROOT", w.product / "tools"); }, "no-product", {"root"}},
+    {"hidden variable of nothing",
+     [](auto& w) {
+         w.name("QTXROOT", w.product);
+         w.name("QTX_ROOT", w.home);
+     },
+     "no-product",
+     {"root"},
+     "The variable QTX_ROOT"},
+    {"variable of a tree without the library",
+     [](auto& w) {
+         writeTextFile(w.other / "tools/bin/readme", "");
+         w.name("QTXINSTDIR", w.other);
+     },
+     "no-product",
+     {"root"}},
+    {"named defaults of another product",
+     [](auto& w) {
+         makeInstallation(w.other);
+         writeTextFile(w.other / "share/d.cfg", kHealthyDefaults);
+         w.name("tessel_settings", w.other / "share/d.cfg");
+     },
+     "other-product",
+     {"defaults"},
+     "The variable tessel_settings"},
+    {"site in another product",
+     [](auto& w) {
+         makeInstallation(w.other);
+         fs::create_directories(w.other / "share/local");
+         w.name("QTX_SITE", w.other / "share/local");
+     },
+     "other-product",
+     {"site"}},
+    {"site of nothing", [](auto& w) { w.name("QTX_SITE", w.work / "nothing"); }, "no-site", {"site"}},
+    {"site that is a file",
+     [](auto& w) {
+         writeTextFile(w.work / "site", "");
+         w.name("QTX_SITE", w.work / "site");
+     },
+     "no-site",
+     {"site"}},
+    // The shipped files.
+    {"named defaults missing",
+     [](auto& w) { w.name("tessel_settings", w.work / "none.cfg"); },
+     "missing",
+     {"defaults"}},
+    {"named defaults empty", [](auto& w) { w.environment["tessel_settings"] = ""; }, "missing", {"defaults"}},
+    {"named defaults a directory",
+     [](auto& w) { w.name("tessel_settings", w.work.path()); },
+     "is-directory",
+     {"defaults"}},
+    {"named defaults not spellable",
+     [](auto& w) { w.environment["tessel_settings"] = "Z:\\a*b"; },
+     "not-spellable",
+     {"defaults"}},
+    {"defaults missing", [](auto& w) { fs::remove(w.defaults()); }, "missing", {"defaults"}, "no settings"},
+    {"facets missing", [](auto& w) { fs::remove(w.facets()); }, "missing", {"facets"}, "no facets"},
+    {"defaults a directory", [](auto& w) { replaceByDirectory(w.defaults()); }, "is-directory", {"defaults"}},
+    {"facets a directory", [](auto& w) { replaceByDirectory(w.facets()); }, "is-directory", {"facets"}},
+    {"defaults with a comma too many",
+     [](auto& w) { writeTextFile(w.defaults(), "{\"meta\":[],}"); },
+     "not-json",
+     {"defaults"}},
+    {"defaults empty", [](auto& w) { writeTextFile(w.defaults(), ""); }, "not-json", {"defaults"}},
+    {"facets cut off", [](auto& w) { writeTextFile(w.facets(), "{\"meta\":["); }, "not-json", {"facets"}},
+    {"defaults too deep",
+     [](auto& w) { writeTextFile(w.defaults(), nested(1100)); },
+     "not-json",
+     {"defaults"},
+     "1024 levels"},
+    {"defaults too large", [](auto& w) { makeLarge(w.defaults()); }, "too-large", {"defaults"}},
+    {"facets too large", [](auto& w) { makeLarge(w.facets()); }, "too-large", {"facets"}},
+    {"two sections of the defaults",
+     [](auto& w) { writeTextFile(w.defaults(), kTwice); },
+     "section-twice",
+     {"defaults"},
+     "\"s::i\""},
+    // The user's file.
+    {"user's file without a comma",
+     [](auto& w) { writeTextFile(w.userFile(), "{\"meta\":[]\n\"a\":1}"); },
+     "not-json",
+     {"user-file-read"}},
+    {"user's file with an infinite number",
+     [](auto& w) { writeTextFile(w.userFile(), "{\"a\":1e999}"); },
+     "not-json",
+     {"user-file-read"}},
+    {"user's file too deep",
+     [](auto& w) { writeTextFile(w.userFile(), nested(1025)); },
+     "not-json",
+     {"user-file-read"},
+     "1024 levels"},
+    {"user's file too large", [](auto& w) { makeLarge(w.userFile()); }, "too-large", {"user-file-read"}},
+    {"user's file a directory",
+     [](auto& w) { fs::create_directories(w.userFile()); },
+     "is-directory",
+     {"user-file-read"}},
+    {"user's file read-only",
+     [](auto& w) {
+         writeTextFile(w.userFile(), kHealthyUser);
+         const auto writing = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+         fs::permissions(w.userFile(), writing, fs::perm_options::remove);
+     },
+     "read-only",
+     {"user-file-written"}},
+    {"two sections of the user",
+     [](auto& w) { writeTextFile(w.userFile(), kUserTwice); },
+     "section-twice",
+     {"user-file-read"},
+     "\"s\""},
+    {"kept copy",
+     [](auto& w) { writeTextFile(w.userFile().string() + ".bad", "{"); },
+     "kept-copy",
+     {"user-file-written"}},
+    {"second kept copy",
+     [](auto& w) { writeTextFile(w.userFile().string() + ".bad.2", "{"); },
+     "kept-copy",
+     {"user-file-written"}},
+    {"leftover",
+     [](auto& w) { writeTextFile(w.userFile().string() + ".zelutil-00001a2b-00000007.tmp", "{"); },
+     "leftover",
+     {"user-file-written"}},
+    {"environment a file", [](auto& w) { writeTextFile(w.home / "pcbenv", ""); }, "blocked", {"user-file-written"}},
+    // Paths.
+    {"blank in the home", [](auto& w) { moveHome(w, w.work / "two words"); }, "blank", {"user-file-read"}},
+    {"blank in the product", [](auto& w) { moveProduct(w, w.work / "two words"); }, "blank", {"defaults", "facets"}},
+    {"blank where a test saves",
+     [](auto& w) {
+         w.here = w.work / "two words";
+         fs::create_directories(w.here);
+         w.environment["regression_testing"] = "";
+     },
+     "blank",
+     {"user-file-written"}},
+    {"home that is no path", [](auto& w) { w.environment["HOMEPATH"] = "\\a?b"; }, "not-spellable", {"environment"}},
+    // The common library.
+    {"common library without its search",
+     [](auto& w) {
+         const std::string directory = systemText(commonLibraryDirectory("without_search"));
+         w.environment[loaderPathVariable()] = systemList({systemText(w.product / "tools/bin"), directory});
+     },
+     "common-library-lacks",
+     {"common-library"},
+     "wemSearch"},
+};
+
+TEST(Doctor, NamesEachPlantedFaultAndNothingElse) {
+    ASSERT_GE(kFaults.size(), 40U);
+    for (const Fault& fault : kFaults) {
+        SCOPED_TRACE(fault.name);
+        DoctorWorld world;
+        fault.plant(world);
+        const DoctorRun doctor(world);
+        EXPECT_EQ(doctor.result.exitCode, 1);
+        std::set<std::string> steps;
+        for (const NamedSymptom& symptom : doctor.symptoms()) {
+            if (!symptom.isNote) {
+                EXPECT_EQ(symptom.kind, fault.kind) << doctor.findings();
+                steps.insert(symptom.step);
+            }
+        }
+        EXPECT_EQ(steps, fault.steps) << doctor.findings();
+        EXPECT_NE(doctor.findings().find(fault.said), std::string::npos) << doctor.findings();
+        expectAnswersOfTheLibrary(doctor, world);
+    }
+}
+
+// --- Places ---------------------------------------------------------------------------------------------------------
+
+struct PlaceRow {
+    const char* text;
+    int line;
+    int column;
+    const char* there;
+};
+
+constexpr PlaceRow kPlaces[] = {
+    {"{\"meta\":[]\n\"a\":1}", 2, 1, "There stands: \"a\":1}"},
+    {"{\"meta\": [\n  {\"header\": ?}\n]}", 2, 14, "There stands: ?}"},
+    {"{\"meta\":[", 1, 10, "The text ends there."},
+    {kUserTwice, 1, 0, "more than one section \"s\""},
+};
+
+TEST(Doctor, SaysInWhichLineAndColumnAFileIsWrong) {
+    for (const PlaceRow& row : kPlaces) {
+        SCOPED_TRACE(row.text);
+        DoctorWorld world;
+        writeTextFile(world.userFile(), row.text);
+        const DoctorRun doctor(world);
+        const auto findings = doctor.document.root().member("findings").elements();
+        ASSERT_FALSE(findings.empty());
+        const json::View finding = *findings.begin();
+        EXPECT_EQ(finding.member("file").text(), world.userFile().string());
+        EXPECT_EQ(finding.member("line").integer(), row.line);
+        // The second section begins behind the first one and its comma.
+        const std::string text = row.text;
+        const int column = row.column != 0 ? row.column : static_cast<int>(text.find(",{\"header\"")) + 2;
+        EXPECT_EQ(finding.member("column").integer(), column);
+        EXPECT_NE(doctor.findings().find(row.there), std::string::npos) << doctor.findings();
+    }
+}
+
+// --- The command in its place ---------------------------------------------------------------------------------------
+
+/// Copies a program and the modules that the compiler's runtime has beside it.
+fs::path installedIn(const fs::path& directory, const fs::path& program) {
+    fs::create_directories(directory);
+    for (const fs::directory_entry& entry : fs::directory_iterator(program.parent_path())) {
+        const std::string name = entry.path().filename().string();
+        if (entry.path() == program || (entry.path().extension() == ".dll" && name.rfind("lib", 0) == 0)) {
+            fs::copy(entry.path(), directory, fs::copy_options::overwrite_existing);
+        }
+    }
+    return directory / program.filename();
+}
+
+TEST(Doctor, BesideTheLibraryFindsTheProductByItsOwnFile) {
+    DoctorWorld world;
+    world.setPath({world.here});
+    const fs::path program = installedIn(world.product / "tools/bin", ZELUTIL_TEST_COMMAND);
+    const DoctorRun doctor(world, program);
+    EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings();
+    EXPECT_EQ(doctor.resultOf("root"), windowsText(world.product));
+    EXPECT_EQ(doctor.resultOf("defaults"), windowsText(world.defaults()));
+}
+
+TEST(Doctor, NamesAVariableOfAnotherProductThatDoesNotCount) {
+    DoctorWorld world;
+    makeInstallation(world.other);
+    world.name("QTXROOT", world.other);
+    const fs::path program = installedIn(world.product / "tools/bin", ZELUTIL_TEST_COMMAND);
+    const DoctorRun doctor(world, program);
+    EXPECT_EQ(doctor.result.exitCode, 1);
+    EXPECT_EQ(doctor.resultOf("root"), windowsText(world.product));
+    ASSERT_EQ(doctor.symptoms().size(), 1U);
+    EXPECT_EQ(doctor.symptoms()[0].kind, "other-product");
+}
+
+// --- The text for people --------------------------------------------------------------------------------------------
+
+TEST(Doctor, SaysForPeopleWhatWasTakenAndWhyTheRestWasNot) {
+    DoctorWorld world;
+    world.setPath({world.here, world.product / "tools/bin"});
+    const ChildResult result = run({ZELUTIL_TEST_COMMAND, {"doctor"}, world.environment, world.here});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    const auto quoted = [](const fs::path& path) { return '"' + fs::path(path).make_preferred().string() + '"'; };
+    const std::string programs = quoted(world.product / "tools/bin");
+    for (const std::string& line : {
+             "Installation: " + quoted(world.product),
+             std::string("  - the tools directory of the common library: knows none"),
+             std::string("  - the variable QTXROOT: not set"),
+             "  - a directory of PATH " + quoted(world.here) + ": has no " + libraryFileName(),
+             "  + a directory of PATH " + programs + ": taken, leads to " + quoted(world.product),
+             "  - the variable HOMEDRIVE \"" + *world.environment["HOMEDRIVE"] + '"',
+             "  + the installation " + quoted(world.defaults()) + ": taken",
+             "    " + std::to_string(std::string(kHealthyDefaults).size()) + " bytes.",
+             std::string("    It is not there."),
+         }) {
+        EXPECT_NE(('\n' + result.out).find('\n' + line + '\n'), std::string::npos) << line << '\n' << result.out;
+    }
+}
+
+}  // namespace
+}  // namespace zelutil::test
