@@ -102,6 +102,21 @@ TEST(SettingsJournal, HasAfterASaveWhatTheFileHasInsteadOfWhatIsInForce) {
     EXPECT_EQ(journalOf(process.catalogue()), (Journal{{0, {"9", false}}}));
 }
 
+// The old kind of save writes a value into every section with a definition of that full name, also into one that only
+// groups others. There nobody reads it, whatever the name means elsewhere.
+TEST(SettingsJournal, HasAfterASaveOfTheOldKindNothingOfASectionThatIsNotRead) {
+    const std::string group =
+        R"({"header":"H","attribute":"h","defaultsettings":[{"name":"x","value":"1"}],"children":[]})";
+    const std::string defaults =
+        fileWith({defined("g", {"h::x"}, ",\"children\":[" + group + "]"), defined("b", {"x"})});
+    FileText file;
+    SettingsProcess process(defaults, file);
+    ASSERT_TRUE(process.saveThroughOldDoor(file, {{"g::h::x", "5"}}));
+    EXPECT_EQ(entriesOf(*file), "g: [{\"h::x\":\"5\"}]\ng::h: [{\"x\":\"5\"}]\nb: []\n");
+    EXPECT_EQ(userValuesOf(catalogueOfTexts(defaults, *file)), (std::vector<UserValue>{"5", std::nullopt}));
+    EXPECT_EQ(journalOf(process.catalogue()), Journal());
+}
+
 // Two settings are misnamed: the one that is lost, and the one that gets its value.
 TEST(SettingsJournal, HasAfterASaveOfTheOldKindWhatItsFileSaysInsteadOfWhatIsMeant) {
     FileText file;
