@@ -3,11 +3,9 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/prefs/user_preference_server.h>
 
-#include <cstdint>
 #include <memory>
 #include <new>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "actions/manager_access.h"
@@ -71,36 +69,6 @@ FileNow read(const std::string& path) {
     return {std::nullopt, prefs::UserSettingsFile::Seen::No};
 }
 
-/// Returns what the file of the start had for the actions. A text that a host has loaded since is not in the file.
-std::string actionsTextAtStart(const prefs::Catalogue& catalogue) {
-    const auto text = catalogue.userSubManagerTexts().find(prefs::SubManagerType::Actions);
-    return text == catalogue.userSubManagerTexts().end() ? std::string() : text->second;
-}
-
-/// Brings the state up to the last time that this process read or wrote the file.
-void bringUpToDate(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file) {
-    SaveState& state = saveState();
-    if (!state.path) {
-        state.actions = baseOfFile(actionsTextAtStart(catalogue));
-        state.path = file.pathAtStart();
-    }
-    if (auto written = catalogue.handedOver().takeActions()) {
-        state.actions = baseAfterHostsText(currentActions(), state.actions, std::move(written->text));
-        state.path = std::move(written->path);
-    }
-}
-
-/// Nothing is known of a file that this process has neither read nor written, as after the home has changed. One of the
-/// same contents is the known one, under another name.
-void forgetOtherFile(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file, const std::string& path,
-                     const FileNow& now) {
-    SaveState& state = saveState();
-    if (state.path != path && !(now.text && file.knows(*now.text))) {
-        catalogue.restartJournalForUnknownFile();
-        state.actions = baseOfFile({});
-    }
-}
-
 struct Planned {
     FileNow now;
     SavePlan plan;
@@ -108,10 +76,10 @@ struct Planned {
 
 Planned readAndPlan(prefs::Catalogue& catalogue, const prefs::UserSettingsFile& file, const SettingsRequest& request,
                     const std::string& path) {
-    bringUpToDate(catalogue, file);
+    bringUpToDate(catalogue, currentActions(), file);
     Planned planned;
     planned.now = read(path);
-    forgetOtherFile(catalogue, file, path, planned.now);
+    forgetOtherFile(catalogue, file, path, planned.now.text);
     planned.plan = planSave(catalogue, currentActions(), saveState(), request, planned.now.text);
     return planned;
 }
@@ -136,20 +104,6 @@ Status write(prefs::UserSettingsFile& file, const Planned& planned, SaveResult& 
     auto written = file.write(result.path, *planned.plan.text, seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
-}
-
-/// Remembers the state with which the next save compares what is in force and what is in the file.
-void remember(prefs::Catalogue& catalogue, SavePlan& plan, std::optional<std::string> path) noexcept {
-    SaveState& state = saveState();
-    catalogue.restartJournal(std::move(plan.settings.journal));
-    catalogue.handedOver().settle();
-    if (plan.savesActions) {
-        state.actions = std::move(plan.actions.base);
-        state.resetActions.clear();
-    }
-    if (path) {
-        state.path = std::move(path);
-    }
 }
 
 /// Sets the text of the result. A lack of memory for it undoes nothing that was done.
@@ -246,23 +200,13 @@ SaveResult unlessTooDeep(Work work) {
     return result;
 }
 
-void rememberReset(std::set<int> touched) {
-    SaveState& state = saveState();
-    const std::uint64_t load = currentActions().loads();
-    if (state.resetLoad != load) {
-        state.resetActions.clear();
-        state.resetLoad = load;
-    }
-    state.resetActions.merge(touched);
-}
-
 /// `reset` edits the actions and returns what it did. Observers of the actions may save meanwhile.
 template <typename Reset>
 SaveResult saveAfter(Reset reset) {
     return unlessTooDeep([&](SaveResult& result) {
         if (currentPreferences() != nullptr) {
             ActionsReset done = reset(currentActions());
-            rememberReset(std::move(done.touched));
+            rememberReset(currentActions(), std::move(done.touched));
             result.notRestored = std::move(done.refused);
         }
         saveNow({}, result);
