@@ -44,11 +44,14 @@ ActionsBase wholeBase(const ActionCatalogue& current, const ActionsBase& before)
     return base;
 }
 
-/// Has the base share one property of an action with the file, in which this process changed it.
+/// Has the base share one property of an action with the file, in which this process changed it. Where the file is
+/// still to get what another process saved, only a new value that a host handed over is a change.
 template <typename T>
-void share(T ActionValues::*property, const ActionValues& written, const ActionValues& before, ActionValues& inForce,
-           ActionValues& aim) {
-    if (written.*property != before.*property && inForce.*property == aim.*property) {
+void share(T ActionValues::*property, const ActionValues& written, const ActionValues& before, bool isHosts,
+           ActionValues& inForce, ActionValues& aim) {
+    const bool isPending = inForce.*property != aim.*property;
+    const bool isNew = isHosts && written.*property != inForce.*property;
+    if (written.*property != before.*property && (!isPending || isNew)) {
         inForce.*property = written.*property;
         aim.*property = written.*property;
     }
@@ -137,15 +140,16 @@ ActionsBase baseOfFile(std::string fileText) {
     return base;
 }
 
-ActionsBase baseAfterHostsText(const ActionCatalogue& current, const ActionsBase& before, std::string text) {
+ActionsBase baseAfterOldSave(const ActionCatalogue& current, const ActionsBase& before, std::string text,
+                             bool isHosts) {
     ActionsBase base = wholeBase(current, before);
     const ActionValuesById fileBefore = loadedState(current, *base.fileText).values;
     const ActionState state = loadedState(current, text);
     for (const auto& [id, written] : state.values) {
         const auto known = fileBefore.find(id);
         const ActionValues inFileBefore = known == fileBefore.end() ? ActionValues() : known->second;
-        share(&ActionValues::shortcut, written, inFileBefore, base.inForce[id], base.aim[id]);
-        share(&ActionValues::inMenu, written, inFileBefore, base.inForce[id], base.aim[id]);
+        share(&ActionValues::shortcut, written, inFileBefore, isHosts, base.inForce[id], base.aim[id]);
+        share(&ActionValues::inMenu, written, inFileBefore, isHosts, base.inForce[id], base.aim[id]);
     }
     base.aimHolders = heldIn(state, base);
     base.isPlanned = false;

@@ -51,10 +51,12 @@ struct ActionsBase {
 /// Returns the base of a process that knows no more of its file than its text for the actions.
 ActionsBase baseOfFile(std::string fileText);
 
-/// Returns the base after a host has had the file written with another text for the actions. What it changed there is
-/// what this process and the file have in common; an action for which the file had what another process saved is still
-/// to get that.
-ActionsBase baseAfterHostsText(const actions::ActionCatalogue& current, const ActionsBase& before, std::string text);
+/// Returns the base after a save by the old calls has written the file with another text for the actions: one that the
+/// host handed over (`isHosts`), or that of the start. What it changed there is what this process and the file have in
+/// common; an action for which the file had what another process saved is still to get that, unless the host had given
+/// it something else by then.
+ActionsBase baseAfterOldSave(const actions::ActionCatalogue& current, const ActionsBase& before, std::string text,
+                             bool isHosts);
 
 /// Returns whether two user's texts bring about the same when they are loaded after the shipped text of the catalogue.
 bool bringAboutTheSame(const actions::ActionCatalogue& current, std::string_view one, std::string_view other);

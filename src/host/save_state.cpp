@@ -29,7 +29,7 @@ void bringUpToDate(prefs::Catalogue& settings, const actions::ActionCatalogue& a
         state.path = file.pathAtStart();
     }
     if (auto written = settings.handedOver().takeActions()) {
-        state.actions = baseAfterHostsText(actions, state.actions, std::move(written->text));
+        state.actions = baseAfterOldSave(actions, state.actions, std::move(written->text), written->isHosts);
         state.path = std::move(written->path);
     }
 }

@@ -18,6 +18,8 @@ public:
         std::string path;
         /// Empty where the file got nothing.
         std::string text;
+        /// Whether a host handed the text over; else it is that of the start.
+        bool isHosts = false;
     };
 
     /// `actions` says what a file holds since a save that was handed `texts`. It has none of the texts that were handed

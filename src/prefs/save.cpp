@@ -10,16 +10,25 @@
 namespace zelutil::prefs {
 namespace {
 
+bool isIn(const SavePlan& plan, SubManagerType type, const std::string& text) {
+    const auto found = plan.changedTexts.find(type);
+    return found != plan.changedTexts.end() && found->second == text;
+}
+
 /// Returns the texts that a host handed over and that the plan has.
 SubManagerTexts handedOver(const SavePlan& plan, const SubManagerTexts& texts) {
     SubManagerTexts handed;
     for (const auto& [type, text] : texts) {
-        const auto found = plan.changedTexts.find(type);
-        if (type != SubManagerType::Actions && found != plan.changedTexts.end() && found->second == text) {
+        if (type != SubManagerType::Actions && isIn(plan, type, text)) {
             handed.emplace(type, text);
         }
     }
     return handed;
+}
+
+bool hasHostsActions(const SavePlan& plan, const SubManagerTexts& texts) {
+    const auto handed = texts.find(SubManagerType::Actions);
+    return handed != texts.end() && isIn(plan, handed->first, handed->second);
 }
 
 }  // namespace
@@ -34,10 +43,11 @@ void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& reque
     }
     // Before anything is done, for it needs memory.
     SubManagerTexts texts = handedOver(*plan, request.subManagerTexts);
+    const bool isHosts = hasHostsActions(*plan, request.subManagerTexts);
     catalogue.putInForce(std::move(plan->newValues));
     if (plan->fileText && file.write(path, *plan->fileText).written == UserSettingsFile::Written::Yes) {
         catalogue.restartJournal(std::move(plan->journal));
-        catalogue.handedOver().written({std::move(path), std::move(plan->actionsText)}, std::move(texts));
+        catalogue.handedOver().written({std::move(path), std::move(plan->actionsText), isHosts}, std::move(texts));
     } else {
         catalogue.handedOver().notWritten(std::move(texts));
     }

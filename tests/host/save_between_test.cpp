@@ -157,6 +157,31 @@ TEST_F(SaveBetween, WhatTheOldCallOverwroteOfAnotherProcessIsWrittenAgain) {
     EXPECT_THAT(file(), HasSubstr("F8"));
 }
 
+TEST_F(SaveBetween, WhatTheTextOfTheStartOverwroteOfAnotherProcessIsWrittenAgain) {
+    world_.writeUser(userFileWith(R"({"id":2,"shortcut":"F6"})"));
+    ASSERT_TRUE(actions().updateShortcut(2, "F7"));
+    expectOurs(host::save(), {2});
+    world_.writeUser(userFileWith(R"({"id":2,"shortcut":"F8"})"));
+    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(2));
+    preferences().updateUserPrefSettings({{"unit", "inch"}}, {});
+    EXPECT_THAT(file(), HasSubstr("F6"));
+    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(2));
+    EXPECT_THAT(file(), HasSubstr("F8"));
+}
+
+TEST_F(SaveBetween, AShortcutThatTheOldCallPutOverAnotherProcesssIsGoneWhenItWasSetBack) {
+    preferences();
+    world_.writeUser(userFileWith(R"({"id":2,"shortcut":"F8"})"));
+    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(2));
+    ASSERT_TRUE(actions().updateShortcut(2, "F6"));
+    saveActionsByTheOldCall();
+    EXPECT_THAT(file(), Not(HasSubstr("F8")));
+    ASSERT_TRUE(actions().updateShortcut(2, "F2"));
+    expectOurs(host::save(), {});
+    EXPECT_THAT(file(), Not(HasSubstr("F8")));
+    EXPECT_THAT(file(), Not(HasSubstr("F6")));
+}
+
 TEST_F(SaveBetween, ATextThatTheOldCallCouldNotWriteIsWritten) {
     preferences();
     fs::create_directories(world_.userFile());
