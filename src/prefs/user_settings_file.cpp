@@ -117,8 +117,19 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path, std::string& ke
 /// It may be readable again by now, but then the text was made without it.
 bool UserSettingsFile::mayBeOverwrittenUnread(const std::string& path, std::string& keptCopy) {
     const auto file = platform::readWhole(path.c_str(), kLargestFileKept);
-    const bool isEmpty = file.bytes && file.bytes->empty();
-    return !file.mayBeThere || isEmpty || keep(path, std::nullopt, keptCopy);
+    if (!file.mayBeThere || (file.bytes && file.bytes->empty())) {
+        return true;
+    }
+    if (file.bytes && isLastCopyOf(path, *file.bytes)) {
+        keptCopy = lastCopy_;
+        return true;
+    }
+    return keep(path, std::nullopt, keptCopy);
+}
+
+/// Returns whether an earlier writing, which failed, has kept these bytes already.
+bool UserSettingsFile::isLastCopyOf(const std::string& path, const std::string& bytes) const {
+    return path == lastCopied_ && platform::readWhole(lastCopy_.c_str(), kLargestFileKept).bytes == bytes;
 }
 
 /// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced
@@ -143,6 +154,8 @@ bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> 
     if (!copy) {
         return false;
     }
+    lastCopied_ = path;
+    lastCopy_ = *copy;
     keptCopy = std::move(*copy);
     // A file that cannot be overwritten in spite of that is not to be kept at every save.
     know(path, contents);

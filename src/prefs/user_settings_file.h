@@ -49,7 +49,7 @@ public:
 
     struct WriteResult {
         Written written = Written::No;
-        /// The copy that this writing kept of the old file; empty for none.
+        /// The copy that this writing, or a failed one before it, kept of the old file; empty for none.
         std::string keptCopy;
     };
 
@@ -92,6 +92,7 @@ private:
     bool mayBeOverwritten(const std::string& path, std::string& keptCopy);
     bool mayBeOverwrittenUnread(const std::string& path, std::string& keptCopy);
     bool mayBeOverwrittenUnseen(const std::string& path, std::string& keptCopy);
+    bool isLastCopyOf(const std::string& path, const std::string& bytes) const;
     bool mayBeTheUnread(const std::string& path) const;
     bool keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy);
     void know(const std::string& path, std::optional<Fingerprint> contents);
@@ -103,6 +104,9 @@ private:
     /// Path and contents of the file that was read, written or kept last.
     std::string knownPath_;
     std::optional<Fingerprint> knownContents_;
+    /// Path of the file that was kept last, and of the copy.
+    std::string lastCopied_;
+    std::string lastCopy_;
 };
 
 }  // namespace zelutil::prefs

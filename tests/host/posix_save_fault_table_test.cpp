@@ -228,6 +228,39 @@ TEST_F(SaveOfAnOrdinaryUser, AReadOnlyFileStaysAndIsToldOf) {
     EXPECT_TRUE(has(fileText(), "\"mine\""));
 }
 
+/// A copy is kept of what a new file would lack.
+TEST_F(SaveOfAnOrdinaryUser, AFileThatCannotBeOverwrittenIsKeptOnceHoweverOftenThatIsTried) {
+    const std::string theirs = R"({"meta":[{"header":"Part","attribute":"part0","overriddensettings":[]},"lost"]})";
+    writeTextFile(world_.userFile(), theirs);
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0444), 0);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const SaveResult result = saveMine();
+        expectToldAndTriedAgain(result, Status::NotWritten);
+        EXPECT_EQ(result.keptCopy, result.path + ".bad");
+        EXPECT_EQ(filesBeside(), 1);
+    }
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0644), 0);
+    const SaveResult saved = saveMine();
+    EXPECT_EQ(saved.status, Status::Saved);
+    EXPECT_EQ(saved.keptCopy, saved.path + ".bad");
+    EXPECT_EQ(filesBeside(), 1);
+    EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
+}
+
+TEST_F(SaveOfAnOrdinaryUser, AFileThatHasChangedOrWhoseCopyIsGoneIsKeptAgain) {
+    const std::string theirs = R"({"meta":["lost"]})";
+    writeTextFile(world_.userFile(), theirs);
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0444), 0);
+    const std::string copy = saveMine().keptCopy;
+    fs::remove(fileOfText(copy));
+    EXPECT_EQ(saveMine().keptCopy, copy);
+    EXPECT_EQ(readTextFile(fileOfText(copy)), theirs);
+    writeTextFile(world_.userFile(), R"({"meta":["more"]})");
+    EXPECT_EQ(saveMine().keptCopy, copy + ".2");
+    EXPECT_EQ(readTextFile(fileOfText(copy + ".2")), R"({"meta":["more"]})");
+    EXPECT_EQ(filesBeside(), 2);
+}
+
 TEST_F(SaveOfAnOrdinaryUser, AFileThatMayNotBeReadStaysAndIsToldOf) {
     ASSERT_EQ(::chmod(world_.userFile().c_str(), 0200), 0);
     expectToldAndTriedAgain(saveMine(), Status::NotKept);

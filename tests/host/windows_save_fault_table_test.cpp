@@ -146,6 +146,25 @@ TEST_F(WindowsSaveFaultTable, AReadOnlyFileStaysAndIsToldOf) {
     EXPECT_TRUE(has(fileText(), "\"mine\""));
 }
 
+/// A copy is kept of what a new file would lack.
+TEST_F(WindowsSaveFaultTable, AFileThatCannotBeOverwrittenIsKeptOnceHoweverOftenThatIsTried) {
+    const std::string theirs = R"({"meta":[{"header":"Part","attribute":"part0","overriddensettings":[]},"lost"]})";
+    writeTextFile(world_.userFile(), theirs);
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_READONLY));
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const SaveResult result = host::save({{"part1::value0", "mine"}});
+        EXPECT_EQ(result.status, Status::NotWritten);
+        EXPECT_EQ(result.keptCopy, result.path + ".bad");
+        EXPECT_EQ(filesBeside(), 1);
+    }
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_NORMAL));
+    const SaveResult saved = host::save();
+    EXPECT_EQ(saved.status, Status::Saved);
+    EXPECT_EQ(saved.keptCopy, saved.path + ".bad");
+    EXPECT_EQ(filesBeside(), 1);
+    EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
+}
+
 /// Nobody can tell what another process saved there, and no copy can be kept.
 TEST_F(WindowsSaveFaultTable, AFileThatSomebodyShutsOthersOutOfStaysAndIsToldOf) {
     const std::string old = fileText();
