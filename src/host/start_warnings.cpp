@@ -20,6 +20,15 @@ StartWarning aboutFile(const std::string& path) {
     return warning;
 }
 
+StartWarning aboutDirectory(const std::string& path) {
+    StartWarning warning;
+    warning.kind = Kind::FileNotRead;
+    warning.text = "The file " + path +
+                   " could not be read, because there is a directory of that name, so the shipped defaults are in "
+                   "force. Nothing can be saved as long as it is there.";
+    return warning;
+}
+
 std::string textOfUnread(const EntryFinding& finding) {
     if (finding.name.empty()) {
         return "The file has no effect, because it holds no object.";
@@ -36,6 +45,9 @@ std::string textOf(const EntryFinding& finding) {
             return "The section " + finding.section + " has no effect, because there is no such section.";
         case EntryFinding::Kind::UnknownName:
             return entry + " has no effect, because there is no such setting.";
+        case EntryFinding::Kind::NoList:
+            return "The entries of the section " + finding.section +
+                   " have no effect, because \"overriddensettings\" is not the list that is read.";
         case EntryFinding::Kind::NotOfTheForm:
             return textOfUnread(finding);
         case EntryFinding::Kind::AnotherSection:
@@ -76,6 +88,9 @@ std::vector<StartWarning> startWarnings() {
     }
     if (const auto& unread = preferences->userFile->unreadAtStart()) {
         warnings.push_back(aboutFile(*unread));
+    }
+    if (preferences->userFile->wasDirectoryAtStart()) {
+        warnings.push_back(aboutDirectory(preferences->userFile->pathAtStart()));
     }
     for (const EntryFinding& finding : preferences->catalogue.findings()) {
         warnings.push_back(aboutEntry(finding));

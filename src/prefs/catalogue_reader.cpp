@@ -86,7 +86,7 @@ void readValue(const json::Member& entry, const std::string& attributePath, Cata
 
 void readValues(View overridden, const std::string& attributePath, Catalogue& catalogue) {
     if (!overridden.isArray()) {
-        report(EntryFinding::Kind::NoText, attributePath, "", catalogue);
+        report(EntryFinding::Kind::NoList, attributePath, "", catalogue);
     }
     for (const View element : overridden.elements()) {
         if (!element.isObject()) {

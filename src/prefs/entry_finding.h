@@ -11,6 +11,7 @@ struct EntryFinding {
         UnknownSection,  ///< The defaults have no such section, so that all its entries had no effect.
         UnknownName,     ///< No setting has the name.
         NoText,          ///< The value is no string, or what stands there is no entry at all.
+        NoList,          ///< The entries of the section do not stand in an array, so that all had no effect.
         NotOfTheForm,    ///< It does not stand in the form that is read.
         AnotherSection,  ///< It has set a setting of another section, which its name means first.
     };

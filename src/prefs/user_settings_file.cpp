@@ -67,7 +67,10 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     const auto file = platform::readWhole(path.c_str(), json::kMaximumTextSize);
     if (file.bytes && parse(*file.bytes)) {
         know(path, Fingerprint(*file.bytes));
-    } else if (file.mayBeThere && !isDirectory(path)) {
+        return;
+    }
+    directoryAtStart_ = isDirectory(path);
+    if (file.mayBeThere && !directoryAtStart_) {
         unreadAtStart_ = path;
     }
 }

@@ -78,6 +78,9 @@ public:
     /// was none.
     const std::optional<std::string>& unreadAtStart() const { return unreadAtStart_; }
 
+    /// Returns whether a directory had the path of the start then. It holds nothing of the user's to be kept.
+    bool wasDirectoryAtStart() const { return directoryAtStart_; }
+
 private:
     /// Tells contents apart without holding them.
     struct Fingerprint {
@@ -99,6 +102,7 @@ private:
 
     std::string pathAtStart_;
     std::optional<std::string> unreadAtStart_;
+    bool directoryAtStart_ = false;
     /// Paths whose file is kept or was replaced since such a start.
     std::set<std::string> settledPaths_;
     /// Path and contents of the file that was read, written or kept last.

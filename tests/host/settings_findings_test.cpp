@@ -17,6 +17,7 @@ std::string findingsOf(const std::string& file) {
         {prefs::EntryFinding::Kind::UnknownSection, "unknown section"},
         {prefs::EntryFinding::Kind::UnknownName, "unknown name"},
         {prefs::EntryFinding::Kind::NoText, "no text"},
+        {prefs::EntryFinding::Kind::NoList, "no list"},
         {prefs::EntryFinding::Kind::AnotherSection, "another section"},
     };
     std::string lines;
@@ -47,7 +48,7 @@ TEST(SettingsFindings, AreMadeInTheOrderOfTheFile) {
               "unknown name: b|\n"
               "no text: c|\n"
               "another section: c|X\n"
-              "no text: a|\n");
+              "no list: a|\n");
 }
 
 TEST(SettingsFindings, AFileOfASaveForHostsGivesNone) {

@@ -84,6 +84,38 @@ TEST(StartWarnings, NameEachEntryThatHadNoEffect) {
     EXPECT_EQ(warnings[5].action, 77);
 }
 
+TEST(StartWarnings, TellOfEntriesThatStandInNoList) {
+    const PreferenceWorld world;
+    world.writeDefaults(defaultsOfWorld());
+    world.writeUser(
+        R"({"meta":[{"header":"Part","attribute":"part0","overriddensettings":{"value0":"mine","value1":"too"}}]})");
+    const std::vector<StartWarning> warnings = host::startWarnings();
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_EQ(warnings[0].kind, Kind::EntryWithoutEffect);
+    EXPECT_EQ(warnings[0].name, "part0");
+    EXPECT_EQ(warnings[0].text,
+              "The entries of the section part0 have no effect, because \"overriddensettings\" is not the list that is "
+              "read.");
+}
+
+TEST(StartWarnings, TellOfADirectoryAtThePlaceOfTheFile) {
+    const PreferenceWorld world;
+    world.writeDefaults(defaultsOfWorld());
+    fs::create_directories(world.userFile());
+    const std::vector<StartWarning> warnings = host::startWarnings();
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_EQ(warnings[0].kind, Kind::FileNotRead);
+    EXPECT_EQ(warnings[0].text, "The file " + host::userFilePath() +
+                                    " could not be read, because there is a directory of that name, so the shipped "
+                                    "defaults are in force. Nothing can be saved as long as it is there.");
+    EXPECT_FALSE(host::save({{"part0::value0", "mine"}}).ok());
+    // Once it is gone, there is nothing to be kept.
+    fs::remove(world.userFile());
+    const SaveResult result = host::save();
+    EXPECT_EQ(result.status, SaveResult::Status::Saved);
+    EXPECT_EQ(result.keptCopy, "");
+}
+
 TEST(StartWarnings, ComeFromTheStartAndStay) {
     const PreferenceWorld world;
     world.writeDefaults(defaultsOfWorld());

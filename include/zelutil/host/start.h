@@ -28,6 +28,7 @@ ZELUTIL_API Options options();
 struct StartWarning {
     enum class Kind {
         /// The file is there and could not be read, or is no JSON. It is kept beside its place before the first save.
+        /// Or a directory has its name.
         FileNotRead,
         /// An entry for a section, setting or action that the shipped defaults do not have, or of a type that is not
         /// read. It has no effect.
