@@ -21,12 +21,18 @@ const ActionCatalogue& filledCatalogue() {
     return catalogue();
 }
 
+/// An edit of a child alone gives it another shortcut than its parent's until the next load.
+bool followsParent(const ActionCatalogue::Action& child) {
+    const ActionCatalogue::Action* const parent = catalogue().find(child.parentId);
+    return parent == nullptr || actions::effectiveValue(parent->shortcut) == actions::effectiveValue(child.shortcut);
+}
+
 ShortcutSource sourceOf(const ActionCatalogue::Action& action) {
     if (action.id == 0) {
         return ShortcutSource::StandIn;
     }
     if (action.parentId > 0) {
-        return ShortcutSource::Parent;
+        return followsParent(action) ? ShortcutSource::Parent : ShortcutSource::User;
     }
     return action.shortcut.overwritten ? ShortcutSource::User : ShortcutSource::Shipped;
 }
@@ -73,7 +79,7 @@ std::optional<ActionInfo> action(int id) {
         return std::nullopt;
     }
     ActionInfo info = infoOf(id, *found);
-    if (info.source == ShortcutSource::Parent) {
+    if (found->parentId > 0) {
         setShipped(info, ShippedActions(catalogue().texts().defaults));
     }
     return info;

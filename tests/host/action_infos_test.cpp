@@ -58,6 +58,20 @@ TEST(ActionInfos, TellsWhatAChildIsShippedWithThoughItFollowsItsParent) {
     EXPECT_EQ(child.source, ShortcutSource::Parent);
 }
 
+TEST(ActionInfos, TellsOfAChildThatIsEditedAloneThatTheUserGaveIt) {
+    load();
+    ASSERT_TRUE(manager().updateShortcut(2, "F7"));
+    for (const ActionInfo& child : {*host::action(2), host::actions()[1]}) {
+        EXPECT_EQ(child.source, ShortcutSource::User);
+        EXPECT_EQ(child.shortcut, "F7");
+        EXPECT_EQ(child.shippedShortcut, "F8");
+    }
+    // With its parent's it follows again.
+    ASSERT_TRUE(manager().updateShortcut(2, "F1"));
+    EXPECT_EQ(host::action(2)->source, ShortcutSource::Parent);
+    EXPECT_EQ(host::action(4)->source, ShortcutSource::Parent);
+}
+
 TEST(ActionInfos, TellsWhoHoldsTheShortcutInstead) {
     load();
     const ActionInfo second = *host::action(3);

@@ -14,9 +14,9 @@ namespace zelutil::host {
 enum class ShortcutSource {
     /// It is the shipped one.
     Shipped,
-    /// The user gave it, or took it away.
+    /// The user gave it, or took it away. Of an action that has a parent, alone: it has another one than its parent.
     User,
-    /// The action has a parent and follows it.
+    /// The action has a parent and the same shortcut.
     Parent,
     /// No shipped text defines the action: it stands in for a parent that is missing.
     StandIn,
