@@ -1,5 +1,6 @@
 // Two processes of one user that save in turn.
 #include "host/action_fixture.h"
+#include "host/action_warnings.h"
 #include "host/action_worlds.h"
 
 namespace zelutil::test {
@@ -269,6 +270,15 @@ std::set<int> namedIn(const ActionsPlan& plan) {
     return named;
 }
 
+/// A start finds entries in vain only for actions that the save has named.
+void expectNoOtherWarnings(const std::string& shipped, const ActionsPlan& plan) {
+    const std::set<int> named = namedIn(plan);
+    for (const host::StartWarning& warning : host::actionWarnings(shipped, plan.text)) {
+        const bool isVain = warning.kind == host::StartWarning::Kind::EntryWithoutEffect;
+        ASSERT_TRUE(!isVain || named.count(warning.action) != 0) << warning.text << shipped << plan.text;
+    }
+}
+
 /// Two processes edit the same actions at random and save in turn, and each saves twice.
 void expectTheSameASecondTime(unsigned seed, const Kind& kind) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -293,6 +303,7 @@ void expectTheSameASecondTime(unsigned seed, const Kind& kind) {
         ASSERT_EQ(namedIn(again), namedIn(plan)) << text << plan.text;
         ASSERT_EQ(again.ofOthers, plan.ofOthers) << text << plan.text;
         ASSERT_TRUE(again.conflicts.empty()) << text << plan.text;
+        ASSERT_NO_FATAL_FAILURE(expectNoOtherWarnings(text, plan));
         file = plan.text;
         bases[who] = plan.base;
     }
