@@ -40,10 +40,6 @@ SearchStep shippedFileStep(const char* name, const char* title, const std::strin
     return {name, title, path, trace.candidates(), stateOfFile(path, FileUse::Shipped)};
 }
 
-SearchStep userFileStep(const char* name, const char* title, const std::string& path, const SearchTrace& trace) {
-    return {name, title, path, trace.candidates(), stateOfFile(path, FileUse::Users)};
-}
-
 class Examination {
 public:
     Diagnosis run() {
@@ -87,11 +83,14 @@ private:
         diagnosis_.steps.push_back(shippedFileStep(kDefaultsStep, "Shipped defaults", defaultsFile, defaults));
         SearchTrace read;
         const std::string readFile = prefs::userFilePath(read);
-        diagnosis_.steps.push_back(userFileStep(kUserFileReadStep, "User's file, as it is read", readFile, read));
+        diagnosis_.steps.push_back({kUserFileReadStep, "User's file, as it is read", readFile, read.candidates(),
+                                    stateOfFile(readFile, FileUse::Users)});
         SearchTrace written;
         const std::string writtenFile = prefs::writtenUserFilePath(written);
-        diagnosis_.steps.push_back(
-            userFileStep(kUserFileWrittenStep, "User's file, as a save writes it", writtenFile, written));
+        const FileState ofRead = *diagnosis_.steps.back().file;
+        diagnosis_.steps.push_back({kUserFileWrittenStep, "User's file, as a save writes it", writtenFile,
+                                    written.candidates(),
+                                    writtenFile == readFile ? ofRead : stateOfFile(writtenFile, FileUse::Users)});
         SearchTrace facets;
         const std::string facetFile = file::installedSettingsFile(facet::kFacetFileName, root, facets);
         diagnosis_.steps.push_back(shippedFileStep(kFacetsStep, "Facets", facetFile, facets));

@@ -119,11 +119,9 @@ private:
     }
 
     void addRootCandidate(const Candidate& candidate) {
-        const bool isOfVariable = !candidate.variable.empty() && candidate.variable != "PATH";
-        if (candidate.verdict == Verdict::Hidden) {
+        const bool isOfVariable = candidate.source == Candidate::Source::ListEntry && candidate.variable != "PATH";
+        if (candidate.verdict == Verdict::Hidden || isOfVariable) {
             // The programs are two levels below the tree.
-            addVariable(candidate.variable, textOf(Path(candidate.seen).Parent().Parent()));
-        } else if (candidate.source == Candidate::Source::ListEntry && isOfVariable) {
             addVariable(candidate.variable, textOf(Path(candidate.seen).Parent().Parent()));
         } else if (candidate.verdict == Verdict::Shadowed && !isSameDirectory(candidate.found, root_)) {
             add(Kind::Shadowed, kRootStep,
@@ -257,12 +255,15 @@ private:
     }
 
     void addMissing(const SearchStep& step) {
-        const std::string place =
-            step.candidates.empty() || !step.result.empty() ? step.result : step.candidates.back().seen;
-        const bool isDefaults = isStep(step, kDefaultsStep);
+        const Candidate& first = step.candidates.front();
+        const bool isNamed = first.source == Candidate::Source::Variable && first.verdict == Verdict::Taken;
+        const std::string file = "The file " + shown(isNamed ? first.seen : step.candidates.back().seen);
+        const std::string why =
+            isNamed ? ", which the variable " + first.variable + " names, is missing" : " is missing";
         add(Kind::Missing, step.name,
-            "The file " + shown(place) + " is missing, so there are no " + (isDefaults ? "settings." : "facets."),
-            "Install the product anew, or put the file there.");
+            file + why + ", so there are no " + (isStep(step, kDefaultsStep) ? "settings." : "facets."),
+            isNamed ? "Let " + first.variable + " name the file of the settings, or unset it."
+                    : "Install the product anew, or put the file there.");
     }
 
     void addMalformed(const SearchStep& step) {
@@ -277,6 +278,11 @@ private:
         if (!state.writeable && state.kind != FileState::Kind::Directory) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
+        }
+        const bool isHere = step.candidates.back().source == Candidate::Source::CurrentDirectory;
+        if (isHere && state.kind == FileState::Kind::NoPath) {
+            add(Kind::NotSpellable, step.name, "The current directory, in which a save writes, is no path.",
+                "Start the application in another directory, or unset regression_testing.");
         }
         const std::string blocker = state.kind == FileState::Kind::Missing ? blockerOf(step.result) : "";
         if (!blocker.empty()) {
