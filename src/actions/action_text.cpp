@@ -62,6 +62,20 @@ json::View wrapped(json::View root) {
 
 }  // namespace
 
+ActionDefinition definitionOf(json::View element) {
+    const DefinitionMembers members = membersOf(element);
+    ActionDefinition definition;
+    definition.id = members.id.integer().value_or(0);
+    definition.parentId = members.parentId.integer().value_or(0);
+    definition.name = textOrEmpty(members.name);
+    definition.icon = textOrEmpty(members.icon);
+    definition.context = textOrEmpty(members.context);
+    definition.command = textOrEmpty(members.command);
+    definition.shortcut = textOrEmpty(members.shortcut);
+    definition.inMenu = members.rmb.isTrue();
+    return definition;
+}
+
 DefinitionReader::DefinitionReader(std::string_view text)
     : textSize_(text.size()),
       document_(text),
@@ -77,16 +91,8 @@ bool DefinitionReader::next(ActionDefinition& definition) {
     if (next_ == elements_.end()) {
         return false;
     }
-    const DefinitionMembers members = membersOf(*next_);
+    definition = definitionOf(*next_);
     ++next_;
-    definition.id = members.id.integer().value_or(0);
-    definition.parentId = members.parentId.integer().value_or(0);
-    definition.name = textOrEmpty(members.name);
-    definition.icon = textOrEmpty(members.icon);
-    definition.context = textOrEmpty(members.context);
-    definition.command = textOrEmpty(members.command);
-    definition.shortcut = textOrEmpty(members.shortcut);
-    definition.inMenu = members.rmb.isTrue();
     return true;
 }
 

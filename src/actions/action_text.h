@@ -28,6 +28,9 @@ struct ActionDefinition {
     bool inMenu = false;
 };
 
+/// Reads one element of a shipped text; the texts live as long as its document.
+ActionDefinition definitionOf(json::View element);
+
 /// Reads {"actions":[...]}. Any other text has no elements.
 class DefinitionReader {
 public:

@@ -60,8 +60,36 @@ void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, Set
     catalogue.addSection(std::move(section));
 }
 
-void report(EntryFinding::Kind kind, std::string_view section, std::string_view name, Catalogue& catalogue) {
-    catalogue.addFinding({kind, std::string(section), std::string(name)});
+void readSections(View root, Catalogue& catalogue, SettingIndex::Builder& builder) {
+    forEachSection(root, [&](const VisitedSection& visited) { readDefaultSection(visited, catalogue, builder); });
+}
+
+/// Reads a user's text into a catalogue, and tells what it finds there.
+class UserTextReader {
+public:
+    UserTextReader(Catalogue& catalogue, const FindingSink& sink) : catalogue_(catalogue), sink_(sink) {}
+
+    void readSection(const VisitedSection& visited);
+    void reportUnread(View root);
+
+private:
+    using Kind = EntryFinding::Kind;
+
+    void report(Kind kind, std::string_view section, std::string_view name, View place);
+    void readValue(const json::Member& entry, const std::string& attributePath);
+    void readValues(View overridden, const std::string& attributePath);
+    void readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath);
+
+    Catalogue& catalogue_;
+    const FindingSink& sink_;
+};
+
+void UserTextReader::report(Kind kind, std::string_view section, std::string_view name, View place) {
+    EntryFinding finding{kind, std::string(section), std::string(name)};
+    if (sink_) {
+        sink_(finding, place);
+    }
+    catalogue_.addFinding(std::move(finding));
 }
 
 /// Returns whether a setting that was found under a name is meant by it: it stands in that section, or is named in
@@ -70,62 +98,61 @@ bool isMeant(const Setting& setting, std::string_view name, std::string_view att
     return setting.key == keyOf(name) || setting.key == keyOf(name, keyOf(kNameSeparator, keyOf(attributePath)));
 }
 
-void readValue(const json::Member& entry, const std::string& attributePath, Catalogue& catalogue) {
-    using Kind = EntryFinding::Kind;
+void UserTextReader::readValue(const json::Member& entry, const std::string& attributePath) {
     const auto value = entry.value.text();
-    const Setting* const found = value ? catalogue.findEntry(entry.key, attributePath) : nullptr;
+    const Setting* const found = value ? catalogue_.findEntry(entry.key, attributePath) : nullptr;
     if (found == nullptr) {
-        report(value ? Kind::UnknownName : Kind::NoText, attributePath, entry.key, catalogue);
+        report(value ? Kind::UnknownName : Kind::NoText, attributePath, entry.key, entry.value);
         return;
     }
     if (!isMeant(*found, entry.key, attributePath)) {
-        report(Kind::AnotherSection, attributePath, entry.key, catalogue);
+        report(Kind::AnotherSection, attributePath, entry.key, entry.value);
     }
-    catalogue.settings().record(found->number).setUserValue(std::string(*value));
+    catalogue_.settings().record(found->number).setUserValue(std::string(*value));
 }
 
-void readValues(View overridden, const std::string& attributePath, Catalogue& catalogue) {
+void UserTextReader::readValues(View overridden, const std::string& attributePath) {
     if (!overridden.isArray()) {
-        report(EntryFinding::Kind::NoList, attributePath, "", catalogue);
+        report(Kind::NoList, attributePath, "", overridden);
     }
     for (const View element : overridden.elements()) {
         if (!element.isObject()) {
-            report(EntryFinding::Kind::NoText, attributePath, "", catalogue);
+            report(Kind::NoText, attributePath, "", element);
         }
         for (const json::Member& entry : element.members()) {
-            readValue(entry, attributePath, catalogue);
+            readValue(entry, attributePath);
         }
     }
 }
 
-void readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath, Catalogue& catalogue) {
-    catalogue.addUserSubManagerText(type, textOf(overridden));
-    if (hasEntries(overridden) && catalogue.userSubManagerTexts().at(type) != textOf(overridden)) {
-        report(EntryFinding::Kind::NotOfTheForm, attributePath, kOverriddenSettings, catalogue);
+void UserTextReader::readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath) {
+    catalogue_.addUserSubManagerText(type, textOf(overridden));
+    if (hasEntries(overridden) && catalogue_.userSubManagerTexts().at(type) != textOf(overridden)) {
+        report(Kind::NotOfTheForm, attributePath, kOverriddenSettings, overridden);
     }
 }
 
 /// A member that the defaults hold too came from them.
-void reportUnread(View root, Catalogue& catalogue) {
+void UserTextReader::reportUnread(View root) {
     const auto unread = unreadContentOf(root);
     if (unread.empty()) {
         return;
     }
-    const json::Document defaults(catalogue.defaultsText());
+    const json::Document defaults(catalogue_.defaultsText());
     const auto ofDefaults = unreadContentOf(defaults.root());
     for (const UnreadContent& content : unread) {
         if (ofDefaults.count(content) == 0) {
-            report(EntryFinding::Kind::NotOfTheForm, content.section, content.name, catalogue);
+            report(Kind::NotOfTheForm, content.section, content.name, root);
         }
     }
 }
 
-void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
+void UserTextReader::readSection(const VisitedSection& visited) {
     const View overridden = visited.element.member(kOverriddenSettings);
-    const auto section = catalogue.sections().find(visited.attributePath);
-    if (section == catalogue.sections().end()) {
+    const auto section = catalogue_.sections().find(visited.attributePath);
+    if (section == catalogue_.sections().end()) {
         if (hasEntries(overridden)) {
-            report(EntryFinding::Kind::UnknownSection, visited.attributePath, "", catalogue);
+            report(Kind::UnknownSection, visited.attributePath, "", visited.element);
         }
         return;
     }
@@ -134,20 +161,25 @@ void readUserSection(const VisitedSection& visited, Catalogue& catalogue) {
     }
     const SubManagerType type{section->second->submanagerId};
     if (type != SubManagerType::None) {
-        readSubManagerText(type, overridden, visited.attributePath, catalogue);
+        readSubManagerText(type, overridden, visited.attributePath);
         return;
     }
-    readValues(overridden, visited.attributePath, catalogue);
+    readValues(overridden, visited.attributePath);
 }
 
 }  // namespace
+
+void readDefaults(json::View root, Catalogue& catalogue) {
+    SettingIndex::Builder builder;
+    readSections(root, catalogue, builder);
+    catalogue.setSettings(builder.build());
+}
 
 void readDefaults(std::string text, Catalogue& catalogue) {
     SettingIndex::Builder builder;
     {
         const json::Document document(text);
-        forEachSection(document.root(),
-                       [&](const VisitedSection& visited) { readDefaultSection(visited, catalogue, builder); });
+        readSections(document.root(), catalogue, builder);
     }
     // After the document is gone: the index takes over its memory, which the system would have to find anew.
     catalogue.setSettings(builder.build());
@@ -156,9 +188,14 @@ void readDefaults(std::string text, Catalogue& catalogue) {
 
 bool readUserSettings(std::string_view text, Catalogue& catalogue) {
     const json::Document document(text);
-    forEachSection(document.root(), [&](const VisitedSection& visited) { readUserSection(visited, catalogue); });
-    reportUnread(document.root(), catalogue);
+    readUserSettings(document.root(), catalogue, FindingSink());
     return document.valid();
+}
+
+void readUserSettings(json::View root, Catalogue& catalogue, const FindingSink& sink) {
+    UserTextReader reader(catalogue, sink);
+    forEachSection(root, [&](const VisitedSection& visited) { reader.readSection(visited); });
+    reader.reportUnread(root);
 }
 
 }  // namespace zelutil::prefs
