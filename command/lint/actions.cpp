@@ -1,0 +1,164 @@
+// The rules for the shipped actions. Who holds a shortcut or stands in whose way is asked of the library's own
+// catalogue.
+#include <set>
+#include <string>
+#include <unordered_map>
+
+#include "actions/action_catalogue.h"
+#include "actions/action_text.h"
+#include "command/lint/action_forms.h"
+#include "command/lint/checks.h"
+#include "command/lint/shortcut_spelling.h"
+#include "json/writer.h"
+
+namespace zelutil::lint {
+namespace {
+
+using actions::ActionCatalogue;
+using actions::ActionDefinition;
+using json::View;
+
+const ObjectForm& definitionForm() {
+    static const ObjectForm kForm{"an action",
+                                  {{kId, Type::IntegerFrom1, Need::Required},
+                                   {"parent_id", Type::IntegerFrom0},
+                                   {"name", Type::Text},
+                                   {"icon", Type::Text},
+                                   {"context", Type::TextNotEmpty, Need::Required},
+                                   {"command", Type::TextNotEmpty, Need::Required},
+                                   {kShortcut, Type::Text},
+                                   {kMenuFlag, Type::Truth}}};
+    return kForm;
+}
+
+std::string actionText(int id) { return "action " + std::to_string(id); }
+
+/// Goes through the list beside a catalogue that has loaded it.
+class ShippedActions {
+public:
+    ShippedActions(View list, Report& report, const ActionCatalogue& catalogue)
+        : list_(list), report_(report), catalogue_(catalogue) {}
+
+    void run() {
+        collect();
+        for (const auto& [id, element] : elements_) {
+            checkAction(actions::definitionOf(element), element);
+        }
+    }
+
+private:
+    /// Takes those that the catalogue has, in the order of the list.
+    void collect() {
+        for (const View element : list_.elements()) {
+            const int id = actions::definitionOf(element).id;
+            if (catalogue_.find(id) == nullptr) {
+                continue;
+            }
+            const auto [first, isNew] = places_.try_emplace(id, elements_.size());
+            if (isNew) {
+                elements_.emplace_back(id, element);
+            } else {
+                report_.add(Rule::RepeatedId, element.member(kId),
+                            "The id " + std::to_string(id) + " is that of another action (" + lineOf(id) +
+                                "), and the first one counts.");
+            }
+        }
+    }
+
+    std::string lineOf(int id) const {
+        const auto place = places_.find(id);
+        return place == places_.end() ? "not in the list" : report_.lineOf(elements_[place->second].second);
+    }
+
+    void checkAction(const ActionDefinition& definition, View element) {
+        checkCommand(definition, element);
+        checkShortcut(definition, element);
+        checkParent(definition, element);
+    }
+
+    void checkCommand(const ActionDefinition& definition, View element) {
+        const int first = catalogue_.idByCommand(definition.context, definition.command);
+        if (first != definition.id) {
+            report_.add(Rule::RepeatedCommand, element.member("command"),
+                        "The command is that of " + actionText(first) + " in the same context (" + lineOf(first) +
+                            "), and both count as bound to one shortcut.");
+        }
+    }
+
+    /// Of two in each other's way the later one is told of.
+    void checkShortcut(const ActionDefinition& definition, View element) {
+        if (definition.shortcut.empty()) {
+            return;
+        }
+        const int holder = catalogue_.find(definition.id)->inTheWay(std::string(definition.shortcut));
+        const auto place = places_.find(holder);
+        if (holder != 0 && place != places_.end() && place->second < places_.at(definition.id)) {
+            report_.add(Rule::KeyShippedTwice, element.member(kShortcut),
+                        "The shortcut " + quoted(definition.shortcut) + " is that of " + actionText(holder) + " (" +
+                            lineOf(holder) + "), in this context or in the one that is linked with it.");
+        }
+    }
+
+    void checkParent(const ActionDefinition& definition, View element) {
+        if (definition.parentId == 0) {
+            return;
+        }
+        const View parent = element.member("parent_id");
+        if (catalogue_.find(definition.parentId) == nullptr) {
+            report_.add(Rule::MissingParent, parent, "There is no " + actionText(definition.parentId) + '.');
+        } else if (closesCircle(definition.id)) {
+            report_.add(Rule::CircleOfParents, parent,
+                        "The parents of " + actionText(definition.id) + " lead back to it.");
+        }
+        for (const std::string_view own : {kShortcut, kMenuFlag}) {
+            if (element.member(own)) {
+                report_.addAtKey(Rule::ChildProperty, element.member(own), own,
+                                 "A load replaces it by that of the parent, " + actionText(definition.parentId) + '.');
+            }
+        }
+    }
+
+    /// Returns whether the action is in a circle, once for each circle.
+    bool closesCircle(int id) {
+        std::set<int> onTheWay;
+        int at = id;
+        while (onTheWay.insert(at).second && known_.count(at) == 0) {
+            const ActionCatalogue::Action* const action = catalogue_.find(at);
+            at = action == nullptr ? 0 : action->parentId;
+        }
+        const bool inCircle = at == id && known_.count(id) == 0;
+        known_.insert(onTheWay.begin(), onTheWay.end());
+        return inCircle;
+    }
+
+    View list_;
+    Report& report_;
+    const ActionCatalogue& catalogue_;
+    std::vector<std::pair<int, View>> elements_;
+    std::unordered_map<int, std::size_t> places_;
+    /// Those of which it is known whether they are in a circle.
+    std::set<int> known_;
+};
+
+}  // namespace
+
+void checkActions(View object, Report& report) {
+    if (!checkObject(object, actionListForm(), report)) {
+        return;
+    }
+    const View list = object.member(kActions);
+    std::vector<WrittenShortcut> shortcuts;
+    for (const View element : list.elements()) {
+        checkObject(element, definitionForm(), report);
+        const View shortcut = element.member(kShortcut);
+        shortcuts.push_back({shortcut.text().value_or(std::string_view()), shortcut});
+    }
+    checkSpelling(shortcuts, report);
+    const actions::ObserverRegistry nobody;
+    ActionCatalogue catalogue(nobody);
+    // Before children take over from their parents everything is as it is shipped.
+    catalogue.loadAndEdit(json::compactText(object).value_or(""),
+                          [&](ActionCatalogue& loading) { ShippedActions(list, report, loading).run(); });
+}
+
+}  // namespace zelutil::lint

@@ -1,0 +1,25 @@
+#ifndef ZELUTIL_COMMAND_LINT_CHECKS_H
+#define ZELUTIL_COMMAND_LINT_CHECKS_H
+
+#include "command/lint/report.h"
+#include "json/view.h"
+
+/// The checks of the kinds of files, one source file each.
+namespace zelutil::lint {
+
+void checkDefaults(json::View root, Report& report);
+
+/// Without the defaults (an absent value) only the form is checked, and what needs no look at them.
+void checkUser(json::View root, json::View defaults, Report& report);
+
+/// Checks the object with the shipped actions.
+void checkActions(json::View object, Report& report);
+
+/// Checks the user's text for the actions; the object with the shipped ones may be absent.
+void checkUserActions(json::View value, json::View shipped, Report& report);
+
+void checkFacets(json::View root, Report& report);
+
+}  // namespace zelutil::lint
+
+#endif

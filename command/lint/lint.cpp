@@ -1,0 +1,73 @@
+#include "command/lint/lint.h"
+
+#include <algorithm>
+
+#include "command/lint/action_forms.h"
+#include "command/lint/checks.h"
+#include "prefs/section_walk.h"
+
+namespace zelutil::lint {
+namespace {
+
+using json::View;
+
+/// Returns the object with the shipped actions: of the defaults, or of a file of its own.
+View shippedActions(View root) {
+    View found = root.member(kActions) ? root : View();
+    prefs::forEachSection(root, [&](const prefs::VisitedSection& visited) {
+        if (!found && prefs::hasSubManager(visited.element) && prefs::subManagerNumber(visited.element) == 100) {
+            found = visited.element.member(prefs::kDefaultSettings);
+        }
+    });
+    return found;
+}
+
+void check(FileKind kind, View root, View defaults, Report& report) {
+    switch (kind) {
+        case FileKind::Defaults:
+            checkDefaults(root, report);
+            return;
+        case FileKind::User:
+            checkUser(root, defaults, report);
+            return;
+        case FileKind::Actions:
+            checkActions(root, report);
+            return;
+        case FileKind::UserActions:
+            checkUserActions(root, shippedActions(defaults), report);
+            return;
+        case FileKind::Facets:
+            checkFacets(root, report);
+            return;
+        case FileKind::Unknown:
+            break;
+    }
+    report.add(Rule::UnknownKind, root,
+               "The file holds neither preferences nor actions nor facets, so nothing of it is read.");
+}
+
+}  // namespace
+
+std::vector<Finding> lint(std::string_view text, const Choices& choices) {
+    const json::LocatedDocument document(text);
+    Report report(document);
+    if (const auto failure = document.failure()) {
+        report.addAt(Rule::NotJson, failure->position, failure->position, failure->text);
+    } else {
+        const json::Document defaults(choices.defaults);
+        check(kindOf(document.root()), document.root(), defaults.root(), report);
+    }
+    std::vector<Finding> findings = report.take();
+    const auto isUnwanted = [&](const Finding& finding) {
+        return !choices.rules.empty() && choices.rules.count(finding.rule) == 0;
+    };
+    findings.erase(std::remove_if(findings.begin(), findings.end(), isUnwanted), findings.end());
+    return findings;
+}
+
+FileKind kindOfText(std::string_view text) {
+    const json::Document document(text);
+    return document.valid() ? kindOf(document.root()) : FileKind::Unknown;
+}
+
+}  // namespace zelutil::lint

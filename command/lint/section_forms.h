@@ -1,0 +1,38 @@
+#ifndef ZELUTIL_COMMAND_LINT_SECTION_FORMS_H
+#define ZELUTIL_COMMAND_LINT_SECTION_FORMS_H
+
+#include "command/lint/object_form.h"
+#include "prefs/section_walk.h"
+
+namespace zelutil::lint {
+
+/// Reports what is wrong with the form of a preference file above its sections, and calls `check` with every element
+/// that has to be a section and is an object.
+template <typename Check>
+class SectionForms {
+public:
+    SectionForms(Report& report, Check check) : report_(report), check_(check) {}
+
+    void run(json::View root) {
+        const ObjectForm form{"the file", {{prefs::kMeta, Type::Array, Need::Required}, {"version", Type::Any}}};
+        if (checkObject(root, form, report_)) {
+            walk(root.member(prefs::kMeta));
+        }
+    }
+
+private:
+    /// Recurses as deep as the document nests.
+    void walk(json::View sections) {
+        for (const json::View section : sections.elements()) {
+            check_(section);
+            walk(section.member(prefs::kChildren));
+        }
+    }
+
+    Report& report_;
+    Check check_;
+};
+
+}  // namespace zelutil::lint
+
+#endif

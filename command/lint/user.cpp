@@ -1,0 +1,221 @@
+// The rules for the user's preferences. What an entry means is asked of the library's own reader.
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+
+#include "command/lint/checks.h"
+#include "command/lint/section_forms.h"
+#include "prefs/catalogue_reader.h"
+#include "prefs/definition_walk.h"
+
+namespace zelutil::lint {
+namespace {
+
+using json::View;
+using prefs::EntryFinding;
+using prefs::VisitedSection;
+
+/// Looking for a near name takes long among many, so that only so many findings have one.
+constexpr std::size_t kMostHints = 100;
+
+const ObjectForm& sectionForm() {
+    static const ObjectForm kForm{"a section",
+                                  {{prefs::kHeader, Type::Text, Need::Required},
+                                   {prefs::kAttribute, Type::Text, Need::Required},
+                                   {prefs::kOverriddenSettings, Type::Any},
+                                   {prefs::kUnique, Type::Any},
+                                   {prefs::kSubmanagerId, Type::Integer},
+                                   {prefs::kChildren, Type::Array}}};
+    return kForm;
+}
+
+/// Without the defaults a section's own number tells what it holds.
+bool isOfActions(View section) { return prefs::subManagerNumber(section) == 100; }
+
+void checkEntries(View entries, Report& report) {
+    checkType(entries, prefs::kOverriddenSettings, Type::Array, report);
+    for (const View element : entries.elements()) {
+        if (!element.isObject()) {
+            report.add(Rule::WrongType, element, "Here an object with names and values must stand.");
+        }
+        for (const json::Member& entry : element.members()) {
+            checkType(entry.value, entry.key, Type::Text, report);
+        }
+    }
+}
+
+/// Holds the names of the defaults.
+class KnownNames {
+public:
+    explicit KnownNames(View defaults) {
+        prefs::DefinitionCount count;
+        prefs::forEachSection(defaults, [&](const VisitedSection& visited) {
+            paths_.push_back(visited.attributePath);
+            count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
+                fullNames_.push_back(visited.attributePath + std::string(prefs::kNameSeparator) +
+                                     std::string(setting.name));
+                names_.emplace_back(setting.name);
+            });
+        });
+    }
+
+    const std::string& fullName(std::uint32_t number) const { return fullNames_[number]; }
+
+    std::string hintForSection(const std::string& path) { return hintFor(path, paths_); }
+    std::string hintForName(const std::string& name) {
+        return hintFor(name, name.find(prefs::kNameSeparator) == std::string::npos ? names_ : fullNames_);
+    }
+
+private:
+    std::string hintFor(const std::string& wanted, const std::vector<std::string>& known) {
+        return hints_++ < kMostHints ? nearestHint(wanted, known) : std::string();
+    }
+
+    std::vector<std::string> paths_;
+    std::vector<std::string> fullNames_;  ///< By the numbers of their records.
+    std::vector<std::string> names_;
+    std::size_t hints_ = 0;
+};
+
+/// Reads the file as the library does and tells what its reader finds.
+class AgainstDefaults {
+public:
+    AgainstDefaults(View root, View defaults, Report& report) : report_(report), names_(defaults) {
+        prefs::readDefaults(defaults, catalogue_);
+        prefs::forEachSection(defaults, [this](const VisitedSection& visited) {
+            if (prefs::hasSubManager(visited.element)) {
+                shipped_.try_emplace(prefs::subManagerNumber(visited.element),
+                                     visited.element.member(prefs::kDefaultSettings));
+            }
+        });
+        prefs::readUserSettings(root, catalogue_,
+                                [this](const EntryFinding& finding, View place) { tell(finding, place); });
+        prefs::forEachSection(root, [this](const VisitedSection& visited) { inSection(visited); });
+    }
+
+private:
+    void tell(const EntryFinding& finding, View place) {
+        switch (finding.kind) {
+            case EntryFinding::Kind::UnknownSection:
+                report_.add(
+                    Rule::UnknownSection, place.member(prefs::kAttribute),
+                    "The defaults have no section " + quoted(finding.section) + ", so its entries mean nothing.",
+                    names_.hintForSection(finding.section));
+                return;
+            case EntryFinding::Kind::UnknownName:
+                report_.addAtKey(Rule::UnknownSetting, place, finding.name,
+                                 "No setting has the name " + quoted(finding.name) + '.',
+                                 names_.hintForName(finding.name));
+                return;
+            case EntryFinding::Kind::AnotherSection:
+                tellMeant(finding, place);
+                return;
+            // The form tells more of these.
+            case EntryFinding::Kind::NoText:
+            case EntryFinding::Kind::NoList:
+            case EntryFinding::Kind::NotOfTheForm:
+                return;
+        }
+    }
+
+    void tellMeant(const EntryFinding& finding, View place) {
+        const std::string meant = names_.fullName(catalogue_.findEntry(finding.name, finding.section)->number);
+        report_.addAtKey(Rule::AnotherSection, place, finding.name,
+                         "The name " + quoted(finding.name) + " means " + meant + ", not a setting of the section " +
+                             quoted(finding.section) + '.',
+                         "Write the full name, " + finding.section + std::string(prefs::kNameSeparator) + finding.name +
+                             ", if that is there.");
+    }
+
+    void inSection(const VisitedSection& visited) {
+        const View entries = visited.element.member(prefs::kOverriddenSettings);
+        const auto section = catalogue_.sections().find(visited.attributePath);
+        if (section == catalogue_.sections().end() || !entries) {
+            return;
+        }
+        const prefs::SubManagerType type{section->second->submanagerId};
+        if (type == prefs::SubManagerType::None) {
+            checkEntries(entries, report_);
+            checkRepeated(entries, visited.attributePath);
+        } else {
+            inSubManager(type, visited, entries);
+        }
+    }
+
+    void inSubManager(prefs::SubManagerType type, const VisitedSection& visited, View entries) {
+        const bool isNew = subManagers_.insert(type).second;
+        if (!isNew && prefs::hasEntries(entries)) {
+            report_.add(Rule::RepeatedPath, visited.element.member(prefs::kAttribute),
+                        "An earlier section belongs to the same sub-manager, and only that one is read.");
+        } else if (type == prefs::SubManagerType::Actions) {
+            checkUserActions(entries, shipped_[static_cast<std::int32_t>(type)], report_);
+        }
+    }
+
+    void checkRepeated(View entries, const std::string& path) {
+        for (const View element : entries.elements()) {
+            for (const json::Member& entry : element.members()) {
+                const prefs::Setting* const setting =
+                    entry.value.text() ? catalogue_.findEntry(entry.key, path) : nullptr;
+                if (setting != nullptr) {
+                    noteEntry(setting->number, entry);
+                }
+            }
+        }
+    }
+
+    void noteEntry(std::uint32_t number, const json::Member& entry) {
+        const auto [before, isNew] = entries_.try_emplace(number, entry);
+        if (!isNew) {
+            report_.addAtKey(Rule::RepeatedEntry, before->second.value, before->second.key,
+                             "A later entry (" + report_.lineOf(entry.value) + ") sets " + names_.fullName(number) +
+                                 " too, and the last one counts.");
+            before->second = entry;
+        }
+    }
+
+    Report& report_;
+    KnownNames names_;
+    prefs::Catalogue catalogue_;
+    std::map<std::int32_t, View> shipped_;
+    std::set<prefs::SubManagerType> subManagers_;
+    std::unordered_map<std::uint32_t, json::Member> entries_;
+};
+
+void checkAlone(View section, Report& report) {
+    const View entries = section.member(prefs::kOverriddenSettings);
+    if (!entries) {
+        return;
+    }
+    if (isOfActions(section)) {
+        checkUserActions(entries, View(), report);
+    } else {
+        checkEntries(entries, report);
+    }
+}
+
+}  // namespace
+
+void checkUser(View root, View defaults, Report& report) {
+    SectionForms(report, [&](View section) { checkObject(section, sectionForm(), report); }).run(root);
+    std::map<std::string, View> paths;
+    prefs::forEachSection(root, [&](const VisitedSection& visited) {
+        const View attribute = visited.element.member(prefs::kAttribute);
+        const auto [first, isNew] = paths.try_emplace(visited.attributePath, attribute);
+        if (!isNew) {
+            report.add(Rule::RepeatedPath, attribute,
+                       "The attribute path " + quoted(visited.attributePath) + " is that of another section (" +
+                           report.lineOf(first->second) + ").");
+        }
+        if (!defaults) {
+            checkAlone(visited.element, report);
+        }
+    });
+    if (defaults) {
+        AgainstDefaults(root, defaults, report);
+    }
+}
+
+}  // namespace zelutil::lint

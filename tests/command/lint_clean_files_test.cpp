@@ -1,0 +1,56 @@
+// Files without a fault, and what tells a file.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "command/lint_findings.h"
+
+namespace zelutil::lint {
+namespace {
+
+TEST(LintCleanFiles, TheShippedExamplesHaveNoFinding) {
+    for (const char* const product : {"product", "qt_board/product"}) {
+        const std::string defaults = shippedFile(product, "tessel_settings.cfg");
+        EXPECT_EQ(kindOfText(defaults), FileKind::Defaults);
+        EXPECT_EQ(told(lint(defaults)), "") << product;
+        const std::string facets = shippedFile(product, "facet_settings.cfg");
+        EXPECT_EQ(kindOfText(facets), FileKind::Facets);
+        EXPECT_EQ(told(lint(facets)), "") << product;
+    }
+}
+
+struct Kind {
+    const char* text;
+    FileKind kind;
+};
+
+TEST(LintCleanFiles, FilesAreToldApartByTheirContent) {
+    const Kind rows[] = {
+        {R"({"meta": [{"header": "A", "attribute": "a", "tclCommand": "t", "defaultsettings": []}]})",
+         FileKind::Defaults},
+        {R"({"meta": [{"header": "A", "attribute": "a", "overriddensettings": []}]})", FileKind::User},
+        // One misspelt member makes no other file.
+        {R"({"meta": [{"header": "A", "attribute": "a", "tclCommand": "t", "defaultsetings": []}]})",
+         FileKind::Defaults},
+        {R"({"mta": [{"header": "A", "attribute": "a", "overriddensettings": []}]})", FileKind::User},
+        {R"({"meta": [{"header": "A", "attribute": "a"}]})", FileKind::User},
+        {R"({"meta": [{"header": "A"}]})", FileKind::Facets},
+        {R"({"meta": [{"header": "A", "facets": []}]})", FileKind::Facets},
+        {R"({"actions": [{"id": 1, "context": "c", "command": "c"}]})", FileKind::Actions},
+        {R"({"actions": [{"id": 1, "shortcut": "F1"}]})", FileKind::UserActions},
+        {R"([{"actions": [{"id": 1, "shortcut": "F1"}]}])", FileKind::UserActions},
+        {R"([{"actions": []}])", FileKind::UserActions},
+        // Actions inside a section make no file of actions.
+        {R"({"meta": [{"header": "A", "attribute": "a", "overriddensettings": [{"actions": []}]}]})", FileKind::User},
+        {"{}", FileKind::Unknown},
+        {"[]", FileKind::Unknown},
+        {"3", FileKind::Unknown},
+        {"{", FileKind::Unknown},
+    };
+    for (const Kind& row : rows) {
+        EXPECT_EQ(kindOfText(row.text), row.kind) << row.text;
+    }
+}
+
+}  // namespace
+}  // namespace zelutil::lint
