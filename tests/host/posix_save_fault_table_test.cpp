@@ -8,13 +8,14 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <string>
 
+#include "host/save_fault_tally.h"
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
+#include "support/every_fault.h"
 #include "support/ordinary_user.h"
 #include "support/system_faults.h"
 
@@ -24,27 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 using host::SaveResult;
 using Status = SaveResult::Status;
-
-constexpr int kErrors[] = {EACCES, EPERM, EROFS, EIO, ENOSPC, EDQUOT, EINTR, EMFILE, EBUSY, ENOLCK, EFBIG};
-constexpr std::size_t kMostCalls = 100;
-
-/// Over all cases of one test.
-struct Tally {
-    int broken = 0;
-    int old = 0;
-    int fresh = 0;
-    int damaged = 0;
-    int leftovers = 0;
-    int untrue = 0;
-    int lost = 0;
-
-    void print(const char* what) const {
-        std::printf(
-            "%s: %d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers, %d untrue "
-            "results, %d times the next save lost something\n",
-            what, broken, old, fresh, damaged, leftovers, untrue, lost);
-    }
-};
 
 class SaveFaultTable : public testing::Test {
 protected:
@@ -117,24 +97,8 @@ protected:
         EXPECT_TRUE(isThere) << result.text << '\n' << text;
     }
 
-    /// Has every call fail with every error: `test` is told the fault and returns whether it came to pass.
-    template <typename Test>
-    static void forEachFault(Test test) {
-        for (const std::string& call : wrappedCalls()) {
-            for (const int error : kErrors) {
-                for (std::size_t occurrence = 1;; ++occurrence) {
-                    SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::strerror(error));
-                    ASSERT_LT(occurrence, kMostCalls) << "called without end";
-                    if (!test(Fault{call, occurrence, error})) {
-                        break;
-                    }
-                }
-            }
-        }
-    }
-
     PreferenceWorld world_;
-    Tally tally_;
+    SaveFaultTally tally_;
     int saves_ = 0;
 };
 
@@ -170,13 +134,8 @@ TEST_F(SaveFaultTable, WhatAnotherProcessSavedSurvivesEveryFault) {
     int lost = 0;
     int theirs = 0;
     forEachFault([&](const Fault& fault) {
-        std::string text = fileText();
-        // Another process gives the same setting another value.
-        const std::string key = "\"value0\": \"";
-        const std::size_t begin = text.find(key) + key.size();
         const std::string value = "theirs " + std::to_string(++theirs);
-        text.replace(begin, text.find('"', begin) - begin, value);
-        writeTextFile(world_.userFile(), text);
+        writeTextFile(world_.userFile(), withFirstValue(fileText(), value));
         const bool happened = saveWith(fault);
         const bool isThereAfterFault = has(fileText(), value);
         expectTheNextSaveWritesEverything();

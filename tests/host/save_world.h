@@ -2,6 +2,7 @@
 #define ZELUTIL_TESTS_HOST_SAVE_WORLD_H
 
 #include <random>
+#include <stdexcept>
 #include <string>
 
 /// Shipped defaults for hosts that save: settings whose bare names several sections share, and actions.
@@ -50,6 +51,17 @@ inline std::string defaultsOfWorld(const SaveWorldSize& size = {}) {
     }
     return text + R"({"header":"Keys","attribute":"keys","submanagerId":100,"tclCommand":"t","defaultsettings":)" +
            actionsOfWorld(size) + "}]}";
+}
+
+/// Returns the text of a user's file with another value for the first setting, of which the file has to hold one.
+inline std::string withFirstValue(std::string text, const std::string& value) {
+    const std::string key = "\"" + settingOfWorld(0) + "\": \"";
+    const std::size_t place = text.find(key);
+    if (place == std::string::npos) {
+        throw std::invalid_argument(text);
+    }
+    const std::size_t begin = place + key.size();
+    return text.replace(begin, text.find('"', begin) - begin, value);
 }
 
 /// Holds what one of several hosts changes before one of its saves. Each has four settings and four actions of its own.

@@ -6,10 +6,10 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/save.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <string>
 
+#include "host/save_fault_tally.h"
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
@@ -25,17 +25,6 @@ using Status = SaveResult::Status;
 
 constexpr DWORD kErrors[] = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_DISK_FULL,
                              ERROR_IO_DEVICE,     ERROR_NOT_SUPPORTED,     ERROR_WRITE_PROTECT};
-
-/// Over all cases of one test.
-struct Tally {
-    int broken = 0;
-    int old = 0;
-    int fresh = 0;
-    int damaged = 0;
-    int leftovers = 0;
-    int untrue = 0;
-    int lost = 0;
-};
 
 bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
@@ -56,11 +45,7 @@ protected:
 
     /// Has another process's save give the first setting this value.
     void writeTheirs(const std::string& value) const {
-        std::string text = fileText();
-        const std::string key = "\"value0\": \"";
-        const std::size_t begin = text.find(key) + key.size();
-        text.replace(begin, text.find('"', begin) - begin, value);
-        writeTextFile(world_.userFile(), text);
+        writeTextFile(world_.userFile(), withFirstValue(fileText(), value));
     }
 
     bool isNew() const {
@@ -105,7 +90,7 @@ protected:
     }
 
     PreferenceWorld world_;
-    Tally tally_;
+    SaveFaultTally tally_;
     int saves_ = 0;
 };
 
@@ -121,10 +106,7 @@ TEST_F(WindowsSaveFaultTable, AnyCallMayFail) {
             }
         }
     }
-    std::printf(
-        "%d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers, %d untrue results, %d "
-        "times the next save lost something\n",
-        tally_.broken, tally_.old, tally_.fresh, tally_.damaged, tally_.leftovers, tally_.untrue, tally_.lost);
+    tally_.print("over another process's values");
     EXPECT_GT(tally_.broken, 100);
     EXPECT_GT(tally_.old, 0);
     EXPECT_GT(tally_.fresh, 0);

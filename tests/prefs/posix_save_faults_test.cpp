@@ -6,21 +6,17 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <string>
 
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
-#include "support/system_faults.h"
+#include "support/every_fault.h"
 
 namespace zelutil::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int kErrors[] = {EACCES, EPERM, EROFS, EIO, ENOSPC, EDQUOT, EINTR, EMFILE, EBUSY, ENOLCK, EFBIG};
-constexpr std::size_t kMostCalls = 100;
 
 /// Over all cases of one test.
 struct Tally {
@@ -91,22 +87,6 @@ protected:
         save(value);
         EXPECT_EQ(textOf(world_.userFile()), savedText(value));
         EXPECT_FALSE(isLeftoverThere());
-    }
-
-    /// Has every call fail with every error: `test` is told the fault and answers whether it came to pass.
-    template <typename Test>
-    static void forEachFault(Test test) {
-        for (const std::string& call : wrappedCalls()) {
-            for (const int error : kErrors) {
-                for (std::size_t occurrence = 1;; ++occurrence) {
-                    SCOPED_TRACE(call + " " + std::to_string(occurrence) + ": " + std::strerror(error));
-                    ASSERT_LT(occurrence, kMostCalls) << "called without end";
-                    if (!test(Fault{call, occurrence, error})) {
-                        break;
-                    }
-                }
-            }
-        }
     }
 
     PreferenceWorld world_;

@@ -174,8 +174,8 @@ ssize_t __wrap_read(int file, void* bytes, std::size_t size) {
     return isToFail("read") ? -1 : __real_read(file, bytes, size);
 }
 
-int __real_fsync(int file);
-int __wrap_fsync(int file) { return isToFail("fsync") ? -1 : __real_fsync(file); }
+// The files of a test need not outlive the machine, and waiting for a disk would take most of a table's time.
+int __wrap_fsync(int /*file*/) { return isToFail("fsync") ? -1 : 0; }
 
 int __real_fstat(int file, struct stat* status);
 int __wrap_fstat(int file, struct stat* status) { return isToFail("fstat") ? -1 : __real_fstat(file, status); }
