@@ -11,18 +11,17 @@ namespace viewer {
 
 namespace {
 
-UCPActionManager& manager() { return UCPActionManager::instance(); }
-
 bool isOffered(const UCPActionItem& item, const std::string& context) {
     if (item.context == context) {
         return true;
     }
-    return item.context == kFallbackContext && manager().getActionIdByCommand(context, item.command) == 0;
+    return item.context == kFallbackContext &&
+           UCPActionManager::instance().getActionIdByCommand(context, item.command) == 0;
 }
 
 /// An action that shares its shortcut with another one of its context does not hold it and has no key.
 bool holdsShortcut(const UCPActionItem& item, const QString& shortcut) {
-    return manager().getActionIdByShortcut(item.context, shortcut.toStdString()) == item.id;
+    return UCPActionManager::instance().getActionIdByShortcut(item.context, shortcut.toStdString()) == item.id;
 }
 
 ReachableAction reachable(const UCPActionItem& item) {
@@ -64,7 +63,7 @@ bool isInMenu(const UCPActionItem& item) { return item.rmb.overwritten ? item.rm
 std::vector<ReachableAction> reachableActions(const QString& context) {
     const std::string name = context.toStdString();
     std::vector<ReachableAction> actions;
-    for (const UCPActionItem& item : manager().getAllActions()) {
+    for (const UCPActionItem& item : UCPActionManager::instance().getAllActions()) {
         if (item.id > 0 && isOffered(item, name)) {
             actions.push_back(reachable(item));
         }
@@ -75,7 +74,7 @@ std::vector<ReachableAction> reachableActions(const QString& context) {
 
 QStringList shortcutsWithoutKey() {
     QStringList sentences;
-    for (const UCPActionItem& item : manager().getAllActions()) {
+    for (const UCPActionItem& item : UCPActionManager::instance().getAllActions()) {
         const QString shortcut = shortcutOf(item);
         if (!keyOf(shortcut)) {
             sentences << QStringLiteral("The shortcut \"%1\" of \"%2\" makes no key. It is kept, and no key runs it.")

@@ -7,15 +7,9 @@
 
 namespace viewer {
 
-namespace {
-
-UCPActionManager& manager() { return UCPActionManager::instance(); }
-
-}  // namespace
-
 ShortcutEdits::States ShortcutEdits::current() {
     States states;
-    for (const UCPActionItem& item : manager().getAllActions()) {
+    for (const UCPActionItem& item : UCPActionManager::instance().getAllActions()) {
         if (item.id > 0 && topOf(item.id) == item.id) {
             states[item.id] = {shortcutOf(item).toStdString(), isInMenu(item)};
         }
@@ -28,12 +22,12 @@ void ShortcutEdits::restore(const States& states) {
     const States now = current();
     for (const auto& [id, state] : states) {
         if (now.at(id).shortcut != state.shortcut) {
-            manager().updateShortcut(id, "");
+            UCPActionManager::instance().updateShortcut(id, "");
         }
     }
     for (const auto& [id, state] : states) {
-        manager().updateShortcut(id, state.shortcut);
-        manager().updateRMBMenu(id, state.inMenu);
+        UCPActionManager::instance().updateShortcut(id, state.shortcut);
+        UCPActionManager::instance().updateRMBMenu(id, state.inMenu);
     }
 }
 
@@ -44,13 +38,14 @@ void ShortcutEdits::takeBack() { restore(before_); }
 bool ShortcutEdits::areThere() const { return !(current() == before_); }
 
 bool ShortcutEdits::assign(int id, const QString& shortcut) {
-    return holdersOf(id, shortcut).empty() && manager().updateShortcut(topOf(id), shortcut.toStdString());
+    return holdersOf(id, shortcut).empty() &&
+           UCPActionManager::instance().updateShortcut(topOf(id), shortcut.toStdString());
 }
 
 bool ShortcutEdits::take(int id, const QString& shortcut) {
     const States before = current();
     for (const KeyHolder& holder : holdersOf(id, shortcut)) {
-        manager().updateShortcut(topOf(holder.id), "");
+        UCPActionManager::instance().updateShortcut(topOf(holder.id), "");
     }
     const bool isGiven = assign(id, shortcut);
     if (!isGiven) {
@@ -60,11 +55,11 @@ bool ShortcutEdits::take(int id, const QString& shortcut) {
 }
 
 bool ShortcutEdits::resetToShipped(int id) {
-    const UCPActionItem item = manager().getAction(topOf(id)).second;
-    manager().updateRMBMenu(item.id, item.rmb.defaultValue);
+    const UCPActionItem item = UCPActionManager::instance().getAction(topOf(id)).second;
+    UCPActionManager::instance().updateRMBMenu(item.id, item.rmb.defaultValue);
     return assign(id, QString::fromStdString(item.shortcut.defaultValue));
 }
 
-void ShortcutEdits::setInMenu(int id, bool inMenu) { manager().updateRMBMenu(topOf(id), inMenu); }
+void ShortcutEdits::setInMenu(int id, bool inMenu) { UCPActionManager::instance().updateRMBMenu(topOf(id), inMenu); }
 
 }  // namespace viewer

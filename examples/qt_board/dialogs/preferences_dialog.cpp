@@ -12,6 +12,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "dialogs/dialog_parts.h"
 #include "dialogs/section_tree.h"
 #include "dialogs/setting_delegate.h"
 #include "dialogs/setting_filter.h"
@@ -19,17 +20,6 @@
 #include "window/outcome.h"
 
 namespace viewer {
-
-namespace {
-
-QPushButton* button(const QString& text, const char* name) {
-    auto* const made = new QPushButton(text);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
-    return made;
-}
-
-}  // namespace
 
 PreferencesDialog::PreferencesDialog(MessageLog& messages, QWidget* parent) : QDialog(parent), messages_(messages) {
     setWindowTitle(tr("Preferences"));
@@ -46,31 +36,22 @@ PreferencesDialog::~PreferencesDialog() { hide(); }
 void PreferencesDialog::build() {
     model_ = new SettingModel(this);
     filter_ = new SettingFilter(*model_, this);
-    search_ = new QLineEdit;
-    search_->setObjectName(QStringLiteral("search"));
-    search_->setPlaceholderText(tr("Search in all settings, names and values"));
-    search_->setClearButtonEnabled(true);
+    search_ = newSearchField(tr("Search in all settings, names and values"));
     tree_ = new QTreeWidget;
     tree_->setHeaderHidden(true);
     table_ = new QTableView;
     table_->setModel(filter_);
     table_->setItemDelegateForColumn(SettingModel::Value, new SettingDelegate(this));
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
                             QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
-    table_->setAlternatingRowColors(true);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 12);
+    layOutRows(*table_, 12);
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     auto* const halves = new QSplitter;
     halves->addWidget(tree_);
     halves->addWidget(table_);
     halves->setStretchFactor(1, 1);
     halves->setSizes({190, 560});
-    verdict_ = new QLabel;
-    verdict_->setObjectName(QStringLiteral("verdict"));
-    verdict_->setTextFormat(Qt::PlainText);
-    verdict_->setWordWrap(true);
+    verdict_ = newSentences("verdict");
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(search_);
     layout->addWidget(halves, 1);
@@ -79,9 +60,9 @@ void PreferencesDialog::build() {
 }
 
 QLayout* PreferencesDialog::buildEndRow() {
-    reset_ = button(tr("Reset to default"), "reset");
-    save_ = button(tr("Save"), "save");
-    QPushButton* const close = button(tr("Close"), "close");
+    reset_ = newButton(tr("Reset to default"), "reset");
+    save_ = newButton(tr("Save"), "save");
+    QPushButton* const close = newButton(tr("Close"), "close");
     connect(close, &QPushButton::clicked, this, &PreferencesDialog::reject);
     auto* const row = new QHBoxLayout;
     row->addWidget(reset_);
@@ -104,7 +85,7 @@ void PreferencesDialog::showSection() {
     search_->clear();
     filter_->setSection(sectionOf(tree_->currentItem()));
     const bool isForShortcuts = isSubManagersSection(tree_->currentItem());
-    showVerdict(isForShortcuts ? tr("The keyboard shortcuts have a dialog of their own.") : QString(), true);
+    showVerdict(*verdict_, isForShortcuts ? tr("The keyboard shortcuts have a dialog of their own.") : QString(), true);
 }
 
 void PreferencesDialog::selectSetting(const QString& fullName) {
@@ -120,16 +101,16 @@ void PreferencesDialog::followTyping() {
     const QStringList objections = model_->objections();
     save_->setEnabled(!model_->typed().empty());
     if (!objections.isEmpty()) {
-        showVerdict(objections.join(u' '), false);
+        showVerdict(*verdict_, objections.join(u' '), false);
     } else {
-        showVerdict({}, true);
+        showVerdict(*verdict_, {}, true);
     }
 }
 
 void PreferencesDialog::save() {
     const QStringList objections = model_->objections();
     if (!objections.isEmpty()) {
-        showVerdict(tr("Nothing is saved yet. %1").arg(objections.join(u' ')), false);
+        showVerdict(*verdict_, tr("Nothing is saved yet. %1").arg(objections.join(u' ')), false);
         return;
     }
     showOutcome(zelutil::host::save(model_->typed()));
@@ -143,7 +124,7 @@ void PreferencesDialog::resetSelected() {
         model_->forgetTyped(row);
     }
     if (names.empty()) {
-        showVerdict(tr("Select the settings that are to have their defaults again."), false);
+        showVerdict(*verdict_, tr("Select the settings that are to have their defaults again."), false);
         return;
     }
     showOutcome(zelutil::host::reset(names));
@@ -152,19 +133,14 @@ void PreferencesDialog::resetSelected() {
 void PreferencesDialog::showOutcome(const zelutil::host::SaveResult& result) {
     model_->refresh();
     tellOutcome(result, messages_);
-    showVerdict(QString::fromStdString(result.text), result.ok());
-}
-
-void PreferencesDialog::showVerdict(const QString& text, bool isGood) {
-    verdict_->setText(text);
-    verdict_->setStyleSheet(isGood ? QStringLiteral("color: #20703a;") : QStringLiteral("color: #a03020;"));
+    showVerdict(*verdict_, QString::fromStdString(result.text), result.ok());
 }
 
 void PreferencesDialog::reject() {
     const std::size_t count = model_->typed().size();
     if (count > 0 && !isWarned_) {
         isWarned_ = true;
-        showVerdict(tr("Values that are not saved: %1. Close again to drop them.").arg(count), false);
+        showVerdict(*verdict_, tr("Values that are not saved: %1. Close again to drop them.").arg(count), false);
         return;
     }
     QDialog::reject();

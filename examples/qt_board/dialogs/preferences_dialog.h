@@ -47,7 +47,6 @@ private:
     void save();
     void resetSelected();
     void showOutcome(const zelutil::host::SaveResult& result);
-    void showVerdict(const QString& text, bool isGood);
     void followTyping();
 
     MessageLog& messages_;

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "dialogs/action_model.h"
+#include "dialogs/dialog_parts.h"
 #include "keys/key_capture.h"
 #include "keys/key_holders.h"
 #include "keys/key_text.h"
@@ -22,18 +23,8 @@ namespace viewer {
 
 namespace {
 
-QPushButton* button(const QString& text, const char* name) {
-    auto* const made = new QPushButton(text);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
-    return made;
-}
-
-QLabel* wrappedLabel(const char* name) {
-    auto* const label = new QLabel;
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    label->setTextFormat(Qt::PlainText);
+QLabel* newSentencesFromTheTop(const char* name) {
+    QLabel* const label = newSentences(name);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
@@ -56,24 +47,18 @@ void ShortcutDialog::build() {
     filter_->setSourceModel(model_);
     filter_->setFilterKeyColumn(-1);
     filter_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    search_ = new QLineEdit;
-    search_->setObjectName(QStringLiteral("search"));
-    search_->setPlaceholderText(tr("Search for an action, an editor or a key"));
-    search_->setClearButtonEnabled(true);
+    search_ = newSearchField(tr("Search for an action, an editor or a key"));
     table_ = new QTableView;
     table_->setModel(filter_);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    layOutRows(*table_, 8);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setAlternatingRowColors(true);
     table_->setWordWrap(false);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table_->horizontalHeader()->setStretchLastSection(true);
-    selected_ = wrappedLabel("selected");
-    verdict_ = wrappedLabel("verdict");
+    selected_ = newSentencesFromTheTop("selected");
+    verdict_ = newSentencesFromTheTop("verdict");
     verdict_->setMinimumHeight(3 * fontMetrics().lineSpacing());
-    afterRestart_ = wrappedLabel("afterRestart");
+    afterRestart_ = newSentencesFromTheTop("afterRestart");
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(search_);
     layout->addWidget(table_, 1);
@@ -89,10 +74,10 @@ QLayout* ShortcutDialog::buildKeyRow() {
     typed_ = new QLineEdit;
     typed_->setObjectName(QStringLiteral("typed"));
     typed_->setPlaceholderText(tr("or type it: Ctrl+Shift+F5"));
-    assign_ = button(tr("Assign"), "assign");
-    take_ = button(tr("Take it"), "take");
-    remove_ = button(tr("Remove"), "remove");
-    reset_ = button(tr("Reset"), "reset");
+    assign_ = newButton(tr("Assign"), "assign");
+    take_ = newButton(tr("Take it"), "take");
+    remove_ = newButton(tr("Remove"), "remove");
+    reset_ = newButton(tr("Reset"), "reset");
     reset_->setToolTip(tr("Go back to the shortcut and the menu flag that were shipped"));
     auto* const row = new QHBoxLayout;
     row->addWidget(capture_, 2);
@@ -104,9 +89,9 @@ QLayout* ShortcutDialog::buildKeyRow() {
 }
 
 QLayout* ShortcutDialog::buildEndRow() {
-    QPushButton* const all = button(tr("Reset all and save"), "resetAll");
-    QPushButton* const cancel = button(tr("Cancel"), "cancel");
-    save_ = button(tr("Save"), "save");
+    QPushButton* const all = newButton(tr("Reset all and save"), "resetAll");
+    QPushButton* const cancel = newButton(tr("Cancel"), "cancel");
+    save_ = newButton(tr("Save"), "save");
     connect(all, &QPushButton::clicked, this, &ShortcutDialog::resetAll);
     connect(cancel, &QPushButton::clicked, this, &ShortcutDialog::reject);
     connect(save_, &QPushButton::clicked, this, &ShortcutDialog::save);
@@ -153,7 +138,7 @@ void ShortcutDialog::showSelected() {
     candidate_.clear();
     capture_->clear();
     typed_->clear();
-    setVerdict({}, true);
+    showVerdict(*verdict_, {}, true);
     assign_->setEnabled(false);
     take_->setEnabled(false);
     const int top = topOf(id);
@@ -167,15 +152,16 @@ void ShortcutDialog::tryShortcut(const QString& text) {
     assign_->setEnabled(false);
     take_->setEnabled(false);
     if (candidate_.isEmpty()) {
-        setVerdict(text.isEmpty() ? tr("This key has no text in the catalogue.")
-                                  : tr("\"%1\" makes no key. Nothing is changed.").arg(text),
-                   false);
+        showVerdict(*verdict_,
+                    text.isEmpty() ? tr("This key has no text in the catalogue.")
+                                   : tr("\"%1\" makes no key. Nothing is changed.").arg(text),
+                    false);
         return;
     }
     const std::vector<KeyHolder> holders = holdersOf(selectedAction(), candidate_);
     if (holders.empty()) {
         assign_->setEnabled(true);
-        setVerdict(tr("%1 is free.").arg(candidate_), true);
+        showVerdict(*verdict_, tr("%1 is free.").arg(candidate_), true);
         return;
     }
     QStringList sentences{tr("%1 is taken.").arg(candidate_)};
@@ -183,7 +169,7 @@ void ShortcutDialog::tryShortcut(const QString& text) {
         sentences << holder.text;
     }
     take_->setEnabled(true);
-    setVerdict(sentences.join(u' '), false);
+    showVerdict(*verdict_, sentences.join(u' '), false);
 }
 
 void ShortcutDialog::assign() {
@@ -211,7 +197,7 @@ void ShortcutDialog::resetSelected() {
 void ShortcutDialog::finishEdit(bool isDone, const QString& done) {
     showSelected();
     showAfterRestart();
-    setVerdict(isDone ? done : tr("The catalogue refused it. Nothing is changed."), isDone);
+    showVerdict(*verdict_, isDone ? done : tr("The catalogue refused it. Nothing is changed."), isDone);
 }
 
 void ShortcutDialog::showAfterRestart() {
@@ -226,11 +212,6 @@ void ShortcutDialog::showAfterRestart() {
     save_->setText(comesBack ? tr("Save") : tr("Save all the same"));
 }
 
-void ShortcutDialog::setVerdict(const QString& text, bool isGood) {
-    verdict_->setText(text);
-    verdict_->setStyleSheet(isGood ? QStringLiteral("color: #20703a;") : QStringLiteral("color: #a03020;"));
-}
-
 void ShortcutDialog::save() {
     const zelutil::host::SaveResult result = zelutil::host::save();
     tellOutcome(result, messages_);
@@ -238,7 +219,7 @@ void ShortcutDialog::save() {
         edits_.remember();
         accept();
     } else {
-        setVerdict(QString::fromStdString(result.text), false);
+        showVerdict(*verdict_, QString::fromStdString(result.text), false);
     }
 }
 
@@ -247,7 +228,7 @@ void ShortcutDialog::resetAll() {
     tellOutcome(result, messages_);
     edits_.remember();
     finishEdit(true, {});
-    setVerdict(QString::fromStdString(result.text), result.ok());
+    showVerdict(*verdict_, QString::fromStdString(result.text), result.ok());
 }
 
 void ShortcutDialog::reject() {

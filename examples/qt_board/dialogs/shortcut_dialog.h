@@ -51,7 +51,6 @@ private:
     void finishEdit(bool isDone, const QString& done);
     void showSelected();
     void showAfterRestart();
-    void setVerdict(const QString& text, bool isGood);
 
     MessageLog& messages_;
     ShortcutEdits edits_;
