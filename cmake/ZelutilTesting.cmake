@@ -10,21 +10,34 @@ if(CMAKE_CROSSCOMPILING AND WIN32)
 endif()
 
 # Four fifths of what the compiler reads of a test are GoogleTest's headers, so all tests share one compilation of them.
-# A test that shows which headers are enough sets ZELUTIL_TEST_WITHOUT_PRECOMPILED_HEADERS. On Windows that has to be all:
-# warnings about the system's headers, which are switched off, come back with headers that are compiled before.
-if(WIN32)
-    set(ZELUTIL_TEST_WITHOUT_PRECOMPILED_HEADERS TRUE)
-endif()
+# A test that shows which headers are enough sets ZELUTIL_TEST_WITHOUT_PRECOMPILED_HEADERS.
 add_executable(zelutil_test_headers EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
 target_link_libraries(zelutil_test_headers PRIVATE zelutil_options GTest::gtest GTest::gmock)
 target_precompile_headers(zelutil_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 
+# Optimising takes half of the compiler's time, and most tests run for less time than it takes to optimise them; the
+# library in them is optimised all the same. Slow tests are optimised, too, and go without the shared headers, which are
+# compiled with one set of options.
+set(ZELUTIL_TEST_OPTIMISATION "")
+if(MINGW)
+    set(ZELUTIL_TEST_OPTIMISATION -O0)
+endif()
+target_compile_options(zelutil_test_headers PRIVATE ${ZELUTIL_TEST_OPTIMISATION})
+
 # The labels of the tests are those in the variable ZELUTIL_TEST_LABELS.
 function(zelutil_add_gtest name)
+    # A few sources of one program at a time: what GoogleTest's macros make of templates is compiled once for them.
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
     target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${ZELUTIL_TEST_DRIVE}${CMAKE_CURRENT_SOURCE_DIR}")
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE zelutil_options zelutil_test_support GTest::gtest GTest::gmock GTest::gtest_main)
-    if(NOT ZELUTIL_TEST_WITHOUT_PRECOMPILED_HEADERS)
+    set(is_optimised FALSE)
+    if(ZELUTIL_TEST_OPTIMISATION AND "slow" IN_LIST ZELUTIL_TEST_LABELS)
+        set(is_optimised TRUE)
+    else()
+        target_compile_options(${name} PRIVATE ${ZELUTIL_TEST_OPTIMISATION})
+    endif()
+    if(NOT is_optimised AND NOT ZELUTIL_TEST_WITHOUT_PRECOMPILED_HEADERS)
         target_precompile_headers(${name} REUSE_FROM zelutil_test_headers)
     endif()
     gtest_discover_tests(${name}

@@ -19,6 +19,10 @@ inline std::string shippedAction(int id, const std::string& context, const std::
            "\",\"command\":\"run" + std::to_string(id) + "\",\"shortcut\":\"" + shortcut + "\"" + more + "}";
 }
 
+/// Three actions of one context.
+inline const std::vector<std::string> kThree = {shippedAction(1, "board", "F1"), shippedAction(2, "board", "F2"),
+                                                shippedAction(3, "board", "F3")};
+
 /// A user's text of these elements.
 inline std::string userText(const std::string& elements) { return "[{\"actions\":[" + elements + "]}]"; }
 

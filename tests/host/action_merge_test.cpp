@@ -229,7 +229,7 @@ TEST(ActionMerge, KeepsEntriesForUnknownActionsOfTheFileAsItIsNow) {
 
 /// Two processes change actions at random, each its own half, and save in random order.
 TEST(ActionMerge, LosesNothingWhereTwoProcessesChangeDifferentActionsInTurn) {
-    for (unsigned seed = 1; seed <= 300; ++seed) {
+    for (unsigned seed = 1; seed <= ZELUTIL_MERGE_CASES; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         ActionRandom random(seed);
         std::vector<std::string> shipped;
@@ -317,7 +317,7 @@ TEST(ActionMerge, SavesTheSameASecondTime) {
     Kind twice;
     twice.shippedTwice = true;
     twice.withSharedCommand = 20;
-    for (unsigned seed = 1; seed <= 100 && !testing::Test::HasFatalFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= ZELUTIL_MERGE_CASES / 3 && !testing::Test::HasFatalFailure(); ++seed) {
         expectTheSameASecondTime(seed, families);
         expectTheSameASecondTime(seed, twice);
     }

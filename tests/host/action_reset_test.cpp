@@ -8,9 +8,6 @@ namespace {
 
 using host::ActionsReset;
 
-const std::vector<std::string> kThree = {shippedAction(1, "board", "F1"), shippedAction(2, "board", "F2"),
-                                         shippedAction(3, "board", "F3")};
-
 TEST(ActionReset, GivesTheShippedShortcutAndFlagBack) {
     ActionProcess here(kThree);
     here.catalogue.updateShortcut(1, "F9");

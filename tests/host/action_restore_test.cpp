@@ -7,9 +7,6 @@ namespace {
 using host::ActionsPlan;
 using host::Obstacle;
 
-const std::vector<std::string> kThree = {shippedAction(1, "board", "F1"), shippedAction(2, "board", "F2"),
-                                         shippedAction(3, "board", "F3")};
-
 TEST(ActionRestore, WritesAnEmptyListWhereNothingChanged) {
     const ActionProcess here(kThree);
     const ActionsPlan plan = here.plan();

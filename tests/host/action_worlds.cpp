@@ -6,11 +6,11 @@
 namespace zelutil::test {
 namespace {
 
-const std::vector<std::string> kContexts = {"board", "panel", "sheet"};
+const std::vector<std::string> kContextNames = {"board", "panel", "sheet"};
 const std::vector<std::string> kLinkedContexts = {"ucpedit", "brisk3d", "board"};
 
 std::string contextAt(const Kind& kind, int place) {
-    return (kind.linked ? kLinkedContexts : kContexts)[static_cast<std::size_t>(place)];
+    return (kind.linked ? kLinkedContexts : kContextNames)[static_cast<std::size_t>(place)];
 }
 
 std::string shortcutAt(int place) { return place == 0 ? std::string() : "F" + std::to_string(place); }

@@ -70,6 +70,8 @@ struct NameRow {
     const char* value;
 };
 
+void PrintTo(const NameRow& row, std::ostream* out) { *out << row.name << " by " << row.saved; }
+
 constexpr NameRow kNames[] = {
     {"grid", "display::grid", "5"},
     {"Grid", "display::grid", "5"},
@@ -161,7 +163,7 @@ TEST_F(ObserverFunctions, ASectionIsToldOfASave) {
 
 // --- Actions and applications ---------------------------------------------------------------------------------------
 
-void loadActions() {
+void loadTwoActions() {
     UCPActionManager::instance().load(R"({"actions":[
         {"id":1,"context":"c","command":"save","shortcut":"F1"},
         {"id":2,"context":"c","command":"open"}]})",
@@ -169,7 +171,7 @@ void loadActions() {
 }
 
 TEST(ObserverFunction, ShortcutsAreToldToTheOneAndMenuFlagsToTheOther) {
-    loadActions();
+    loadTwoActions();
     Values calls;
     Subscription shortcuts = host::onShortcutChanged([&](int id, const std::string& before, const std::string& now) {
         calls.push_back(std::to_string(id) + " " + before + "->" + now);

@@ -21,7 +21,7 @@ using ZelU::Marl::Server;
 using ZelU::Marl::UserPreferenceServer;
 
 /// "x" of "a::b" has the full name of "b::x" of "a", which is read first, and so is found by its bare name only.
-constexpr char kDefaults[] = R"({"meta":[
+constexpr char kDefaultsOfPromises[] = R"({"meta":[
     {"header":"A","attribute":"a","tclCommand":"","defaultsettings":[{"name":"grid","value":"1"},{"name":"b::x","value":"1"}]},
     {"header":"AB","attribute":"a::b","tclCommand":"","defaultsettings":[{"name":"x","value":"1"}]},
     {"header":"Keys","attribute":"keys","submanagerId":100,"tclCommand":"","defaultsettings":{"actions":[
@@ -31,7 +31,7 @@ constexpr char kDefaults[] = R"({"meta":[
 class ObserverPromise : public ::testing::Test {
 protected:
     ObserverPromise() {
-        world_.writeDefaults(kDefaults);
+        world_.writeDefaults(kDefaultsOfPromises);
         UserPreferenceManager::GetInstance();
     }
 

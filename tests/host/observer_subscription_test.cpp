@@ -74,7 +74,7 @@ void tellTexts() {
         {}, {{UserPreferenceManager::SubManagerType::Actions, "[1]"}});
 }
 
-void loadActions() {
+void loadThreeActions() {
     UCPActionManager::instance().load(R"({"actions":[
         {"id":1,"context":"c","command":"save","shortcut":"F1"},
         {"id":2,"context":"c","command":"open","shortcut":"F2"},
@@ -126,7 +126,7 @@ TEST(Subscription, ObservesSubManagers) {
 }
 
 TEST(Subscription, ObservesAllActions) {
-    loadActions();
+    loadThreeActions();
     Lines lines;
     Recorder recorder(lines);
     Subscription subscription = observe(static_cast<IUCPActionObserver&>(recorder));
@@ -141,7 +141,7 @@ TEST(Subscription, ObservesAllActions) {
 }
 
 TEST(Subscription, ObservesOneAction) {
-    loadActions();
+    loadThreeActions();
     Lines lines;
     Recorder recorder(lines);
     Subscription subscription = observe(1, recorder);
@@ -159,7 +159,7 @@ TEST(Subscription, IsEmptyForAnUnknownAction) {
     Lines lines;
     Recorder recorder(lines);
     EXPECT_FALSE(observe(1, recorder));
-    loadActions();
+    loadThreeActions();
     EXPECT_TRUE(observe(1, recorder));
     EXPECT_FALSE(observe(4, recorder));
     EXPECT_FALSE(observe(0, recorder));
@@ -167,11 +167,11 @@ TEST(Subscription, IsEmptyForAnUnknownAction) {
 }
 
 TEST(Subscription, StaysWithAnActionThroughALoad) {
-    loadActions();
+    loadThreeActions();
     Lines lines;
     Recorder recorder(lines);
     const Subscription subscription = observe(2, recorder);
-    loadActions();
+    loadThreeActions();
     EXPECT_TRUE(UCPActionManager::instance().updateShortcut(2, "F6"));
     EXPECT_EQ(lines, Lines{"shortcut 2 F2 -> F6"});
 }

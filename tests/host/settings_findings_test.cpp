@@ -7,7 +7,7 @@
 namespace zelutil::test {
 namespace {
 
-const std::string kDefaults =
+const std::string kFindingsDefaults =
     fileWith({defined("a", {"x", "grid"}), defined("b", {"grid", "y"}), defined("c", {"z"}, R"(,"unique":false)"),
               defined("k", {}, R"(,"submanagerId":100)")});
 
@@ -21,7 +21,7 @@ std::string findingsOf(const std::string& file) {
         {prefs::EntryFinding::Kind::AnotherSection, "another section"},
     };
     std::string lines;
-    const Catalogue catalogue = catalogueOfTexts(kDefaults, file);
+    const Catalogue catalogue = catalogueOfTexts(kFindingsDefaults, file);
     for (const prefs::EntryFinding& one : catalogue.findings()) {
         lines += kKinds.at(one.kind) + ": " + one.section + "|" + one.name + "\n";
     }
@@ -53,7 +53,7 @@ TEST(SettingsFindings, AreMadeInTheOrderOfTheFile) {
 
 TEST(SettingsFindings, AFileOfASaveForHostsGivesNone) {
     FileText file;
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kFindingsDefaults, file);
     process.save(file, {{"x", "2"}, {"grid", "3"}, {"b::grid", "4"}, {"c::z", "5"}});
     EXPECT_EQ(findingsOf(file.value()), "");
 }
@@ -69,7 +69,7 @@ Journal journalOf(const Catalogue& catalogue) {
 }
 
 TEST(SettingsJournal, HasTheValueBeforeTheFirstChange) {
-    Catalogue catalogue = catalogueOfTexts(kDefaults, fileWith({given("a", R"({"x":"2"})")}));
+    Catalogue catalogue = catalogueOfTexts(kFindingsDefaults, fileWith({given("a", R"({"x":"2"})")}));
     EXPECT_EQ(journalOf(catalogue), Journal());
     catalogue.putInForce({{prefs::keyOf("a::x"), "3"}});
     catalogue.putInForce({{prefs::keyOf("x"), "4"}, {prefs::keyOf("nope"), "5"}},
@@ -79,7 +79,7 @@ TEST(SettingsJournal, HasTheValueBeforeTheFirstChange) {
 }
 
 TEST(SettingsJournal, ATakenBackValueGivesWayToTheDefaultAndBeginsEmpty) {
-    Catalogue catalogue = catalogueOfTexts(kDefaults, fileWith({given("a", R"({"x":"2"})")}));
+    Catalogue catalogue = catalogueOfTexts(kFindingsDefaults, fileWith({given("a", R"({"x":"2"})")}));
     catalogue.putInForce({}, {prefs::keyOf("x")});
     EXPECT_EQ(valueOf(catalogue, "x"), "1");
     EXPECT_FALSE(catalogue.find("x")->hasUserValue);
@@ -87,7 +87,7 @@ TEST(SettingsJournal, ATakenBackValueGivesWayToTheDefaultAndBeginsEmpty) {
 }
 
 TEST(SettingsJournal, IsOneForACatalogueAndItsCopies) {
-    Catalogue catalogue = catalogueOfTexts(kDefaults, "");
+    Catalogue catalogue = catalogueOfTexts(kFindingsDefaults, "");
     Catalogue copy = catalogue;
     catalogue.putInForce({{prefs::keyOf("x"), "3"}});
     EXPECT_EQ(journalOf(copy).size(), 1U);
@@ -97,7 +97,7 @@ TEST(SettingsJournal, IsOneForACatalogueAndItsCopies) {
 
 TEST(SettingsJournal, HasAfterASaveWhatTheFileHasInsteadOfWhatIsInForce) {
     FileText file = fileWith({given("a", R"({"x":"2"})")});
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kFindingsDefaults, file);
     file = fileWith({given("a", R"({"x":"9"})")});
     process.save(file, {{"y", "5"}});
     EXPECT_EQ(journalOf(process.catalogue()), (Journal{{0, {"9", false}}}));
@@ -121,7 +121,7 @@ TEST(SettingsJournal, HasAfterASaveOfTheOldKindNothingOfASectionThatIsNotRead) {
 // Two settings are misnamed: the one that is lost, and the one that gets its value.
 TEST(SettingsJournal, HasAfterASaveOfTheOldKindWhatItsFileSaysInsteadOfWhatIsMeant) {
     FileText file;
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kFindingsDefaults, file);
     ASSERT_TRUE(process.saveThroughOldDoor(file, {{"b::grid", "5"}, {"y", "6"}}));
     EXPECT_EQ(journalOf(process.catalogue()), (Journal{{1, {"5", true}}, {2, {std::nullopt, true}}}));
 }

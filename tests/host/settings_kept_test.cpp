@@ -8,17 +8,17 @@
 namespace zelutil::test {
 namespace {
 
-const std::string kDefaults = R"({"meta":[)" + defined("a", {"x", "y"}) + "," +
-                              R"({"header":"G","attribute":"g","children":[)" + defined("b", {"z"}) + "]}," +
-                              defined("k", {}, R"(,"submanagerId":100)") + "," +
-                              defined("l", {}, R"(,"submanagerId":102)") + "]}";
+const std::string kKeptDefaults = R"({"meta":[)" + defined("a", {"x", "y"}) + "," +
+                                  R"({"header":"G","attribute":"g","children":[)" + defined("b", {"z"}) + "]}," +
+                                  defined("k", {}, R"(,"submanagerId":100)") + "," +
+                                  defined("l", {}, R"(,"submanagerId":102)") + "]}";
 
 constexpr char kNothing[] = "a: []\ng: []\ng::b: []\nk: []\nl: []\n";
 
 /// Saves over the file, and returns what it holds then. A second save changes nothing any more.
 std::string entriesAfterSave(const std::string& file, const Values& values = {}) {
     FileText now = file;
-    SettingsProcess process(kDefaults, now);
+    SettingsProcess process(kKeptDefaults, now);
     process.save(now, values);
     const FileText first = now;
     process.save(now, {});
@@ -68,7 +68,7 @@ TEST(SettingsKept, EntriesOfASectionThatIsDefinedTwiceStayOnce) {
 
 TEST(SettingsKept, TheHeadingOfAKeptSectionStays) {
     FileText file = R"({"meta":[{"attribute":"old","header":"An old one","overriddensettings":[1.50]}]})";
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kKeptDefaults, file);
     process.save(file, {});
     const json::Document written(*file);
     std::string last;
@@ -84,7 +84,7 @@ TEST(SettingsKept, AProgramWithOtherDefaultsFindsItsValuesAgain) {
         fileWith({defined("a", {"x", "y", "fresh"}), defined("n", {"p"}), defined("m", {}, R"(,"submanagerId":103)")});
     FileText file = fileWith({given("a", R"({"fresh":"2"},{"x":"3"})"), given("n", R"({"p":"4"})"), given("m", "[5]")});
     const auto before = userValuesOf(catalogueOfTexts(newer, *file));
-    SettingsProcess older(kDefaults, file);
+    SettingsProcess older(kKeptDefaults, file);
     older.save(file, {{"y", "6"}});
     const Catalogue after = catalogueOfTexts(newer, *file);
     EXPECT_EQ(valueOf(after, "fresh"), "2");
@@ -96,7 +96,7 @@ TEST(SettingsKept, AProgramWithOtherDefaultsFindsItsValuesAgain) {
 
 /// The text that a save writes over `fileNow`, when the process started with `fileAtStart`.
 std::string entriesWith(const FileText& fileAtStart, const FileText& fileNow, std::optional<std::string_view> actions) {
-    const SettingsProcess process(kDefaults, fileAtStart);
+    const SettingsProcess process(kKeptDefaults, fileAtStart);
     auto plan = host::planSettings(process.catalogue(), {}, fileNow);
     return entriesOf(host::fileText(plan, actions).value());
 }
@@ -119,7 +119,7 @@ TEST(SettingsKept, SectionsOfSubManagersHoldWhatTheFileHasAndTheActionsWhatIsHan
 }
 
 TEST(SettingsKept, ThePlanTellsWhatTheFileHasForTheActions) {
-    const SettingsProcess process(kDefaults, fileWith({given("k", "1")}));
+    const SettingsProcess process(kKeptDefaults, fileWith({given("k", "1")}));
     const auto actionsIn = [&process](const FileText& now) {
         return host::planSettings(process.catalogue(), {}, now).actionsInFile;
     };
@@ -131,7 +131,7 @@ TEST(SettingsKept, ThePlanTellsWhatTheFileHasForTheActions) {
 }
 
 TEST(SettingsKept, ATextOfTheActionsThatNestsTooDeepMakesNoFile) {
-    const SettingsProcess process(kDefaults, std::nullopt);
+    const SettingsProcess process(kKeptDefaults, std::nullopt);
     auto plan = host::planSettings(process.catalogue(), {}, std::nullopt);
     const std::string deepest = std::string(json::kMaximumDepth, '[') + std::string(json::kMaximumDepth, ']');
     EXPECT_EQ(host::fileText(plan, deepest), std::nullopt);
@@ -144,7 +144,7 @@ TEST(SettingsKept, TheDeepestValuesStayReadable) {
         std::string(json::kMaximumDepth - around, '[') + std::string(json::kMaximumDepth - around, ']');
     FileText file = fileWith({given("g::b", R"({"o":)" + deep + "}"), given("old", R"({"o":)" + deep + "}")});
     ASSERT_TRUE(json::Document(*file).valid());
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kKeptDefaults, file);
     process.save(file, {{"x", "2"}});
     EXPECT_EQ(entriesOf(file.value()),
               "a: [{\"a::x\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"

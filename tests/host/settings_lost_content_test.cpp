@@ -14,17 +14,18 @@
 namespace zelutil::test {
 namespace {
 
-const std::string kDefaults = R"({"version":2,"meta":[)" + defined("a", {"x", "y"}) + "," + defined("b", {"z"}) + "," +
-                              defined("l", {}, R"(,"submanagerId":102)") + R"(,"a comment"]})";
+const std::string kLostContentDefaults = R"({"version":2,"meta":[)" + defined("a", {"x", "y"}) + "," +
+                                         defined("b", {"z"}) + "," + defined("l", {}, R"(,"submanagerId":102)") +
+                                         R"(,"a comment"]})";
 
 /// Saves a value over the file, and returns whether that lost content. A second save loses nothing any more.
 bool losesContent(FileText& file) {
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kLostContentDefaults, file);
     const bool loses = process.save(file, {{"y", "5"}}).losesContent;
     const FileText first = file;
     EXPECT_FALSE(process.save(file, {}).losesContent) << *first;
     EXPECT_EQ(file, first);
-    EXPECT_EQ(valueOf(catalogueOfTexts(kDefaults, *file), "y"), "5");
+    EXPECT_EQ(valueOf(catalogueOfTexts(kLostContentDefaults, *file), "y"), "5");
     return loses;
 }
 
@@ -44,7 +45,7 @@ TEST(SettingsLostContent, IsToldOfWhatIsNotInTheFormThatIsRead) {
     };
     for (const std::string& text : files) {
         FileText file = text;
-        EXPECT_EQ(catalogueOfTexts(kDefaults, text).findings().size(),
+        EXPECT_EQ(catalogueOfTexts(kLostContentDefaults, text).findings().size(),
                   text.find("\"o\"") == std::string::npos ? 1U : 2U)
             << text;
         EXPECT_TRUE(losesContent(file)) << text;
@@ -63,7 +64,7 @@ TEST(SettingsLostContent, IsToldOfNothingElse) {
         FileText file = text;
         EXPECT_FALSE(losesContent(file)) << text;
     }
-    EXPECT_TRUE(catalogueOfTexts(kDefaults, R"({"version":1,"meta":["a comment"]})").findings().empty());
+    EXPECT_TRUE(catalogueOfTexts(kLostContentDefaults, R"({"version":1,"meta":["a comment"]})").findings().empty());
 }
 
 TEST(SettingsLostContent, MembersThatTheDefaultsLackStay) {

@@ -9,7 +9,7 @@ namespace zelutil::test {
 namespace {
 
 /// The shipped value of "a::x" is "1".
-const std::string kDefaults = fileWith({defined("a", {"x", "y"})});
+const std::string kMergeDefaults = fileWith({defined("a", {"x", "y"})});
 
 constexpr char kNone[] = "(none)";
 constexpr char kReset[] = "(reset)";
@@ -20,7 +20,7 @@ FileText fileWithX(const std::string& value) {
 }
 
 std::string xIn(const FileText& file) {
-    const Catalogue catalogue = catalogueOfTexts(kDefaults, file.value());
+    const Catalogue catalogue = catalogueOfTexts(kMergeDefaults, file.value());
     return userValueOf(*catalogue.find("x")).value_or(kNone);
 }
 
@@ -71,7 +71,7 @@ const Row kRows[] = {
 TEST(SettingsMerge, DecidesByThreeStates) {
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.start + " -> " + row.edit + ", others: " + row.theirs);
-        SettingsProcess process(kDefaults, fileWithX(row.start));
+        SettingsProcess process(kMergeDefaults, fileWithX(row.start));
         FileText file = fileWithX(row.theirs);
         const Values values = row.edit.empty() || row.edit == kReset ? Values() : Values{{"x", row.edit}};
         const auto plan = process.save(file, values, row.edit == kReset ? Names{"x"} : Names());
@@ -90,7 +90,7 @@ TEST(SettingsMerge, DecidesByThreeStates) {
 
 TEST(SettingsMerge, WithoutAFileOrWithOneThatIsNoJsonEverythingOfTheUserIsWritten) {
     for (const FileText& unreadable : {FileText(), FileText(""), FileText("{\"meta\":["), FileText("text")}) {
-        SettingsProcess process(kDefaults, fileWithX("2"));
+        SettingsProcess process(kMergeDefaults, fileWithX("2"));
         FileText file = unreadable;
         const auto plan = process.save(file, {{"y", "3"}});
         EXPECT_FALSE(plan.fileKnown);
@@ -101,7 +101,7 @@ TEST(SettingsMerge, WithoutAFileOrWithOneThatIsNoJsonEverythingOfTheUserIsWritte
 }
 
 TEST(SettingsMerge, AnEmptyListOfSectionsIsAFileFromWhichAllWasTaken) {
-    SettingsProcess process(kDefaults, fileWithX("2"));
+    SettingsProcess process(kMergeDefaults, fileWithX("2"));
     FileText file = fileWith({});
     const auto plan = process.save(file, {{"y", "3"}});
     EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::y\":\"3\"}]\n");
@@ -109,7 +109,7 @@ TEST(SettingsMerge, AnEmptyListOfSectionsIsAFileFromWhichAllWasTaken) {
 }
 
 TEST(SettingsMerge, OfSeveralEntriesForOneSettingTheLastIsTheirs) {
-    SettingsProcess process(kDefaults, fileWithX(kNone));
+    SettingsProcess process(kMergeDefaults, fileWithX(kNone));
     FileText file = fileWith({given("a", R"({"x":"4"},{"x":"5","a::x":"6"})"), given("a", R"({"X":"7"})")});
     process.save(file, {{"y", "3"}});
     EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"7\"},{\"a::y\":\"3\"}]\n");
@@ -117,7 +117,7 @@ TEST(SettingsMerge, OfSeveralEntriesForOneSettingTheLastIsTheirs) {
 
 // A value that a merged save left to another stays so, whatever is saved besides, until it is changed here.
 TEST(SettingsMerge, WhatWasLeftToOthersStaysTheirsUntilItIsChangedHere) {
-    SettingsProcess process(kDefaults, fileWithX("2"));
+    SettingsProcess process(kMergeDefaults, fileWithX("2"));
     FileText file = fileWithX("4");
     EXPECT_EQ(process.save(file, {}).settingsOfOthers, Names{"a::x"});
     EXPECT_EQ(process.save(file, {}).settingsOfOthers, Names{"a::x"});
@@ -138,7 +138,7 @@ TEST(SettingsMerge, WhatWasLeftToOthersStaysTheirsUntilItIsChangedHere) {
 }
 
 TEST(SettingsMerge, AConflictIsNamedOnce) {
-    SettingsProcess process(kDefaults, fileWithX("2"));
+    SettingsProcess process(kMergeDefaults, fileWithX("2"));
     FileText file = fileWithX("4");
     EXPECT_EQ(process.save(file, {{"x", "3"}}).conflicts.size(), 1U);
     EXPECT_TRUE(process.save(file, {{"x", "5"}}).conflicts.empty());
@@ -146,7 +146,7 @@ TEST(SettingsMerge, AConflictIsNamedOnce) {
 }
 
 TEST(SettingsMerge, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
-    SettingsProcess process(kDefaults, fileWithX("2"));
+    SettingsProcess process(kMergeDefaults, fileWithX("2"));
     FileText file = fileWithX("2");
     process.save(file, {{"x", "3"}}, {}, false);
     EXPECT_EQ(xIn(file), "2");
@@ -156,7 +156,7 @@ TEST(SettingsMerge, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
 }
 
 TEST(SettingsMerge, AResetThatCouldNotBeWrittenIsWrittenByTheNextSave) {
-    SettingsProcess process(kDefaults, fileWithX(kNone));
+    SettingsProcess process(kMergeDefaults, fileWithX(kNone));
     FileText file = fileWithX("4");
     process.save(file, {}, {"x"}, false);
     EXPECT_EQ(xIn(file), "4");
@@ -165,7 +165,7 @@ TEST(SettingsMerge, AResetThatCouldNotBeWrittenIsWrittenByTheNextSave) {
 }
 
 TEST(SettingsMerge, ASaveOfTheOldKindIsNoOtherProcess) {
-    SettingsProcess process(kDefaults, fileWithX(kNone));
+    SettingsProcess process(kMergeDefaults, fileWithX(kNone));
     FileText file = fileWithX(kNone);
     process.saveThroughOldDoor(file, {{"x", "2"}});
     EXPECT_EQ(xIn(file), "2");
@@ -191,7 +191,7 @@ TEST(SettingsMerge, WhatASaveOfTheOldKindMisnamedIsPutRight) {
 
 TEST(SettingsMerge, NamesThatNoSettingHasComeBackAsTheyWereGiven) {
     FileText file;
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kMergeDefaults, file);
     const auto plan = process.save(file, {{"Nope", "2"}, {"x", "3"}, {"", "4"}}, {"a::", "Y", "gone"});
     EXPECT_EQ(plan.unknownSettings, (Names{"", "Nope", "a::", "gone"}));
     EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"3\"}]\n");
@@ -199,7 +199,7 @@ TEST(SettingsMerge, NamesThatNoSettingHasComeBackAsTheyWereGiven) {
 
 TEST(SettingsMerge, OfSeveralNamesOfOneSettingTheLastCountsAndAResetComesAfterTheValues) {
     FileText file;
-    SettingsProcess process(kDefaults, file);
+    SettingsProcess process(kMergeDefaults, file);
     process.save(file, {{"A::X", "2"}, {"a::x", "3"}, {"x", "4"}, {"y", "5"}}, {"y"});
     EXPECT_EQ(entriesOf(file.value()), "a: [{\"a::x\":\"4\"}]\n");
 }

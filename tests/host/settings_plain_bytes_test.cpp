@@ -13,7 +13,7 @@
 namespace zelutil::test {
 namespace {
 
-constexpr char kDefaults[] = R"({"version":2,"meta":[
+constexpr char kPlainBytesDefaults[] = R"({"version":2,"meta":[
     {"header":"View","attribute":"view","tclCommand":"v","unique":true,"defaultsettings":[
         {"name":"grid","value":"on"},{"name":"zoom","value":"1"}],"more":[1.50],
      "children":[{"header":"Colors","attribute":"colors","unique":false,"tclCommand":"","defaultsettings":[
@@ -22,7 +22,7 @@ constexpr char kDefaults[] = R"({"version":2,"meta":[
     {"header":"Group","attribute":"group"}]})";
 
 // Worked out by hand: the defaults without "tclCommand" and "defaultsettings", and with the saved values in full.
-constexpr char kSaved[] = R"({
+constexpr char kSavedText[] = R"({
     "version": 2,
     "meta": [
         {
@@ -71,9 +71,9 @@ constexpr char kSaved[] = R"({
 
 TEST(SettingsPlainBytes, AreThoseOfTheDefaultsWithTheSavedValues) {
     const Values values = {{"grid", "off"}, {"view::colors::PAD", "green"}, {"zoom", "1"}};
-    SettingsProcess process(kDefaults, std::nullopt);
+    SettingsProcess process(kPlainBytesDefaults, std::nullopt);
     auto plan = host::planSettings(process.catalogue(), {&values, nullptr}, std::nullopt);
-    EXPECT_EQ(host::fileText(plan, R"([{"actions":[]}])"), kSaved);
+    EXPECT_EQ(host::fileText(plan, R"([{"actions":[]}])"), kSavedText);
 }
 
 /// Whether each entry of the text sets the setting of its own section, and was written for a definition that made one.

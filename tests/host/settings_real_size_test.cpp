@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kSettings = 3091;
 constexpr std::size_t kSections = 240;
-constexpr std::size_t kSaved = 100;
+constexpr std::size_t kSavedAtOnce = 100;
 /// One setting in so many has a name that others have too.
 constexpr std::size_t kShared = 4;
 constexpr std::size_t kSharedNames = 150;
@@ -52,7 +52,7 @@ std::size_t differences(const Catalogue& before, const std::string& text, const 
 Values someValues(const Catalogue& catalogue, RandomText& random) {
     const std::vector<std::string> names = fullNames(catalogue);
     Values values;
-    while (values.size() < kSaved) {
+    while (values.size() < kSavedAtOnce) {
         const std::string& name = names[random.below(names.size())];
         values[name] = "changed " + std::to_string(random.below(100));
     }

@@ -17,7 +17,7 @@
 namespace zelutil::test {
 namespace {
 
-struct Tally {
+struct TurnTally {
     unsigned saves = 0;
     unsigned changes = 0;
     unsigned conflicts = 0;
@@ -38,7 +38,7 @@ struct Participant {
 
 class Turns {
 public:
-    Turns(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {}
+    Turns(unsigned seed, TurnTally& tally) : random_(seed), tally_(tally) {}
 
     /// Returns a description of what is wrong, or the empty string.
     std::string run() {
@@ -199,7 +199,7 @@ private:
     }
 
     RandomPreferences random_;
-    Tally& tally_;
+    TurnTally& tally_;
     std::string defaults_;
     std::vector<std::string> names_;
     FileText file_;
@@ -213,7 +213,7 @@ class SettingsOfSeveralProcesses : public testing::TestWithParam<unsigned> {};
 
 TEST_P(SettingsOfSeveralProcesses, AreInTheFileAsTheyWereChangedLast) {
     const ShareOfCases share(GetParam(), ZELUTIL_TWIN_SEED, ZELUTIL_TWIN_CASES / 10);
-    Tally tally;
+    TurnTally tally;
     for (unsigned seed = share.first; seed < share.first + share.count && !HasFailure(); ++seed) {
         Turns one(seed, tally);
         const std::string wrong = one.run();
