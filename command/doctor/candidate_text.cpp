@@ -74,7 +74,7 @@ bool isWholePath(std::string_view text) {
 }
 
 std::string reasonOf(const Candidate& candidate) {
-    const std::string reason = wordsOf(candidate.verdict).words;
+    std::string reason = wordsOf(candidate.verdict).words;
     switch (candidate.verdict) {
         case Verdict::NoLibrary:
             return reason + ' ' + platform::libraryFileName();

@@ -75,7 +75,7 @@ void readInto(FileState& state, const std::string& path) {
 
 bool isKeptCopy(const fs::path& name, const fs::path& target) {
     const platform::NativeText first = platform::keptName(target.native(), 1);
-    const platform::NativeText text = name.native();
+    const platform::NativeText& text = name.native();
     if (text.compare(0, first.size(), first) != 0) {
         return false;
     }

@@ -26,12 +26,14 @@ Path findInSiteTraced(const char* name, std::string_view dir, Trace& trace) {
         directory += std::string(dir.substr(kSiteShare.size() + 1));
     }
     Path below = tracedExisting(directory + name, Source::SiteDirectory, kSiteVariable, trace);
-    const bool found = !below.Empty();
-    if (found && !trace.goesOn()) {
+    if (!below.Empty() && !trace.goesOn()) {
         return below;
     }
     Path itself = tracedExisting(Path(*site) + name, Source::Site, kSiteVariable, trace);
-    return found ? below : itself;
+    if (!below.Empty()) {
+        return below;
+    }
+    return itself;
 }
 
 }  // namespace
