@@ -1,6 +1,7 @@
 // A host in small: prints, a line each, what the library returns for the searches that its arguments name.
 #include <zelutil/file/hierarchy.h>
 #include <zelutil/host/start.h>
+#include <zelutil/prefs/user_preference_manager.h>
 
 #include <cstdio>
 #include <map>
@@ -28,6 +29,20 @@ std::string standIn() {
     return second;
 }
 
+/// Says whether the start read the user's file or found none.
+std::string isUserFileUnread() {
+    for (const zelutil::host::StartWarning& warning : zelutil::host::startWarnings()) {
+        if (warning.kind == zelutil::host::StartWarning::Kind::FileNotRead) {
+            return "yes";
+        }
+    }
+    return "no";
+}
+
+std::string areThereSections() {
+    return UserPreferenceManager::GetInstance().getAllUserPrefUISettings().empty() ? "no" : "yes";
+}
+
 const std::map<std::string, std::string (*)()> kSearches = {
     {"root", root},
     {"stand-in", standIn},
@@ -35,6 +50,8 @@ const std::map<std::string, std::string (*)()> kSearches = {
     {"defaults", [] { return zelutil::prefs::defaultsFilePath(); }},
     {"user-file-read", [] { return zelutil::prefs::userFilePath(); }},
     {"user-file-written", zelutil::host::userFilePath},
+    {"user-file-unread", isUserFileUnread},
+    {"sections", areThereSections},
     {"facets", [] { return zelutil::file::installedSettingsFile(zelutil::facet::kFacetFileName); }},
 };
 

@@ -20,9 +20,20 @@ namespace fs = std::filesystem;
 const std::vector<std::string> kSearches = {"root",           "environment",       "defaults",
                                             "user-file-read", "user-file-written", "facets"};
 
+const char* yesOrNo(bool truth) { return truth ? "yes" : "no"; }
+
+/// The states of the files are those in which the library finds them.
+void expectStatesOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world) {
+    static const std::set<std::string> unread = {"malformed", "too-large", "unreadable", "directory"};
+    EXPECT_EQ(answersIn(world, {"user-file-unread"}).at("user-file-unread"),
+              yesOrNo(unread.count(doctor.stateOf("user-file-read")) != 0));
+    EXPECT_EQ(answersIn(world, {"sections"}).at("sections"), yesOrNo(doctor.stateOf("defaults") == "fine"));
+}
+
 /// The command's answers are those of the library. Without an installation every use but the first has another one, so
 /// each search gets a process.
 void expectAnswersOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world) {
+    expectStatesOfTheLibrary(doctor, world);
     if (!doctor.resultOf("root").empty()) {
         for (const auto& [search, answer] : answersIn(world, kSearches)) {
             EXPECT_EQ(doctor.resultOf(search), answer) << search;

@@ -94,6 +94,17 @@ public:
         return {};
     }
 
+    /// Returns the state of the file of a step.
+    std::string stateOf(const std::string& step) const {
+        for (const json::View found : document.root().member("steps").elements()) {
+            if (textOf(found.member("name")) == step) {
+                return textOf(found.member("file").member("state"));
+            }
+        }
+        ADD_FAILURE() << "no step " << step;
+        return {};
+    }
+
     std::vector<NamedSymptom> symptoms() const {
         std::vector<NamedSymptom> all;
         for (const json::View symptom : document.root().member("symptoms").elements()) {
