@@ -83,7 +83,8 @@ void zelutil::bench::addComparisons() {
     Comparison("read, parse and build 10000 settings", 1)
         .zelutil([] {
             prefs::UserSettingsFile userFile;
-            return std::uint64_t{prefs::readPreferenceFiles(userFile).find(last)->valueInForce().size()};
+            return std::uint64_t{
+                prefs::readPreferenceFiles(prefs::defaultsFilePath(), userFile).find(last)->valueInForce().size()};
         })
         .peer("RapidJSON, parse alone", [] { return peers::parseAlone(corpus.defaultsText(), corpus.userText()); })
         .peer("nlohmann::json, flattened",
