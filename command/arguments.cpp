@@ -20,7 +20,7 @@ CLI::Option* unprotected(CLI::Option* option) {
 
 std::vector<std::string> protectedArguments(std::vector<std::string> arguments) {
     for (std::string& argument : arguments) {
-        if (!argument.empty() && argument.front() == '[') {
+        if (!argument.empty() && (argument.front() == '[' || argument.front() == '{')) {
             argument.insert(0, 1, kProtection);
         }
     }

@@ -9,8 +9,8 @@
 /// What subcommands use of the parser, CLI11.
 namespace zelutil::command {
 
-/// Returns the arguments as the parser is to see them. It would split "[a,b]" into "a" and "b", so a bracket at the
-/// beginning gets a character before it, which `addText` and `addTexts` take away.
+/// Returns the arguments as the parser is to see them. It would split "[a,b]" into "a" and "b", and
+/// drop "{}", so a bracket at the beginning gets a character before it, which `addText` and `addTexts` take away.
 std::vector<std::string> protectedArguments(std::vector<std::string> arguments);
 
 /// Adds a text, which stays as it was given. A subcommand adds no other options that take texts.

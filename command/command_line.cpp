@@ -90,6 +90,9 @@ void CommandLine::add(const Subcommand& subcommand) {
     for (std::size_t end = example.find('\n'); end != std::string::npos; end = example.find('\n', end + 1)) {
         example.insert(end + 1, "  ");
     }
+    if (subcommand.hidden) {
+        parser->group("");
+    }
     parser->footer(kCommonOptions + std::string("\n\nExample:\n  ") + example);
     declared_.push_back({&subcommand, parser, subcommand.declare(*parser)});
 }
@@ -110,7 +113,7 @@ ExitCode CommandLine::wrongUsage(const std::string& text, const std::string& adv
 std::string CommandLine::unknownSubcommand() const {
     if (app_.get_subcommands().empty()) {
         for (const std::string& word : app_.remaining()) {
-            if (word.front() != '-') {
+            if (!word.empty() && word.front() != '-') {
                 return word;
             }
         }
@@ -136,7 +139,9 @@ ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
     }
     std::vector<std::string> names;
     for (const Subcommand* const subcommand : subcommands()) {
-        names.emplace_back(subcommand->name);
+        if (!subcommand->hidden) {
+            names.emplace_back(subcommand->name);
+        }
     }
     const std::string question = questionAbout(nearestNames(word, names));
     return wrongUsage("There is no subcommand \"" + word + "\".",

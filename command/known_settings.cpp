@@ -67,17 +67,44 @@ std::vector<host::SettingInfo> KnownSettings::find(const std::vector<std::string
     return found;
 }
 
+std::optional<std::vector<host::SettingInfo>> KnownSettings::findAll(const std::vector<std::string>& names,
+                                                                     Output& output) const {
+    std::vector<host::SettingInfo> found = find(names, output);
+    if (found.size() == names.size()) {
+        return found;
+    }
+    output.add({Severity::Note, "Nothing was done.", "", std::nullopt});
+    return std::nullopt;
+}
+
 const std::string& findableName(const host::SettingInfo& setting) {
     return setting.foundByFullName ? setting.fullName : setting.bareNames.front();
 }
 
-void writeSetting(JsonWriter& json, const host::SettingInfo& setting) {
+namespace {
+
+void writeMembers(JsonWriter& json, const host::SettingInfo& setting) {
     json.member("name", setting.fullName);
     json.list("bareNames", setting.bareNames, [&](const std::string& name) { json.text(name); });
     json.member("section", setting.section);
     json.member("default", setting.defaultValue);
     json.member("value", setting.value);
     json.member("setByUser", setting.setByUser);
+}
+
+}  // namespace
+
+void showSettings(const std::vector<host::SettingInfo>& settings, Output& output) {
+    for (const host::SettingInfo& setting : settings) {
+        output.line("{}={}", output.shown(Role::Name, setting.fullName), output.shown(Role::Value, setting.value));
+    }
+    writeSettings(settings, output);
+}
+
+void writeSettings(const std::vector<host::SettingInfo>& settings, Output& output) {
+    output.members([&](JsonWriter& json) {
+        json.objects("settings", settings, [&](const auto& setting) { writeMembers(json, setting); });
+    });
 }
 
 }  // namespace zelutil::command

@@ -25,6 +25,9 @@ public:
     /// result is shorter than the list of names where some are unknown.
     std::vector<host::SettingInfo> find(const std::vector<std::string>& names, Output& output) const;
 
+    /// The same for work that is done for all or not at all: nothing where one is unknown.
+    std::optional<std::vector<host::SettingInfo>> findAll(const std::vector<std::string>& names, Output& output) const;
+
 private:
     Finding unknown(const std::string& name) const;
 
@@ -34,8 +37,11 @@ private:
 /// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.
 const std::string& findableName(const host::SettingInfo& setting);
 
-/// Writes the members that every list of settings has.
-void writeSetting(JsonWriter& json, const host::SettingInfo& setting);
+/// Tells the settings as NAME=VALUE lines, and in the JSON form as the member "settings".
+void showSettings(const std::vector<host::SettingInfo>& settings, Output& output);
+
+/// Writes the member "settings" of the JSON form only.
+void writeSettings(const std::vector<host::SettingInfo>& settings, Output& output);
 
 }  // namespace zelutil::command
 

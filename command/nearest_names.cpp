@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kMostNames = 3;
 
 /// Short names may be off by this much whatever their length.
-constexpr std::size_t kFewestChanges = 2;
+constexpr std::size_t kFewestChanges = 1;
 
 bool isSame(char a, char b) { return ascii::lowerCase(a) == ascii::lowerCase(b); }
 

@@ -21,6 +21,13 @@ class UsageError : public std::runtime_error {
 /// Does a subcommand's work. An exception of another type than `UsageError` counts as `Output::fail`.
 using Work = std::function<void(Output&)>;
 
+/// Says what completion offers for a subcommand's arguments that are no options.
+enum class Completes {
+    Files,
+    Settings,    ///< NAME
+    Assignments  ///< NAME=
+};
+
 /// One subcommand: its file defines one of these, and subcommands/table.cpp lists it.
 struct Subcommand {
     const char* name;
@@ -31,6 +38,9 @@ struct Subcommand {
     FindingsAre findingsAre;
     /// Adds the subcommand's arguments to its parser, and returns the work, which begins once they are filled in.
     Work (*declare)(CLI::App& arguments);
+    Completes completes = Completes::Files;
+    /// Whether the help leaves it out, because programs call it and not people.
+    bool hidden = false;
 };
 
 }  // namespace zelutil::command

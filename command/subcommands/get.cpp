@@ -19,16 +19,14 @@ void get(const Choices& choices, Output& output) {
         return;
     }
     const std::vector<host::SettingInfo> settings = known.find(choices.names, output);
-    for (const host::SettingInfo& setting : settings) {
-        if (choices.valueOnly) {
-            output.line("{}", setting.value);
-        } else {
-            output.line("{}={}", output.shown(Role::Name, setting.fullName), output.shown(Role::Value, setting.value));
-        }
+    if (!choices.valueOnly) {
+        showSettings(settings, output);
+        return;
     }
-    output.members([&](JsonWriter& json) {
-        json.objects("settings", settings, [&](const auto& setting) { writeSetting(json, setting); });
-    });
+    for (const host::SettingInfo& setting : settings) {
+        output.line("{}", setting.value);
+    }
+    writeSettings(settings, output);
 }
 
 Work declare(CLI::App& arguments) {
@@ -40,9 +38,12 @@ Work declare(CLI::App& arguments) {
 
 }  // namespace
 
-const Subcommand kGet{"get", "Print the values of settings",
+const Subcommand kGet{"get",
+                      "Print the values of settings",
                       "$ zelutil get grid\n"
                       "display::grids::grid=0.635",
-                      FindingsAre::BesideResult, declare};
+                      FindingsAre::BesideResult,
+                      declare,
+                      Completes::Settings};
 
 }  // namespace zelutil::command

@@ -7,8 +7,16 @@
 
 namespace zelutil::command {
 
+extern const Subcommand kDiff;
 extern const Subcommand kDoctor;
 extern const Subcommand kGet;
+extern const Subcommand kList;
+extern const Subcommand kReset;
+extern const Subcommand kSet;
+
+// What programs call.
+extern const Subcommand kComplete;
+extern const Subcommand kManual;
 
 /// Returns all subcommands in the order in which the help lists them.
 const std::vector<const Subcommand*>& subcommands();

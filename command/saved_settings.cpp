@@ -1,0 +1,167 @@
+#include "command/saved_settings.h"
+
+#include <utility>
+
+#include "command/known_settings.h"
+#include "command/text.h"
+
+namespace zelutil::command {
+namespace {
+
+using host::SaveResult;
+using host::SettingInfo;
+using Status = SaveResult::Status;
+
+/// A setting before the save and after it.
+struct Change {
+    SettingInfo before;
+    SettingInfo now;
+};
+
+std::vector<Change> changesSince(const std::vector<SettingInfo>& before) {
+    std::vector<Change> changes;
+    for (const SettingInfo& setting : before) {
+        changes.push_back({setting, host::setting(findableName(setting)).value_or(setting)});
+    }
+    return changes;
+}
+
+/// A text that names no file is shown as it stands.
+std::string fileText(const std::string& path) {
+    const std::string native = nativeText(path);
+    return native.empty() ? path : native;
+}
+
+void tellChanges(const std::vector<Change>& changes, Output& output) {
+    for (const auto& [before, now] : changes) {
+        const std::string name = output.shown(Role::Name, now.fullName);
+        const std::string value = output.shown(Role::Value, now.value);
+        if (before.value == now.value) {
+            output.line("{}: {}, as before", name, value);
+        } else {
+            output.line("{}: {} -> {}", name, output.shown(Role::Old, before.value), value);
+        }
+    }
+}
+
+void tellFile(const SaveResult& result, Output& output) {
+    const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing had to be saved in";
+    output.line("{} {}", outcome, output.shown(Role::Faint, fileText(result.path)));
+}
+
+/// Tells why nothing was saved, or not all.
+void tellFailure(const SaveResult& result, Output& output) {
+    const std::string file = fileText(result.path);
+    switch (result.status) {
+        case Status::NoDefaults:
+            output.fail("Nothing was saved, because there are no shipped defaults.",
+                        "Name the installation by the variable QTXROOT, and try again.");
+            break;
+        case Status::NoPath:
+            output.fail(
+                "Nothing was saved, because there is no place for the user's file: \"" + file + "\".",
+                file.find(' ') == std::string::npos
+                    ? "Name the home directory by the variables HOMEDRIVE and HOMEPATH, and try again."
+                    : "Its path has a blank: --paths-with-blanks has it written, for applications that read it.");
+            break;
+        case Status::NotKept:
+            output.fail("Nothing was saved: \"" + file + "\" could not be read, and no copy could be kept beside it.",
+                        "Take the file away or make room for a copy, and try again.");
+            break;
+        case Status::NotWritten:
+            output.fail("Nothing was saved, because \"" + file + "\" could not be written.",
+                        "See whether the file and its directory may be written and the disk has room, and try again.");
+            break;
+        case Status::Torn:
+            output.fail("\"" + file + "\" was only written in part.", "Make room on the disk, and try again at once.");
+            break;
+        default:
+            output.fail(result.text, "Try again.");
+    }
+}
+
+void tellConflicts(const SaveResult& result, Output& output) {
+    for (const host::Conflict& conflict : result.conflicts) {
+        const std::string name =
+            conflict.setting.empty() ? "Action " + std::to_string(conflict.action) : conflict.setting;
+        output.add({Severity::Warning,
+                    name + " was changed by another process meanwhile, to \"" + conflict.theirs +
+                        "\"; the file has \"" + conflict.ours + "\" now.",
+                    conflict.setting.empty() ? "" : "\"zelutil set\" brings the other value back.", std::nullopt});
+    }
+}
+
+void tellObstacles(const SaveResult& result, Output& output) {
+    for (const host::NotRestored& item : result.notRestored) {
+        output.add({Severity::Warning, item.text, "", std::nullopt});
+    }
+    for (const std::string& name : result.settingsOfOthers) {
+        output.add({Severity::Note, name + ": the file has what another process saved meanwhile.", "", std::nullopt});
+    }
+    for (const std::string& name : result.unknownSettings) {
+        output.add({Severity::Error, "There is no setting \"" + name + "\".", "", std::nullopt});
+    }
+    if (!result.keptCopy.empty()) {
+        output.add({Severity::Warning,
+                    "The file that was there could not be read; it is kept as \"" + fileText(result.keptCopy) + "\".",
+                    "Take from it by hand whatever is still wanted.", std::nullopt});
+    }
+}
+
+void writeSave(const std::vector<Change>& changes, const SaveResult& result, JsonWriter& json) {
+    json.objects("settings", changes, [&](const Change& change) {
+        json.member("name", change.now.fullName);
+        json.member("before", change.before.value);
+        json.member("value", change.now.value);
+    });
+    json.key("save");
+    json.beginObject();
+    json.member("status", nameOf(result.status));
+    json.member("file", fileText(result.path));
+    if (!result.keptCopy.empty()) {
+        json.member("keptCopy", fileText(result.keptCopy));
+    }
+    json.endObject();
+}
+
+}  // namespace
+
+std::string nameOf(Status status) {
+    switch (status) {
+        case Status::Saved:
+            return "saved";
+        case Status::Unchanged:
+            return "unchanged";
+        case Status::NoDefaults:
+            return "noDefaults";
+        case Status::NoPath:
+            return "noPath";
+        case Status::NotKept:
+            return "notKept";
+        case Status::NotWritten:
+            return "notWritten";
+        case Status::Torn:
+            return "torn";
+        case Status::TooDeep:
+            return "tooDeep";
+        case Status::Starting:
+            break;
+    }
+    return "starting";
+}
+
+void tellSaved(const std::vector<SettingInfo>& before, const SaveResult& result, Output& output) {
+    // Where nothing was written, the new values are in force in this process alone.
+    const std::vector<Change> changes = result.ok() ? changesSince(before) : std::vector<Change>();
+    tellConflicts(result, output);
+    tellObstacles(result, output);
+    output.members([&](JsonWriter& json) { writeSave(changes, result, json); });
+    if (!result.ok()) {
+        tellFailure(result, output);
+        return;
+    }
+    tellChanges(changes, output);
+    tellFile(result, output);
+}
+
+}  // namespace zelutil::command

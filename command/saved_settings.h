@@ -1,0 +1,25 @@
+#ifndef ZELUTIL_COMMAND_SAVED_SETTINGS_H
+#define ZELUTIL_COMMAND_SAVED_SETTINGS_H
+
+#include <zelutil/host/result.h>
+#include <zelutil/host/settings.h>
+
+#include <string>
+#include <vector>
+
+#include "command/output.h"
+
+/// Tells what a save or a reset has done.
+namespace zelutil::command {
+
+/// Returns the outcome as the JSON form names it: "saved", "unchanged", "noDefaults" and so on.
+std::string nameOf(host::SaveResult::Status status);
+
+/// Tells `output` the values of the settings before and now, and the result: what was written where, or why nothing was
+/// and what to do next, and as findings whatever somebody may want to know of. `before` has the settings as they were
+/// before the save.
+void tellSaved(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output);
+
+}  // namespace zelutil::command
+
+#endif

@@ -1,0 +1,129 @@
+// zelutil complete: what the shell offers while a command line is being typed. The script that asks for it is
+// completion/zelutil.bash.
+#include <algorithm>
+#include <memory>
+
+#include "command/arguments.h"
+#include "command/known_settings.h"
+#include "command/pattern.h"
+#include "command/subcommands/table.h"
+
+namespace zelutil::command {
+namespace {
+
+using Words = std::vector<std::string>;
+
+Words namesOfSubcommands() {
+    Words names;
+    for (const Subcommand* const subcommand : subcommands()) {
+        if (!subcommand->hidden) {
+            names.emplace_back(subcommand->name);
+        }
+    }
+    return names;
+}
+
+void addOptionsOf(const CLI::App& parser, Words& words) {
+    for (const CLI::Option* const option : parser.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            words.push_back("--" + name);
+        }
+    }
+}
+
+Words beginningWith(const std::string& beginning, const Words& words) {
+    Words chosen;
+    std::copy_if(words.begin(), words.end(), std::back_inserter(chosen),
+                 [&](const std::string& word) { return beginsWith(word, beginning); });
+    return chosen;
+}
+
+/// Returns the full names that begin so, or where none does the bare ones.
+Words namesOfSettings(const std::string& beginning, Output& output) {
+    const KnownSettings known(output);
+    Words full;
+    Words bare;
+    for (const host::SettingInfo& setting : known.all()) {
+        full.push_back(setting.fullName);
+        bare.insert(bare.end(), setting.bareNames.begin(), setting.bareNames.end());
+    }
+    const Words chosen = beginningWith(beginning, full);
+    return chosen.empty() ? beginningWith(beginning, bare) : chosen;
+}
+
+Words argumentsFor(const Subcommand& subcommand, const std::string& beginning, Output& output) {
+    if (subcommand.completes == Completes::Files || beginning.find('=') != std::string::npos) {
+        return {};
+    }
+    Words names = namesOfSettings(beginning, output);
+    if (subcommand.completes == Completes::Assignments) {
+        std::for_each(names.begin(), names.end(), [](std::string& name) { name += '='; });
+    }
+    return names;
+}
+
+/// Returns the subcommand among the words that are there already, or null.
+const Subcommand* subcommandAmong(const Words& words) {
+    for (const std::string& word : words) {
+        for (const Subcommand* const subcommand : subcommands()) {
+            if (word == subcommand->name) {
+                return subcommand;
+            }
+        }
+    }
+    return nullptr;
+}
+
+Words optionsFor(const CLI::App& app, const Subcommand* subcommand) {
+    Words options;
+    if (subcommand != nullptr) {
+        addOptionsOf(*app.get_subcommand(subcommand->name), options);
+    }
+    addOptionsOf(app, options);
+    std::sort(options.begin(), options.end());
+    options.erase(std::unique(options.begin(), options.end()), options.end());
+    return options;
+}
+
+/// `words` are those behind the program's name, the one that is being typed last.
+Words candidates(const CLI::App& app, Words words, Output& output) {
+    const std::string typed = words.empty() ? std::string() : words.back();
+    if (!words.empty()) {
+        words.pop_back();
+    }
+    const std::string before = words.empty() ? std::string() : words.back();
+    const Subcommand* const subcommand = subcommandAmong(words);
+    if (before == "--color") {
+        return beginningWith(typed, {"auto", "always", "never"});
+    }
+    if (before == "--section") {
+        return KnownSettings(output).areThere() ? beginningWith(typed, host::sectionsInFileOrder()) : Words();
+    }
+    if (!typed.empty() && typed.front() == '-') {
+        return beginningWith(typed, optionsFor(app, subcommand));
+    }
+    return subcommand == nullptr ? beginningWith(typed, namesOfSubcommands())
+                                 : argumentsFor(*subcommand, typed, output);
+}
+
+Work declare(CLI::App& arguments) {
+    const auto words = std::make_shared<Words>();
+    addTexts(arguments, "WORD", *words, "The words behind the program's name, the last of which is being typed");
+    return [words, &arguments](Output& output) {
+        for (const std::string& candidate : candidates(*arguments.get_parent(), *words, output)) {
+            output.line("{}", candidate);
+        }
+    };
+}
+
+}  // namespace
+
+const Subcommand kComplete{"complete",
+                           "Print what may stand at the end of a command line",
+                           "$ zelutil complete -- get display::",
+                           FindingsAre::BesideResult,
+                           declare,
+                           Completes::Files,
+                           true};
+
+}  // namespace zelutil::command

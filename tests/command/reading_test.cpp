@@ -1,0 +1,155 @@
+// The subcommands that read: get, list, diff.
+#include <gtest/gtest.h>
+
+#include "command/command_world.h"
+
+namespace {
+
+using zelutil::test::ChildResult;
+using zelutil::test::CommandWorld;
+using zelutil::test::kCommandUser;
+using Words = std::vector<std::string>;
+
+struct Row {
+    Words arguments;
+    int exitCode;
+    const char* out;
+    const char* err;
+};
+
+constexpr char kNone[] = "";
+
+const Row kRows[] = {
+    {{"get", "grid"}, 0, "display::grids::grid=0.25\n", kNone},
+    {{"get", "ZOOM", "display::grids::GRID"}, 0, "display::zoom=2\ndisplay::grids::grid=0.25\n", kNone},
+    {{"get", "units", "grid", "--value"}, 0, "mm\n0.25\n", kNone},
+    // What is known is printed, whatever else is asked for.
+    {{"get", "gird", "units"},
+     1,
+     "display::units=mm\n",
+     "error: There is no setting \"gird\".\n    Did you mean grid?\n"},
+    {{"get", "entirely-else"},
+     1,
+     kNone,
+     "error: There is no setting \"entirely-else\".\n    \"zelutil list\" shows all names.\n"},
+    // The parser's own notation for lists and the names of subcommands are texts like others.
+    {{"get", "[grid,units]"},
+     1,
+     kNone,
+     "error: There is no setting \"[grid,units]\".\n    \"zelutil list\" shows all names.\n"},
+    {{"get", "{}"}, 1, kNone, "error: There is no setting \"{}\".\n    \"zelutil list\" shows all names.\n"},
+    {{"get", "diff"}, 1, kNone, "error: There is no setting \"diff\".\n    \"zelutil list\" shows all names.\n"},
+
+    {{"list"},
+     0,
+     "display::units=mm\ndisplay::zoom=2\ndisplay::grids::grid=0.25\ndisplay::grids::visible=true\n"
+     "saving::autosave=on\n",
+     kNone},
+    {{"list", "GRID"}, 0, "display::grids::grid=0.25\ndisplay::grids::visible=true\n", kNone},
+    {{"list", "*::grid"}, 0, "display::grids::grid=0.25\n", kNone},
+    {{"list", "display::????"}, 0, "display::zoom=2\n", kNone},
+    {{"list", "--changed"}, 0, "display::grids::grid=0.25\n", kNone},
+    {{"list", "--section", "Display::Grids"}, 0, "display::grids::grid=0.25\ndisplay::grids::visible=true\n", kNone},
+    {{"list", "--section", "display", "--changed"}, 0, "display::grids::grid=0.25\n", kNone},
+    {{"list", "--section", "disp"},
+     1,
+     kNone,
+     "error: There is no section \"disp\".\nnote: No setting is as asked for.\n"},
+    {{"list", "--section", "savin"},
+     1,
+     kNone,
+     "error: There is no section \"savin\".\n    Did you mean saving?\nnote: No setting is as asked for.\n"},
+    {{"list", "nothing"}, 0, kNone, "note: No setting is as asked for.\n"},
+
+    {{"diff"}, 0, "display::grids::grid: 0.5 -> 0.25\n", kNone},
+};
+
+TEST(Reading, PrintsWhatIsInForce) {
+    const CommandWorld world;
+    world.writeUser(kCommandUser);
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const ChildResult result = world.run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode);
+        EXPECT_EQ(result.out, row.out);
+        EXPECT_EQ(result.err, row.err);
+    }
+}
+
+constexpr char kGridObject[] =
+    R"({"name":"display::grids::grid","bareNames":["grid"],"section":"display::grids","default":"0.5","value":"0.25",)"
+    R"("setByUser":true})";
+
+TEST(Reading, WritesJson) {
+    const CommandWorld world;
+    world.writeUser(kCommandUser);
+    const std::string grid = kGridObject;
+    EXPECT_EQ(world.json({"get", "grid"}),
+              R"({"zelutil":{"format":1,"command":"get"},"settings":[)" + grid + R"(],"findings":[]})");
+    EXPECT_EQ(world.json({"list", "--changed"}),
+              R"({"zelutil":{"format":1,"command":"list"},"settings":[)" + grid + R"(],"findings":[]})");
+    EXPECT_EQ(world.json({"diff"}),
+              R"({"zelutil":{"format":1,"command":"diff"},"settings":[)" + grid + R"(],"findings":[]})");
+    EXPECT_EQ(world.json({"get", "gird"}),
+              R"({"zelutil":{"format":1,"command":"get"},"settings":[],"findings":[{"severity":"error",)"
+              R"("text":"There is no setting \"gird\".","advice":"Did you mean grid?"}]})");
+}
+
+TEST(Reading, TellsAUsersFileThatIsNoJson) {
+    const CommandWorld world;
+    world.writeUser("{");
+    const ChildResult result = world.run({"get", "grid"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "display::grids::grid=0.5\n");
+    EXPECT_EQ(result.err.find("warning: "), 0U) << result.err;
+    EXPECT_NE(result.err.find("until the file is mended"), std::string::npos) << result.err;
+}
+
+/// A text from a file neither moves the terminal's cursor nor ends the line.
+TEST(Reading, SpellsOutControlCharacters) {
+    const CommandWorld world;
+    world.writeUser(
+        R"({"meta":[{"header":"D","attribute":"display","overriddensettings":[{"units":"a\u001b[31m\nb\tc\u0085"}]}]})");
+    EXPECT_EQ(world.run({"get", "units"}).out, "display::units=a\\x1b[31m\\nb\\tc\\x85\n");
+    EXPECT_NE(world.json({"get", "units"}).find(R"("value":"a\u001B[31m\nb\tc)"), std::string::npos)
+        << world.json({"get", "units"});
+}
+
+TEST(Reading, ReplacesWhatIsNoUtf8) {
+    const CommandWorld world;
+    world.writeUser(
+        "{\"meta\":[{\"header\":\"D\",\"attribute\":\"display\",\"overriddensettings\":[{\"units\":"
+        "\"\xC3\xB6\xFF\xC3\"}"
+        "]}]}");
+    EXPECT_EQ(world.run({"get", "units"}).out, "display::units=\xC3\xB6\xEF\xBF\xBD\xEF\xBF\xBD\n");
+    EXPECT_NE(world.json({"get", "units"}).find("\"value\":\"\xC3\xB6\xEF\xBF\xBD\xEF\xBF\xBD\""), std::string::npos);
+}
+
+TEST(Reading, SaysWhatToDoWithoutAnInstallation) {
+    const CommandWorld world;
+    for (const char* const subcommand : {"list", "diff"}) {
+        SCOPED_TRACE(subcommand);
+        const ChildResult result = world.run({subcommand}, {{"QTXROOT", std::nullopt}, {"PATH", ""}});
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(
+            result.err,
+            "zelutil: error: No setting is known, because no shipped defaults were read.\n"
+            "    Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.\n");
+    }
+}
+
+TEST(Reading, WritesAFailureIntoTheJsonToo) {
+    const CommandWorld world;
+    const ChildResult result = world.run({"list", "--json"}, {{"QTXROOT", std::nullopt}, {"PATH", ""}});
+    EXPECT_EQ(result.exitCode, 3);
+    const auto json = zelutil::test::readTwinJson(result.out);
+    ASSERT_TRUE(json);
+    EXPECT_EQ(
+        zelutil::test::compactText(*json),
+        R"({"zelutil":{"format":1,"command":"list"},"findings":[],"error":{)"
+        R"("text":"No setting is known, because no shipped defaults were read.",)"
+        R"("advice":"Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin."}})");
+}
+
+}  // namespace

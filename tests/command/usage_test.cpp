@@ -1,0 +1,156 @@
+// What all subcommands share: help, wrong usage, colours, completion.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "command/command_world.h"
+#include "command/subcommands/table.h"
+
+namespace {
+
+using zelutil::command::Subcommand;
+using zelutil::command::subcommands;
+using zelutil::test::ChildResult;
+using zelutil::test::CommandWorld;
+using zelutil::test::kCommandUser;
+
+std::vector<std::string> visibleSubcommands() {
+    std::vector<std::string> names;
+    for (const Subcommand* const subcommand : subcommands()) {
+        if (!subcommand->hidden) {
+            names.emplace_back(subcommand->name);
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t end = std::min(text.find('\n', from), text.size());
+        lines.push_back(text.substr(from, end - from));
+        from = end + 1;
+    }
+    return lines;
+}
+
+TEST(Usage, HelpListsEverySubcommand) {
+    const CommandWorld world;
+    const ChildResult help = world.run({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_EQ(help.err, "");
+    for (const std::string& name : visibleSubcommands()) {
+        EXPECT_NE(help.out.find("\n  " + name + " "), std::string::npos) << name;
+    }
+    EXPECT_EQ(help.out.find("complete"), std::string::npos) << "Only programs call it.";
+}
+
+TEST(Usage, HelpOfASubcommandEndsWithItsExample) {
+    const CommandWorld world;
+    for (const Subcommand* const subcommand : subcommands()) {
+        SCOPED_TRACE(subcommand->name);
+        const ChildResult help = world.run({subcommand->name, "--help"});
+        EXPECT_EQ(help.exitCode, 0);
+        const std::size_t example = help.out.find("Example:\n  $ zelutil " + std::string(subcommand->name));
+        ASSERT_NE(example, std::string::npos) << help.out;
+        const auto expected = linesOf(subcommand->example);
+        const auto shown = linesOf(help.out.substr(example));
+        ASSERT_EQ(shown.size(), expected.size() + 1);
+        for (std::size_t number = 0; number < expected.size(); ++number) {
+            EXPECT_EQ(shown[number + 1], "  " + expected[number]);
+        }
+    }
+}
+
+TEST(Usage, VersionIsPrinted) {
+    EXPECT_EQ(CommandWorld().run({"--version"}).out, "zelutil " ZELUTIL_TEST_VERSION "\n");
+}
+
+struct WrongUse {
+    std::vector<std::string> arguments;
+    const char* err;
+};
+
+TEST(Usage, WrongUseIsTold) {
+    const WrongUse rows[] = {
+        {{}, "zelutil: error: A subcommand is required\n    \"zelutil --help\" says how it is called.\n"},
+        {{"gte", "grid"}, "zelutil: error: There is no subcommand \"gte\".\n    Did you mean get?\n"},
+        {{"unheard-of"},
+         "zelutil: error: There is no subcommand \"unheard-of\".\n    \"zelutil --help\" lists them.\n"},
+        {{"get"}, "zelutil: error: NAME is required\n    \"zelutil get --help\" says how it is called.\n"},
+        {{"diff", "grid"},
+         "zelutil: error: The following argument was not expected: grid\n"
+         "    \"zelutil diff --help\" says how it is called.\n"},
+        {{"list", "--nonsense"},
+         "zelutil: error: The following argument was not expected: --nonsense\n"
+         "    \"zelutil list --help\" says how it is called.\n"},
+        {{"list", "--color", "often"},
+         "zelutil: error: --color: \"often\" is none of auto, always and never.\n"
+         "    \"zelutil list --help\" says how it is called.\n"},
+    };
+    const CommandWorld world;
+    for (const WrongUse& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const ChildResult result = world.run(row.arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, row.err);
+    }
+}
+
+TEST(Usage, ColorsAreForTerminalsUnlessAskedFor) {
+    const CommandWorld world;
+    world.writeUser(kCommandUser);
+    const std::string plain = "display::grids::grid=0.25\n";
+    const std::string colored = "\x1b[36mdisplay::grids::grid\x1b[0m=\x1b[32m0.25\x1b[0m\n";
+    EXPECT_EQ(world.run({"get", "grid"}).out, plain);
+    EXPECT_EQ(world.run({"get", "grid", "--color", "auto"}).out, plain);
+    EXPECT_EQ(world.run({"get", "grid", "--color=never"}).out, plain);
+    EXPECT_EQ(world.run({"get", "grid", "--color=always"}).out, colored);
+    EXPECT_EQ(world.run({"get", "grid", "--color=always"}, {{"NO_COLOR", "1"}}).out, colored);
+    EXPECT_EQ(world.run({"get", "gird", "--color=always"}).err,
+              "\x1b[1m\x1b[31merror:\x1b[0m There is no setting \"gird\".\n    Did you mean grid?\n");
+}
+
+struct Completion {
+    std::vector<std::string> words;
+    std::vector<std::string> candidates;
+};
+
+TEST(Usage, CompletionOffersWhatMayFollow) {
+    const Completion rows[] = {
+        {{"get", "disp"}, {"display::units", "display::zoom", "display::grids::grid", "display::grids::visible"}},
+        {{"get", "zoom", "gr"}, {"grid"}},
+        {{"set", "GR"}, {"grid="}},
+        {{"set", "grid=0"}, {}},
+        {{"reset", "saving::"}, {"saving::autosave"}},
+        {{"list", "--section", "s"}, {"saving"}},
+        {{"list", "--se"}, {"--section"}},
+        {{"--color", "a"}, {"auto", "always"}},
+        {{"get", "--v"}, {"--value", "--version"}},
+        {{"di"}, {"diff"}},
+        {{"unheard-of"}, {}},
+    };
+    const CommandWorld world;
+    for (const Completion& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.words));
+        std::vector<std::string> arguments{"complete", "--"};
+        arguments.insert(arguments.end(), row.words.begin(), row.words.end());
+        EXPECT_EQ(linesOf(world.run(arguments).out), row.candidates);
+    }
+    EXPECT_EQ(linesOf(world.run({"complete", "--", ""}).out), visibleSubcommands());
+}
+
+TEST(Usage, TheManualHasEverySubcommandAndOption) {
+    const CommandWorld world;
+    const ChildResult manual = world.run({"manual"});
+    EXPECT_EQ(manual.exitCode, 0);
+    for (const std::string& name : visibleSubcommands()) {
+        EXPECT_NE(manual.out.find("\n.SS \\fBzelutil " + name + "\\fR"), std::string::npos) << name;
+    }
+    for (const char* const option : {"\\-\\-json", "\\-\\-color", "\\-\\-paths\\-with\\-blanks", "\\-\\-section"}) {
+        EXPECT_NE(manual.out.find(std::string("\\fB") + option + "\\fR"), std::string::npos) << option;
+    }
+}
+
+}  // namespace
