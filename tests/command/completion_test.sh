@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# completion_test.sh COMMAND SCRIPT PRODUCT LIBRARY_NAME: sources the completion and asks it, as bash does, for the words
+# that may follow, in a copy of the installation PRODUCT.
+set -u
+command=$1
+world=$(mktemp -d) || exit 1
+trap 'rm -rf "$world"' EXIT
+cp -r "$3" "$world/product"
+# The root search wants a file of the library's name there.
+: >"$world/product/tools/bin/$4"
+export QTXROOT=$world/product HOMEDRIVE=Z: HOMEPATH=$world
+# shellcheck source=/dev/null
+source "$2"
+
+failures=0
+
+# Completes the line and compares what bash would offer, words separated by blanks.
+expect() { # LINE WORDS
+    local COMP_LINE=${1/#zelutil/$command} COMP_POINT COMPREPLY=()
+    COMP_POINT=${#COMP_LINE}
+    _zelutil
+    if [[ "${COMPREPLY[*]}" != "$2" ]]; then
+        printf '"%s" is completed by "%s", not by "%s"\n' "$1" "${COMPREPLY[*]}" "$2"
+        failures=1
+    fi
+}
+
+# Every subcommand that the help lists is offered, and nothing else.
+listed=$("$command" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p' | tr '\n' ' ')
+[[ -n $listed ]] || { echo "The help lists no subcommand"; failures=1; }
+expect "zelutil " "${listed% }"
+expect "zelutil di" "diff"
+expect "zelutil list --ch" "--changed"
+expect "zelutil list --color n" "never"
+expect "zelutil no-such" ""
+expect "zelutil reset general::locale::lan" "language"
+expect "zelutil get general::locale::language angle" "angle_units"
+expect "zelutil set general::locale::lan" "language="
+expect "zelutil set language=" ""
+exit "$failures"
