@@ -137,9 +137,51 @@ TEST(ActionMerge, LetsTheOtherGoBackToWhatItIsShippedWithWhereNothingElseIsFree)
     const ActionsPlan plan = here.save(file);
     // The file had F9 for 3 at the save before; F8, which 3 has here, belongs to 2 now.
     EXPECT_EQ(file, userText(R"({"id":2,"shortcut":"F8"},{"id":4,"shortcut":"F9"})"));
+    EXPECT_TRUE(plan.notRestored.empty());
     ASSERT_EQ(plan.conflicts.size(), 1U);
     EXPECT_EQ(plan.conflicts[0].action, 3);
     EXPECT_EQ(plan.conflicts[0].ours, "F3");
+}
+
+TEST(ActionMerge, LetsTheOtherGoBackToWhatTheFileHadBeforeWhatItHasHere) {
+    ActionProcess here(kFour);
+    std::string file = userText(R"({"id":3,"shortcut":"F8"})");
+    here.save(file);
+    file = userText(R"({"id":3,"shortcut":"F9"})");
+    here.catalogue.updateShortcut(4, "F9");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":3,"shortcut":"F8"},{"id":4,"shortcut":"F9"})"));
+    EXPECT_TRUE(plan.notRestored.empty());
+    ASSERT_EQ(plan.conflicts.size(), 1U);
+    EXPECT_EQ(plan.conflicts[0].action, 3);
+    EXPECT_EQ(plan.conflicts[0].ours, "F8");
+    EXPECT_EQ(plan.conflicts[0].theirs, "F9");
+}
+
+TEST(ActionMerge, GivesOneShortcutToParentAndChildWhereBothProcessesWantIt) {
+    ActionProcess here({shippedAction(1, "board", "F1"), shippedAction(2, "board", "", 1)});
+    std::string file = userText(R"({"id":1,"shortcut":"F9"})");
+    EXPECT_TRUE(here.catalogue.updateShortcut(2, "F9"));
+    const ActionsPlan plan = here.save(file);
+    EXPECT_TRUE(plan.conflicts.empty());
+    EXPECT_EQ(plan.ofOthers, std::vector<int>{1});
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F9");
+    EXPECT_EQ(here.shortcut(2), "F9");
+}
+
+// Leaving F1, action 2 takes it from action 1, which still shows it, and then gets it.
+TEST(ActionMerge, TakesOverWhoHoldsAShortcutThatIsShippedTwice) {
+    ActionProcess here({shippedAction(1, "board", "F1"), shippedAction(2, "board", "F1")},
+                       userText(R"({"id":1,"shortcut":"F5"},{"id":2,"shortcut":"F6"})"));
+    std::string file = userText("");
+    EXPECT_EQ(here.save(file).ofOthers, (std::vector<int>{1, 2}));
+    file = userText(R"({"id":2,"shortcut":""},{"id":2,"shortcut":"F1"})");
+    EXPECT_EQ(here.save(file).ofOthers, (std::vector<int>{1, 2}));
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F1");
+    EXPECT_EQ(here.shortcut(2), "F1");
+    EXPECT_EQ(here.holder("board", "F1"), 2);
 }
 
 TEST(ActionMerge, SettlesOneShortcutOfLinkedContexts) {
@@ -225,6 +267,17 @@ TEST(ActionMerge, KeepsEntriesForUnknownActionsOfTheFileAsItIsNow) {
     here.catalogue.updateShortcut(1, "F8");
     here.save(file);
     EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F8"},{"id":60,"shortcut":"F6"})"));
+}
+
+TEST(ActionMerge, KeepsWhatTheFileHasWhereNoActionsAreLoaded) {
+    const actions::ObserverRegistry nobody;
+    const actions::ActionCatalogue none(nobody);
+    const std::string file = userText(R"({"id":2,"shortcut":"F9"})");
+    const ActionsPlan plan = host::planActions(none, {}, file);
+    EXPECT_EQ(plan.text, file);
+    EXPECT_EQ(plan.savedActions, std::vector<int>{2});
+    EXPECT_TRUE(plan.notRestored.empty());
+    EXPECT_EQ(host::planActions(none, plan.base, file).text, file);
 }
 
 /// Two processes change actions at random, each its own half, and save in random order.

@@ -137,9 +137,9 @@ TEST(SettingsLostContent, AKeptSectionThatMakesTheFileTooLongIsLeftOut) {
                     R"(","overriddensettings":[{"a":"b"}],"children":[)";
         ends += "]}";
     }
-    FileText file = "{\"meta\":[" + sections + ends + "]}";
+    FileText file = "{\"meta\":[" + sections + ends + "," + given("l", "7") + "]}";
     EXPECT_TRUE(losesContent(file));
-    EXPECT_EQ(entriesOf(*file), "a: [{\"a::y\":\"5\"}]\nb: []\nl: []\n");
+    EXPECT_EQ(entriesOf(*file), "a: [{\"a::y\":\"5\"}]\nb: []\nl: [7]\n");
 }
 
 TEST(SettingsLostContent, AValueOfASubManagerThatWouldNestTooDeepIsLeftOut) {
