@@ -191,6 +191,18 @@ TEST_F(SaveBetween, ATextThatTheOldCallCouldNotWriteIsWritten) {
     EXPECT_THAT(file(), HasSubstr("\"x\""));
 }
 
+TEST_F(SaveBetween, ATextThatIsWrittenByNowGivesWayToAnotherProcesss) {
+    preferences();
+    fs::create_directories(world_.userFile());
+    preferences().updateUserPrefSettings({}, {{kForeign, R"([{"x":1}])"}});
+    fs::remove(world_.userFile());
+    EXPECT_EQ(host::save().status, Status::Saved);
+    world_.writeUser(R"({"meta":[{"header":"O","attribute":"o","overriddensettings":[{"theirs":2}]}]})");
+    EXPECT_EQ(host::save({{"unit", "inch"}}).status, Status::Saved);
+    EXPECT_THAT(file(), HasSubstr("\"theirs\""));
+    EXPECT_THAT(file(), Not(HasSubstr("\"x\"")));
+}
+
 TEST_F(SaveBetween, ATextThatALaterOldSaveLeftOutIsWrittenAgain) {
     preferences().updateUserPrefSettings({}, {{kForeign, R"([{"x":1}])"}});
     EXPECT_THAT(file(), HasSubstr("\"x\""));
