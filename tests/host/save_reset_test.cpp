@@ -83,13 +83,23 @@ TEST_F(SaveReset, IsDoneOnceItIsSaved) {
     EXPECT_THAT(fileText(), HasSubstr("F9"));
 }
 
-TEST_F(SaveReset, IsForgottenWhenTheActionsAreLoadedAnew) {
-    fs::create_directories(world_.userFile());
-    EXPECT_FALSE(host::resetShortcuts({2}).ok());
-    fs::remove(world_.userFile());
-    UCPActionManager::instance().load(actionsOfWorld({}), "");
-    saveElsewhere(R"({"id":2,"shortcut":"F9"})");
-    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(2));
+class SaveResetBeforeALoad : public SaveReset {
+protected:
+    SaveResetBeforeALoad() {
+        fs::create_directories(world_.userFile());
+        EXPECT_FALSE(host::resetShortcuts({2}).ok());
+        fs::remove(world_.userFile());
+        UCPActionManager::instance().load(actionsOfWorld({}), "");
+        saveElsewhere(R"({"id":2,"shortcut":"F9"})");
+    }
+};
+
+TEST_F(SaveResetBeforeALoad, IsForgottenByASave) {
+    EXPECT_THAT(host::save({{"part0::value0", "mine"}}).actionsOfOthers, ElementsAre(2));
+    EXPECT_THAT(fileText(), HasSubstr("F9"));
+}
+
+TEST_F(SaveResetBeforeALoad, IsForgottenByTheNextReset) {
     EXPECT_THAT(host::resetShortcuts({3}).actionsOfOthers, ElementsAre(2));
     EXPECT_THAT(fileText(), HasSubstr("F9"));
 }
