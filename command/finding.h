@@ -10,7 +10,7 @@ namespace zelutil::command {
 /// Says how much a finding matters. A note alone leaves the exit code 0.
 enum class Severity { Note, Warning, Error };
 
-/// A place in a file. Lines and columns count from 1; a column counts bytes.
+/// A place in a file. Lines and columns count from 1; a column counts code points, as `json::Position` does.
 struct Place {
     /// The system's own path, in UTF-8.
     std::string file;

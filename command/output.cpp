@@ -62,9 +62,18 @@ std::string errorLines(const Colors& colors, std::string_view text, std::string_
 }
 
 Output::Output(std::string_view command, FindingsAre findingsAre, const OutputChoices& choices)
-    : findingsAre_(findingsAre), colors_(choices.color, Stream::Output), errorColors_(choices.color, Stream::Error) {
+    : command_(command),
+      findingsAre_(findingsAre),
+      colors_(choices.color, Stream::Output),
+      errorColors_(choices.color, Stream::Error) {
     if (choices.json) {
-        beginForm(json_.emplace(), command);
+        useJson();
+    }
+}
+
+void Output::useJson() {
+    if (!json_) {
+        beginForm(json_.emplace(), command_);
     }
 }
 
@@ -117,7 +126,9 @@ ExitCode Output::exitCode() const {
 }
 
 ExitCode Output::finish() {
-    if (json_) {
+    if (instead_) {
+        text_ = *instead_;
+    } else if (json_) {
         text_ = jsonText();
     } else if (findingsAre_ == FindingsAre::TheResult) {
         text_ += linesOfFindings(colors_);

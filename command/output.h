@@ -62,6 +62,13 @@ public:
 
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
 
+    /// Has the JSON form printed, as if it had been asked for. To be called before anything is added.
+    void useJson();
+
+    /// Has a text printed as it is, in the place of lines, findings and the JSON form. The findings decide the exit
+    /// code all the same.
+    void printInstead(std::string text) { instead_ = std::move(text); }
+
     /// Says that the work could not be done, why, and what to do next. What was added before is printed all the same.
     void fail(std::string text, std::string advice);
 
@@ -80,11 +87,13 @@ private:
     std::string jsonText();
     ExitCode exitCode() const;
 
+    std::string command_;
     FindingsAre findingsAre_;
     Colors colors_;
     Colors errorColors_;
     std::optional<JsonWriter> json_;
     std::string text_;
+    std::optional<std::string> instead_;
     Findings findings_;
     std::optional<Failure> failure_;
 };

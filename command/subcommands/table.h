@@ -10,6 +10,7 @@ namespace zelutil::command {
 extern const Subcommand kDiff;
 extern const Subcommand kDoctor;
 extern const Subcommand kGet;
+extern const Subcommand kLint;
 extern const Subcommand kList;
 extern const Subcommand kReset;
 extern const Subcommand kSet;

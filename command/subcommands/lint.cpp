@@ -1,0 +1,173 @@
+// zelutil lint: what in files does not do what it seems to.
+#include "command/lint/lint.h"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "command/arguments.h"
+#include "command/lint/sarif.h"
+#include "command/subcommands/table.h"
+#include "command/text.h"
+
+namespace zelutil::command {
+namespace {
+
+using lint::CheckedFile;
+
+struct Choices {
+    std::vector<std::string> files;
+    std::vector<std::string> rules;
+    std::string defaults;
+    std::string format = "text";
+};
+
+struct ReadFile {
+    std::string path;
+    std::string text;
+};
+
+std::optional<ReadFile> readFile(const std::string& argument, Output& output) {
+    const std::filesystem::path path = pathOf(argument);
+    std::error_code ignored;
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream.is_open() || std::filesystem::is_directory(path, ignored)) {
+        output.fail("The file \"" + textOf(path) + "\" could not be read.",
+                    "See whether it is there, is a file and may be read.");
+        return std::nullopt;
+    }
+    std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    return ReadFile{textOf(path), std::move(text)};
+}
+
+std::set<lint::Rule> rulesOf(const std::vector<std::string>& numbers) {
+    std::set<lint::Rule> rules;
+    std::vector<std::string> known;
+    for (const lint::RuleInfo& info : lint::rules()) {
+        known.emplace_back(info.number);
+    }
+    for (const std::string& number : numbers) {
+        const auto rule = lint::ruleOf(number);
+        if (!rule) {
+            throw UsageError("There is no rule \"" + number + "\". The rules are " + known.front() + " to " +
+                             known.back() + '.');
+        }
+        rules.insert(*rule);
+    }
+    return rules;
+}
+
+/// Returns the defaults: those that are named, or the first among the files.
+std::string defaultsAmong(const std::vector<ReadFile>& files) {
+    for (const ReadFile& file : files) {
+        if (lint::kindOfText(file.text) == lint::FileKind::Defaults) {
+            return file.text;
+        }
+    }
+    return {};
+}
+
+Finding shownFinding(const std::string& path, const lint::Finding& finding) {
+    const lint::RuleInfo& rule = lint::infoOf(finding.rule);
+    return {rule.severity, std::string(rule.number) + ": " + finding.message, finding.hint,
+            Place{path, static_cast<int>(finding.begin.line), static_cast<int>(finding.begin.column)}};
+}
+
+void writeResult(JsonWriter& json, const lint::Finding& finding) {
+    json.member("rule", lint::infoOf(finding.rule).number);
+    json.member("severity", nameOf(lint::infoOf(finding.rule).severity));
+    json.member("line", static_cast<int>(finding.begin.line));
+    json.member("column", static_cast<int>(finding.begin.column));
+    json.member("endLine", static_cast<int>(finding.end.line));
+    json.member("endColumn", static_cast<int>(finding.end.column));
+    json.member("text", finding.message);
+    json.member("hint", finding.hint);
+}
+
+void print(const std::vector<CheckedFile>& files, Output& output) {
+    output.members([&](JsonWriter& json) {
+        json.objects("files", files, [&](const CheckedFile& file) {
+            json.member("file", file.path);
+            json.objects("results", file.findings, [&](const lint::Finding& finding) { writeResult(json, finding); });
+        });
+    });
+    for (const CheckedFile& file : files) {
+        for (const lint::Finding& finding : file.findings) {
+            output.add(shownFinding(file.path, finding));
+        }
+    }
+}
+
+void printSarif(const std::vector<CheckedFile>& files, Output& output) {
+    const auto text = lint::sarifText(files);
+    if (!text) {
+        output.fail("The result is too large for SARIF.", "Check fewer files at once.");
+    }
+    output.printInstead(text ? *text + '\n' : "");
+}
+
+void tellUnchecked(const ReadFile& file, const std::string& defaults, Output& output) {
+    const lint::FileKind kind = lint::kindOfText(file.text);
+    if (defaults.empty() && (kind == lint::FileKind::User || kind == lint::FileKind::UserActions)) {
+        output.add({Severity::Note, "Only the form of the file was checked, because no defaults are named.",
+                    "Name them too: --defaults FILE.", Place{file.path, std::nullopt, std::nullopt}});
+    }
+}
+
+std::optional<std::string> textOfDefaults(const Choices& choices, const std::vector<ReadFile>& files, Output& output) {
+    if (choices.defaults.empty()) {
+        return defaultsAmong(files);
+    }
+    const auto file = readFile(choices.defaults, output);
+    return file ? std::optional<std::string>(file->text) : std::nullopt;
+}
+
+void check(const Choices& choices, Output& output) {
+    if (choices.format != "text" && choices.format != "json" && choices.format != "sarif") {
+        throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
+    }
+    const std::set<lint::Rule> rules = rulesOf(choices.rules);
+    if (choices.format == "json") {
+        output.useJson();
+    }
+    std::vector<ReadFile> files;
+    for (const std::string& argument : choices.files) {
+        if (auto file = readFile(argument, output)) {
+            files.push_back(*std::move(file));
+        }
+    }
+    const auto defaults = textOfDefaults(choices, files, output);
+    if (!defaults) {
+        return;
+    }
+    std::vector<CheckedFile> checked;
+    for (const ReadFile& file : files) {
+        checked.push_back({file.path, lint::lint(file.text, {*defaults, rules})});
+        tellUnchecked(file, *defaults, output);
+    }
+    print(checked, output);
+    if (choices.format == "sarif") {
+        printSarif(checked, output);
+    }
+}
+
+Work declare(CLI::App& arguments) {
+    const auto choices = std::make_shared<Choices>();
+    addTexts(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
+    addText(arguments, "--defaults", choices->defaults,
+            "The defaults for user's files; else the first ones among the files");
+    addTexts(arguments, "--rule", choices->rules, "Tell of this rule only, as ZU003; may be repeated");
+    addText(arguments, "--format", choices->format, "text, json or sarif (SARIF 2.1.0)");
+    return [choices](Output& output) { check(*choices, output); };
+}
+
+}  // namespace
+
+const Subcommand kLint{"lint", "Say what in files does not do what it seems to",
+                       "$ zelutil lint facet_settings.cfg\n"
+                       "facet_settings.cfg:2:31: warning: ZU028: A facet is numerical only when its type is exactly "
+                       "\"Numerical\".\n"
+                       "    Did you mean Numerical?",
+                       FindingsAre::TheResult, declare};
+
+}  // namespace zelutil::command

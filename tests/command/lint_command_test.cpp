@@ -1,0 +1,130 @@
+// `zelutil lint` as a shell calls it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "command/lint/sarif.h"
+#include "json/document.h"
+#include "support/child_process.h"
+#include "support/temp_directory.h"
+#include "support/text_file.h"
+
+namespace zelutil::test {
+namespace {
+
+constexpr char kDefaults[] = R"({"meta": [{"header": "A", "attribute": "a", "tclCommand": "t",
+    "defaultsettings": [{"name": "grid", "value": "1"}]}]})";
+constexpr char kUser[] =
+    "{\"meta\": [{\"header\": \"\xC3\x84\", \"attribute\": \"a\", \"overriddensettings\":\n"
+    "    [{\"\xC3\xA4\": \"1\", \"gird\": \"2\"}]}]}";
+
+/// A directory with files, in which the command runs.
+class LintCommand : public testing::Test {
+protected:
+    LintCommand() {
+        write("defaults.cfg", kDefaults);
+        write("user.cfg", kUser);
+    }
+
+    void write(const std::string& name, const std::string& text) const {
+        writeTextFile(std::filesystem::path(directory_) / name, text);
+    }
+
+    ChildResult lint(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "lint");
+        return run({ZELUTIL_TEST_COMMAND, std::move(arguments), withoutProductVariables(), directory_});
+    }
+
+private:
+    TempDirectory work_;
+    std::filesystem::path directory_ = work_ / "files";
+};
+
+TEST_F(LintCommand, AFileWithoutAFaultGivesNothing) {
+    const ChildResult result = lint({"defaults.cfg"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(LintCommand, AFindingHasPlaceSeverityNumberAndHint) {
+    for (const auto& arguments : {std::vector<std::string>{"user.cfg", "defaults.cfg"},
+                                  std::vector<std::string>{"user.cfg", "--defaults", "defaults.cfg"}}) {
+        const ChildResult result = lint(arguments);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.out,
+                  "user.cfg:2:7: warning: ZU018: No setting has the name \"\xC3\xA4\".\n"
+                  "user.cfg:2:17: warning: ZU018: No setting has the name \"gird\".\n"
+                  "    Did you mean grid?\n");
+    }
+}
+
+TEST_F(LintCommand, WithoutDefaultsAUsersFileIsCheckedByItsFormAndANoteSaysSo) {
+    const ChildResult result = lint({"user.cfg"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out,
+              "user.cfg: note: Only the form of the file was checked, because no defaults are named.\n"
+              "    Name them too: --defaults FILE.\n");
+}
+
+TEST_F(LintCommand, RulesCanBeChosen) {
+    EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--rule", "ZU001"}).exitCode, 0);
+    EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--rule", "ZU001", "--rule", "zu018"}).exitCode, 1);
+}
+
+TEST_F(LintCommand, WrongUsageAndWhatCannotBeReadHaveExitCodesOfTheirOwn) {
+    EXPECT_EQ(lint({}).exitCode, 2);
+    EXPECT_EQ(lint({"defaults.cfg", "--rule", "ZU999"}).exitCode, 2);
+    EXPECT_EQ(lint({"defaults.cfg", "--format", "xml"}).exitCode, 2);
+    EXPECT_EQ(lint({"missing.cfg"}).exitCode, 3);
+    EXPECT_EQ(lint({"."}).exitCode, 3);
+    EXPECT_EQ(lint({"user.cfg", "--defaults", "missing.cfg"}).exitCode, 3);
+}
+
+TEST_F(LintCommand, TheJsonFormIsTheSameByBothOptions) {
+    const ChildResult result = lint({"user.cfg", "defaults.cfg", "--format", "json"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--json"}).out, result.out);
+    const json::Document document(result.out);
+    const json::Elements files = document.root().member("files").elements();
+    ASSERT_EQ(files.size(), 2U) << result.out;
+    const json::Elements results = (*files.begin()).member("results").elements();
+    ASSERT_EQ(results.size(), 2U);
+    EXPECT_EQ((*results.begin()).member("rule").text(), "ZU018");
+    EXPECT_EQ((*results.begin()).member("column").integer(), 7);
+    EXPECT_EQ((*results.begin()).member("endColumn").integer(), 10);
+}
+
+TEST_F(LintCommand, SarifHasTheRulesAndAResultWithItsRegion) {
+    const ChildResult result = lint({"user.cfg", "defaults.cfg", "--format", "sarif"});
+    EXPECT_EQ(result.exitCode, 1);
+    const json::Document document(result.out);
+    EXPECT_EQ(document.root().member("version").text(), "2.1.0");
+    ASSERT_EQ(document.root().member("runs").elements().size(), 1U) << result.out;
+    const json::View sarif = *document.root().member("runs").elements().begin();
+    EXPECT_EQ(sarif.member("tool").member("driver").member("rules").elements().size(), lint::kRuleCount);
+    EXPECT_EQ(sarif.member("columnKind").text(), "unicodeCodePoints");
+    ASSERT_EQ(sarif.member("results").elements().size(), 2U);
+    const json::View first = *sarif.member("results").elements().begin();
+    EXPECT_EQ(first.member("ruleId").text(), "ZU018");
+    EXPECT_EQ(first.member("ruleIndex").integer(), 17);
+    EXPECT_EQ(first.member("level").text(), "warning");
+    const json::View location = (*first.member("locations").elements().begin()).member("physicalLocation");
+    EXPECT_EQ(location.member("artifactLocation").member("uri").text(), "user.cfg");
+    EXPECT_EQ(location.member("region").member("startLine").integer(), 2);
+    EXPECT_EQ(location.member("region").member("startColumn").integer(), 7);
+    EXPECT_EQ(location.member("region").member("endColumn").integer(), 10);
+}
+
+TEST(LintSarif, APathBecomesAReferenceOfAUri) {
+    EXPECT_EQ(lint::uriOf("a dir/f.cfg"), "a%20dir/f.cfg");
+    EXPECT_EQ(lint::uriOf("/f.cfg"), "file:///f.cfg");
+    EXPECT_EQ(lint::uriOf("C:\\a\\f.cfg"), "file:///C:/a/f.cfg");
+    EXPECT_EQ(lint::uriOf("a\\f.cfg"), "a/f.cfg");
+    EXPECT_EQ(lint::uriOf("x/\xC3\xA4#%"), "x/%C3%A4%23%25");
+}
+
+}  // namespace
+}  // namespace zelutil::test
