@@ -9,6 +9,8 @@
 #include "host/action_obstacles.h"
 #include "host/action_state.h"
 
+#include <algorithm>
+#include <map>
 #include <utility>
 
 #include <zelutil/host/save.h>
@@ -45,12 +47,13 @@ ActionsBase wholeBase(const ActionCatalogue& current, const ActionsBase& before)
 }
 
 /// Has the base share one property of an action with the file, in which this process changed it. Where the file is
-/// still to get what another process saved, only a new value that a host handed over is a change.
+/// still to get what another process saved, only a new value that a host `gave` is a change; what a load makes of the
+/// host's text may be another value, since a load can refuse a shortcut.
 template <typename T>
-void share(T ActionValues::*property, const ActionValues& written, const ActionValues& before, bool isHosts,
-           ActionValues& inForce, ActionValues& aim) {
+void share(T ActionValues::*property, const ActionValues& written, const ActionValues& before,
+           const std::optional<T>& gave, ActionValues& inForce, ActionValues& aim) {
     const bool isPending = inForce.*property != aim.*property;
-    const bool isNew = isHosts && written.*property != inForce.*property;
+    const bool isNew = gave && *gave != inForce.*property;
     if (written.*property != before.*property && (!isPending || isNew)) {
         inForce.*property = written.*property;
         aim.*property = written.*property;
@@ -103,20 +106,36 @@ std::set<int> idsOf(const ShippedActions& shipped) {
     return ids;
 }
 
-/// Returns the elements of the file for shipped actions, as far as a load reads them.
-ActionEntries knownEntries(std::string_view userText, const ShippedActions& shipped) {
+/// Returns the elements of a user's text, as far as a load reads them.
+ActionEntries entriesOf(std::string_view userText) {
     ActionEntries entries;
     actions::UserEntryReader reader(userText);
     actions::UserEntry entry;
     while (reader.next(entry)) {
-        if (shipped.find(entry.id) != nullptr) {
-            entries.push_back({entry.id, std::nullopt, entry.inMenu});
-            if (entry.shortcut) {
-                entries.back().shortcut = std::string(*entry.shortcut);
-            }
+        entries.push_back({entry.id, std::nullopt, entry.inMenu});
+        if (entry.shortcut) {
+            entries.back().shortcut = std::string(*entry.shortcut);
         }
     }
     return entries;
+}
+
+/// Returns those for shipped actions.
+ActionEntries knownEntries(std::string_view userText, const ShippedActions& shipped) {
+    ActionEntries entries = entriesOf(userText);
+    entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                 [&](const ActionEntry& entry) { return shipped.find(entry.id) == nullptr; }),
+                  entries.end());
+    return entries;
+}
+
+/// Returns the last element for each action.
+std::map<int, ActionEntry> lastEntries(std::string_view userText) {
+    std::map<int, ActionEntry> last;
+    for (ActionEntry& entry : entriesOf(userText)) {
+        last[entry.id] = std::move(entry);
+    }
+    return last;
 }
 
 void setText(ActionsPlan& plan, const ActionEntries& entries, const std::vector<ForeignEntry>& foreign) {
@@ -145,11 +164,14 @@ ActionsBase baseAfterOldSave(const ActionCatalogue& current, const ActionsBase& 
     ActionsBase base = wholeBase(current, before);
     const ActionValuesById fileBefore = loadedState(current, *base.fileText).values;
     const ActionState state = loadedState(current, text);
+    const auto given = isHosts ? lastEntries(text) : std::map<int, ActionEntry>();
     for (const auto& [id, written] : state.values) {
         const auto known = fileBefore.find(id);
         const ActionValues inFileBefore = known == fileBefore.end() ? ActionValues() : known->second;
-        share(&ActionValues::shortcut, written, inFileBefore, isHosts, base.inForce[id], base.aim[id]);
-        share(&ActionValues::inMenu, written, inFileBefore, isHosts, base.inForce[id], base.aim[id]);
+        const auto entry = given.find(id);
+        const ActionEntry gave = entry == given.end() ? ActionEntry() : entry->second;
+        share(&ActionValues::shortcut, written, inFileBefore, gave.shortcut, base.inForce[id], base.aim[id]);
+        share(&ActionValues::inMenu, written, inFileBefore, gave.inMenu, base.inForce[id], base.aim[id]);
     }
     base.aimHolders = heldIn(state, base);
     base.isPlanned = false;

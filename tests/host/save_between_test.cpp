@@ -182,6 +182,18 @@ TEST_F(SaveBetween, AShortcutThatTheOldCallPutOverAnotherProcesssIsGoneWhenItWas
     EXPECT_THAT(file(), Not(HasSubstr("F6")));
 }
 
+/// A load of the text that the old call writes refuses both shortcuts of a swap, since each is still the other's.
+TEST_F(SaveBetween, WhatALoadRefusesOfTheOldCallsTextIsNoChangeOfTheUsers) {
+    world_.writeUser(userFileWith(R"({"id":1,"shortcut":""},{"id":2,"shortcut":"F1"},{"id":1,"shortcut":"F2"})"));
+    ASSERT_EQ(actions().getAction(1).second.shortcut.userValue, "F2");
+    world_.writeUser(userFileWith(R"({"id":1,"shortcut":"F8"},{"id":2,"shortcut":"F1"})"));
+    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(1));
+    saveActionsByTheOldCall();
+    EXPECT_THAT(file(), Not(HasSubstr("F8")));
+    EXPECT_THAT(host::save().actionsOfOthers, ElementsAre(1));
+    EXPECT_THAT(file(), HasSubstr("F8"));
+}
+
 TEST_F(SaveBetween, ATextThatTheOldCallCouldNotWriteIsWritten) {
     preferences();
     fs::create_directories(world_.userFile());
