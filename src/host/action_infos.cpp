@@ -21,10 +21,17 @@ const ActionCatalogue& filledCatalogue() {
     return catalogue();
 }
 
-/// An edit of a child alone gives it another shortcut than its parent's until the next load.
-bool followsParent(const ActionCatalogue::Action& child) {
+/// Returns whether the action is bound to the shortcut that it shows. It is not where another action was in the way.
+bool isBoundToItsOwn(const ActionCatalogue::Action& action) {
+    return action.binding == nullptr || action.boundTo() == actions::effectiveValue(action.shortcut);
+}
+
+/// Returns whether the child was edited alone, which gives it another shortcut than its parent's until the next load. A
+/// child that could not follow its parent shows another one, too.
+bool isEditedAlone(const ActionCatalogue::Action& child) {
     const ActionCatalogue::Action* const parent = catalogue().find(child.parentId);
-    return parent == nullptr || actions::effectiveValue(parent->shortcut) == actions::effectiveValue(child.shortcut);
+    return parent != nullptr && actions::effectiveValue(parent->shortcut) != actions::effectiveValue(child.shortcut) &&
+           isBoundToItsOwn(*parent) && isBoundToItsOwn(child);
 }
 
 ShortcutSource sourceOf(const ActionCatalogue::Action& action) {
@@ -32,7 +39,7 @@ ShortcutSource sourceOf(const ActionCatalogue::Action& action) {
         return ShortcutSource::StandIn;
     }
     if (action.parentId > 0) {
-        return followsParent(action) ? ShortcutSource::Parent : ShortcutSource::User;
+        return isEditedAlone(action) ? ShortcutSource::User : ShortcutSource::Parent;
     }
     return action.shortcut.overwritten ? ShortcutSource::User : ShortcutSource::Shipped;
 }

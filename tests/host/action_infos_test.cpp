@@ -72,6 +72,30 @@ TEST(ActionInfos, TellsOfAChildThatIsEditedAloneThatTheUserGaveIt) {
     EXPECT_EQ(host::action(4)->source, ShortcutSource::Parent);
 }
 
+TEST(ActionInfos, TellsOfAChildThatCouldNotFollowThatItsParentDecides) {
+    manager().load(R"({"actions":[
+        {"id":1,"context":"board","command":"one","shortcut":"F1"},
+        {"id":2,"context":"panel","command":"two","parent_id":1},
+        {"id":3,"context":"panel","command":"three","parent_id":1}]})",
+                   "");
+    // The first child has its parent's shortcut in their context, so that the second cannot follow.
+    ASSERT_TRUE(manager().updateShortcut(1, "F2"));
+    ASSERT_EQ(host::action(3)->shortcut, "F1");
+    EXPECT_EQ(host::action(2)->source, ShortcutSource::Parent);
+    EXPECT_EQ(host::action(3)->source, ShortcutSource::Parent);
+}
+
+TEST(ActionInfos, TellsOfAGrandchildWhoseParentIsNotBoundThatTheUserDidNothing) {
+    manager().load(R"({"actions":[
+        {"id":1,"context":"sheet","command":"one","parent_id":5},
+        {"id":5,"context":"panel","command":"five","parent_id":10},
+        {"id":10,"context":"board","command":"ten","shortcut":"F1"},
+        {"id":20,"context":"panel","command":"twenty","shortcut":"F1"}]})",
+                   "");
+    ASSERT_NE(host::action(1)->shortcut, host::action(5)->shortcut);
+    EXPECT_EQ(host::action(1)->source, ShortcutSource::Parent);
+}
+
 TEST(ActionInfos, TellsWhoHoldsTheShortcutInstead) {
     load();
     const ActionInfo second = *host::action(3);

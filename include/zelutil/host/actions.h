@@ -14,9 +14,9 @@ namespace zelutil::host {
 enum class ShortcutSource {
     /// It is the shipped one.
     Shipped,
-    /// The user gave it, or took it away. Of an action that has a parent, alone: it has another one than its parent.
+    /// The user gave it, or took it away. An action that has a parent was edited alone then, until the next load.
     User,
-    /// The action has a parent and the same shortcut.
+    /// The action has a parent, which decides about its shortcut.
     Parent,
     /// No shipped text defines the action: it stands in for a parent that is missing.
     StandIn,
