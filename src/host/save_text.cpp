@@ -18,7 +18,7 @@ std::string outcome(const SaveResult& result) {
                    (result.path.empty() ? "its directory is not known" : result.path + " can be no file");
         case Status::NotKept:
             return "Nothing was saved, because " + result.path +
-                   " could not be read and no copy of it could be kept beside it";
+                   " could not be taken over whole and no copy of it could be kept beside it";
         case Status::NotWritten:
             return "Nothing was saved, because the system or a lack of memory did not allow to write " + result.path;
         case Status::Torn:

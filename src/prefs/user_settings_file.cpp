@@ -69,7 +69,7 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
         know(path, Fingerprint(*file.bytes));
         return;
     }
-    directoryAtStart_ = isDirectory(path);
+    directoryAtStart_ = file.mayBeThere && isDirectory(path);
     if (file.mayBeThere && !directoryAtStart_) {
         unreadAtStart_ = path;
     }
@@ -100,6 +100,7 @@ void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view te
     result.written = writtenBy(platform::replaceFile(path.c_str(), text));
     if (result.written == Written::Yes) {
         know(path, Fingerprint(text));
+        lastCopied_.clear();
     }
 }
 
@@ -111,6 +112,7 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path, std::string& ke
     }
     const Fingerprint contents(*file.bytes);
     if (file.bytes->empty() || contents == knownContents_) {
+        nameLastCopyOf(path, *file.bytes, keptCopy);
         return true;
     }
     const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*file.bytes).valid();
@@ -123,16 +125,19 @@ bool UserSettingsFile::mayBeOverwrittenUnread(const std::string& path, std::stri
     if (!file.mayBeThere || (file.bytes && file.bytes->empty())) {
         return true;
     }
-    if (file.bytes && isLastCopyOf(path, *file.bytes)) {
-        keptCopy = lastCopy_;
+    if (file.bytes && nameLastCopyOf(path, *file.bytes, keptCopy)) {
         return true;
     }
     return keep(path, std::nullopt, keptCopy);
 }
 
-/// Returns whether an earlier writing, which failed, has kept these bytes already.
-bool UserSettingsFile::isLastCopyOf(const std::string& path, const std::string& bytes) const {
-    return path == lastCopied_ && platform::readWhole(lastCopy_.c_str(), kLargestFileKept).bytes == bytes;
+/// Returns whether an earlier writing, which failed, has kept these bytes already, and says where.
+bool UserSettingsFile::nameLastCopyOf(const std::string& path, const std::string& bytes, std::string& keptCopy) const {
+    if (path != lastCopied_ || platform::readWhole(lastCopy_.c_str(), kLargestFileKept).bytes != bytes) {
+        return false;
+    }
+    keptCopy = lastCopy_;
+    return true;
 }
 
 /// A file that was read or written here holds nothing unknown. The replacing will find out whether it can be replaced

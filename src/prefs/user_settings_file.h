@@ -95,7 +95,7 @@ private:
     bool mayBeOverwritten(const std::string& path, std::string& keptCopy);
     bool mayBeOverwrittenUnread(const std::string& path, std::string& keptCopy);
     bool mayBeOverwrittenUnseen(const std::string& path, std::string& keptCopy);
-    bool isLastCopyOf(const std::string& path, const std::string& bytes) const;
+    bool nameLastCopyOf(const std::string& path, const std::string& bytes, std::string& keptCopy) const;
     bool mayBeTheUnread(const std::string& path) const;
     bool keep(const std::string& path, std::optional<Fingerprint> contents, std::string& keptCopy);
     void know(const std::string& path, std::optional<Fingerprint> contents);
@@ -108,7 +108,7 @@ private:
     /// Path and contents of the file that was read, written or kept last.
     std::string knownPath_;
     std::optional<Fingerprint> knownContents_;
-    /// Path of the file that was kept last, and of the copy.
+    /// Path of the file that was kept last and has not been replaced since, and of the copy.
     std::string lastCopied_;
     std::string lastCopy_;
 };

@@ -206,6 +206,25 @@ TEST_F(SaveOfAnOrdinaryUser, AFileThatCannotBeOverwrittenIsKeptOnceHoweverOftenT
     EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
 }
 
+/// What is no JSON is kept like what a new file would lack.
+TEST_F(SaveOfAnOrdinaryUser, AFileThatIsNoJsonIsKeptOnceAndItsCopyIsNamedUntilItIsReplaced) {
+    const std::string theirs = "{ half";
+    writeTextFile(world_.userFile(), theirs);
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0444), 0);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const SaveResult result = saveMine();
+        EXPECT_EQ(result.status, Status::NotWritten);
+        EXPECT_EQ(result.keptCopy, result.path + ".bad");
+    }
+    ASSERT_EQ(::chmod(world_.userFile().c_str(), 0644), 0);
+    const SaveResult saved = saveMine();
+    EXPECT_EQ(saved.status, Status::Saved);
+    EXPECT_EQ(saved.keptCopy, saved.path + ".bad");
+    EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
+    EXPECT_EQ(filesBeside(), 1);
+    EXPECT_EQ(host::save({{"part1::value0", "again"}}).keptCopy, "");
+}
+
 TEST_F(SaveOfAnOrdinaryUser, AFileThatHasChangedOrWhoseCopyIsGoneIsKeptAgain) {
     const std::string theirs = R"({"meta":["lost"]})";
     writeTextFile(world_.userFile(), theirs);

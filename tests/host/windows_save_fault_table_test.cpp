@@ -147,6 +147,25 @@ TEST_F(WindowsSaveFaultTable, AFileThatCannotBeOverwrittenIsKeptOnceHoweverOften
     EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
 }
 
+/// What is no JSON is kept like what a new file would lack.
+TEST_F(WindowsSaveFaultTable, AFileThatIsNoJsonIsKeptOnceAndItsCopyIsNamedUntilItIsReplaced) {
+    const std::string theirs = "{ half";
+    writeTextFile(world_.userFile(), theirs);
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_READONLY));
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const SaveResult result = host::save({{"part1::value0", "mine"}});
+        EXPECT_EQ(result.status, Status::NotWritten);
+        EXPECT_EQ(result.keptCopy, result.path + ".bad");
+    }
+    ASSERT_TRUE(SetFileAttributesW(world_.userFile().c_str(), FILE_ATTRIBUTE_NORMAL));
+    const SaveResult saved = host::save();
+    EXPECT_EQ(saved.status, Status::Saved);
+    EXPECT_EQ(saved.keptCopy, saved.path + ".bad");
+    EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
+    EXPECT_EQ(filesBeside(), 1);
+    EXPECT_EQ(host::save({{"part1::value0", "again"}}).keptCopy, "");
+}
+
 /// Nobody can tell what another process saved there, and no copy can be kept.
 TEST_F(WindowsSaveFaultTable, AFileThatSomebodyShutsOthersOutOfStaysAndIsToldOf) {
     const std::string old = fileText();

@@ -63,7 +63,8 @@ struct SaveResult {
         NoDefaults,
         /// There is no place for the file: its path is empty or names none.
         NoPath,
-        /// The file that is there could not be read, and no copy of it could be kept, so it stays as it is.
+        /// The file that is there could not be read, or holds something that a new one would lack, and no copy of it
+        /// could be kept, so it stays as it is.
         NotKept,
         /// The system refused the writing; the file is as it was before.
         NotWritten,
@@ -82,7 +83,8 @@ struct SaveResult {
     std::string text;
     /// The file that was written, or would have been.
     std::string path;
-    /// The copy that was kept of a file that could not be read; empty for none.
+    /// The copy that was kept of a file that could not be read, or that holds something that the new one lacks. An
+    /// earlier save that failed may have kept it. Empty for none.
     std::string keptCopy;
     /// Full names of the settings whose value in force has changed.
     std::set<std::string> changedSettings;
