@@ -27,9 +27,9 @@ private:
 
     /// The three states of a setting.
     struct State {
-        Value base;    ///< What the file held when it was last read or written here.
-        Value theirs;  ///< What it holds now.
-        Value ours;    ///< What is in force here.
+        Value base;    ///< The file held it when it was last read or written here.
+        Value theirs;  ///< The file holds it now.
+        Value ours;    ///< It is in force here.
         bool touched;  ///< Whether ours was changed here since base.
     };
 

@@ -25,7 +25,7 @@ StartWarning aboutDirectory(const std::string& path) {
     warning.kind = Kind::FileNotRead;
     warning.text = "The file " + path +
                    " could not be read, because there is a directory of that name, so the shipped defaults are in "
-                   "force. Nothing can be saved as long as it is there.";
+                   "force. Nothing can be saved in its place as long as it is there.";
     return warning;
 }
 

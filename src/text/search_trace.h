@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-/// What a search looked at. A search is a template over the trace that it tells its candidates, in the order in which
-/// it looks at them: the library's own trace does nothing and leaves nothing in the machine code, and another one
-/// records them, so that the code that finds is also the code that explains.
+/// Records of what a search looked at. A search is a template over the trace that it tells its candidates, in the order
+/// in which it looks at them: the library's own trace does nothing and leaves nothing in the machine code, and another
+/// one records them, so that the code that finds is also the code that explains.
 namespace zelutil::text {
 
 /// A candidate of a search.

@@ -107,7 +107,7 @@ TEST(StartWarnings, TellOfADirectoryAtThePlaceOfTheFile) {
     EXPECT_EQ(warnings[0].kind, Kind::FileNotRead);
     EXPECT_EQ(warnings[0].text, "The file " + host::userFilePath() +
                                     " could not be read, because there is a directory of that name, so the shipped "
-                                    "defaults are in force. Nothing can be saved as long as it is there.");
+                                    "defaults are in force. Nothing can be saved in its place as long as it is there.");
     EXPECT_FALSE(host::save({{"part0::value0", "mine"}}).ok());
     // Once it is gone, there is nothing to be kept.
     fs::remove(world.userFile());

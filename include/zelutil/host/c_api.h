@@ -290,8 +290,8 @@ typedef struct zelutil_not_restored_list {
 typedef struct zelutil_conflict {
     const char* setting;  ///< Full name; empty for an action.
     int action;           ///< 0 for a setting.
-    const char* ours;     ///< What is in the file now.
-    const char* theirs;   ///< What the other process had put there.
+    const char* ours;     ///< The value that is in the file now.
+    const char* theirs;   ///< The value that the other process had put there.
 } zelutil_conflict;
 
 typedef struct zelutil_conflict_list {

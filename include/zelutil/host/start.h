@@ -27,11 +27,12 @@ ZELUTIL_API Options options();
 /// Something that the start found in the user's file and that a host can show.
 struct StartWarning {
     enum class Kind {
-        /// The file is there and could not be read, or is no JSON. It is kept beside its place before the first save.
-        /// Or a directory has its name.
+        /// The file is there and could not be read, or is no JSON: it is kept beside its place before the first save.
+        /// A directory of its name is told of, too.
         FileNotRead,
-        /// An entry for a section, setting or action that the shipped defaults do not have, or of a type that is not
-        /// read. It has no effect.
+        /// An entry does not do what it says: the shipped defaults have no such section, setting or action, its value
+        /// is of a type that is not read, it says nothing, or it gives a child a shortcut or menu flag that its parent
+        /// decides about.
         EntryWithoutEffect,
         /// An entry whose name means a setting of another section, which it sets.
         EntryForAnotherSection,
@@ -40,7 +41,8 @@ struct StartWarning {
     };
 
     Kind kind = Kind::EntryWithoutEffect;
-    /// The setting, as the file names it, or the section; empty for an action and for the file.
+    /// The setting, as the file names it, the section, or the member of the file that is not of the form that is read;
+    /// empty for an action and for the file.
     std::string name;
     /// The action; 0 for none.
     int action = 0;
@@ -50,8 +52,9 @@ struct StartWarning {
     std::string text;
 };
 
-/// Returns what the start found: in the file as a whole, in its settings and in its actions, each in the order of the
-/// file. Empty when all is well.
+/// Returns what the start found: in the file as a whole, in its settings and in its actions. Settings come in the order
+/// of the file, and then what is not in the form that is read; actions come in their order. Empty when all is well. Of
+/// more than a hundred entries for children that might do nothing, only the first hundred are looked at one by one.
 ZELUTIL_API std::vector<StartWarning> startWarnings();
 
 /// Returns the file that a save writes; empty for none. Where the environment has no home (HOMEDRIVE and HOMEPATH,
