@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What subcommands use of the parser, CLI11.
+/// Declares arguments of subcommands with the parser, CLI11.
 namespace zelutil::command {
 
 /// Returns the arguments as the parser is to see them. It would split "[a,b]" into "a" and "b", and

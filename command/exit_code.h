@@ -3,7 +3,7 @@
 
 namespace zelutil::command {
 
-/// What every subcommand tells the shell.
+/// The exit codes of all subcommands.
 enum class ExitCode {
     Fine = 0,    ///< Done, and nothing found that somebody should look at.
     Found = 1,   ///< Done, and at least one warning or error is among the findings.

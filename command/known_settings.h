@@ -25,7 +25,7 @@ public:
     /// result is shorter than the list of names where some are unknown.
     std::vector<host::SettingInfo> find(const std::vector<std::string>& names, Output& output) const;
 
-    /// The same for work that is done for all or not at all: nothing where one is unknown.
+    /// Does the same for work that is done for all or not at all: returns nothing where one is unknown.
     std::optional<std::vector<host::SettingInfo>> findAll(const std::vector<std::string>& names, Output& output) const;
 
 private:

@@ -1,4 +1,4 @@
-// What is wrong, and what to do about it.
+// Derives from a diagnosis which things are wrong, and says what to do about each.
 #include <zelutil/file/path.h>
 
 #include <filesystem>
@@ -74,7 +74,7 @@ private:
         symptoms_.push_back({kind, step, {severity, std::move(text), std::move(advice), std::nullopt}});
     }
 
-    /// The same about a file.
+    /// Adds a symptom about a file.
     void addAbout(Kind kind, const SearchStep& step, const std::string& what, std::string advice,
                   Severity severity = Severity::Warning) {
         add(kind, step.name, "The file " + shown(step.result) + ' ' + what, std::move(advice), severity);

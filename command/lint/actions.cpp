@@ -85,7 +85,7 @@ private:
         }
     }
 
-    /// Of two in each other's way the later one is told of.
+    /// Tells of the later one of two that are in each other's way.
     void checkShortcut(const ActionDefinition& definition, View element) {
         if (definition.shortcut.empty()) {
             return;
@@ -136,7 +136,7 @@ private:
     const ActionCatalogue& catalogue_;
     std::vector<std::pair<int, View>> elements_;
     std::unordered_map<int, std::size_t> places_;
-    /// Those of which it is known whether they are in a circle.
+    /// Holds the ids of the actions that were followed to the top already.
     std::set<int> known_;
 };
 

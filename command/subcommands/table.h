@@ -15,7 +15,7 @@ extern const Subcommand kList;
 extern const Subcommand kReset;
 extern const Subcommand kSet;
 
-// What programs call.
+// These are for programs, and the help leaves them out.
 extern const Subcommand kComplete;
 extern const Subcommand kManual;
 

@@ -17,7 +17,7 @@ namespace zelutil::file {
 /// The steps are printed where "QTX_ZELUTIL_DEBUG" is defined.
 bool locateRoot(ZelU::File::Path& root);
 
-/// The same with a trace of the candidates. Nothing is printed.
+/// Does the same and tells the trace the candidates. Nothing is printed.
 bool locateRoot(ZelU::File::Path& root, text::SearchTrace& trace);
 
 /// The variables that may name an installation; the first one that is defined counts.

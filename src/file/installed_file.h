@@ -13,7 +13,7 @@ namespace zelutil::file {
 /// none, and when there is no installation: the message about that is printed, no exception leaves.
 std::string installedSettingsFile(const char* name);
 
-/// The same with a trace, for the installation in `root`; null for none. Nothing is printed.
+/// Does the same for the installation in `root`, null for none, and tells the trace the candidates. Nothing is printed.
 std::string installedSettingsFile(const char* name, const ZelU::File::Path* root, text::SearchTrace& trace);
 
 /// Returns where that file is looked for below a root, whether it is there or not.

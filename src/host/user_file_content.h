@@ -21,7 +21,7 @@ struct UserFileContent {
     json::View defaults;
     /// One for each section of the defaults, in the order of a walk.
     std::vector<prefs::SavedSection> sections;
-    /// Those of them that belong to the actions.
+    /// Indexes of the sections that belong to the actions.
     std::vector<std::size_t> sectionsOfActions;
     std::vector<prefs::KeptSection> kept;
     /// Members of the whole that the defaults lack.

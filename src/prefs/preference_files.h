@@ -22,21 +22,21 @@ std::optional<std::string> namedDefaultsFile();
 /// looked for in the installation tree. Empty where there is none, also for want of an installation.
 std::string defaultsFilePath();
 
-/// The same with a trace, for the installation in `root`; null for none. Nothing is printed.
+/// Does the same for the installation in `root`, null for none, and tells the trace the candidates. Nothing is printed.
 std::string defaultsFilePath(const ZelU::File::Path* root, text::SearchTrace& trace);
 
 /// Returns the path of the user's file: the first one on the setup path, else the one below the user environment
 /// directory, whether it exists or not.
 std::string userFilePath();
 
-/// The same with a trace.
+/// Does the same and tells the trace the candidates.
 std::string userFilePath(text::SearchTrace& trace);
 
 /// Returns the path of the user's file as it is written: the one above, or one in the current directory when the
 /// variable "regression_testing" was set when this was first called.
 std::string writtenUserFilePath();
 
-/// The same with a trace.
+/// Does the same and tells the trace the candidates.
 std::string writtenUserFilePath(text::SearchTrace& trace);
 
 /// Returns whether that variable was set then, so that the file that is written is not the one that is read.

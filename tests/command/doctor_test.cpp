@@ -30,8 +30,8 @@ void expectStatesOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world)
     EXPECT_EQ(answersIn(world, {"sections"}).at("sections"), yesOrNo(doctor.stateOf("defaults") == "fine"));
 }
 
-/// The command's answers are those of the library. Without an installation every use but the first has another one, so
-/// each search gets a process.
+/// Expects that the command found what the library finds. Without an installation every search but the first of a
+/// process finds something else, so each gets a process.
 void expectAnswersOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world) {
     expectStatesOfTheLibrary(doctor, world);
     if (!doctor.resultOf("root").empty()) {

@@ -170,7 +170,7 @@ TEST(LintReaders, EveryWarningOfAStartAboutTheActionsIsToldByARule) {
         };
         EXPECT_EQ(countOf(findings, Rule::RefusedShortcut), number(Kind::ShortcutRefused))
             << shipped << user << told(findings);
-        // Of all that one child is given in vain there is one finding.
+        // There is one finding for all that one child is given in vain.
         std::set<int> inVain;
         std::size_t gifts = 0;
         for (const host::StartWarning& warning : warnings) {

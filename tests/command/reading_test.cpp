@@ -23,7 +23,7 @@ const Row kRows[] = {
     {{"get", "grid"}, 0, "display::grids::grid=0.25\n", kNone},
     {{"get", "ZOOM", "display::grids::GRID"}, 0, "display::zoom=2\ndisplay::grids::grid=0.25\n", kNone},
     {{"get", "units", "grid", "--value"}, 0, "mm\n0.25\n", kNone},
-    // What is known is printed, whatever else is asked for.
+    // The known settings are printed, whatever else is asked for.
     {{"get", "gird", "units"},
      1,
      "display::units=mm\n",

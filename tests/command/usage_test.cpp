@@ -1,4 +1,4 @@
-// What all subcommands share: help, wrong usage, colours, completion.
+// Tests the help, wrong usage, colours and completion, which all subcommands share.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -206,7 +206,7 @@ TEST_F(SaveOfAnOrdinaryUser, AFileThatCannotBeOverwrittenIsKeptOnceHoweverOftenT
     EXPECT_EQ(readTextFile(fileOfText(saved.keptCopy)), theirs);
 }
 
-/// What is no JSON is kept like what a new file would lack.
+/// A file that is no JSON is kept, as one is that holds something which a new file would lack.
 TEST_F(SaveOfAnOrdinaryUser, AFileThatIsNoJsonIsKeptOnceAndItsCopyIsNamedUntilItIsReplaced) {
     const std::string theirs = "{ half";
     writeTextFile(world_.userFile(), theirs);

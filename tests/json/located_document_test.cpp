@@ -1,4 +1,4 @@
-// Where the values of a text stand, and where a text that is no JSON goes wrong.
+// Tests where the values of a text stand, and where a text that is no JSON goes wrong.
 #include "json/located_document.h"
 
 #include <gtest/gtest.h>
