@@ -6,84 +6,24 @@
 #include <map>
 #include <utility>
 
-#include "command/nearest_names.h"
+#include "command/shortcut_keys.h"
 
 namespace zelutil::lint {
 namespace {
 
+using command::keyNamed;
+using command::modifierMeant;
+using command::tokensOf;
+
 /// Another spelling is the usual one when it is so many times as frequent.
 constexpr std::size_t kUsual = 2;
-
-struct KeyName {
-    std::string_view name;  ///< In lower case.
-    std::string_view key;
-};
-
-constexpr KeyName kModifiers[] = {{"ctrl", "ctrl"},   {"control", "ctrl"}, {"shift", "shift"}, {"alt", "alt"},
-                                  {"altgr", "altgr"}, {"meta", "meta"},    {"super", "meta"},  {"win", "meta"},
-                                  {"cmd", "meta"},    {"option", "alt"}};
-
-constexpr KeyName kKeys[] = {{"esc", "escape"},    {"return", "enter"},   {"del", "delete"},     {"ins", "insert"},
-                             {"pgup", "pageup"},   {"prior", "pageup"},   {"pgdn", "pagedown"},  {"pgdown", "pagedown"},
-                             {"next", "pagedown"}, {"bksp", "backspace"}, {"back", "backspace"}, {"spacebar", "space"}};
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return ascii::lowerCase(c); });
-    return lower;
-}
-
-/// Returns the text without blanks at its ends.
-std::string_view trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(' ');
-    return begin == std::string_view::npos ? std::string_view()
-                                           : text.substr(begin, text.find_last_not_of(' ') - begin + 1);
-}
-
-/// Returns what stands between the plus signs. One at the end is a key.
-std::vector<std::string_view> tokensOf(std::string_view shortcut) {
-    std::vector<std::string_view> tokens;
-    std::size_t plus = shortcut.find('+');
-    while (plus != std::string_view::npos && plus + 1 < shortcut.size()) {
-        tokens.push_back(trimmed(shortcut.substr(0, plus)));
-        shortcut.remove_prefix(plus + 1);
-        plus = shortcut.find('+', 1);
-    }
-    tokens.push_back(trimmed(shortcut));
-    return tokens;
-}
-
-/// A name that is nearly a modifier's is a misspelt one.
-std::string modifierOf(std::string_view token) {
-    const std::string lower = lowerCase(token);
-    std::string nearest = lower;
-    for (const auto& [name, key] : kModifiers) {
-        if (name == lower) {
-            return std::string(key);
-        }
-        if (name.size() > 2 && command::editDistance(name, lower) == 1) {
-            nearest = key;
-        }
-    }
-    return nearest;
-}
-
-std::string keyOf(std::string_view token) {
-    const std::string lower = lowerCase(token);
-    for (const auto& [name, key] : kKeys) {
-        if (name == lower) {
-            return std::string(key);
-        }
-    }
-    return lower;
-}
 
 void addKey(std::string_view token, std::vector<SpellingChoice>& choices) {
     const bool isLetter = token.size() == 1 && ascii::lowerCase(token[0]) >= 'a' && ascii::lowerCase(token[0]) <= 'z';
     if (isLetter) {
         choices.push_back({"letters", token[0] == ascii::lowerCase(token[0]) ? "lower case" : "capitals"});
     } else if (token.size() > 1) {
-        choices.push_back({"the key " + keyOf(token), quoted(token)});
+        choices.push_back({"the key " + keyNamed(token), quoted(token)});
     }
 }
 
@@ -128,7 +68,7 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
     const std::vector<std::string_view> tokens = tokensOf(shortcut);
     std::vector<std::string> modifiers;
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-        modifiers.push_back(modifierOf(tokens[i]));
+        modifiers.push_back(modifierMeant(tokens[i]));
         choices.push_back({"the modifier " + modifiers.back(), quoted(tokens[i])});
     }
     addKey(tokens.back(), choices);
