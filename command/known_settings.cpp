@@ -9,7 +9,6 @@
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
-namespace {
 
 void tellUnreadFile(Output& output) {
     for (host::StartWarning& warning : host::startWarnings()) {
@@ -20,23 +19,23 @@ void tellUnreadFile(Output& output) {
     }
 }
 
-/// Returns whether something says where the shipped defaults are. The library prints an error of its own, on standard
-/// output too, when it is asked for them without that.
 bool areDefaultsNamed() {
     ZelU::File::Path root;
     text::SearchTrace silent(text::SearchTrace::Until::Found);
     return file::locateRoot(root, silent) || prefs::namedDefaultsFile();
 }
 
-}  // namespace
+void failWithoutDefaults(const std::string& thing, Output& output) {
+    output.fail("No " + thing + " is known, because no shipped defaults were read.",
+                "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+}
 
 KnownSettings::KnownSettings(Output& output) {
     if (areDefaultsNamed()) {
         all_ = host::settings();
     }
     if (all_.empty()) {
-        output.fail("No setting is known, because no shipped defaults were read.",
-                    "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+        failWithoutDefaults("setting", output);
         return;
     }
     tellUnreadFile(output);

@@ -34,6 +34,16 @@ private:
     std::vector<host::SettingInfo> all_;
 };
 
+/// Returns whether something says where the shipped defaults are. The library prints an error of its own, on standard
+/// output too, when it is asked for them without that.
+bool areDefaultsNamed();
+
+/// Tells `output` that no `thing`, such as "setting", is known, because no shipped defaults were read.
+void failWithoutDefaults(const std::string& thing, Output& output);
+
+/// Tells `output` where the user's file could not be read.
+void tellUnreadFile(Output& output);
+
 /// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.
 const std::string& findableName(const host::SettingInfo& setting);
 

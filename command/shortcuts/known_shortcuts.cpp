@@ -1,0 +1,52 @@
+#include "command/shortcuts/known_shortcuts.h"
+
+#include <algorithm>
+
+#include "command/known_settings.h"
+#include "command/nearest_names.h"
+
+namespace zelutil::shortcuts {
+
+using command::Severity;
+
+KnownShortcuts::KnownShortcuts(command::Output& output) {
+    if (!command::areDefaultsNamed()) {
+        command::failWithoutDefaults("action", output);
+        return;
+    }
+    rows_ = shortcutTable();
+    command::tellUnreadFile(output);
+    if (rows_.empty()) {
+        output.add({Severity::Warning, "The shipped defaults were not read, or have no actions.",
+                    "\"zelutil doctor\" says where they were looked for.", std::nullopt});
+    }
+}
+
+const ShortcutRow* KnownShortcuts::find(int id) const {
+    const auto found =
+        std::find_if(rows_.begin(), rows_.end(), [id](const ShortcutRow& row) { return row.action.id == id; });
+    return found == rows_.end() ? nullptr : &*found;
+}
+
+bool KnownShortcuts::hasContext(const std::string& context, command::Output& output) const {
+    const std::vector<std::string> contexts = contextsOf(rows_);
+    if (std::find(contexts.begin(), contexts.end(), context) != contexts.end()) {
+        return true;
+    }
+    std::string advice = command::questionAbout(command::nearestNames(context, contexts));
+    if (advice.empty()) {
+        advice = "\"zelutil shortcuts\" shows all contexts.";
+    }
+    output.add({Severity::Error, "There is no context \"" + context + "\".", std::move(advice), std::nullopt});
+    return false;
+}
+
+std::string labelOf(const KnownShortcuts& known, int id) {
+    const ShortcutRow* const row = known.find(id);
+    const std::string number = std::to_string(id);
+    return row == nullptr || row->action.item.context.empty()
+               ? number
+               : number + " (" + row->action.item.context + ", " + row->action.item.command + ")";
+}
+
+}  // namespace zelutil::shortcuts
