@@ -51,7 +51,8 @@ public:
     ShortcutRow rowOf(ActionInfo action) const {
         const host::ActionValues& values = host::valuesOf(shipped_.loaded(), action.id);
         ShortcutRow row;
-        row.changedByUser = action.shortcut != values.shortcut;
+        row.shortcutWithoutUser = values.shortcut;
+        row.changedByUser = action.shortcut != row.shortcutWithoutUser;
         row.menuChangedByUser = action.inMenu != values.inMenu;
         row.action = std::move(action);
         row.why = whyOf(row);

@@ -15,6 +15,8 @@ namespace zelutil::shortcuts {
 struct ShortcutRow {
     /// Has the id, the context, the command, the shortcut in force and the shipped one, the parent and the menu flag.
     host::ActionInfo action;
+    /// The shortcut that the action shows after a start without the user's changes; empty for none.
+    std::string shortcutWithoutUser;
     /// Whether the user's changes are why the action shows another shortcut than after a start without them. A child
     /// that follows its parent to the user's shortcut counts, too.
     bool changedByUser = false;

@@ -4,7 +4,7 @@ namespace zelutil::command {
 
 const std::vector<const Subcommand*>& subcommands() {
     static const std::vector<const Subcommand*> all{
-        &kDoctor, &kGet, &kLint, &kList, &kDiff, &kSet, &kReset, &kShortcuts, &kComplete, &kManual,
+        &kDoctor, &kGet, &kLint, &kList, &kDiff, &kSet, &kReset, &kShortcuts, &kSheet, &kComplete, &kManual,
     };
     return all;
 }

@@ -14,6 +14,7 @@ extern const Subcommand kLint;
 extern const Subcommand kList;
 extern const Subcommand kReset;
 extern const Subcommand kSet;
+extern const Subcommand kSheet;
 extern const Subcommand kShortcuts;
 
 // These are for programs, and the help leaves them out.

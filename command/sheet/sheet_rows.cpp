@@ -1,0 +1,66 @@
+// The sheet's entries from the table of actions.
+#include "command/sheet/sheet_rows.h"
+
+#include <algorithm>
+
+namespace zelutil::command::sheet {
+namespace {
+
+using shortcuts::ShortcutRow;
+using Rows = std::vector<ShortcutRow>;
+
+const ShortcutRow* rowOf(const Rows& rows, int id) {
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [=](const ShortcutRow& other) { return other.action.id == id; });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+/// Returns a name for people. Children of an action often have none of their own.
+std::string nameOf(const ShortcutRow& row, const Rows& rows) {
+    const UCPActionItem& item = row.action.item;
+    if (!item.name.empty()) {
+        return item.name;
+    }
+    const ShortcutRow* const parent = item.parent_id == 0 ? nullptr : rowOf(rows, item.parent_id);
+    return parent == nullptr || parent->action.item.name.empty() ? item.command : parent->action.item.name;
+}
+
+Entry entryOf(const ShortcutRow& row, const Rows& rows) {
+    const host::ActionInfo& action = row.action;
+    Entry entry;
+    entry.id = action.id;
+    entry.name = nameOf(row, rows);
+    entry.command = action.item.command;
+    entry.shortcut = action.shortcut;
+    entry.shipped = row.shortcutWithoutUser;
+    entry.changed = row.changedByUser;
+    entry.runs = action.runs;
+    if (const ShortcutRow* const holder = action.heldBy == 0 ? nullptr : rowOf(rows, action.heldBy)) {
+        entry.heldBy = nameOf(*holder, rows);
+    }
+    return entry;
+}
+
+/// Returns whether the row is on the sheet. A stand-in for a missing parent has no context.
+bool isWanted(const ShortcutRow& row, const std::string& context) {
+    const std::string& own = row.action.item.context;
+    return !own.empty() && (context.empty() || own == context) && (!row.action.shortcut.empty() || row.changedByUser);
+}
+
+}  // namespace
+
+Sheet sheetOf(const Rows& rows, const std::string& context) {
+    Sheet sheet;
+    for (const ShortcutRow& row : rows) {
+        if (!isWanted(row, context)) {
+            continue;
+        }
+        if (sheet.empty() || sheet.back().name != row.action.item.context) {
+            sheet.push_back({row.action.item.context, {}});
+        }
+        sheet.back().entries.push_back(entryOf(row, rows));
+    }
+    return sheet;
+}
+
+}  // namespace zelutil::command::sheet

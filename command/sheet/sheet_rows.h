@@ -1,0 +1,17 @@
+#ifndef ZELUTIL_COMMAND_SHEET_SHEET_ROWS_H
+#define ZELUTIL_COMMAND_SHEET_SHEET_ROWS_H
+
+#include <string>
+#include <vector>
+
+#include "command/sheet/sheet.h"
+#include "command/shortcuts/shortcut_table.h"
+
+namespace zelutil::command::sheet {
+
+/// Returns the sheet of a table that is ordered by context; of that one context alone unless it is the empty text.
+Sheet sheetOf(const std::vector<shortcuts::ShortcutRow>& rows, const std::string& context);
+
+}  // namespace zelutil::command::sheet
+
+#endif
