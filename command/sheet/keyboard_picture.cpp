@@ -18,11 +18,11 @@ constexpr double kKeyWidth = 100;
 constexpr double kKeyHeight = 85;
 constexpr double kGap = 6;
 constexpr double kTextX = 7;
-constexpr double kLabelY = 20;
-constexpr double kFirstLineY = 40;
+constexpr double kLabelY = 18;
+constexpr double kFirstLineY = 36;
 constexpr double kLineHeight = 17;
 /// The width of a letter, about. A line that may be wider is pressed together.
-constexpr double kLetterWidth = 8;
+constexpr double kLetterWidth = 9;
 constexpr std::size_t kLinesPerKey = 3;
 
 struct Box {

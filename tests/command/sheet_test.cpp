@@ -168,8 +168,8 @@ TEST(Sheet, MarksChangesInThePageByMoreThanColour) {
     EXPECT_TRUE(contains(page,
                          "<rect class=\"key bound changed\" x=\"200\" y=\"0\" width=\"94\" height=\"79\" rx=\"9\"/>"
                          "<path class=\"mark\" d=\"M291 3h-20l20 20z\"/>"
-                         "<text class=\"label \" x=\"207\" y=\"20\">F1</text>"
-                         "<text class=\"what\" x=\"207\" y=\"40\">Help</text>"));
+                         "<text class=\"label \" x=\"207\" y=\"18\">F1</text>"
+                         "<text class=\"what\" x=\"207\" y=\"36\">Help</text>"));
     EXPECT_TRUE(contains(page, "F1: Help (changed).</desc>"));
     EXPECT_TRUE(contains(page,
                          "<tr class=\"changed\"><th scope=\"row\"><kbd>F1</kbd></th><td>Help</td><td>c</td>"
@@ -276,10 +276,10 @@ TEST(KeyboardPicture, PressesWideLinesTogetherAndShowsHeldKeys) {
         << picture;
     // The key A is 1.75 from the left in the row that is 3.3 down.
     EXPECT_TRUE(contains(picture,
-                         "<text class=\"what\" x=\"182\" y=\"320.5\" textLength=\"80\" "
+                         "<text class=\"what\" x=\"182\" y=\"316.5\" textLength=\"80\" "
                          "lengthAdjust=\"spacingAndGlyphs\">Extraordinarily</text>"));
-    EXPECT_TRUE(contains(picture, "class=\"label held\" x=\"7\" y=\"470.5\">Ctrl</text>"));
-    EXPECT_TRUE(contains(picture, "class=\"label free\" x=\"7\" y=\"385.5\">Shift</text>"));
+    EXPECT_TRUE(contains(picture, "class=\"label held\" x=\"7\" y=\"468.5\">Ctrl</text>"));
+    EXPECT_TRUE(contains(picture, "class=\"label free\" x=\"7\" y=\"383.5\">Shift</text>"));
 }
 
 }  // namespace
