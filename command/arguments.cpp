@@ -33,7 +33,9 @@ CLI::Option* addText(CLI::App& arguments, const std::string& name, std::string& 
 
 CLI::Option* addTexts(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
                       const std::string& description) {
-    return unprotected(arguments.add_option(name, texts, description));
+    CLI::Option* const option = unprotected(arguments.add_option(name, texts, description));
+    // An option takes the one text behind it each time it stands there: what follows is the subcommand's own.
+    return name.front() == '-' ? option->allow_extra_args(false) : option;
 }
 
 }  // namespace zelutil::command

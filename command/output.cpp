@@ -79,7 +79,16 @@ void Output::useJson() {
 
 std::string Output::shown(Role role, std::string_view text) const { return colors_(role, printable(text)); }
 
-void Output::fail(std::string text, std::string advice) { failure_ = Failure{std::move(text), std::move(advice)}; }
+void Output::fail(std::string text, std::string advice) {
+    if (!failure_) {
+        failure_ = Failure{std::move(text), std::move(advice)};
+        return;
+    }
+    failure_->text += ' ' + text;
+    if (failure_->advice.find(advice) == std::string::npos) {
+        failure_->advice += ' ' + advice;
+    }
+}
 
 std::string Output::linesOfFindings(const Colors& colors) const {
     std::string lines;

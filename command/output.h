@@ -69,7 +69,8 @@ public:
     /// code all the same.
     void printInstead(std::string text) { instead_ = std::move(text); }
 
-    /// Says that the work could not be done, why, and what to do next. What was added before is printed all the same.
+    /// Says that the work, or a part of it, could not be done, why, and what to do next. Several reasons stand one
+    /// after the other; what was added before is printed all the same.
     void fail(std::string text, std::string advice);
 
     /// Prints everything and returns the exit code that follows from it. Called once.

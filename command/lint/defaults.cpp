@@ -63,7 +63,9 @@ void checkSection(View section, Report& report) {
         }
     } else {
         report.add(Rule::SubManager, section.member(prefs::kSubmanagerId),
-                   "The library has a sub-manager 100, for the actions, and no other.");
+                   "The library has a sub-manager " +
+                       std::to_string(static_cast<std::int32_t>(prefs::SubManagerType::Actions)) +
+                       ", for the actions, and no other.");
     }
 }
 

@@ -107,7 +107,8 @@ FileKind kindOf(View root) {
 
 const char* nameOf(FileKind kind) {
     constexpr std::array kNames = {
-        "preference defaults", "user's preferences", "shipped actions", "user's actions", "facets", "unknown"};
+        "preference defaults", "user's preferences", "shipped actions", "user's actions", "facets",
+        "nothing that is read"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 

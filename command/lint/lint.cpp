@@ -4,7 +4,7 @@
 
 #include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
-#include "prefs/section_walk.h"
+#include "command/lint/section_forms.h"
 
 namespace zelutil::lint {
 namespace {
@@ -15,7 +15,7 @@ using json::View;
 View shippedActions(View root) {
     View found = root.member(kActions) ? root : View();
     prefs::forEachSection(root, [&](const prefs::VisitedSection& visited) {
-        if (!found && prefs::hasSubManager(visited.element) && prefs::subManagerNumber(visited.element) == 100) {
+        if (!found && prefs::hasSubManager(visited.element) && isOfActions(visited.element)) {
             found = visited.element.member(prefs::kDefaultSettings);
         }
     });
@@ -48,14 +48,17 @@ void check(FileKind kind, View root, View defaults, Report& report) {
 
 }  // namespace
 
-std::vector<Finding> lint(std::string_view text, const Choices& choices) {
-    const json::LocatedDocument document(text);
+Source::Source(std::string_view text)
+    : document_(text), kind_(document_.valid() ? kindOf(document_.root()) : FileKind::Unknown) {}
+
+std::vector<Finding> lint(const Source& source, const Choices& choices) {
+    const json::LocatedDocument& document = source.document();
     Report report(document);
     if (const auto failure = document.failure()) {
         report.addAt(Rule::NotJson, failure->position, failure->position, failure->text);
     } else {
-        const json::Document defaults(choices.defaults);
-        check(kindOf(document.root()), document.root(), defaults.root(), report);
+        const View defaults = choices.defaults == nullptr ? View() : choices.defaults->document().root();
+        check(source.kind(), document.root(), defaults, report);
     }
     std::vector<Finding> findings = report.take();
     const auto isUnwanted = [&](const Finding& finding) {
@@ -65,9 +68,6 @@ std::vector<Finding> lint(std::string_view text, const Choices& choices) {
     return findings;
 }
 
-FileKind kindOfText(std::string_view text) {
-    const json::Document document(text);
-    return document.valid() ? kindOf(document.root()) : FileKind::Unknown;
-}
+bool areDefaults(FileKind kind) { return kind == FileKind::Defaults || kind == FileKind::Actions; }
 
 }  // namespace zelutil::lint

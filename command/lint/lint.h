@@ -7,24 +7,41 @@
 
 #include "command/lint/file_kind.h"
 #include "command/lint/report.h"
+#include "json/located_document.h"
 
 /// Checks the files of the library. What a file means is computed by the library's own readers, and where something
 /// stands by its own parser.
 namespace zelutil::lint {
 
+/// A text of a file, parsed once for all questions about it. The text itself must stay.
+class Source {
+public:
+    explicit Source(std::string_view text);
+
+    const json::LocatedDocument& document() const { return document_; }
+
+    /// `Unknown` also for a text that is no JSON.
+    FileKind kind() const { return kind_; }
+
+private:
+    json::LocatedDocument document_;
+    FileKind kind_;
+};
+
 struct Choices {
-    /// Holds the text of the defaults against which a user's file is checked; nothing of them is reported. Without it
-    /// only the form of such a file is checked.
-    std::string_view defaults;
+    /// The defaults against which a user's file is checked; nothing of them is reported. Without them only the form of
+    /// such a file is checked.
+    const Source* defaults = nullptr;
     /// Holds the rules that are wanted; all where it is empty.
     std::set<Rule> rules;
 };
 
 /// Returns what is wrong with a text, in its order.
-std::vector<Finding> lint(std::string_view text, const Choices& choices = {});
+std::vector<Finding> lint(const Source& source, const Choices& choices = {});
 
-/// Returns the kind of a text; `Unknown` also for one that is no JSON.
-FileKind kindOfText(std::string_view text);
+/// Returns whether a user's file can be checked against these defaults: actions have theirs in a file of their own,
+/// too.
+bool areDefaults(FileKind kind);
 
 }  // namespace zelutil::lint
 

@@ -6,6 +6,11 @@
 
 namespace zelutil::lint {
 
+/// Returns whether a section says that it belongs to the actions.
+inline bool isOfActions(json::View section) {
+    return prefs::SubManagerType{prefs::subManagerNumber(section)} == prefs::SubManagerType::Actions;
+}
+
 /// Reports what is wrong with the form of a preference file above its sections, and calls `check` with every element
 /// that has to be a section and is an object.
 template <typename Check>

@@ -31,9 +31,6 @@ const ObjectForm& sectionForm() {
     return kForm;
 }
 
-/// Without the defaults a section's own number tells what it holds.
-bool isOfActions(View section) { return prefs::subManagerNumber(section) == 100; }
-
 void checkEntries(View entries, Report& report) {
     checkType(entries, prefs::kOverriddenSettings, Type::Array, report);
     for (const View element : entries.elements()) {
@@ -189,6 +186,7 @@ void checkAlone(View section, Report& report) {
     if (!entries) {
         return;
     }
+    // Without the defaults a section's own number tells what it holds.
     if (isOfActions(section)) {
         checkUserActions(entries, View(), report);
     } else {

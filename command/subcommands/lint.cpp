@@ -18,26 +18,36 @@ using lint::CheckedFile;
 struct Choices {
     std::vector<std::string> files;
     std::vector<std::string> rules;
+    bool namesDefaults = false;
     std::string defaults;
     std::string format = "text";
 };
 
+/// A file and its text, parsed.
 struct ReadFile {
+    ReadFile(std::string name, std::string bytes) : path(std::move(name)), text(std::move(bytes)), source(text) {}
+    ReadFile(const ReadFile&) = delete;
+    ReadFile& operator=(const ReadFile&) = delete;
+
     std::string path;
     std::string text;
+    lint::Source source;
 };
 
-std::optional<ReadFile> readFile(const std::string& argument, Output& output) {
+using ReadFiles = std::vector<std::unique_ptr<ReadFile>>;
+
+/// Returns null, and says so, for a file that cannot be read.
+std::unique_ptr<ReadFile> readFile(const std::string& argument, Output& output) {
     const std::filesystem::path path = pathOf(argument);
     std::error_code ignored;
     std::ifstream stream(path, std::ios::binary);
     if (!stream.is_open() || std::filesystem::is_directory(path, ignored)) {
         output.fail("The file \"" + textOf(path) + "\" could not be read.",
                     "See whether it is there, is a file and may be read.");
-        return std::nullopt;
+        return nullptr;
     }
     std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    return ReadFile{textOf(path), std::move(text)};
+    return std::make_unique<ReadFile>(textOf(path), std::move(text));
 }
 
 std::set<lint::Rule> rulesOf(const std::vector<std::string>& numbers) {
@@ -57,14 +67,33 @@ std::set<lint::Rule> rulesOf(const std::vector<std::string>& numbers) {
     return rules;
 }
 
-/// Returns the defaults: those that are named, or the first among the files.
-std::string defaultsAmong(const std::vector<ReadFile>& files) {
-    for (const ReadFile& file : files) {
-        if (lint::kindOfText(file.text) == lint::FileKind::Defaults) {
-            return file.text;
+/// Returns the first defaults among the files.
+const lint::Source* defaultsAmong(const ReadFiles& files) {
+    for (const auto& file : files) {
+        if (file->source.kind() == lint::FileKind::Defaults) {
+            return &file->source;
         }
     }
-    return {};
+    return nullptr;
+}
+
+/// Returns whether the file that is named as the defaults can be used so. Against any other a user's file would look
+/// as if all of it were wrong, or as if nothing were.
+bool areUsable(const ReadFile& defaults, Output& output) {
+    if (const auto failure = defaults.source.document().failure()) {
+        output.fail("The defaults \"" + defaults.path + "\" are no JSON (line " +
+                        std::to_string(failure->position.line) + ", column " +
+                        std::to_string(failure->position.column) + "): " + failure->text,
+                    "Correct the file at that place, or name the file that the product ships.");
+        return false;
+    }
+    if (!lint::areDefaults(defaults.source.kind())) {
+        output.fail(
+            "The file \"" + defaults.path + "\" holds no defaults, but " + lint::nameOf(defaults.source.kind()) + '.',
+            "Name the file that the product ships: --defaults FILE.");
+        return false;
+    }
+    return true;
 }
 
 Finding shownFinding(const std::string& path, const lint::Finding& finding) {
@@ -106,44 +135,19 @@ void printSarif(const std::vector<CheckedFile>& files, Output& output) {
     output.printInstead(text ? *text + '\n' : "");
 }
 
-void tellUnchecked(const ReadFile& file, const std::string& defaults, Output& output) {
-    const lint::FileKind kind = lint::kindOfText(file.text);
-    if (defaults.empty() && (kind == lint::FileKind::User || kind == lint::FileKind::UserActions)) {
+void tellUnchecked(const ReadFile& file, const lint::Source* defaults, Output& output) {
+    const lint::FileKind kind = file.source.kind();
+    if (defaults == nullptr && (kind == lint::FileKind::User || kind == lint::FileKind::UserActions)) {
         output.add({Severity::Note, "Only the form of the file was checked, because no defaults are named.",
                     "Name them too: --defaults FILE.", Place{file.path, std::nullopt, std::nullopt}});
     }
 }
 
-std::optional<std::string> textOfDefaults(const Choices& choices, const std::vector<ReadFile>& files, Output& output) {
-    if (choices.defaults.empty()) {
-        return defaultsAmong(files);
-    }
-    const auto file = readFile(choices.defaults, output);
-    return file ? std::optional<std::string>(file->text) : std::nullopt;
-}
-
-void check(const Choices& choices, Output& output) {
-    if (choices.format != "text" && choices.format != "json" && choices.format != "sarif") {
-        throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
-    }
-    const std::set<lint::Rule> rules = rulesOf(choices.rules);
-    if (choices.format == "json") {
-        output.useJson();
-    }
-    std::vector<ReadFile> files;
-    for (const std::string& argument : choices.files) {
-        if (auto file = readFile(argument, output)) {
-            files.push_back(*std::move(file));
-        }
-    }
-    const auto defaults = textOfDefaults(choices, files, output);
-    if (!defaults) {
-        return;
-    }
+void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const Choices& choices, Output& output) {
     std::vector<CheckedFile> checked;
-    for (const ReadFile& file : files) {
-        checked.push_back({file.path, lint::lint(file.text, {*defaults, rules})});
-        tellUnchecked(file, *defaults, output);
+    for (const auto& file : files) {
+        checked.push_back({file->path, lint::lint(file->source, {defaults, rulesOf(choices.rules)})});
+        tellUnchecked(*file, defaults, output);
     }
     print(checked, output);
     if (choices.format == "sarif") {
@@ -151,14 +155,43 @@ void check(const Choices& choices, Output& output) {
     }
 }
 
+/// Throws for a value that an option does not have.
+void checkChoices(const Choices& choices) {
+    if (choices.format != "text" && choices.format != "json" && choices.format != "sarif") {
+        throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
+    }
+    rulesOf(choices.rules);
+}
+
+void check(const Choices& choices, Output& output) {
+    checkChoices(choices);
+    if (choices.format == "json") {
+        output.useJson();
+    }
+    ReadFiles files;
+    for (const std::string& argument : choices.files) {
+        if (auto file = readFile(argument, output)) {
+            files.push_back(std::move(file));
+        }
+    }
+    const auto named = choices.namesDefaults ? readFile(choices.defaults, output) : nullptr;
+    const bool lacksDefaults = choices.namesDefaults && (named == nullptr || !areUsable(*named, output));
+    if (!lacksDefaults) {
+        checkAgainst(named != nullptr ? &named->source : defaultsAmong(files), files, choices, output);
+    }
+}
+
 Work declare(CLI::App& arguments) {
     const auto choices = std::make_shared<Choices>();
     addTexts(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
-    addText(arguments, "--defaults", choices->defaults,
-            "The defaults for user's files; else the first ones among the files");
+    const CLI::Option* const defaults = addText(arguments, "--defaults", choices->defaults,
+                                                "The defaults for user's files; else the first ones among the files");
     addTexts(arguments, "--rule", choices->rules, "Tell of this rule only, as ZU003; may be repeated");
     addText(arguments, "--format", choices->format, "text, json or sarif (SARIF 2.1.0)");
-    return [choices](Output& output) { check(*choices, output); };
+    return [choices, defaults](Output& output) {
+        choices->namesDefaults = defaults->count() > 0;
+        check(*choices, output);
+    };
 }
 
 }  // namespace

@@ -74,6 +74,44 @@ TEST_F(LintCommand, RulesCanBeChosen) {
     EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--rule", "ZU001", "--rule", "zu018"}).exitCode, 1);
 }
 
+TEST_F(LintCommand, AnOptionTakesOneValueAndLeavesTheFilesBehindIt) {
+    const ChildResult result = lint({"--rule", "ZU018", "user.cfg", "defaults.cfg"});
+    EXPECT_EQ(result.exitCode, 1) << result.err;
+    EXPECT_NE(result.out.find("user.cfg:2:7: "), std::string::npos) << result.out;
+}
+
+struct BadDefaults {
+    const char* text;
+    const char* said;
+};
+
+TEST_F(LintCommand, DefaultsThatAreNoneCanNotBeCheckedAgainst) {
+    const BadDefaults rows[] = {
+        {"{\"meta\": [],}", "The defaults \"bad.cfg\" are no JSON (line 1, column 13): "},
+        {"", "The defaults \"bad.cfg\" are no JSON (line 1, column 1): "},
+        {kUser, "The file \"bad.cfg\" holds no defaults, but user's preferences."},
+        {R"({"meta": [{"header": "N", "facets": []}]})", "holds no defaults, but facets."},
+        {R"({"a": 1})", "holds no defaults, but nothing that is read."},
+    };
+    for (const BadDefaults& row : rows) {
+        write("bad.cfg", row.text);
+        const ChildResult result = lint({"user.cfg", "--defaults", "bad.cfg"});
+        EXPECT_EQ(result.exitCode, 3) << row.text;
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find(row.said), std::string::npos) << result.err;
+    }
+    EXPECT_EQ(lint({"user.cfg", "--defaults", ""}).exitCode, 3);
+}
+
+TEST_F(LintCommand, EveryFileThatCannotBeReadIsToldAndTheOthersAreChecked) {
+    const ChildResult result = lint({"a.cfg", "user.cfg", "defaults.cfg", "b.cfg"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.out.find("user.cfg:2:7: "), std::string::npos) << result.out;
+    EXPECT_EQ(result.err,
+              "zelutil: error: The file \"a.cfg\" could not be read. The file \"b.cfg\" could not be read.\n"
+              "    See whether it is there, is a file and may be read.\n");
+}
+
 TEST_F(LintCommand, WrongUsageAndWhatCannotBeReadHaveExitCodesOfTheirOwn) {
     EXPECT_EQ(lint({}).exitCode, 2);
     EXPECT_EQ(lint({"defaults.cfg", "--rule", "ZU999"}).exitCode, 2);

@@ -87,12 +87,9 @@ TEST(LintExamples, TheBadOneGivesItsRuleAloneAndTheGoodOneNothing) {
 TEST(LintExamples, RulesCanBeChosen) {
     const Document document = readDocument();
     for (const Described& rule : document.rules) {
-        Choices choices;
-        choices.defaults = document.defaults;
-        choices.rules = {*ruleOf(rule.number)};
-        EXPECT_FALSE(lint(rule.bad, choices).empty()) << rule.number;
-        choices.rules = {*ruleOf(rule.number == "ZU001" ? "zu002" : "zu001")};
-        EXPECT_TRUE(lint(rule.bad, choices).empty()) << rule.number;
+        const Rule other = *ruleOf(rule.number == "ZU001" ? "zu002" : "zu001");
+        EXPECT_FALSE(check(rule.bad, document.defaults, {*ruleOf(rule.number)}).empty()) << rule.number;
+        EXPECT_TRUE(check(rule.bad, document.defaults, {other}).empty()) << rule.number;
     }
     EXPECT_FALSE(ruleOf("ZU000").has_value());
     EXPECT_FALSE(ruleOf("ZU1").has_value());

@@ -1,7 +1,9 @@
 #ifndef ZELUTIL_TESTS_COMMAND_LINT_FINDINGS_H
 #define ZELUTIL_TESTS_COMMAND_LINT_FINDINGS_H
 
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "command/lint/lint.h"
@@ -19,11 +21,15 @@ inline std::string told(const std::vector<Finding>& findings) {
     return text;
 }
 
+/// Returns the findings of a text by itself.
+inline std::vector<Finding> lint(const std::string& text) { return lint(Source(text)); }
+
+inline FileKind kindOfText(const std::string& text) { return Source(text).kind(); }
+
 /// Returns the findings of a text that is checked against these defaults; empty ones are none.
-inline std::vector<Finding> check(const std::string& text, const std::string& defaults) {
-    Choices choices;
-    choices.defaults = defaults;
-    return lint(text, choices);
+inline std::vector<Finding> check(const std::string& text, const std::string& defaults, std::set<Rule> rules = {}) {
+    const Source source(defaults);
+    return lint(Source(text), {defaults.empty() ? nullptr : &source, std::move(rules)});
 }
 
 /// Returns a shipped file of an example, such as "product".
