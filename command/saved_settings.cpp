@@ -26,12 +26,6 @@ std::vector<Change> changesSince(const std::vector<SettingInfo>& before) {
     return changes;
 }
 
-/// A text that names no file is shown as it stands.
-std::string fileText(const std::string& path) {
-    const std::string native = nativeText(path);
-    return native.empty() ? path : native;
-}
-
 void tellChanges(const std::vector<Change>& changes, Output& output) {
     for (const auto& [before, now] : changes) {
         const std::string name = output.shown(Role::Name, now.fullName);
@@ -46,12 +40,12 @@ void tellChanges(const std::vector<Change>& changes, Output& output) {
 
 void tellFile(const SaveResult& result, Output& output) {
     const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing had to be saved in";
-    output.line("{} {}", outcome, output.shown(Role::Faint, fileText(result.path)));
+    output.line("{} {}", outcome, output.shown(Role::Faint, nativeOrAsItStands(result.path)));
 }
 
 /// Tells why nothing was saved, or not all.
 void tellFailure(const SaveResult& result, Output& output) {
-    const std::string file = fileText(result.path);
+    const std::string file = nativeOrAsItStands(result.path);
     switch (result.status) {
         case Status::NoDefaults:
             output.fail("Nothing was saved, because there are no shipped defaults.",
@@ -103,7 +97,8 @@ void tellObstacles(const SaveResult& result, Output& output) {
     }
     if (!result.keptCopy.empty()) {
         output.add({Severity::Warning,
-                    "The file that was there could not be read; it is kept as \"" + fileText(result.keptCopy) + "\".",
+                    "The file that was there could not be read; it is kept as \"" +
+                        nativeOrAsItStands(result.keptCopy) + "\".",
                     "Take from it by hand whatever is still wanted.", std::nullopt});
     }
 }
@@ -117,9 +112,9 @@ void writeSave(const std::vector<Change>& changes, const SaveResult& result, Jso
     json.key("save");
     json.beginObject();
     json.member("status", nameOf(result.status));
-    json.member("file", fileText(result.path));
+    json.member("file", nativeOrAsItStands(result.path));
     if (!result.keptCopy.empty()) {
-        json.member("keptCopy", fileText(result.keptCopy));
+        json.member("keptCopy", nativeOrAsItStands(result.keptCopy));
     }
     json.endObject();
 }

@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_COMMAND_TEXT_H
 #define ZELUTIL_COMMAND_TEXT_H
 
+#include <zelutil/file/path.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -21,6 +23,13 @@ std::string textOf(const std::filesystem::path& path);
 
 /// The same for a path of the library, such as `SaveResult::path`.
 std::string nativeText(const std::string& libraryPath);
+
+/// Returns the system's own path for one of the library, without the quotes that a blank puts it into; as it stands
+/// where it names no file.
+std::string nativeOrAsItStands(std::string libraryPath);
+
+/// Returns the text that the library has for a path.
+std::string textOf(const ZelU::File::Path& path);
 
 /// Returns the path that an argument names.
 std::filesystem::path pathOf(const std::string& argument);

@@ -91,12 +91,6 @@ std::string reasonOf(const Candidate& candidate) {
 
 }  // namespace
 
-std::string nativeOrAsItStands(std::string path) {
-    path.erase(std::remove(path.begin(), path.end(), '"'), path.end());
-    const std::string native = nativeText(path);
-    return native.empty() ? path : native;
-}
-
 std::string lineOf(const Candidate& candidate) {
     std::string line = wordsOf(candidate.source).words;
     if (!candidate.variable.empty()) {
@@ -118,13 +112,15 @@ std::string lineOf(const FileState& file) {
         case FileState::Kind::NotSpellable:
             return "The text names no file.";
         case FileState::Kind::Missing:
-            return "It is not there.";
+            return file.writeable ? "It is not there." : "It is not there, and cannot be made.";
         case FileState::Kind::Directory:
             return "It is a directory.";
         case FileState::Kind::TooLarge:
             return "It is too large to be read: " + std::to_string(file.size) + " bytes.";
         case FileState::Kind::Unreadable:
-            return "It cannot be read.";
+            return file.shutDirectory.empty()
+                       ? "It cannot be read."
+                       : "It is out of reach: \"" + file.shutDirectory + "\" may not be entered.";
         case FileState::Kind::Malformed:
         case FileState::Kind::Fine:
             break;

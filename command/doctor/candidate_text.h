@@ -8,10 +8,6 @@
 /// The words for what the searches looked at.
 namespace zelutil::command {
 
-/// Returns the system's own path for one of the library, without the quotes that a blank puts it into; as it stands
-/// where it names no file.
-std::string nativeOrAsItStands(std::string path);
-
 /// Returns a line for people: where the candidate comes from, its path, and why it was taken or refused.
 std::string lineOf(const text::Candidate& candidate);
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "command/doctor/file_state.h"
+#include "command/text.h"
 #include "common_library/common_library.h"
 #include "facet/facet_groups.h"
 #include "file/hierarchy_root.h"
@@ -20,8 +21,6 @@ namespace {
 
 using text::SearchTrace;
 using ZelU::File::Path;
-
-std::string textOf(const Path& path) { return static_cast<const char*>(path); }
 
 SearchStep commonLibraryStep() {
     SearchTrace trace;

@@ -34,7 +34,11 @@ struct FileState {
 
     Kind kind = Kind::NoPath;
     std::int64_t size = 0;
+    /// Whether the file can be written, and one that is missing can be made.
     bool writeable = true;
+    /// The directory, the system's own, that may not be entered, or in which the missing file may not be made; empty
+    /// where there is none.
+    std::string shutDirectory;
     /// Why it is no JSON, with the text there.
     std::optional<Remark> malformed;
     /// The attribute paths that an earlier section has too, where the later one stands.

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "command/system/rights.h"
 #include "command/text.h"
 #include "json/located_document.h"
 #include "platform/files.h"
@@ -73,18 +74,6 @@ void readInto(FileState& state, const std::string& path) {
     }
 }
 
-bool isKeptCopy(const fs::path& name, const fs::path& target) {
-    const platform::NativeText first = platform::keptName(target.native(), 1);
-    const platform::NativeText& text = name.native();
-    if (text.compare(0, first.size(), first) != 0) {
-        return false;
-    }
-    const platform::NativeText number = text.substr(first.size());
-    const auto isDigit = [](auto c) { return c >= '0' && c <= '9'; };
-    return number.empty() ||
-           (number.size() > 1 && number.front() == '.' && std::all_of(number.begin() + 1, number.end(), isDigit));
-}
-
 /// Looks for what saves left beside the file, which may be missing itself.
 void lookBeside(FileState& state, const std::string& path) {
     const fs::path file = platform::nativePathOf(path.c_str());
@@ -94,7 +83,7 @@ void lookBeside(FileState& state, const std::string& path) {
         const fs::path name = entry.path().filename();
         if (platform::isReplacementName(name.native(), target.native())) {
             state.leftovers.push_back(textOf(entry.path()));
-        } else if (isKeptCopy(name, target)) {
+        } else if (platform::isKeptName(name.native(), target.native())) {
             state.keptCopies.push_back(textOf(entry.path()));
         }
     }
@@ -112,6 +101,43 @@ Kind kindOfText(const std::string& path) {
     return platform::namesFile(path.c_str()) ? Kind::Missing : Kind::NotSpellable;
 }
 
+/// Returns whether the system says that something is there; false also where it says nothing.
+bool isThere(const fs::path& path) {
+    std::error_code ignored;
+    return fs::exists(path, ignored);
+}
+
+/// Returns whether something may be there that the system does not tell of.
+bool isHidden(const fs::path& path) {
+    std::error_code ignored;
+    return fs::status(path, ignored).type() == fs::file_type::none;
+}
+
+/// Returns the nearest thing above the file that is there; empty for none.
+fs::path nearestThere(const fs::path& file) {
+    fs::path directory = file.parent_path();
+    while (directory.has_relative_path() && !isThere(directory)) {
+        directory = directory.parent_path();
+    }
+    return directory;
+}
+
+/// Fills in why nothing is there: the way to it may be shut.
+void lookAround(FileState& state, const fs::path& file, FileUse use) {
+    const fs::path nearest = nearestThere(file);
+    if (isHidden(file)) {
+        state.kind = Kind::Unreadable;
+        state.shutDirectory = textOf(nearest);
+        state.writeable = false;
+        return;
+    }
+    std::error_code ignored;
+    if (use == FileUse::Users && fs::is_directory(nearest, ignored) && !mayWrite(nearest)) {
+        state.shutDirectory = textOf(nearest);
+        state.writeable = false;
+    }
+}
+
 }  // namespace
 
 FileState stateOfFile(const std::string& path, FileUse use) {
@@ -123,11 +149,13 @@ FileState stateOfFile(const std::string& path, FileUse use) {
     if (use == FileUse::Users) {
         lookBeside(state, path);
     }
+    const fs::path file = platform::nativePathOf(path.c_str());
     const auto status = platform::fileStatus(path.c_str());
     if (!status) {
+        lookAround(state, file, use);
         return state;
     }
-    state.writeable = status->ownerWrite;
+    state.writeable = status->ownerWrite && (status->directory || mayWrite(file));
     if (status->directory) {
         state.kind = Kind::Directory;
         return state;
@@ -143,11 +171,8 @@ FileState stateOfFile(const std::string& path, FileUse use) {
 
 std::string blockerOf(const std::string& path) {
     std::error_code ignored;
-    fs::path directory = platform::nativePathOf(path.c_str()).parent_path();
-    while (directory.has_relative_path() && !fs::exists(directory, ignored)) {
-        directory = directory.parent_path();
-    }
-    return directory.empty() || fs::is_directory(directory, ignored) ? std::string() : textOf(directory);
+    const fs::path nearest = nearestThere(platform::nativePathOf(path.c_str()));
+    return nearest.empty() || fs::is_directory(nearest, ignored) ? std::string() : textOf(nearest);
 }
 
 }  // namespace zelutil::command

@@ -32,8 +32,6 @@ bool isSameDirectory(const std::string& one, const std::string& other) {
            fs::equivalent(platform::nativePathOf(one.c_str()), platform::nativePathOf(other.c_str()), ignored);
 }
 
-std::string textOf(const Path& path) { return static_cast<const char*>(path); }
-
 /// Returns the installation that a file or directory lies in; empty for none.
 std::string installationAround(const std::string& text) {
     for (Path directory(text); !directory.Empty(); directory = directory.Parent()) {
@@ -240,7 +238,7 @@ private:
             case FileState::Kind::TooLarge:
                 return addAbout(Kind::TooLarge, step, "is larger than 64 MiB, so it is not read.", "Make it smaller.");
             case FileState::Kind::Unreadable:
-                return addAbout(Kind::Unreadable, step, "cannot be read.", "Give the user the right to read it.");
+                return addUnreadable(step);
             case FileState::Kind::Malformed:
                 return addMalformed(step);
             case FileState::Kind::Fine:
@@ -266,6 +264,17 @@ private:
                     : "Install the product anew, or put the file there.");
     }
 
+    void addUnreadable(const SearchStep& step) {
+        const std::string& shut = step.file->shutDirectory;
+        if (shut.empty()) {
+            addAbout(Kind::Unreadable, step, "cannot be read.", "Give the user the right to read it.");
+        } else {
+            addAbout(Kind::Unreadable, step,
+                     "is out of reach, because the directory \"" + printable(shut) + "\" may not be entered.",
+                     "Give the user the right to enter that directory.");
+        }
+    }
+
     void addMalformed(const SearchStep& step) {
         addAbout(Kind::NotJson, step, "has no effect. " + printable(step.file->malformed->text),
                  "Correct it at that place.");
@@ -275,7 +284,7 @@ private:
     /// The file that saves write.
     void addWriting(const SearchStep& step) {
         const FileState& state = *step.file;
-        if (!state.writeable && state.kind != FileState::Kind::Directory) {
+        if (!state.writeable && state.shutDirectory.empty() && state.kind != FileState::Kind::Directory) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
         }
@@ -288,6 +297,12 @@ private:
         if (!blocker.empty()) {
             addAbout(Kind::Blocked, step, "cannot be written, because \"" + printable(blocker) + "\" is no directory.",
                      "Remove it or give it another name.");
+        }
+        if (state.kind == FileState::Kind::Missing && !state.shutDirectory.empty()) {
+            addAbout(Kind::Blocked, step,
+                     "cannot be made, because nothing may be made in the directory \"" +
+                         printable(state.shutDirectory) + "\".",
+                     "Give the user the right to write into that directory.");
         }
         for (const std::string& copy : state.keptCopies) {
             addBeside(Kind::KeptCopy, step, copy,

@@ -3,6 +3,7 @@
 #include "command/doctor/candidate_text.h"
 #include "command/doctor/diagnosis.h"
 #include "command/subcommands/table.h"
+#include "command/text.h"
 
 namespace zelutil::command {
 namespace {

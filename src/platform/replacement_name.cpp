@@ -95,6 +95,16 @@ NativeText keptName(NativeTextView targetName, std::uint32_t number) {
     return stemOf(targetName, suffix.size()) + native(suffix);
 }
 
+bool isKeptName(NativeTextView name, NativeTextView targetName) {
+    // Where the target's name is cut, how much of it is left depends on the number's length, up to this one.
+    const std::size_t dot = name.rfind(Character('.'));
+    const NativeTextView digits = dot == NativeTextView::npos ? NativeTextView() : name.substr(dot + 1);
+    const bool isNumber = !digits.empty() && digits.size() <= std::to_string(kMaximumKeptNames).size() &&
+                          digits.find_first_not_of(native("0123456789")) == NativeTextView::npos;
+    const auto number = isNumber ? std::stoul(std::string(digits.begin(), digits.end())) : 1;
+    return name == keptName(targetName, static_cast<std::uint32_t>(number));
+}
+
 std::uint32_t nextReplacementCall() {
     static std::atomic<std::uint32_t> calls{0};
     return calls.fetch_add(1, std::memory_order_relaxed);

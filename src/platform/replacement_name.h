@@ -31,6 +31,9 @@ bool isReplacementName(NativeTextView name, NativeTextView targetName);
 /// Returns the name under which a copy is kept, the first choice being number 1: it ends in ".bad", ".bad.2", ".bad.3".
 NativeText keptName(NativeTextView targetName, std::uint32_t number);
 
+/// Returns whether `name` is one under which a copy of `targetName` is kept.
+bool isKeptName(NativeTextView name, NativeTextView targetName);
+
 /// Returns a number that no other call of this process has got.
 std::uint32_t nextReplacementCall();
 

@@ -251,6 +251,15 @@ TEST(ReplacementName, NumbersTheKeptCopiesFromTheSecondOn) {
     EXPECT_EQ(keptName(native("x.cfg"), 1), native("x.cfg.bad"));
     EXPECT_EQ(keptName(native("x.cfg"), 2), native("x.cfg.bad.2"));
     EXPECT_EQ(keptName(native("x.cfg"), 10'000), native("x.cfg.bad.10000"));
+    const auto isOurs = [](std::string_view name) { return isKeptName(native(name), native("x.cfg")); };
+    for (const char* const name : {"x.cfg.bad", "x.cfg.bad.2", "x.cfg.bad.10000"}) {
+        EXPECT_TRUE(isOurs(name)) << name;
+    }
+    for (const char* const name :
+         {"", "x.cfg", "y.cfg.bad", "x.cfg.bad.", "x.cfg.bad.1", "x.cfg.bad.02", "x.cfg.bad.x", "x.cfg.bad.-2",
+          "x.cfg.bad.4294967298", "x.cfg.bad.99999999999999999999", "x.cfg.2"}) {
+        EXPECT_FALSE(isOurs(name)) << name;
+    }
 }
 
 TEST(ReplacementName, HoldsProcessAndCall) {
@@ -270,6 +279,8 @@ TEST(ReplacementName, OfALongNameIsLegalAndRecognised) {
         EXPECT_EQ(name.size(), std::min<std::size_t>(length + 30, 255)) << length;
         EXPECT_TRUE(isReplacementName(name, target)) << length;
         EXPECT_EQ(keptName(target, 12).size(), std::min<std::size_t>(length + 7, 255)) << length;
+        EXPECT_TRUE(isKeptName(keptName(target, 12), target)) << length;
+        EXPECT_TRUE(isKeptName(keptName(target, 1), target)) << length;
     }
 }
 
