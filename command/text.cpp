@@ -96,6 +96,8 @@ std::string printable(std::string_view text) {
 
 std::string textOf(const std::filesystem::path& path) { return path.u8string(); }
 
+std::string libraryText(const ZelU::File::Path& path) { return static_cast<const char*>(path); }
+
 std::string nativeText(const std::string& libraryPath) { return textOf(host::nativePath(libraryPath)); }
 
 std::string nativeOrAsItStands(std::string libraryPath) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "zelutil/file/path.h"
+
 /// Texts as the command takes and prints them, which is in UTF-8 on every system.
 namespace zelutil::command {
 
@@ -21,7 +23,10 @@ std::string printable(std::string_view text);
 /// Returns the system's own path, as people write it.
 std::string textOf(const std::filesystem::path& path);
 
-/// The same for a path of the library, such as `SaveResult::path`.
+/// Returns the path as the library spells it.
+std::string libraryText(const ZelU::File::Path& path);
+
+/// Returns the system's spelling of a path of the library, such as `SaveResult::path`.
 std::string nativeText(const std::string& libraryPath);
 
 /// Returns the system's own path for one of the library, without the quotes that a blank puts it into; as it stands

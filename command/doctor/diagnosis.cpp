@@ -59,19 +59,19 @@ private:
     void findRoot() {
         SearchTrace trace;
         diagnosis_.hasInstallation = file::locateRoot(root_, trace);
-        (diagnosis_.hasInstallation ? rootResult_ : diagnosis_.standIn) = textOf(root_);
+        (diagnosis_.hasInstallation ? rootResult_ : diagnosis_.standIn) = libraryText(root_);
         diagnosis_.steps.push_back({kRootStep, "Installation", rootResult_, trace.candidates(), std::nullopt});
     }
 
     void findSite() {
         SearchTrace trace;
-        const std::string site = textOf(Path(file::siteText(trace).value_or("")));
+        const std::string site = libraryText(Path(file::siteText(trace).value_or("")));
         diagnosis_.steps.push_back({kSiteStep, "Site directory", site, trace.candidates(), std::nullopt});
     }
 
     void findEnvironment() {
         SearchTrace trace;
-        const std::string directory = textOf(file::locateUserEnvironment(trace));
+        const std::string directory = libraryText(file::locateUserEnvironment(trace));
         diagnosis_.steps.push_back({kEnvironmentStep, "User environment", directory, trace.candidates(), std::nullopt});
     }
 

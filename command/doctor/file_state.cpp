@@ -19,7 +19,6 @@ namespace zelutil::command {
 namespace {
 
 namespace fs = std::filesystem;
-using Kind = FileState::Kind;
 
 constexpr std::size_t kMostShown = 40;
 
@@ -62,11 +61,11 @@ FileState::Remark malformedBy(const json::LocatedDocument& document) {
 void readInto(FileState& state, const std::string& path) {
     const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
     if (!bytes) {
-        state.kind = Kind::Unreadable;
+        state.kind = FileState::Kind::Unreadable;
         return;
     }
     const json::LocatedDocument document(*bytes);
-    state.kind = document.valid() ? Kind::Fine : Kind::Malformed;
+    state.kind = document.valid() ? FileState::Kind::Fine : FileState::Kind::Malformed;
     if (document.valid()) {
         state.repeatedSections = repeatedSectionsIn(document);
     } else {
@@ -91,14 +90,14 @@ void lookBeside(FileState& state, const std::string& path) {
     std::sort(state.keptCopies.begin(), state.keptCopies.end());
 }
 
-Kind kindOfText(const std::string& path) {
+FileState::Kind kindOfText(const std::string& path) {
     if (path.empty()) {
-        return Kind::NoPath;
+        return FileState::Kind::NoPath;
     }
     if (path.front() == '"') {
-        return Kind::InQuotes;
+        return FileState::Kind::InQuotes;
     }
-    return platform::namesFile(path.c_str()) ? Kind::Missing : Kind::NotSpellable;
+    return platform::namesFile(path.c_str()) ? FileState::Kind::Missing : FileState::Kind::NotSpellable;
 }
 
 /// Returns whether the system says that something is there; false also where it says nothing.
@@ -126,7 +125,7 @@ fs::path nearestThere(const fs::path& file) {
 void lookAround(FileState& state, const fs::path& file, FileUse use) {
     const fs::path nearest = nearestThere(file);
     if (isHidden(file)) {
-        state.kind = Kind::Unreadable;
+        state.kind = FileState::Kind::Unreadable;
         state.shutDirectory = textOf(nearest);
         state.writeable = false;
         return;
@@ -143,7 +142,7 @@ void lookAround(FileState& state, const fs::path& file, FileUse use) {
 FileState stateOfFile(const std::string& path, FileUse use) {
     FileState state;
     state.kind = kindOfText(path);
-    if (state.kind != Kind::Missing) {
+    if (state.kind != FileState::Kind::Missing) {
         return state;
     }
     if (use == FileUse::Users) {
@@ -157,12 +156,12 @@ FileState stateOfFile(const std::string& path, FileUse use) {
     }
     state.writeable = status->ownerWrite && (status->directory || mayWrite(file));
     if (status->directory) {
-        state.kind = Kind::Directory;
+        state.kind = FileState::Kind::Directory;
         return state;
     }
     state.size = status->size;
     if (static_cast<std::uint64_t>(status->size) > json::kMaximumTextSize) {
-        state.kind = Kind::TooLarge;
+        state.kind = FileState::Kind::TooLarge;
         return state;
     }
     readInto(state, path);

@@ -36,9 +36,9 @@ bool isSameDirectory(const std::string& one, const std::string& other) {
 std::string installationAround(const std::string& text) {
     for (Path directory(text); !directory.Empty(); directory = directory.Parent()) {
         if (file::isInstallation(directory)) {
-            return textOf(directory);
+            return libraryText(directory);
         }
-        if (textOf(directory.Parent()) == textOf(directory)) {
+        if (libraryText(directory.Parent()) == libraryText(directory)) {
             break;
         }
     }
@@ -120,7 +120,7 @@ private:
         const bool isOfVariable = candidate.source == Candidate::Source::ListEntry && candidate.variable != "PATH";
         if (candidate.verdict == Verdict::Hidden || isOfVariable) {
             // The programs are two levels below the tree.
-            addVariable(candidate.variable, textOf(Path(candidate.seen).Parent().Parent()));
+            addVariable(candidate.variable, libraryText(Path(candidate.seen).Parent().Parent()));
         } else if (candidate.verdict == Verdict::Shadowed && !isSameDirectory(candidate.found, root_)) {
             add(Kind::Shadowed, kRootStep,
                 "The installation " + shown(candidate.found) + " would be found too, but an earlier one is.", "",

@@ -94,7 +94,7 @@ private:
         const auto place = places_.find(holder);
         if (holder != 0 && place != places_.end() && place->second < places_.at(definition.id)) {
             report_.add(Rule::KeyShippedTwice, element.member(kShortcut),
-                        "The shortcut " + quoted(definition.shortcut) + " is that of " + actionText(holder) + " (" +
+                        "The shortcut " + inQuotes(definition.shortcut) + " is that of " + actionText(holder) + " (" +
                             lineOf(holder) + "), in this context or in the one that is linked with it.");
         }
     }

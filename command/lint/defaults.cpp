@@ -13,7 +13,7 @@ namespace {
 using json::View;
 using prefs::VisitedSection;
 
-const ObjectForm& sectionForm() {
+const ObjectForm& definedSectionForm() {
     static const ObjectForm kForm{"a section",
                                   {{prefs::kHeader, Type::Text, Need::Required},
                                    {prefs::kAttribute, Type::Text, Need::Required},
@@ -43,12 +43,12 @@ void checkPair(View section, std::string_view missing, std::string_view there, R
     if (!section.member(missing) && section.member(there)) {
         report.addAtKey(
             Rule::MissingMember, section.member(there), there,
-            "The member " + quoted(missing) + " is missing, without which " + quoted(there) + " is not read.");
+            "The member " + inQuotes(missing) + " is missing, without which " + inQuotes(there) + " is not read.");
     }
 }
 
 void checkSection(View section, Report& report) {
-    if (!checkObject(section, sectionForm(), report)) {
+    if (!checkObject(section, definedSectionForm(), report)) {
         return;
     }
     checkPair(section, prefs::kTclCommand, prefs::kDefaultSettings, report);
@@ -107,7 +107,7 @@ private:
         const auto [first, isNew] = paths_.try_emplace(visited.attributePath, attribute);
         if (!isNew) {
             report_.add(Rule::RepeatedPath, attribute,
-                        "The attribute path " + quoted(visited.attributePath) + " is that of another section (" +
+                        "The attribute path " + inQuotes(visited.attributePath) + " is that of another section (" +
                             report_.lineOf(first->second) + ").");
         }
     }
@@ -131,14 +131,14 @@ private:
         const std::size_t holder = catalogue_.find(definition.fullName)->number;
         if (holder != number) {
             report_.add(Rule::RepeatedSetting, definition.name,
-                        "The setting " + quoted(definition.fullName) + " is defined earlier (" + lineOf(holder) +
+                        "The setting " + inQuotes(definition.fullName) + " is defined earlier (" + lineOf(holder) +
                             "), and the first definition counts.");
             return;
         }
         const std::size_t bareHolder = lendsBareNames ? catalogue_.find(setting.name)->number : number;
         if (bareHolder != number) {
             report_.add(Rule::BareNameTwice, definition.name,
-                        "The bare name " + quoted(setting.name) + " means another section's setting (" +
+                        "The bare name " + inQuotes(setting.name) + " means another section's setting (" +
                             lineOf(bareHolder) + ").",
                         "Give the section \"unique\": false, or the setting another name.");
         }

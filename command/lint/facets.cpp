@@ -25,7 +25,7 @@ void checkRepeated(View name, Places& places, Rule rule, const std::string& what
     if (!isNew) {
         report.add(
             rule, name,
-            what + quoted(text) + " stands twice, and only the first counts (" + report.lineOf(first->second) + ").");
+            what + inQuotes(text) + " stands twice, and only the first counts (" + report.lineOf(first->second) + ").");
     }
 }
 

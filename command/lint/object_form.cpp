@@ -67,13 +67,13 @@ void checkMember(const json::Member& member, json::View object, const ObjectForm
                                     [&](const MemberForm& candidate) { return candidate.key == member.key; });
     if (known == form.members.end()) {
         report.addAtKey(Rule::UnknownMember, member.value, member.key,
-                        "The member " + quoted(member.key) + " means nothing in " + form.what + '.',
+                        "The member " + inQuotes(member.key) + " means nothing in " + form.what + '.',
                         nearestHint(member.key, keysOf(form)));
         return;
     }
     if (!member.value.isSame(object.member(member.key))) {
         report.addAtKey(Rule::RepeatedMember, member.value, member.key,
-                        "The member " + quoted(member.key) + " stands twice, and the first counts (" +
+                        "The member " + inQuotes(member.key) + " stands twice, and the first counts (" +
                             report.lineOf(object.member(member.key)) + ").");
         return;
     }
@@ -84,7 +84,7 @@ void checkMember(const json::Member& member, json::View object, const ObjectForm
 
 void checkType(json::View value, std::string_view key, Type type, Report& report) {
     if (value && !isOfType(value, type)) {
-        report.add(Rule::WrongType, value, quoted(key) + " must be " + nameOf(type) + '.');
+        report.add(Rule::WrongType, value, inQuotes(key) + " must be " + nameOf(type) + '.');
     }
 }
 
@@ -100,7 +100,7 @@ bool checkObject(json::View value, const ObjectForm& form, Report& report) {
         if (member.need == Need::Required && !value.member(member.key)) {
             report.add(
                 Rule::MissingMember, value,
-                "The member " + quoted(member.key) + " is missing, without which " + form.what + " is not read.");
+                "The member " + inQuotes(member.key) + " is missing, without which " + form.what + " is not read.");
         }
     }
     return true;

@@ -54,6 +54,6 @@ std::string nearestHint(std::string_view wanted, const std::vector<std::string>&
     return command::questionAbout(command::nearestNames(wanted, known));
 }
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string inQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 }  // namespace zelutil::lint

@@ -49,7 +49,7 @@ private:
 std::string nearestHint(std::string_view wanted, const std::vector<std::string>& known);
 
 /// Returns the text in quotation marks.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 }  // namespace zelutil::lint
 

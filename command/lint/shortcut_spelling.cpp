@@ -23,7 +23,7 @@ void addKey(std::string_view token, std::vector<SpellingChoice>& choices) {
     if (isLetter) {
         choices.push_back({"letters", token[0] == ascii::lowerCase(token[0]) ? "lower case" : "capitals"});
     } else if (token.size() > 1) {
-        choices.push_back({"the key " + keyNamed(token), quoted(token)});
+        choices.push_back({"the key " + keyNamed(token), inQuotes(token)});
     }
 }
 
@@ -69,7 +69,7 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
     std::vector<std::string> modifiers;
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
         modifiers.push_back(modifierMeant(tokens[i]));
-        choices.push_back({"the modifier " + modifiers.back(), quoted(tokens[i])});
+        choices.push_back({"the modifier " + modifiers.back(), inQuotes(tokens[i])});
     }
     addKey(tokens.back(), choices);
     addOrder(modifiers, choices);

@@ -20,7 +20,7 @@ using prefs::VisitedSection;
 /// Looking for a near name takes long among many, so that only so many findings have one.
 constexpr std::size_t kMostHints = 100;
 
-const ObjectForm& sectionForm() {
+const ObjectForm& userSectionForm() {
     static const ObjectForm kForm{"a section",
                                   {{prefs::kHeader, Type::Text, Need::Required},
                                    {prefs::kAttribute, Type::Text, Need::Required},
@@ -98,12 +98,12 @@ private:
             case EntryFinding::Kind::UnknownSection:
                 report_.add(
                     Rule::UnknownSection, place.member(prefs::kAttribute),
-                    "The defaults have no section " + quoted(finding.section) + ", so its entries mean nothing.",
+                    "The defaults have no section " + inQuotes(finding.section) + ", so its entries mean nothing.",
                     names_.hintForSection(finding.section));
                 return;
             case EntryFinding::Kind::UnknownName:
                 report_.addAtKey(Rule::UnknownSetting, place, finding.name,
-                                 "No setting has the name " + quoted(finding.name) + '.',
+                                 "No setting has the name " + inQuotes(finding.name) + '.',
                                  names_.hintForName(finding.name));
                 return;
             case EntryFinding::Kind::AnotherSection:
@@ -120,8 +120,8 @@ private:
     void tellMeant(const EntryFinding& finding, View place) {
         const std::string meant = names_.fullName(catalogue_.findEntry(finding.name, finding.section)->number);
         report_.addAtKey(Rule::AnotherSection, place, finding.name,
-                         "The name " + quoted(finding.name) + " means " + meant + ", not a setting of the section " +
-                             quoted(finding.section) + '.',
+                         "The name " + inQuotes(finding.name) + " means " + meant + ", not a setting of the section " +
+                             inQuotes(finding.section) + '.',
                          "Write the full name, " + finding.section + std::string(prefs::kNameSeparator) + finding.name +
                              ", if that is there.");
     }
@@ -197,14 +197,14 @@ void checkAlone(View section, Report& report) {
 }  // namespace
 
 void checkUser(View root, View defaults, Report& report) {
-    SectionForms(report, [&](View section) { checkObject(section, sectionForm(), report); }).run(root);
+    SectionForms(report, [&](View section) { checkObject(section, userSectionForm(), report); }).run(root);
     std::map<std::string, View> paths;
     prefs::forEachSection(root, [&](const VisitedSection& visited) {
         const View attribute = visited.element.member(prefs::kAttribute);
         const auto [first, isNew] = paths.try_emplace(visited.attributePath, attribute);
         if (!isNew) {
             report.add(Rule::RepeatedPath, attribute,
-                       "The attribute path " + quoted(visited.attributePath) + " is that of another section (" +
+                       "The attribute path " + inQuotes(visited.attributePath) + " is that of another section (" +
                            report.lineOf(first->second) + ").");
         }
         if (!defaults) {

@@ -82,7 +82,7 @@ private:
         const std::string shortcut(value.text().value_or(std::string_view()));
         if (const int holder = catalogue_.shortcutTakenBy(id, shortcut)) {
             report_.add(Rule::RefusedShortcut, value,
-                        "Action " + std::to_string(id) + " does not get " + quoted(shortcut) + ": action " +
+                        "Action " + std::to_string(id) + " does not get " + inQuotes(shortcut) + ": action " +
                             std::to_string(holder) + " has it by then.",
                         "Take it away first: {\"id\": " + std::to_string(holder) + ", \"shortcut\": \"\"}.");
         }

@@ -106,7 +106,7 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
                                  : argumentsFor(*subcommand, typed, output);
 }
 
-Work declare(CLI::App& arguments) {
+Work declareComplete(CLI::App& arguments) {
     const auto words = std::make_shared<Words>();
     addTexts(arguments, "WORD", *words, "The words behind the program's name, the last of which is being typed");
     return [words, &arguments](Output& output) {
@@ -122,7 +122,7 @@ const Subcommand kComplete{"complete",
                            "Print what may stand at the end of a command line",
                            "$ zelutil complete -- get display::",
                            FindingsAre::BesideResult,
-                           declare,
+                           declareComplete,
                            Completes::Files,
                            true};
 

@@ -69,7 +69,7 @@ void examine(Output& output) {
     }
 }
 
-Work declare(CLI::App& /*arguments*/) { return examine; }
+Work declareDoctor(CLI::App& /*arguments*/) { return examine; }
 
 }  // namespace
 
@@ -79,6 +79,6 @@ const Subcommand kDoctor{"doctor", "Say where files are looked for, what is foun
                          "  - the tools directory of the common library: knows none\n"
                          "  + this library's own file \"/opt/product/tools/bin/zelutil\": taken, leads to "
                          "\"/opt/product\"",
-                         FindingsAre::TheResult, declare};
+                         FindingsAre::TheResult, declareDoctor};
 
 }  // namespace zelutil::command

@@ -8,12 +8,12 @@
 namespace zelutil::command {
 namespace {
 
-struct Choices {
+struct GetChoices {
     std::vector<std::string> names;
     bool valueOnly = false;
 };
 
-void get(const Choices& choices, Output& output) {
+void get(const GetChoices& choices, Output& output) {
     const KnownSettings known(output);
     if (!known.areThere()) {
         return;
@@ -29,8 +29,8 @@ void get(const Choices& choices, Output& output) {
     writeSettings(settings, output);
 }
 
-Work declare(CLI::App& arguments) {
-    const auto choices = std::make_shared<Choices>();
+Work declareGet(CLI::App& arguments) {
+    const auto choices = std::make_shared<GetChoices>();
     addTexts(arguments, "NAME", choices->names, "Settings, by bare or full name")->required();
     arguments.add_flag("--value", choices->valueOnly, "Print the values alone, as they stand");
     return [choices](Output& output) { get(*choices, output); };
@@ -43,7 +43,7 @@ const Subcommand kGet{"get",
                       "$ zelutil get grid\n"
                       "display::grids::grid=0.635",
                       FindingsAre::BesideResult,
-                      declare,
+                      declareGet,
                       Completes::Settings};
 
 }  // namespace zelutil::command

@@ -15,7 +15,7 @@ namespace {
 
 using lint::CheckedFile;
 
-struct Choices {
+struct LintChoices {
     std::vector<std::string> files;
     std::vector<std::string> rules;
     bool namesDefaults = false;
@@ -143,7 +143,7 @@ void tellUnchecked(const ReadFile& file, const lint::Source* defaults, Output& o
     }
 }
 
-void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const Choices& choices, Output& output) {
+void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const LintChoices& choices, Output& output) {
     std::vector<CheckedFile> checked;
     for (const auto& file : files) {
         checked.push_back({file->path, lint::lint(file->source, {defaults, rulesOf(choices.rules)})});
@@ -156,14 +156,14 @@ void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const Ch
 }
 
 /// Throws for a value that an option does not have.
-void checkChoices(const Choices& choices) {
+void checkChoices(const LintChoices& choices) {
     if (choices.format != "text" && choices.format != "json" && choices.format != "sarif") {
         throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
     }
     rulesOf(choices.rules);
 }
 
-void check(const Choices& choices, Output& output) {
+void check(const LintChoices& choices, Output& output) {
     checkChoices(choices);
     if (choices.format == "json") {
         output.useJson();
@@ -181,8 +181,8 @@ void check(const Choices& choices, Output& output) {
     }
 }
 
-Work declare(CLI::App& arguments) {
-    const auto choices = std::make_shared<Choices>();
+Work declareLint(CLI::App& arguments) {
+    const auto choices = std::make_shared<LintChoices>();
     addTexts(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
     const CLI::Option* const defaults = addText(arguments, "--defaults", choices->defaults,
                                                 "The defaults for user's files; else the first ones among the files");
@@ -201,6 +201,6 @@ const Subcommand kLint{"lint", "Say what in files does not do what it seems to",
                        "facet_settings.cfg:2:31: warning: ZU028: A facet is numerical only when its type is exactly "
                        "\"Numerical\".\n"
                        "    Did you mean Numerical?",
-                       FindingsAre::TheResult, declare};
+                       FindingsAre::TheResult, declareLint};
 
 }  // namespace zelutil::command

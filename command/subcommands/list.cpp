@@ -11,7 +11,7 @@
 namespace zelutil::command {
 namespace {
 
-struct Choices {
+struct ListChoices {
     std::string pattern;
     std::string section;
     bool changed = false;
@@ -22,7 +22,7 @@ bool isWithin(const std::string& section, const std::string& wanted) {
     return beginsWith(section + "::", wanted + "::");
 }
 
-bool isChosen(const host::SettingInfo& setting, const Choices& choices) {
+bool isChosen(const host::SettingInfo& setting, const ListChoices& choices) {
     return (!choices.changed || setting.setByUser) &&
            (choices.section.empty() || isWithin(setting.section, choices.section)) &&
            (choices.pattern.empty() || matches(choices.pattern, setting.fullName));
@@ -51,14 +51,14 @@ void checkSection(const std::string& wanted, Output& output) {
     }
 }
 
-std::vector<host::SettingInfo> chosen(const KnownSettings& known, const Choices& choices) {
+std::vector<host::SettingInfo> chosen(const KnownSettings& known, const ListChoices& choices) {
     std::vector<host::SettingInfo> settings;
     std::copy_if(known.all().begin(), known.all().end(), std::back_inserter(settings),
                  [&](const auto& setting) { return isChosen(setting, choices); });
     return settings;
 }
 
-void list(const Choices& choices, Output& output) {
+void list(const ListChoices& choices, Output& output) {
     const KnownSettings known(output);
     if (!known.areThere()) {
         return;
@@ -71,8 +71,8 @@ void list(const Choices& choices, Output& output) {
     showSettings(settings, output);
 }
 
-Work declare(CLI::App& arguments) {
-    const auto choices = std::make_shared<Choices>();
+Work declareList(CLI::App& arguments) {
+    const auto choices = std::make_shared<ListChoices>();
     addText(arguments, "PATTERN", choices->pattern,
             "Part of a full name, or a pattern for all of it with * for any text and ? for a character");
     arguments.add_flag("--changed", choices->changed, "List only what the user has set");
@@ -85,6 +85,6 @@ Work declare(CLI::App& arguments) {
 const Subcommand kList{"list", "List settings with their values",
                        "$ zelutil list --section general::locale '*::lang*'\n"
                        "general::locale::language=en",
-                       FindingsAre::BesideResult, declare};
+                       FindingsAre::BesideResult, declareList};
 
 }  // namespace zelutil::command

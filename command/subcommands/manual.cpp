@@ -108,7 +108,7 @@ void writeManual(const CLI::App& app, Output& output) {
     addSurroundings(output);
 }
 
-Work declare(CLI::App& arguments) {
+Work declareManual(CLI::App& arguments) {
     return [&arguments](Output& output) { writeManual(*arguments.get_parent(), output); };
 }
 
@@ -118,7 +118,7 @@ const Subcommand kManual{"manual",
                          "Print the manual page in roff",
                          "$ zelutil manual | man -l -",
                          FindingsAre::BesideResult,
-                         declare,
+                         declareManual,
                          Completes::Files,
                          true};
 

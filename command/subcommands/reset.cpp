@@ -11,7 +11,7 @@
 namespace zelutil::command {
 namespace {
 
-struct Choices {
+struct ResetChoices {
     std::vector<std::string> names;
     bool all = false;
 };
@@ -26,7 +26,7 @@ std::vector<host::SettingInfo> setByUser(const KnownSettings& known) {
     return settings;
 }
 
-void reset(const Choices& choices, Output& output) {
+void reset(const ResetChoices& choices, Output& output) {
     if (choices.all != choices.names.empty()) {
         throw UsageError("A reset takes either names or --all.");
     }
@@ -45,8 +45,8 @@ void reset(const Choices& choices, Output& output) {
     tellSaved(*before, host::reset(names), output);
 }
 
-Work declare(CLI::App& arguments) {
-    const auto choices = std::make_shared<Choices>();
+Work declareReset(CLI::App& arguments) {
+    const auto choices = std::make_shared<ResetChoices>();
     addTexts(arguments, "NAME", choices->names, "Settings, by bare or full name");
     arguments.add_flag("--all", choices->all, "Reset everything that the user has set");
     return [choices](Output& output) { reset(*choices, output); };
@@ -58,7 +58,7 @@ const Subcommand kReset{"reset",
                         "Give settings their shipped defaults again and take them out of the user's file",
                         "$ zelutil reset grid",
                         FindingsAre::BesideResult,
-                        declare,
+                        declareReset,
                         Completes::Settings};
 
 }  // namespace zelutil::command

@@ -65,7 +65,7 @@ void set(const std::vector<std::string>& texts, Output& output) {
     tellSaved(*before, host::save(values), output);
 }
 
-Work declare(CLI::App& arguments) {
+Work declareSet(CLI::App& arguments) {
     const auto assignments = std::make_shared<std::vector<std::string>>();
     addTexts(arguments, "SETTING", *assignments, "Settings, by bare or full name, with their new values")
         ->required()
@@ -79,7 +79,7 @@ const Subcommand kSet{"set",
                       "Give settings values and save them in the user's file",
                       "$ zelutil set grid=0.25 units=mil",
                       FindingsAre::BesideResult,
-                      declare,
+                      declareSet,
                       Completes::Assignments};
 
 }  // namespace zelutil::command
