@@ -22,12 +22,6 @@ KnownShortcuts::KnownShortcuts(command::Output& output) {
     }
 }
 
-const ShortcutRow* KnownShortcuts::find(int id) const {
-    const auto found =
-        std::find_if(rows_.begin(), rows_.end(), [id](const ShortcutRow& row) { return row.action.id == id; });
-    return found == rows_.end() ? nullptr : &*found;
-}
-
 bool KnownShortcuts::hasContext(const std::string& context, command::Output& output) const {
     const std::vector<std::string> contexts = contextsOf(rows_);
     if (std::find(contexts.begin(), contexts.end(), context) != contexts.end()) {
@@ -42,7 +36,7 @@ bool KnownShortcuts::hasContext(const std::string& context, command::Output& out
 }
 
 std::string labelOf(const KnownShortcuts& known, int id) {
-    const ShortcutRow* const row = known.find(id);
+    const ShortcutRow* const row = findRow(known.rows(), id);
     const std::string number = std::to_string(id);
     return row == nullptr || row->action.item.context.empty()
                ? number

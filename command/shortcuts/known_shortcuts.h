@@ -19,9 +19,6 @@ public:
     bool areThere() const { return !rows_.empty(); }
     const std::vector<ShortcutRow>& rows() const { return rows_; }
 
-    /// Returns the row of the action, or null.
-    const ShortcutRow* find(int id) const;
-
     /// Returns whether there is such a context, and tells `output` of one that there is not, with the nearest names.
     bool hasContext(const std::string& context, command::Output& output) const;
 

@@ -80,6 +80,12 @@ std::vector<ShortcutRow> shortcutTable() {
     return rows;
 }
 
+const ShortcutRow* findRow(const std::vector<ShortcutRow>& rows, int id) {
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [id](const ShortcutRow& row) { return row.action.id == id; });
+    return found == rows.end() ? nullptr : &*found;
+}
+
 std::vector<std::string> contextsOf(const std::vector<ShortcutRow>& rows) {
     std::set<std::string> contexts;
     for (const ShortcutRow& row : rows) {

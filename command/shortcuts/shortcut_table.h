@@ -30,6 +30,9 @@ struct ShortcutRow {
 /// `host::actions` says.
 std::vector<ShortcutRow> shortcutTable();
 
+/// Returns the row of the action, or null.
+const ShortcutRow* findRow(const std::vector<ShortcutRow>& rows, int id);
+
 /// Returns the contexts of the rows, each once, in their order. A stand-in for a missing parent has none.
 std::vector<std::string> contextsOf(const std::vector<ShortcutRow>& rows);
 

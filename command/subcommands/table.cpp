@@ -4,7 +4,23 @@ namespace zelutil::command {
 
 const std::vector<const Subcommand*>& subcommands() {
     static const std::vector<const Subcommand*> all{
-        &kDoctor, &kGet, &kLint, &kList, &kDiff, &kSet, &kReset, &kShortcuts, &kSheet, &kComplete, &kManual,
+        // Settings.
+        &kDoctor,
+        &kGet,
+        &kLint,
+        &kList,
+        &kDiff,
+        &kSet,
+        &kReset,
+        // Shortcuts.
+        &kShortcuts,
+        &kSheet,
+        &kWho,
+        &kConflicts,
+        &kFree,
+        // For programs.
+        &kComplete,
+        &kManual,
     };
     return all;
 }

@@ -7,8 +7,10 @@
 
 namespace zelutil::command {
 
+extern const Subcommand kConflicts;
 extern const Subcommand kDiff;
 extern const Subcommand kDoctor;
+extern const Subcommand kFree;
 extern const Subcommand kGet;
 extern const Subcommand kLint;
 extern const Subcommand kList;
@@ -16,6 +18,7 @@ extern const Subcommand kReset;
 extern const Subcommand kSet;
 extern const Subcommand kSheet;
 extern const Subcommand kShortcuts;
+extern const Subcommand kWho;
 
 // These are for programs, and the help leaves them out.
 extern const Subcommand kComplete;

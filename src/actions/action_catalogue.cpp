@@ -7,9 +7,6 @@
 namespace zelutil::actions {
 namespace {
 
-/// The context that `command` falls back to.
-constexpr std::string_view kFallbackContext = "ucpedit";
-
 const std::vector<int> kNoIds;
 
 }  // namespace

@@ -62,7 +62,22 @@ public:
 
         /// The id of the action that is in the way of giving this one the shortcut, whoever is below it; 0 for none.
         int inTheWay(const std::string& wanted) const;
+
+        /// The ids of all of them: there may be one in this context and one in the linked one.
+        std::vector<int> allInTheWay(const std::string& wanted) const;
+
+    private:
+        int inTheWayIn(const Context* names, const std::string& wanted) const;
     };
+
+    /// The action of a family in whose way somebody is, and who that is.
+    struct Conflict {
+        int id = 0;
+        int holder = 0;
+    };
+
+    /// The context that `command` falls back to.
+    static constexpr std::string_view kFallbackContext = "ucpedit";
 
     /// Counts the work of loads and edits, so that tests can tell how it grows.
     struct Work {
@@ -121,6 +136,10 @@ public:
 
     int shortcutTakenBy(int id, const std::string& shortcut) const;
 
+    /// Returns everybody who is in the way of the action or of one below it, of whom `shortcutTakenBy` returns the
+    /// first.
+    std::vector<Conflict> conflicts(int id, const std::string& shortcut) const;
+
     bool updateShortcut(int id, const std::string& shortcut);
     void updateMenu(int id, bool inMenu);
     bool stealShortcut(int id, const std::string& shortcut);
@@ -133,12 +152,6 @@ private:
     class Followers;
     class Refusals;
     class Loading;
-
-    /// The action of a family in whose way somebody is, and who that is.
-    struct Conflict {
-        int id = 0;
-        int holder = 0;
-    };
 
     static std::unique_ptr<Tables> tablesOf(std::string_view defaultsText);
     void replace(std::unique_ptr<Tables> tables, Texts texts);

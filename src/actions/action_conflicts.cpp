@@ -23,20 +23,47 @@
 #include <iterator>
 
 namespace zelutil::actions {
+namespace {
+
+using Action = ActionCatalogue::Action;
+
+/// Calls `visit` with the action and all below it, in the order in which they are asked, until it returns true.
+template <typename Visit>
+void visitFamily(const Action& asker, Visit visit) {
+    std::vector<const Action*> pending;
+    const Action* action = &asker;
+    while (!visit(*action)) {
+        // An action has one parent, so the only one that a circle of parents can lead back to is the first.
+        std::copy_if(action->children.rbegin(), action->children.rend(), std::back_inserter(pending),
+                     [&asker](const Action* child) { return child != &asker; });
+        if (pending.empty()) {
+            return;
+        }
+        action = pending.back();
+        pending.pop_back();
+    }
+}
+
+}  // namespace
 
 /// Kept deliberately: only parent and child share a shortcut. A grandparent in the same context is another action, and
 /// the child between them is refused what its own child may not have. Of two children in one context the first to get
 /// the shortcut is in the way of the second.
+int ActionCatalogue::Action::inTheWayIn(const Context* names, const std::string& wanted) const {
+    const Holder* const holder = names == nullptr ? nullptr : names->holderOf(wanted);
+    const bool own = holder == nullptr || holder->id == id || holder->id == parentId || holder->parentId == id;
+    return own ? 0 : holder->id;
+}
+
 int ActionCatalogue::Action::inTheWay(const std::string& wanted) const {
-    for (const Context* const names :
-         {static_cast<const Context*>(context), static_cast<const Context*>(context->linked)}) {
-        const Holder* const holder = names == nullptr ? nullptr : names->holderOf(wanted);
-        const bool own = holder == nullptr || holder->id == id || holder->id == parentId || holder->parentId == id;
-        if (!own) {
-            return holder->id;
-        }
-    }
-    return 0;
+    const int here = inTheWayIn(context, wanted);
+    return here != 0 ? here : inTheWayIn(context->linked, wanted);
+}
+
+std::vector<int> ActionCatalogue::Action::allInTheWay(const std::string& wanted) const {
+    std::vector<int> all{inTheWayIn(context, wanted), inTheWayIn(context->linked, wanted)};
+    all.erase(std::remove(all.begin(), all.end(), 0), all.end());
+    return all;
 }
 
 std::optional<ActionCatalogue::Conflict> ActionCatalogue::firstConflict(int id, const std::string& shortcut,
@@ -45,22 +72,30 @@ std::optional<ActionCatalogue::Conflict> ActionCatalogue::firstConflict(int id, 
     if (asker == nullptr || shortcut.empty()) {
         return std::nullopt;
     }
-    std::vector<const Action*> pending;
-    const Action* action = asker;
-    while (true) {
+    std::optional<Conflict> first;
+    visitFamily(*asker, [&](const Action& action) {
         ++looks;
-        if (const int holder = action->inTheWay(shortcut)) {
-            return Conflict{action == asker ? id : action->id, holder};
+        if (const int holder = action.inTheWay(shortcut)) {
+            first = Conflict{&action == asker ? id : action.id, holder};
         }
-        // An action has one parent, so the only one that a circle of parents can lead back to is the first.
-        std::copy_if(action->children.rbegin(), action->children.rend(), std::back_inserter(pending),
-                     [asker](const Action* child) { return child != asker; });
-        if (pending.empty()) {
-            return std::nullopt;
-        }
-        action = pending.back();
-        pending.pop_back();
+        return first.has_value();
+    });
+    return first;
+}
+
+std::vector<ActionCatalogue::Conflict> ActionCatalogue::conflicts(int id, const std::string& shortcut) const {
+    const Action* const asker = find(id);
+    std::vector<Conflict> all;
+    if (asker == nullptr || shortcut.empty()) {
+        return all;
     }
+    visitFamily(*asker, [&](const Action& action) {
+        for (const int holder : action.allInTheWay(shortcut)) {
+            all.push_back({&action == asker ? id : action.id, holder});
+        }
+        return false;
+    });
+    return all;
 }
 
 int ActionCatalogue::shortcutTakenBy(int id, const std::string& shortcut) const {

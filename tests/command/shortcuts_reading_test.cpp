@@ -1,4 +1,4 @@
-// The subcommands that show shortcuts: shortcuts.
+// The subcommands that show shortcuts: shortcuts, who, conflicts, free.
 #include <gtest/gtest.h>
 
 #include "command/shortcuts_world.h"
@@ -79,6 +79,134 @@ TEST(Shortcuts, WithoutActionsThereIsNothingToShow) {
     expectRefused(world.run({"shortcuts"}), 1,
                   "warning: The shipped defaults were not read, or have no actions.\n"
                   "    \"zelutil doctor\" says where they were looked for.\n");
+}
+
+TEST(Who, SaysWhatRunsThereByTheFallbackOrNot) {
+    const ShortcutsWorld world;
+    const ChildResult result = world.run({"who", "M", "Home", "o", "--context", "brisk3d"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out,
+              "SHORTCUT  ID  COMMAND   WHY\n"
+              "M         2   move      no action of brisk3d holds it; ucpedit is the fallback; shipped\n"
+              "Home      11  zoom fit  taken over from action 1; action 1 holds it in the linked context\n"
+              "o         -             no action of brisk3d holds it\n");
+    EXPECT_EQ(result.err, "note: \"o\" is another shortcut than \"O\".\n    Shortcuts are compared byte by byte.\n");
+}
+
+TEST(Who, NamesThoseWhoShowAShortcutAndDoNotRun) {
+    const ShortcutsWorld world;
+    expectPrinted(world.run({"who", "M", "--context", "panel"}),
+                  "SHORTCUT  ID  COMMAND  WHY\n"
+                  "M         22  mark     shipped; action 21 shows it and does not run\n");
+    expectPrinted(world.run({"who", "O", "--context", "ucpedit"}),
+                  "SHORTCUT  ID  COMMAND  WHY\n"
+                  "O         -            no action of ucpedit holds it; action 12 holds it in the linked context\n");
+}
+
+TEST(Who, WritesJson) {
+    const ShortcutsWorld world;
+    EXPECT_EQ(world.json({"who", "M", "--context", "panel"}),
+              R"({"zelutil":{"format":1,"command":"who"},"answers":[{"shortcut":"M","context":"panel",)"
+              R"("command":"mark","action":22,"commandWithFallback":"mark","actionWithFallback":22,)"
+              R"("linkedHolder":0,"shownBy":[21],"otherSpellings":[],)"
+              R"("why":"shipped; action 21 shows it and does not run"}],"findings":[]})");
+}
+
+TEST(Who, TheContextMustBeNamedAndKnown) {
+    const ShortcutsWorld world;
+    EXPECT_EQ(world.run({"who", "M"}).exitCode, 2);
+    expectRefused(world.run({"who", "M", "--context", "pannel"}), 1,
+                  "error: There is no context \"pannel\".\n    Did you mean panel?\n");
+}
+
+constexpr char kAdvice[] = "    \"zelutil free\" lists shortcuts that are free, and \"zelutil plan\" gives them.\n";
+
+void expectConflicts(const ChildResult& result, const std::string& out) {
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, out + kAdvice);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(Conflicts, OneByInheritanceIsFound) {
+    const ShortcutsWorld world;
+    expectConflicts(world.run({"conflicts"}),
+                    "SHORTCUT  CONTEXT  ID  COMMAND  CONFLICT\n"
+                    "M         panel    21  move     runs 22 instead, taken over from action 2\n"
+                    "warning: There is 1 conflict.\n");
+}
+
+/// Three actions of one context share F1, and two of linked contexts F2.
+constexpr char kCrowded[] = R"({"actions":[
+{"id":1,"context":"c","command":"one","shortcut":"F1"},{"id":2,"context":"c","command":"two","shortcut":"F1"},
+{"id":5,"context":"c","command":"five","shortcut":"F1"},{"id":3,"context":"ucpedit","command":"x","shortcut":"F2"},
+{"id":4,"context":"brisk3d","command":"y","shortcut":"F2"}]})";
+
+TEST(Conflicts, AllAreFoundAndAPairOnce) {
+    const ShortcutsWorld world(kCrowded);
+    expectConflicts(world.run({"conflicts"}),
+                    "SHORTCUT  CONTEXT  ID  COMMAND  CONFLICT\n"
+                    "F2        brisk3d  4   y        also 3 in ucpedit, which is linked\n"
+                    "F1        c        2   two      runs 1 instead\n"
+                    "F1        c        5   five     runs 1 instead\n"
+                    "warning: There are 3 conflicts.\n");
+    expectConflicts(world.run({"conflicts", "--context", "ucpedit"}),
+                    "SHORTCUT  CONTEXT  ID  COMMAND  CONFLICT\n"
+                    "F2        brisk3d  4   y        also 3 in ucpedit, which is linked\n"
+                    "warning: There is 1 conflict.\n");
+}
+
+/// The shortcut leaves with the action that was bound to it, whoever else shows it.
+TEST(Conflicts, AShortcutThatIsShownAndHeldByNobodyIsFound) {
+    const ShortcutsWorld world(kCrowded);
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"})");
+    EXPECT_EQ(world.json({"conflicts", "--context", "c"}),
+              R"({"zelutil":{"format":1,"command":"conflicts"},"conflicts":[)"
+              R"({"kind":"heldByNobody","shortcut":"F1","action":2,"context":"c","inheritedFrom":0,"other":0,)"
+              R"("otherContext":"","otherInheritedFrom":0},)"
+              R"({"kind":"heldByNobody","shortcut":"F1","action":5,"context":"c","inheritedFrom":0,"other":0,)"
+              R"("otherContext":"","otherInheritedFrom":0}],"findings":[{"severity":"warning",)"
+              R"("text":"There are 2 conflicts.","advice":)"
+              R"("\"zelutil free\" lists shortcuts that are free, and \"zelutil plan\" gives them."}]})");
+}
+
+TEST(Conflicts, AnEntryOfTheUserThatWasRefusedIsFound) {
+    const ShortcutsWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
+                               R"({"id":2,"context":"c","command":"b"}]})");
+    expectPrinted(world.run({"conflicts"}), "");
+    world.writeUserActions(R"({"id":2,"shortcut":"F1"})");
+    const ChildResult result = world.run({"conflicts"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out,
+              "warning: Action 2 did not get the shortcut \"F1\": action 1 has it.\n"
+              "    \"zelutil roundtrip\" says more.\n");
+}
+
+TEST(Free, ListsWhatNobodyHoldsThereOrInTheLinkedContext) {
+    const ShortcutsWorld world;
+    expectPrinted(world.run({"free", "--context", "panel", "--modifiers", ""}),
+                  "MODIFIERS  RUN NOW      FREE KEYS\n"
+                  "none       nothing      A B C D E F G H I J K L N O P Q S T U V W X Y Z 0 1 2 3 4 5 6 7 8 9 "
+                  "F1 F2 F3 F4 F5 F6 F7 F8 F9 F10 F11 F12 Ins Del End PgUp PgDown Up Down Left Right Space Tab "
+                  "Return Backspace Esc + -\n"
+                  "none       by fallback  R Home\n");
+    expectPrinted(world.run({"free", "--context", "brisk3d", "--modifiers", ""}),
+                  "MODIFIERS  RUN NOW  FREE KEYS\n"
+                  "none       nothing  A B C D E F G H I J K L N P Q S T U V W X Y Z 0 1 2 3 4 5 6 7 8 9 "
+                  "F1 F2 F3 F4 F5 F6 F7 F8 F9 F10 F11 F12 Ins Del End PgUp PgDown Up Down Left Right Space Tab "
+                  "Return Backspace Esc + -\n");
+}
+
+TEST(Free, AKeyThatIsSpelledOtherwiseIsNotFree) {
+    const ShortcutsWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"shift + ctrl+ a"}]})");
+    const std::string out = world.run({"free", "--context", "c", "--modifiers", "Ctrl+Shift"}).out;
+    EXPECT_NE(out.find("Ctrl+Shift  nothing  B C"), std::string::npos) << out;
+}
+
+TEST(Free, UnknownModifiersAreAWrongCall) {
+    const ShortcutsWorld world;
+    expectRefused(world.run({"free", "--context", "panel", "--modifiers", "Hyper"}), 2,
+                  "zelutil: error: \"Hyper\" is none of the modifiers, as \"Ctrl\" and \"Ctrl+Shift\" are.\n"
+                  "    \"zelutil free --help\" says how it is called.\n");
 }
 
 }  // namespace

@@ -1,0 +1,80 @@
+#include "command/shortcuts/free_keys.h"
+
+#include <zelutil/actions/action_manager.h>
+
+#include <set>
+
+#include "actions/action_catalogue.h"
+#include "command/shortcuts/key_answer.h"
+#include "host/action_obstacles.h"
+
+namespace zelutil::shortcuts {
+namespace {
+
+std::vector<std::string> allKeyNames() {
+    std::vector<std::string> names;
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        names.emplace_back(1, letter);
+    }
+    for (char digit = '0'; digit <= '9'; ++digit) {
+        names.emplace_back(1, digit);
+    }
+    for (int number = 1; number <= 12; ++number) {
+        names.push_back("F" + std::to_string(number));
+    }
+    for (const char* const name : {"Ins", "Del", "Home", "End", "PgUp", "PgDown", "Up", "Down", "Left", "Right",
+                                   "Space", "Tab", "Return", "Backspace", "Esc", "+", "-"}) {
+        names.emplace_back(name);
+    }
+    return names;
+}
+
+/// Returns the shortcuts that are held in the context or in the one linked with it, in one spelling.
+std::set<std::string> spellingsHeldIn(const std::string& context, const std::vector<ShortcutRow>& rows) {
+    const std::string linked = host::linkedContext(context);
+    std::set<std::string> spellings;
+    for (const ShortcutRow& row : rows) {
+        const std::string& other = row.action.item.context;
+        if (row.action.runs && (other == context || other == linked)) {
+            spellings.insert(oneSpelling(row.action.shortcut));
+        }
+    }
+    return spellings;
+}
+
+bool isHeld(const std::string& context, const std::string& shortcut) {
+    const UCPActionManager& manager = UCPActionManager::instance();
+    return manager.getActionIdByShortcut(context, shortcut) != 0 ||
+           manager.getActionIdByShortcut(host::linkedContext(context), shortcut) != 0;
+}
+
+}  // namespace
+
+const std::vector<std::string>& modifierSets() {
+    static const std::vector<std::string> kSets = {"",    "Shift",     "Ctrl",     "Ctrl+Shift",
+                                                   "Alt", "Alt+Shift", "Ctrl+Alt", "Ctrl+Alt+Shift"};
+    return kSets;
+}
+
+const std::vector<std::string>& keyNames() {
+    static const std::vector<std::string> kNames = allKeyNames();
+    return kNames;
+}
+
+std::vector<FreeKey> freeKeys(const std::string& context, const std::vector<ShortcutRow>& rows) {
+    const std::set<std::string> held = spellingsHeldIn(context, rows);
+    const std::string fallback(actions::ActionCatalogue::kFallbackContext);
+    std::vector<FreeKey> keys;
+    for (const std::string& modifiers : modifierSets()) {
+        for (const std::string& name : keyNames()) {
+            const std::string shortcut = modifiers.empty() ? name : modifiers + '+' + name;
+            if (!isHeld(context, shortcut) && held.count(oneSpelling(shortcut)) == 0) {
+                keys.push_back(
+                    {shortcut, modifiers, UCPActionManager::instance().getActionIdByShortcut(fallback, shortcut)});
+            }
+        }
+    }
+    return keys;
+}
+
+}  // namespace zelutil::shortcuts

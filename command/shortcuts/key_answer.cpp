@@ -1,0 +1,105 @@
+#include "command/shortcuts/key_answer.h"
+
+#include <zelutil/actions/action_manager.h>
+
+#include <set>
+
+#include "actions/action_catalogue.h"
+#include "command/shortcut_keys.h"
+#include "host/action_obstacles.h"
+
+namespace zelutil::shortcuts {
+namespace {
+
+std::string whereItRuns(const KeyAnswer& answer) {
+    if (answer.action != 0) {
+        return answer.context;
+    }
+    return std::string(actions::ActionCatalogue::kFallbackContext);
+}
+
+std::string joinedParts(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts) {
+        text += (text.empty() ? "" : "; ") + part;
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string oneSpelling(const std::string& shortcut) {
+    const std::vector<std::string_view> tokens = command::tokensOf(shortcut);
+    std::set<std::string> modifiers;
+    for (std::size_t place = 0; place + 1 < tokens.size(); ++place) {
+        const std::string_view modifier = command::modifierNamed(tokens[place]);
+        modifiers.insert(modifier.empty() ? command::keyNamed(tokens[place]) : std::string(modifier));
+    }
+    std::string spelled;
+    for (const std::string& modifier : modifiers) {
+        spelled += modifier + '+';
+    }
+    return tokens.empty() ? spelled : spelled + command::keyNamed(tokens.back());
+}
+
+KeyAnswer answerOf(const std::string& shortcut, const std::string& context, const std::vector<ShortcutRow>& rows) {
+    const UCPActionManager& manager = UCPActionManager::instance();
+    KeyAnswer answer;
+    answer.shortcut = shortcut;
+    answer.context = context;
+    answer.command = manager.getCommand(context, shortcut, false);
+    answer.action = manager.getActionIdByShortcut(context, shortcut);
+    answer.commandWithFallback = manager.getCommand(context, shortcut, true);
+    if (!answer.commandWithFallback.empty()) {
+        answer.actionWithFallback = manager.getActionIdByShortcut(whereItRuns(answer), shortcut);
+    }
+    const std::string linked = host::linkedContext(context);
+    answer.linkedHolder = linked == context ? 0 : manager.getActionIdByShortcut(linked, shortcut);
+    for (const ShortcutRow& row : rows) {
+        if (row.action.item.context != context || row.action.shortcut.empty()) {
+            continue;
+        }
+        if (row.action.shortcut == shortcut && row.action.id != answer.action) {
+            answer.shownBy.push_back(row.action.id);
+        } else if (row.action.shortcut != shortcut && oneSpelling(row.action.shortcut) == oneSpelling(shortcut)) {
+            answer.otherSpellings.push_back(row.action.shortcut);
+        }
+    }
+    return answer;
+}
+
+std::string whyOf(const KeyAnswer& answer, const std::vector<ShortcutRow>& rows) {
+    std::vector<std::string> parts;
+    const ShortcutRow* const row = findRow(rows, answer.actionWithFallback);
+    if (answer.action == 0) {
+        parts.push_back("no action of " + answer.context + " holds it");
+        if (row != nullptr) {
+            parts.push_back(whereItRuns(answer) + " is the fallback");
+        }
+    }
+    if (row != nullptr) {
+        parts.push_back(row->action.shortcut == answer.shortcut ? row->why
+                                                                : "held from before the action took over another one");
+    }
+    if (answer.linkedHolder != 0 && answer.linkedHolder != answer.actionWithFallback) {
+        parts.push_back("action " + std::to_string(answer.linkedHolder) + " holds it in the linked context");
+    }
+    for (const int id : answer.shownBy) {
+        parts.push_back("action " + std::to_string(id) + " shows it and does not run");
+    }
+    return joinedParts(parts);
+}
+
+void writeAnswer(command::JsonWriter& json, const KeyAnswer& answer) {
+    json.member("shortcut", answer.shortcut);
+    json.member("context", answer.context);
+    json.member("command", answer.command);
+    json.member("action", answer.action);
+    json.member("commandWithFallback", answer.commandWithFallback);
+    json.member("actionWithFallback", answer.actionWithFallback);
+    json.member("linkedHolder", answer.linkedHolder);
+    json.list("shownBy", answer.shownBy, [&](int id) { json.integer(id); });
+    json.list("otherSpellings", answer.otherSpellings, [&](const std::string& text) { json.text(text); });
+}
+
+}  // namespace zelutil::shortcuts
