@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <set>
+#include <tuple>
 #include <unordered_set>
 #include <utility>
 
@@ -67,6 +67,37 @@ bool changes(const ActionCatalogue& catalogue, int id, const std::string& shortc
     return catalogue.find(id)->boundTo() != shortcut && catalogue.shortcutTakenBy(id, shortcut) == 0;
 }
 
+/// Holds the entries whose states are still to be left, in the order in which that is done.
+class OpenStates {
+public:
+    bool empty() const { return byLoss_.empty(); }
+
+    void add(ActionEntries entries, std::size_t lost) {
+        const std::size_t place = entries_.size();
+        byLoss_.emplace(lost, entries.size(), place);
+        byLength_.emplace(entries.size(), lost, place);
+        entries_.push_back(std::move(entries));
+    }
+
+    /// Takes the entries out that lose least, and each fourth time the fewest: where many states lose little, a way of
+    /// two entries past a state that loses much would never have its turn.
+    ActionEntries take() {
+        const bool byLength = ++taken_ % 4 == 0;
+        const auto [first, second, place] = byLength ? *byLength_.begin() : *byLoss_.begin();
+        byLength_.erase(byLength ? Place(first, second, place) : Place(second, first, place));
+        byLoss_.erase(byLength ? Place(second, first, place) : Place(first, second, place));
+        return std::move(entries_[place]);
+    }
+
+private:
+    using Place = std::tuple<std::size_t, std::size_t, std::size_t>;
+
+    std::vector<ActionEntries> entries_;
+    std::set<Place> byLoss_;
+    std::set<Place> byLength_;
+    std::size_t taken_ = 0;
+};
+
 }  // namespace
 
 ActionSearch::ActionSearch(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group)
@@ -98,8 +129,7 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
     std::unordered_set<std::string> seen;
-    // The states that lose least come first, and of these the ones of few entries.
-    std::multimap<std::pair<std::size_t, std::size_t>, ActionEntries> open;
+    OpenStates open;
     const auto visit = [&](ActionEntries entries) {
         std::string key;
         --loads;
@@ -115,15 +145,13 @@ std::optional<ActionEntries> ActionSearch::best(const Score& score, std::size_t 
             atMost = lost;
             best = entries;
         }
-        const std::pair place(lost, entries.size());
-        open.emplace(place, std::move(entries));
+        open.add(std::move(entries), lost);
     };
     if (loads > 0) {
         visit({});
     }
     while (!open.empty() && loads > steps_.size() && atMost > 0) {
-        const ActionEntries entries = std::move(open.begin()->second);
-        open.erase(open.begin());
+        const ActionEntries entries = open.take();
         ActionEntries next;
         --loads;
         catalogue.loadAndEdit(text_, [&](ActionCatalogue& loading) {

@@ -14,7 +14,7 @@ namespace zelutil::host {
 /// Measures how bad a state is; 0 where all actions are as they should be.
 using Score = std::function<std::size_t(const ActionState& loaded)>;
 
-/// Goes through the states to which entries for one small group can lead, those first that lose least.
+/// Goes through the states to which entries for one small group can lead, mostly those first that lose least.
 class ActionSearch {
 public:
     ActionSearch(const ShippedActions& shipped, const ActionState& aim, const ActionGroup& group);

@@ -247,6 +247,29 @@ TEST(ActionRestore, DropsElementsWithoutAnIdThatWouldEndTheReading) {
     EXPECT_EQ(here.plan().text, userText(R"({"id":1,"shortcut":"F8"},{"id":40})"));
 }
 
+TEST(ActionRestore, TakesAShortcutFromAnotherActionOfTheSameCommandByTwoEntries) {
+    const auto shared = [](int id, const std::string& shortcut) {
+        return "{\"id\":" + std::to_string(id) + R"(,"context":"board","command":"pan","shortcut":")" + shortcut +
+               "\"}";
+    };
+    ActionProcess here({shared(1, "F2"), shared(2, "F3"), shared(3, ""), shared(4, "F1")});
+    // The command is bound to the first action's F2. 3 has none, but a change of 3 lets go of what the command is bound
+    // to.
+    ASSERT_TRUE(here.catalogue.updateShortcut(3, ""));
+    ASSERT_TRUE(here.catalogue.updateShortcut(3, "F2"));
+    ASSERT_EQ(here.shortcut(1), "F2");
+    ASSERT_EQ(here.holder("board", "F2"), 3);
+    const ActionsPlan plan = here.plan();
+    EXPECT_TRUE(plan.notRestored.empty());
+    EXPECT_EQ(plan.text, userText(R"({"id":3,"shortcut":""},{"id":3,"shortcut":"F2"})"));
+    here.restart(plan.text);
+    EXPECT_EQ(here.shortcut(1), "F2");
+    EXPECT_EQ(here.shortcut(3), "F2");
+    EXPECT_EQ(here.holder("board", "F2"), 3);
+    EXPECT_EQ(here.holder("board", "F3"), 2);
+    EXPECT_EQ(here.holder("board", "F1"), 4);
+}
+
 TEST(ActionRestore, EndsWhereParentsGoRoundInACircle) {
     ActionProcess here({shippedAction(1, "board", "F1", 3), shippedAction(2, "panel", "F2", 1),
                         shippedAction(3, "sheet", "F3", 2), shippedAction(4, "board", "F4", 4)});
