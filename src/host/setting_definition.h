@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_HOST_SETTING_DEFINITION_H
 #define ZELUTIL_HOST_SETTING_DEFINITION_H
 
+#include <zelutil/host/settings.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,6 +38,23 @@ inline std::optional<SettingDefinition> settingDefinition(const prefs::Catalogue
         return std::nullopt;
     }
     return SettingDefinition{setting, name, attributePath, foundInFull, foundByName};
+}
+
+/// Returns what hosts are told of a setting; `name` is its own and `section` the attribute path around it.
+inline SettingInfo settingInfo(const prefs::Setting& setting, const std::string& section, std::string_view name,
+                               bool foundInFull, bool foundByName) {
+    SettingInfo info;
+    info.section = section;
+    info.fullName = section;
+    info.fullName.append(prefs::kNameSeparator).append(name);
+    if (foundByName) {
+        info.bareNames.emplace_back(name);
+    }
+    info.defaultValue = setting.defaultValue;
+    info.value = setting.valueInForce();
+    info.setByUser = setting.hasUserValue;
+    info.foundByFullName = foundInFull;
+    return info;
 }
 
 }  // namespace zelutil::host

@@ -1,8 +1,8 @@
 #include <zelutil/host/settings.h>
 
 #include "host/current_preferences.h"
+#include "host/setting_definition.h"
 #include "host/setting_names.h"
-#include "prefs/setting_name.h"
 #include "util/process_wide.h"
 
 namespace zelutil::host {
@@ -19,17 +19,7 @@ const SettingNames& names() {
 }
 
 SettingInfo infoOf(const prefs::Setting& setting, const SettingNames::Names& named) {
-    SettingInfo info;
-    info.section = names().sections()[named.section];
-    info.fullName = info.section + std::string(prefs::kNameSeparator) + named.name;
-    if (named.foundByName) {
-        info.bareNames.push_back(named.name);
-    }
-    info.defaultValue = setting.defaultValue;
-    info.value = setting.valueInForce();
-    info.setByUser = setting.hasUserValue;
-    info.foundByFullName = named.foundInFull;
-    return info;
+    return settingInfo(setting, names().sections()[named.section], named.name, named.foundInFull, named.foundByName);
 }
 
 }  // namespace

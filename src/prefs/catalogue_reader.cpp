@@ -30,22 +30,32 @@ std::shared_ptr<Section> makeSection(const VisitedSection& visited) {
     return section;
 }
 
-void addSettings(View settings, const Section& section, SettingIndex::Builder& builder) {
+/// Is told of definitions and does nothing. The library's own reading has nobody to tell, and none of it is left in the
+/// machine code then.
+struct NoDefinitionSink {
+    void operator()(const Definition& /*definition*/) const {}
+};
+
+template <typename Sink>
+void addSettings(View settings, const Section& section, SettingIndex::Builder& builder, const Sink& sink) {
     const std::uint64_t prefixKey = keyOf(kNameSeparator, keyOf(section.attributePath));
     for (const View element : settings.elements()) {
         const auto setting = defaultSetting(element);
         if (!setting) {
             continue;
         }
-        builder.add(keyOf(setting->name, prefixKey), setting->value);
+        const std::uint32_t number = builder.add(keyOf(setting->name, prefixKey), setting->value);
         if (section.unique) {
             builder.addKey(keyOf(setting->name));
         }
+        sink(Definition{number, setting->name, section.attributePath, section.unique, element});
     }
 }
 
 /// Reads one section; one that only groups others has nothing of its own.
-void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, SettingIndex::Builder& builder) {
+template <typename Sink>
+void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, SettingIndex::Builder& builder,
+                        const Sink& sink) {
     const bool ownSettings = hasOwnSettings(visited.element);
     if (!ownSettings && !hasSubManager(visited.element)) {
         return;
@@ -53,21 +63,40 @@ void readDefaultSection(const VisitedSection& visited, Catalogue& catalogue, Set
     auto section = makeSection(visited);
     const View settings = visited.element.member(kDefaultSettings);
     if (ownSettings) {
-        addSettings(settings, *section, builder);
+        addSettings(settings, *section, builder, sink);
     } else {
         catalogue.addDefaultSubManagerText(SubManagerType{section->submanagerId}, textOf(settings));
     }
     catalogue.addSection(std::move(section));
 }
 
-void readSections(View root, Catalogue& catalogue, SettingIndex::Builder& builder) {
-    forEachSection(root, [&](const VisitedSection& visited) { readDefaultSection(visited, catalogue, builder); });
+template <typename Sink>
+void readSections(View root, Catalogue& catalogue, SettingIndex::Builder& builder, const Sink& sink) {
+    forEachSection(root, [&](const VisitedSection& visited) { readDefaultSection(visited, catalogue, builder, sink); });
 }
 
+template <typename Sink>
+void readAll(View root, Catalogue& catalogue, const Sink& sink) {
+    SettingIndex::Builder builder;
+    readSections(root, catalogue, builder, sink);
+    catalogue.setSettings(builder.build());
+}
+
+/// Is told of entries and does nothing, as `NoDefinitionSink`.
+struct NoEntrySinks {
+    struct Nothing {
+        template <typename... Parts>
+        void operator()(const Parts&... /*parts*/) const {}
+    };
+    Nothing finding;
+    Nothing accepted;
+};
+
 /// Reads a user's text into a catalogue, and tells what it finds there.
+template <typename Sinks>
 class UserTextReader {
 public:
-    UserTextReader(Catalogue& catalogue, const FindingSink& sink) : catalogue_(catalogue), sink_(sink) {}
+    UserTextReader(Catalogue& catalogue, const Sinks& sinks) : catalogue_(catalogue), sinks_(sinks) {}
 
     void readSection(const VisitedSection& visited);
     void reportUnread(View root);
@@ -81,14 +110,13 @@ private:
     void readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath);
 
     Catalogue& catalogue_;
-    const FindingSink& sink_;
+    const Sinks& sinks_;
 };
 
-void UserTextReader::report(Kind kind, std::string_view section, std::string_view name, View place) {
+template <typename Sinks>
+void UserTextReader<Sinks>::report(Kind kind, std::string_view section, std::string_view name, View place) {
     EntryFinding finding{kind, std::string(section), std::string(name)};
-    if (sink_) {
-        sink_(finding, place);
-    }
+    sinks_.finding(finding, place);
     catalogue_.addFinding(std::move(finding));
 }
 
@@ -98,7 +126,8 @@ bool isMeant(const Setting& setting, std::string_view name, std::string_view att
     return setting.key == keyOf(name) || setting.key == keyOf(name, keyOf(kNameSeparator, keyOf(attributePath)));
 }
 
-void UserTextReader::readValue(const json::Member& entry, const std::string& attributePath) {
+template <typename Sinks>
+void UserTextReader<Sinks>::readValue(const json::Member& entry, const std::string& attributePath) {
     const auto value = entry.value.text();
     const Setting* const found = value ? catalogue_.findEntry(entry.key, attributePath) : nullptr;
     if (found == nullptr) {
@@ -108,10 +137,12 @@ void UserTextReader::readValue(const json::Member& entry, const std::string& att
     if (!isMeant(*found, entry.key, attributePath)) {
         report(Kind::AnotherSection, attributePath, entry.key, entry.value);
     }
+    sinks_.accepted(AcceptedEntry{*found, attributePath, entry});
     catalogue_.settings().record(found->number).setUserValue(std::string(*value));
 }
 
-void UserTextReader::readValues(View overridden, const std::string& attributePath) {
+template <typename Sinks>
+void UserTextReader<Sinks>::readValues(View overridden, const std::string& attributePath) {
     if (!overridden.isArray()) {
         report(Kind::NoList, attributePath, "", overridden);
     }
@@ -125,7 +156,8 @@ void UserTextReader::readValues(View overridden, const std::string& attributePat
     }
 }
 
-void UserTextReader::readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath) {
+template <typename Sinks>
+void UserTextReader<Sinks>::readSubManagerText(SubManagerType type, View overridden, const std::string& attributePath) {
     catalogue_.addUserSubManagerText(type, textOf(overridden));
     if (hasEntries(overridden) && catalogue_.userSubManagerTexts().at(type) != textOf(overridden)) {
         report(Kind::NotOfTheForm, attributePath, kOverriddenSettings, overridden);
@@ -133,7 +165,8 @@ void UserTextReader::readSubManagerText(SubManagerType type, View overridden, co
 }
 
 /// A member that the defaults hold too came from them.
-void UserTextReader::reportUnread(View root) {
+template <typename Sinks>
+void UserTextReader<Sinks>::reportUnread(View root) {
     const auto unread = unreadContentOf(root);
     if (unread.empty()) {
         return;
@@ -147,7 +180,8 @@ void UserTextReader::reportUnread(View root) {
     }
 }
 
-void UserTextReader::readSection(const VisitedSection& visited) {
+template <typename Sinks>
+void UserTextReader<Sinks>::readSection(const VisitedSection& visited) {
     const View overridden = visited.element.member(kOverriddenSettings);
     const auto section = catalogue_.sections().find(visited.attributePath);
     if (section == catalogue_.sections().end()) {
@@ -167,19 +201,24 @@ void UserTextReader::readSection(const VisitedSection& visited) {
     readValues(overridden, visited.attributePath);
 }
 
+template <typename Sinks>
+void readUser(View root, Catalogue& catalogue, const Sinks& sinks) {
+    UserTextReader<Sinks> reader(catalogue, sinks);
+    forEachSection(root, [&](const VisitedSection& visited) { reader.readSection(visited); });
+    reader.reportUnread(root);
+}
+
 }  // namespace
 
-void readDefaults(json::View root, Catalogue& catalogue) {
-    SettingIndex::Builder builder;
-    readSections(root, catalogue, builder);
-    catalogue.setSettings(builder.build());
-}
+void readDefaults(View root, Catalogue& catalogue) { readAll(root, catalogue, NoDefinitionSink()); }
+
+void readDefaults(View root, Catalogue& catalogue, const DefinitionSink& sink) { readAll(root, catalogue, sink); }
 
 void readDefaults(std::string text, Catalogue& catalogue) {
     SettingIndex::Builder builder;
     {
         const json::Document document(text);
-        readSections(document.root(), catalogue, builder);
+        readSections(document.root(), catalogue, builder, NoDefinitionSink());
     }
     // After the document is gone: the index takes over its memory, which the system would have to find anew.
     catalogue.setSettings(builder.build());
@@ -188,14 +227,14 @@ void readDefaults(std::string text, Catalogue& catalogue) {
 
 bool readUserSettings(std::string_view text, Catalogue& catalogue) {
     const json::Document document(text);
-    readUserSettings(document.root(), catalogue, FindingSink());
+    readUser(document.root(), catalogue, NoEntrySinks());
     return document.valid();
 }
 
-void readUserSettings(json::View root, Catalogue& catalogue, const FindingSink& sink) {
-    UserTextReader reader(catalogue, sink);
-    forEachSection(root, [&](const VisitedSection& visited) { reader.readSection(visited); });
-    reader.reportUnread(root);
+void readUserSettings(View root, Catalogue& catalogue, const FindingSink& sink) {
+    readUserSettings(root, catalogue, EntrySinks{sink, [](const AcceptedEntry& /*entry*/) {}});
 }
+
+void readUserSettings(View root, Catalogue& catalogue, const EntrySinks& sinks) { readUser(root, catalogue, sinks); }
 
 }  // namespace zelutil::prefs

@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_PREFS_CATALOGUE_READER_H
 #define ZELUTIL_PREFS_CATALOGUE_READER_H
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,20 @@ void readDefaults(std::string text, Catalogue& catalogue);
 /// Reads them from a text that was parsed. The catalogue does not learn the text.
 void readDefaults(json::View root, Catalogue& catalogue);
 
+/// A definition in the defaults, at the moment at which its record is made.
+struct Definition {
+    std::uint32_t number;              ///< `Setting::number` of the record.
+    std::string_view name;             ///< The setting's own.
+    const std::string& attributePath;  ///< That of the section around it.
+    bool lendsBareName;                ///< Whether its own name alone is a key too, unless an earlier setting has it.
+    json::View element;
+};
+
+using DefinitionSink = std::function<void(const Definition& definition)>;
+
+/// Does the same and tells the sink each definition, also one whose names all belong to earlier ones.
+void readDefaults(json::View root, Catalogue& catalogue, const DefinitionSink& sink);
+
 /// Reads the user's values and texts of the sections and settings that the catalogue has. Returns whether the text is
 /// JSON.
 bool readUserSettings(std::string_view text, Catalogue& catalogue);
@@ -28,6 +43,23 @@ using FindingSink = std::function<void(const EntryFinding& finding, json::View p
 
 /// Reads them from a text that was parsed.
 void readUserSettings(json::View root, Catalogue& catalogue, const FindingSink& sink);
+
+/// An entry at the moment at which it gives a setting its value.
+struct AcceptedEntry {
+    const Setting& setting;
+    const std::string& attributePath;  ///< That of the section in which it stands.
+    json::Member entry;
+};
+
+/// Both are called: an entry that sets a setting of another section is a finding first.
+struct EntrySinks {
+    FindingSink finding;
+    std::function<void(const AcceptedEntry& accepted)> accepted;
+};
+
+/// Does the same and tells of the entries that set something too, in the order in which they do. Of several for one
+/// setting the last counts.
+void readUserSettings(json::View root, Catalogue& catalogue, const EntrySinks& sinks);
 
 }  // namespace zelutil::prefs
 

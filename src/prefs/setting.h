@@ -29,6 +29,9 @@ struct Setting {
     }
 };
 
+/// Returns a value as the C functions return it: null for an empty one.
+inline const char* charactersOrNull(const std::string& value) { return value.empty() ? nullptr : value.c_str(); }
+
 }  // namespace zelutil::prefs
 
 #endif

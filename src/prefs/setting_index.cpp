@@ -21,13 +21,14 @@ std::size_t SettingIndex::placeOf(std::uint64_t key) const {
     return found == end || found->key != key ? size() : static_cast<std::size_t>(found - entries_.begin());
 }
 
-void SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {
-    const std::size_t number = index_.settings_.size();
+std::uint32_t SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {
+    const auto number = static_cast<std::uint32_t>(index_.settings_.size());
     Setting& setting = index_.settings_.emplace_back();
-    setting.number = static_cast<std::uint32_t>(number);
+    setting.number = number;
     setting.defaultValue = defaultValue;
     setting.key = key;
     addKey(key);
+    return number;
 }
 
 void SettingIndex::Builder::addKey(std::uint64_t key) {

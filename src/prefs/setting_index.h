@@ -71,8 +71,8 @@ private:
 /// Collects settings for an index. Of several for one key the first counts.
 class SettingIndex::Builder {
 public:
-    /// Adds a setting, to be found under `key`, the hash of its full name.
-    void add(std::uint64_t key, std::string_view defaultValue);
+    /// Adds a setting, to be found under `key`, the hash of its full name. Returns its number.
+    std::uint32_t add(std::uint64_t key, std::string_view defaultValue);
 
     /// Has the setting that was added last found under `key` too.
     void addKey(std::uint64_t key);

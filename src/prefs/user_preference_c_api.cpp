@@ -6,14 +6,13 @@
 
 namespace {
 
+using zelutil::prefs::charactersOrNull;
 using zelutil::prefs::ManagerAccess;
 using zelutil::prefs::Setting;
 
 const Setting* find(const char* name) {
     return ManagerAccess::preferencesOf(UserPreferenceManager::GetInstance()).catalogue.find(name);
 }
-
-const char* charactersOrNull(const std::string& value) { return value.empty() ? nullptr : value.c_str(); }
 
 }  // namespace
 
