@@ -47,7 +47,11 @@ Finding KnownSettings::unknown(const std::string& name) const {
         names.push_back(setting.fullName);
         names.insert(names.end(), setting.bareNames.begin(), setting.bareNames.end());
     }
-    std::string advice = questionAbout(nearestNames(name, names));
+    return unknownSetting(name, names);
+}
+
+Finding unknownSetting(const std::string& name, const std::vector<std::string>& known) {
+    std::string advice = questionAbout(nearestNames(name, known));
     if (advice.empty()) {
         advice = "\"zelutil list\" shows all names.";
     }
@@ -80,8 +84,6 @@ const std::string& findableName(const host::SettingInfo& setting) {
     return setting.foundByFullName ? setting.fullName : setting.bareNames.front();
 }
 
-namespace {
-
 void writeMembers(JsonWriter& json, const host::SettingInfo& setting) {
     json.member("name", setting.fullName);
     json.list("bareNames", setting.bareNames, [&](const std::string& name) { json.text(name); });
@@ -90,8 +92,6 @@ void writeMembers(JsonWriter& json, const host::SettingInfo& setting) {
     json.member("value", setting.value);
     json.member("setByUser", setting.setByUser);
 }
-
-}  // namespace
 
 void showSettings(const std::vector<host::SettingInfo>& settings, Output& output) {
     for (const host::SettingInfo& setting : settings) {

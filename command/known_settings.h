@@ -44,11 +44,17 @@ void failWithoutDefaults(const std::string& thing, Output& output);
 /// Tells `output` where the user's file could not be read.
 void tellUnreadFile(Output& output);
 
+/// Returns the finding for a name that no setting has, with the nearest of the known names.
+Finding unknownSetting(const std::string& name, const std::vector<std::string>& known);
+
 /// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.
 const std::string& findableName(const host::SettingInfo& setting);
 
 /// Tells the settings as NAME=VALUE lines, and in the JSON form as the member "settings".
 void showSettings(const std::vector<host::SettingInfo>& settings, Output& output);
+
+/// Writes the members of one setting in the JSON form.
+void writeMembers(JsonWriter& json, const host::SettingInfo& setting);
 
 /// Writes the member "settings" of the JSON form only.
 void writeSettings(const std::vector<host::SettingInfo>& settings, Output& output);

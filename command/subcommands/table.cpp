@@ -6,6 +6,7 @@ const std::vector<const Subcommand*>& subcommands() {
     static const std::vector<const Subcommand*> all{
         // Settings.
         &kDoctor,
+        &kExplain,
         &kGet,
         &kLint,
         &kList,

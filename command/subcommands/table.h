@@ -10,6 +10,7 @@ namespace zelutil::command {
 extern const Subcommand kConflicts;
 extern const Subcommand kDiff;
 extern const Subcommand kDoctor;
+extern const Subcommand kExplain;
 extern const Subcommand kFree;
 extern const Subcommand kGet;
 extern const Subcommand kLint;

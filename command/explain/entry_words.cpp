@@ -1,0 +1,56 @@
+// The words for what an entry of the user's file does.
+#include "command/explain/setting_account.h"
+
+namespace zelutil::command {
+
+const char* nameOf(UserEntry::Effect effect) {
+    using Effect = UserEntry::Effect;
+    switch (effect) {
+        case Effect::InForce:
+            return "in-force";
+        case Effect::Overruled:
+            return "overruled";
+        case Effect::SetsAnother:
+            return "sets-another";
+        case Effect::NoText:
+            return "no-text";
+        case Effect::NoList:
+            return "no-list";
+        case Effect::UnknownSection:
+            return "unknown-section";
+        case Effect::OfSubManager:
+            return "of-sub-manager";
+        case Effect::UnknownName:
+            return "unknown-name";
+        case Effect::NotRead:
+            break;
+    }
+    return "not-read";
+}
+
+std::string reasonOf(const UserEntry& entry) {
+    using Effect = UserEntry::Effect;
+    switch (entry.effect) {
+        case Effect::InForce:
+            return {};
+        case Effect::Overruled:
+            return "A later entry sets the same setting, and the last one counts.";
+        case Effect::SetsAnother:
+            return "The name \"" + entry.name + "\" means " + entry.other + " first, which gets the value.";
+        case Effect::NoText:
+            return "Its value is no string.";
+        case Effect::NoList:
+            return "The entries of the section \"" + entry.section + "\" do not stand in an array.";
+        case Effect::UnknownSection:
+            return "The defaults have no section \"" + entry.section + "\".";
+        case Effect::OfSubManager:
+            return "The section \"" + entry.section + "\" belongs to a sub-manager and has no settings.";
+        case Effect::UnknownName:
+            return "No setting has the name \"" + entry.name + "\".";
+        case Effect::NotRead:
+            break;
+    }
+    return "No entry is read at this place.";
+}
+
+}  // namespace zelutil::command
