@@ -6,7 +6,11 @@
 /// Files of the project that the build turns into texts of the program.
 namespace zelutil::command::html {
 
-extern const std::string_view kSheetCss;  ///< command/sheet/sheet.css
+extern const std::string_view kSheetCss;      ///< command/sheet/sheet.css
+extern const std::string_view kReportPage;    ///< command/report/page.html
+extern const std::string_view kReportCss;     ///< command/report/report.css
+extern const std::string_view kReportGridJs;  ///< command/report/grid.js
+extern const std::string_view kReportJs;      ///< command/report/report.js
 
 }  // namespace zelutil::command::html
 

@@ -1,29 +1,11 @@
 // The sheet's entries from the table of actions.
 #include "command/sheet/sheet_rows.h"
 
-#include <algorithm>
-
 namespace zelutil::command::sheet {
 namespace {
 
 using shortcuts::ShortcutRow;
 using Rows = std::vector<ShortcutRow>;
-
-const ShortcutRow* rowOf(const Rows& rows, int id) {
-    const auto row =
-        std::find_if(rows.begin(), rows.end(), [=](const ShortcutRow& other) { return other.action.id == id; });
-    return row == rows.end() ? nullptr : &*row;
-}
-
-/// Returns a name for people. Children of an action often have none of their own.
-std::string nameOf(const ShortcutRow& row, const Rows& rows) {
-    const UCPActionItem& item = row.action.item;
-    if (!item.name.empty()) {
-        return item.name;
-    }
-    const ShortcutRow* const parent = item.parent_id == 0 ? nullptr : rowOf(rows, item.parent_id);
-    return parent == nullptr || parent->action.item.name.empty() ? item.command : parent->action.item.name;
-}
 
 Entry entryOf(const ShortcutRow& row, const Rows& rows) {
     const host::ActionInfo& action = row.action;
@@ -35,7 +17,7 @@ Entry entryOf(const ShortcutRow& row, const Rows& rows) {
     entry.shipped = row.shortcutWithoutUser;
     entry.changed = row.changedByUser;
     entry.runs = action.runs;
-    if (const ShortcutRow* const holder = action.heldBy == 0 ? nullptr : rowOf(rows, action.heldBy)) {
+    if (const ShortcutRow* const holder = action.heldBy == 0 ? nullptr : shortcuts::findRow(rows, action.heldBy)) {
         entry.heldBy = nameOf(*holder, rows);
     }
     return entry;
@@ -48,6 +30,15 @@ bool isWanted(const ShortcutRow& row, const std::string& context) {
 }
 
 }  // namespace
+
+std::string nameOf(const ShortcutRow& row, const Rows& rows) {
+    const UCPActionItem& item = row.action.item;
+    if (!item.name.empty()) {
+        return item.name;
+    }
+    const ShortcutRow* const parent = item.parent_id == 0 ? nullptr : shortcuts::findRow(rows, item.parent_id);
+    return parent == nullptr || parent->action.item.name.empty() ? item.command : parent->action.item.name;
+}
 
 Sheet sheetOf(const Rows& rows, const std::string& context) {
     Sheet sheet;

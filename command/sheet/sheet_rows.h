@@ -9,6 +9,9 @@
 
 namespace zelutil::command::sheet {
 
+/// Returns a name for people: the action's own, else its parent's, since children often have none, else the command.
+std::string nameOf(const shortcuts::ShortcutRow& row, const std::vector<shortcuts::ShortcutRow>& rows);
+
 /// Returns the sheet of a table that is ordered by context; of that one context alone unless it is the empty text.
 Sheet sheetOf(const std::vector<shortcuts::ShortcutRow>& rows, const std::string& context);
 

@@ -15,6 +15,7 @@ extern const Subcommand kFree;
 extern const Subcommand kGet;
 extern const Subcommand kLint;
 extern const Subcommand kList;
+extern const Subcommand kReport;
 extern const Subcommand kReset;
 extern const Subcommand kSet;
 extern const Subcommand kSheet;

@@ -1,0 +1,66 @@
+#ifndef ZELUTIL_COMMAND_REPORT_REPORT_CONTENT_H
+#define ZELUTIL_COMMAND_REPORT_REPORT_CONTENT_H
+
+#include <zelutil/host/settings.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "command/doctor/diagnosis.h"
+#include "command/shortcuts/shortcut_table.h"
+#include "json/located_document.h"
+
+/// The report: one page with all that is known of the settings and shortcuts here.
+namespace zelutil::command::report {
+
+struct Setting {
+    host::SettingInfo info;
+    std::optional<json::Position> definedAt;  ///< In the defaults.
+    std::optional<json::Position> setAt;      ///< In the user's file, for a setting that the user set.
+    std::vector<std::string> notes;           ///< Sentences about entries that do not do what they seem to.
+};
+
+/// An entry of the user's file that sets nothing.
+struct Stray {
+    std::string name;
+    std::string value;
+    json::Position at;
+    std::string why;
+};
+
+/// Two actions that are in each other's way.
+struct Conflict {
+    std::string shortcut;
+    std::string context;
+    std::string action;
+    std::string effect;
+};
+
+struct Content {
+    std::string defaultsFile;  ///< The system's own path, as the next.
+    std::string userFile;
+    std::vector<Setting> settings;
+    std::vector<Stray> strays;
+    std::vector<std::string> sections;  ///< Attribute paths in the order of the defaults.
+    std::vector<shortcuts::ShortcutRow> actions;
+    std::vector<Conflict> conflicts;
+    Diagnosis diagnosis;
+};
+
+/// Finds out everything. To be called before anything else that needs the common library, as `diagnose` says. Where no
+/// installation is found, there is only the diagnosis.
+Content contentHere();
+
+/// Returns the content as the JSON text that the page reads, without white space; nothing where it would be longer than
+/// the library reads.
+std::optional<std::string> jsonOf(const Content& content);
+
+/// Returns the page, with the JSON text in it.
+std::string pageOf(std::string_view json);
+
+}  // namespace zelutil::command::report
+
+#endif
