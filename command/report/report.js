@@ -35,7 +35,7 @@
         entry(list, "Set at", setting.userAt ? `${fileNames.user}:${setting.userAt.join(":")}` : "");
         entry(list, "Defined at", setting.at ? `${fileNames.defaults}:${setting.at.join(":")}` : "");
         entry(list, "Notes", ...setting.notes);
-        element("detail").replaceChildren(...list);
+        element("detail").replaceChildren(make("dl", {}, ...list));
     }
 
     const changedSettings = data.settings.filter((setting) => setting.user);
@@ -56,7 +56,7 @@
             terms.every((term) => settingTexts[number].includes(term)));
         allSettings.show(rows, terms);
         element("settings-count").textContent = `${many(rows.length, "setting")} of ${data.settings.length.toLocaleString("en")}`;
-        element("detail").replaceChildren(make("dd", {}, rows.length ? "Choose a row to see all about it." : "Nothing is found."));
+        element("detail").replaceChildren(make("p", {}, rows.length ? "Choose a row to see all about it." : "Nothing is found."));
     }
 
     // --- Sections ------------------------------------------------------------------------------------------------
@@ -101,14 +101,14 @@
     // --- Shortcuts -----------------------------------------------------------------------------------------------
 
     const actionColumns = [
-        {title: "Context", width: "12%", text: (action) => action.context},
-        {title: "Shortcut", width: "14%", text: (action) => action.shortcut, kind: (action) => (action.changedByUser ? "changed" : "")},
-        {title: "Action", width: "18%", text: (action) => action.name},
-        {title: "Command", width: "18%", text: (action) => action.command},
-        {title: "Without changes", width: "12%", text: (action) => action.shortcutWithoutUser},
+        {title: "Context", width: "10%", text: (action) => action.context},
+        {title: "Shortcut", width: "12%", text: (action) => action.shortcut || "none", kind: (action) => (action.changedByUser ? "changed" : "")},
+        {title: "Action", width: "15%", text: (action) => action.name},
+        {title: "Command", width: "16%", text: (action) => action.command},
+        {title: "Without changes", width: "12%", text: (action) => action.shortcutWithoutUser || "none"},
         {title: "Menu", width: "6%", text: (action) => (action.inMenu ? "yes" : "no"), kind: (action) => (action.menuChangedByUser ? "changed" : "")},
         {title: "Id", width: "5%", text: (action) => String(action.id)},
-        {title: "Why", width: "15%", text: (action) => action.why},
+        {title: "Why", width: "24%", text: (action) => action.why},
     ];
     const actionTexts = data.actions.map((action) => actionColumns.map((column) => column.text(action)).join("\n").toLowerCase());
     const allShortcuts = new Grid(element("all-shortcuts"), "All shortcuts", actionColumns);
