@@ -21,8 +21,9 @@ constexpr double kTextX = 7;
 constexpr double kLabelY = 18;
 constexpr double kFirstLineY = 36;
 constexpr double kLineHeight = 17;
-/// The width of a letter, about. A line that may be wider is pressed together.
-constexpr double kLetterWidth = 9;
+/// The width of a letter, about, in the fonts that the style names. A longer line is written in smaller letters.
+constexpr double kLetterWidth = 8.6;
+constexpr double kFontSize = 14.5;  // As the style has it for a usual line.
 constexpr std::size_t kLinesPerKey = 3;
 
 struct Box {
@@ -77,9 +78,10 @@ std::size_t lengthOf(std::string_view text) {
 
 std::string lineOf(const std::string& text, const Box& box, double y) {
     const double room = box.width - 2 * kTextX;
-    const bool isWide = static_cast<double>(lengthOf(text)) * kLetterWidth > room;
-    const std::string fit = isWide ? fmt::format(R"( textLength="{:g}" lengthAdjust="spacingAndGlyphs")", room) : "";
-    return fmt::format(R"(<text class="what" x="{:g}" y="{:g}"{}>{}</text>)", box.x + kTextX, y, fit, escaped(text));
+    const double width = static_cast<double>(lengthOf(text)) * kLetterWidth;
+    const std::string size =
+        width > room ? fmt::format(R"( style="font-size:{:.1f}px")", kFontSize * room / width) : "";
+    return fmt::format(R"(<text class="what" x="{:g}" y="{:g}"{}>{}</text>)", box.x + kTextX, y, size, escaped(text));
 }
 
 std::string boundKey(const Key& key, const std::vector<const Entry*>& entries) {

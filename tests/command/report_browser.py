@@ -66,8 +66,11 @@ class Browser:
     def post(self, path, body):
         return self.call("POST", f"/session/{self.session}{path}", body)
 
-    def open(self, path, width=1400, height=1000):
+    def resize(self, width, height):
         self.post("/window/rect", {"width": width, "height": height})
+
+    def open(self, path, width=1300, height=800):
+        self.resize(width, height)
         self.post("/url", {"url": "file://" + path})
 
     def run(self, script, *arguments):

@@ -136,8 +136,7 @@ def check_sheet(browser, checks, path):
     checks.equal("sheet: each name fits its key", overflow, [])
     pages = [len(re.findall(rb"/Type /Page\b", browser.print_page(*size))) for size in ((29.7, 21.0), (27.94, 21.59))]
     checks.true("sheet: A4 and Letter take equally many pages", pages[0] == pages[1] > 0, pages)
-    browser.run("document.getElementById('context-3').scrollIntoView()")
-    browser.post("/window/rect", {"width": 1000, "height": 620})
+    browser.resize(1000, 620)
     browser.run("document.getElementById('context-3').scrollIntoView()")
     browser.keep_picture(os.path.join(PICTURES, "sheet.png"))
 
@@ -158,6 +157,7 @@ def check_report(browser, checks, path):
     checks.equal("report: the arrow goes to the rows", active_row(browser), "display::grids::grid")
     checks.true("report: all about the row is shown", "set by the user" in text_of(browser, "detail"),
                 text_of(browser, "detail"))
+    browser.run("document.getElementById('settings').scrollIntoView()")
     browser.keep_picture(os.path.join(PICTURES, "report.png"))
     browser.press("/" + ESCAPE)
     checks.equal("report: Esc clears the search", text_of(browser, "settings-count"), "195 settings of 195")

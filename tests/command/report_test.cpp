@@ -51,7 +51,7 @@ report::Content smallContent() {
     content.strays = {{"no such", "1", {9, 2, 4}, "No setting has its name."}};
     content.sections = {"display", "shortcuts"};
     content.actions = {moveAction()};
-    content.conflicts = {{"F1", "board", "Help (9)", "runs 4 instead"}};
+    content.conflicts = {{"F1", "board", "Help 9", "runs 4 instead"}};
     content.diagnosis.symptoms = {{Symptom::Kind::Missing, "", Finding{Severity::Warning, "T.", "A.", std::nullopt}}};
     content.diagnosis.steps.push_back({"site", "Site directory", "", {}, std::nullopt});
     return content;
@@ -67,7 +67,7 @@ TEST(ReportJson, HasAllThatThePageShows) {
               R"("actions":[{"id":2,"context":"board","name":"edit move","command":"edit move","shortcut":"Shift+M",)"
               R"("shortcutWithoutUser":"M","changedByUser":true,"inMenu":true,"menuChangedByUser":false,)"
               R"("why":"given by the user"}],)"
-              R"("conflicts":[{"shortcut":"F1","context":"board","action":"Help (9)","effect":"runs 4 instead"}],)"
+              R"("conflicts":[{"shortcut":"F1","context":"board","action":"Help 9","effect":"runs 4 instead"}],)"
               R"("steps":[{"title":"Site directory","result":"","candidates":[],"file":""}],)"
               R"("findings":[{"severity":"warning","text":"T.","advice":"A."}]})");
 }

@@ -265,7 +265,7 @@ TEST(KeyboardPicture, WrapsNames) {
     }
 }
 
-TEST(KeyboardPicture, PressesWideLinesTogetherAndShowsHeldKeys) {
+TEST(KeyboardPicture, WritesLongLinesInSmallLettersAndShowsHeldKeys) {
     const Context context{"board", {entry("Ctrl+A", "Extraordinarily")}};
     const Layers layers = layersOf(context);
     const std::string picture = pictureOf(layers.layers.at(0), "p", "board");
@@ -274,10 +274,9 @@ TEST(KeyboardPicture, PressesWideLinesTogetherAndShowsHeldKeys) {
                            "<desc id=\"p-text\">Ctrl+A: Extraordinarily.</desc>"),
               0U)
         << picture;
-    // The key A is 1.75 from the left in the row that is 3.3 down.
-    EXPECT_TRUE(contains(picture,
-                         "<text class=\"what\" x=\"182\" y=\"316.5\" textLength=\"80\" "
-                         "lengthAdjust=\"spacingAndGlyphs\">Extraordinarily</text>"));
+    // The key A is 1.75 from the left in the row that is 3.3 down. It has 80 for 15 letters of 8.6: 14.5 * 80 / 129.
+    EXPECT_TRUE(contains(
+        picture, "<text class=\"what\" x=\"182\" y=\"316.5\" style=\"font-size:9.0px\">Extraordinarily</text>"));
     EXPECT_TRUE(contains(picture, "class=\"label held\" x=\"7\" y=\"468.5\">Ctrl</text>"));
     EXPECT_TRUE(contains(picture, "class=\"label free\" x=\"7\" y=\"383.5\">Shift</text>"));
 }
