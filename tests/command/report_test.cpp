@@ -118,8 +118,9 @@ TEST(ReportCommand, WritesThePage) {
     EXPECT_EQ(page.substr(0, 15), "<!DOCTYPE html>");
     const auto data = zelutil::test::readTwinJson(dataOf(page));
     ASSERT_TRUE(data);
-    EXPECT_NE(compactText(*data).find(R"("name":"display::grids::grid","bare":["grid"],"section":"display::grids",)"
-                                      R"("default":"0.5","value":"0.25","user":true,)"),
+    EXPECT_NE(compactText(*data).find(
+                  R"("name":"display::grids::grid","bare":["grid"],"section":"display::grids",)"
+                  R"("default":"0.5","value":"0.25","user":true,"at":[5,15],"userAt":[1,75],"notes":[]})"),
               std::string::npos)
         << compactText(*data);
     EXPECT_EQ(world.run({"report"}).out, page);
