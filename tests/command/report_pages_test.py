@@ -58,7 +58,8 @@ class World:
     def write(path, value):
         os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "w", encoding="utf-8") as file:
-            json.dump(value, file)
+            # The files that ship have lines.
+            json.dump(value, file, indent=1)
 
     def page(self, subcommand):
         path = os.path.join(self.directory, subcommand + ".html")
