@@ -12,25 +12,19 @@ using host::SaveResult;
 using host::SettingInfo;
 using Status = SaveResult::Status;
 
-/// A setting before the save and after it.
-struct Change {
-    SettingInfo before;
-    SettingInfo now;
-};
-
-std::vector<Change> changesSince(const std::vector<SettingInfo>& before) {
-    std::vector<Change> changes;
+std::vector<SettingChange> changesSince(const std::vector<SettingInfo>& before) {
+    std::vector<SettingChange> changes;
     for (const SettingInfo& setting : before) {
-        changes.push_back({setting, host::setting(findableName(setting)).value_or(setting)});
+        changes.push_back({setting, host::setting(findableName(setting)).value_or(setting).value});
     }
     return changes;
 }
 
-void tellChanges(const std::vector<Change>& changes, Output& output) {
+void tellChanges(const std::vector<SettingChange>& changes, Output& output) {
     for (const auto& [before, now] : changes) {
-        const std::string name = output.shown(Role::Name, now.fullName);
-        const std::string value = output.shown(Role::Value, now.value);
-        if (before.value == now.value) {
+        const std::string name = output.shown(Role::Name, before.fullName);
+        const std::string value = output.shown(Role::Value, now);
+        if (before.value == now) {
             output.line("{}: {}, as before", name, value);
         } else {
             output.line("{}: {} -> {}", name, output.shown(Role::Old, before.value), value);
@@ -39,7 +33,7 @@ void tellChanges(const std::vector<Change>& changes, Output& output) {
 }
 
 void tellFile(const SaveResult& result, Output& output) {
-    const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing had to be saved in";
+    const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing to do in";
     output.line("{} {}", outcome, output.shown(Role::Faint, nativeOrAsItStands(result.path)));
 }
 
@@ -103,11 +97,11 @@ void tellObstacles(const SaveResult& result, Output& output) {
     }
 }
 
-void writeSave(const std::vector<Change>& changes, const SaveResult& result, JsonWriter& json) {
-    json.objects("settings", changes, [&](const Change& change) {
-        json.member("name", change.now.fullName);
+void writeSave(const std::vector<SettingChange>& changes, const SaveResult& result, JsonWriter& json) {
+    json.objects("settings", changes, [&](const SettingChange& change) {
+        json.member("name", change.before.fullName);
         json.member("before", change.before.value);
-        json.member("value", change.now.value);
+        json.member("value", change.value);
     });
     json.key("save");
     json.beginObject();
@@ -147,7 +141,10 @@ std::string nameOf(Status status) {
 
 void tellSaved(const std::vector<SettingInfo>& before, const SaveResult& result, Output& output) {
     // Where nothing was written, the new values are in force in this process alone.
-    const std::vector<Change> changes = result.ok() ? changesSince(before) : std::vector<Change>();
+    tellChanged(result.ok() ? changesSince(before) : std::vector<SettingChange>(), result, output);
+}
+
+void tellChanged(const std::vector<SettingChange>& changes, const SaveResult& result, Output& output) {
     tellConflicts(result, output);
     tellObstacles(result, output);
     output.members([&](JsonWriter& json) { writeSave(changes, result, json); });

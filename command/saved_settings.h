@@ -15,10 +15,19 @@ namespace zelutil::command {
 /// Returns the outcome as the JSON form names it: "saved", "unchanged", "noDefaults" and so on.
 std::string nameOf(host::SaveResult::Status status);
 
+/// A setting before the save and after it.
+struct SettingChange {
+    host::SettingInfo before;
+    std::string value;
+};
+
 /// Tells `output` the values of the settings before and now, and the result: what was written where, or why nothing was
 /// and what to do next, and as findings whatever somebody may want to know of. `before` has the settings as they were
 /// before the save.
 void tellSaved(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output);
+
+/// Does the same for changes that are known.
+void tellChanged(const std::vector<SettingChange>& changes, const host::SaveResult& result, Output& output);
 
 }  // namespace zelutil::command
 

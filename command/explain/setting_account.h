@@ -79,6 +79,8 @@ struct SettingAccount {
 struct PreferenceFile {
     std::string path;     ///< As the library writes it; empty for none.
     bool isRead = false;  ///< Whether its text is JSON that the library reads.
+    /// Whether it is there and holds something, of which nothing is read.
+    bool isUnread = false;
 };
 
 /// Reads both preference files as a start of the library does, and accounts for each setting.
@@ -103,6 +105,9 @@ public:
 
     /// Returns whether the name is the full one of the setting that it finds.
     bool isFullName(std::string_view name, std::uint32_t number) const;
+
+    /// Returns what hosts are told of a setting.
+    host::SettingInfo info(std::uint32_t number) const;
 
     /// Returns the account of a setting.
     SettingAccount account(std::uint32_t number) const;

@@ -26,13 +26,15 @@ std::string textOfDefaults(const std::string& path) {
     return platform::readFile(path.c_str(), json::kMaximumTextSize).value_or("");
 }
 
-std::string textOfUserFile(const std::string& path) {
+/// Returns the text; a file that is there and out of reach is noted.
+std::string textOfUserFile(PreferenceFile& user) {
     std::string text;
     prefs::UserSettingsFile file;
-    file.read(path, [&](std::string_view bytes) {
+    file.read(user.path, [&](std::string_view bytes) {
         text = bytes;
         return true;
     });
+    user.isUnread = file.unreadAtStart() || file.wasDirectoryAtStart();
     return text;
 }
 
@@ -116,6 +118,7 @@ SettingAccounts::Readings::Readings(PreferenceFile defaultsFileNow, std::string 
       user_(userText_) {
     defaultsFile.isRead = defaults_.valid();
     userFile.isRead = user_.valid();
+    userFile.isUnread = userFile.isUnread || (!user_.valid() && !userText_.empty());
     prefs::readDefaults(defaults_.root(), catalogue_, [this](const prefs::Definition& each) { take(each); });
     catalogue_.setDefaultsText(defaultsText_);
     entries_ = readUserEntries(user_, defaults_, catalogue_);
@@ -233,7 +236,7 @@ SettingAccounts::SettingAccounts() {
     PreferenceFile defaults{pathOfDefaults()};
     std::string defaultsText = textOfDefaults(defaults.path);
     PreferenceFile user{prefs::userFilePath()};
-    std::string userText = textOfUserFile(user.path);
+    std::string userText = textOfUserFile(user);
     readings_ =
         std::make_unique<Readings>(std::move(defaults), std::move(defaultsText), std::move(user), std::move(userText));
 }
@@ -259,6 +262,8 @@ std::optional<std::uint32_t> SettingAccounts::find(std::string_view name) const 
 bool SettingAccounts::isFullName(std::string_view name, std::uint32_t number) const {
     return readings_->catalogue().settings().record(number).key == prefs::keyOf(name);
 }
+
+host::SettingInfo SettingAccounts::info(std::uint32_t number) const { return readings_->info(number); }
 
 SettingAccount SettingAccounts::account(std::uint32_t number) const { return readings_->account(number); }
 

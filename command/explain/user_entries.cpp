@@ -89,7 +89,8 @@ public:
         const std::uint32_t number = accepted.setting.number;
         FoundEntry& entry = entries_.add(accepted.attributePath, accepted.entry, UserEntry::Effect::InForce);
         if (accepted.entry.value.isSame(ofAnotherSection_)) {
-            entry.seems = numberOf(accepted.attributePath + std::string(prefs::kNameSeparator) + entry.name);
+            const auto there = numberOf(accepted.attributePath + std::string(prefs::kNameSeparator) + entry.name);
+            entry.seems = there == number ? std::nullopt : there;
         }
         const auto [last, isFirst] = last_.try_emplace(number, &entry);
         if (!isFirst) {

@@ -4,8 +4,8 @@
 
 #include "command/arguments.h"
 #include "command/doctor/candidate_text.h"
-#include "command/doctor/file_state.h"
 #include "command/explain/setting_account.h"
+#include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -56,7 +56,7 @@ public:
             failWithoutDefaults("setting", output_);
             return;
         }
-        tellUnreadFile();
+        tellUnreadUserFile(accounts_, output_);
         std::vector<Explained> all;
         for (const std::string& name : names) {
             if (const auto number = accounts_.find(name)) {
@@ -74,7 +74,6 @@ public:
     }
 
 private:
-    void tellUnreadFile();
     void tellUnknown(const std::string& name);
     void addFinding(const UserEntry& entry);
     void addFindings(const SettingAccount& account);
@@ -91,23 +90,6 @@ private:
     std::string defaultsFile_;
     std::string userFile_;
 };
-
-void Explanation::tellUnreadFile() {
-    const FileState state =
-        accounts_.userFile().isRead ? FileState() : stateOfFile(accounts_.userFile().path, FileUse::Users);
-    if (state.kind == FileState::Kind::NoPath || state.kind == FileState::Kind::Missing) {
-        return;
-    }
-    Finding finding;
-    finding.text = "Nothing of the user's file is in force. " + lineOf(state);
-    finding.advice = "\"zelutil doctor\" says more of it.";
-    finding.place = Place{userFile_, std::nullopt, std::nullopt};
-    if (state.malformed) {
-        finding.text = "Nothing of the user's file is in force. " + state.malformed->text;
-        finding.place = Place{userFile_, state.malformed->line, state.malformed->column};
-    }
-    output_.add(std::move(finding));
-}
 
 void Explanation::tellUnknown(const std::string& name) {
     output_.add(unknownSetting(name, accounts_.names()));

@@ -14,6 +14,7 @@
 #include "host/nesting.h"
 #include "host/save_plan.h"
 #include "host/save_state.h"
+#include "host/save_status.h"
 #include "host/save_text.h"
 #include "host/subscription.h"
 #include "json/document.h"
@@ -25,27 +26,10 @@ namespace zelutil::host {
 namespace {
 
 using Status = SaveResult::Status;
-using Written = prefs::UserSettingsFile::Written;
 
 constexpr int kReadingAttempts = 3;
 
 actions::ActionCatalogue& currentActions() { return actions::ManagerAccess::catalogueOf(UCPActionManager::instance()); }
-
-Status statusOf(Written written) {
-    switch (written) {
-        case Written::Yes:
-            return Status::Saved;
-        case Written::NoPath:
-            return Status::NoPath;
-        case Written::NotKept:
-            return Status::NotKept;
-        case Written::Torn:
-            return Status::Torn;
-        case Written::No:
-            break;
-    }
-    return Status::NotWritten;
-}
 
 /// Holds what the file held just now.
 struct FileNow {

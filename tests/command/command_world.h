@@ -40,6 +40,12 @@ public:
     void writeUser(const std::string& text) const { writeTextFile(userFile(), text); }
 
     ChildResult run(const std::vector<std::string>& arguments, const EnvironmentChanges& changes = {}) const {
+        return runProgram(ZELUTIL_TEST_COMMAND, arguments, changes);
+    }
+
+    /// Runs another program in the same surroundings.
+    ChildResult runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                           const EnvironmentChanges& changes = {}) const {
         EnvironmentChanges environment = withoutProductVariables();
         const std::string home = windowsText(home_.path());
         environment["QTXROOT"] = systemText(product_.root());
@@ -49,7 +55,7 @@ public:
         for (const auto& [name, value] : changes) {
             environment[name] = value;
         }
-        return test::run({ZELUTIL_TEST_COMMAND, arguments, environment, home_.path()});
+        return test::run({program, arguments, environment, home_.path()});
     }
 
     /// Returns the JSON form without white space, as another parser than the library's reads it; empty where that

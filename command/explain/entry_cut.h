@@ -1,0 +1,22 @@
+#ifndef ZELUTIL_COMMAND_EXPLAIN_ENTRY_CUT_H
+#define ZELUTIL_COMMAND_EXPLAIN_ENTRY_CUT_H
+
+#include <string>
+#include <vector>
+
+#include "json/located_document.h"
+
+namespace zelutil::command {
+
+/// Returns the text of a user's file without the entries that have these values, each with its comma and the blanks up
+/// to the next one. An object of which nothing is left goes too. Every other byte stays.
+///
+///     [{"a": "1", "b": "2"}]     without a   => [{"b": "2"}]
+///     [{"a": "1", "b": "2"}]     without b   => [{"a": "1"}]
+///     [{"a": "1"}, {"b": "2"}]   without a   => [{"b": "2"}]
+///     [ {"a": "1"} ]             without a   => []
+std::string withoutEntries(const json::LocatedDocument& document, const std::vector<json::View>& values);
+
+}  // namespace zelutil::command
+
+#endif

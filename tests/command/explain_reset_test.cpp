@@ -1,0 +1,139 @@
+// zelutil reset takes entries out of the user's file and leaves every other byte alone.
+#include <gtest/gtest.h>
+
+#include "command/command_world.h"
+#include "command/explain/entry_cut.h"
+#include "command/explain/setting_account.h"
+
+namespace {
+
+using zelutil::command::SettingAccounts;
+using zelutil::test::ChildResult;
+using zelutil::test::CommandWorld;
+using zelutil::test::kCommandDefaults;
+using zelutil::test::readTextFile;
+
+struct CutRow {
+    const char* before;
+    std::vector<const char*> names;
+    const char* after;
+};
+
+/// Only the entries of the section "display" are shown.
+const CutRow kCutRows[] = {
+    {R"([{"units":"a","zoom":"b"}])", {"units"}, R"([{"zoom":"b"}])"},
+    {R"([{"units":"a","zoom":"b"}])", {"zoom"}, R"([{"units":"a"}])"},
+    {R"([{"units":"a","x":"y","zoom":"b"}])", {"units", "zoom"}, R"([{"x":"y"}])"},
+    {R"([{"units":"a","zoom":"b","x":"y"}])", {"units", "zoom"}, R"([{"x":"y"}])"},
+    {R"([{"x":"y","units":"a","zoom":"b"}])", {"units", "zoom"}, R"([{"x":"y"}])"},
+    // An object of which nothing is left goes; one that was empty stays.
+    {R"([ { "units" : "a" } ])", {"units"}, "[]"},
+    {R"([{"units":"a"}, {"zoom":"b"}])", {"units"}, R"([{"zoom":"b"}])"},
+    {R"([{"zoom":"b"}, {"units":"a"}])", {"units"}, R"([{"zoom":"b"}])"},
+    {R"([{}, {"units":"a"}, 7])", {"units"}, "[{}, 7]"},
+    // Lines go whole.
+    {"[\n  {\"units\": \"a\"},\r\n\t{\"zoom\": \"b\"}\n]", {"units"}, "[\n  {\"zoom\": \"b\"}\n]"},
+    {"[\n  {\"zoom\": \"b\"},\n  {\"units\": \"a\"}\n]", {"units"}, "[\n  {\"zoom\": \"b\"}\n]"},
+    // Every entry that sets it goes, whatever name it has and whether a later one overrules it.
+    {R"([{"units":"a","UNITS":"b"},{"display::units":"c","zoom":"d"},{"unit\u0073":"e"}])",
+     {"units"},
+     R"([{"zoom":"d"}])"},
+    // What has no effect stays, as does a text that looks like an entry.
+    {R"([{"units":7},["units"],{"zoom":"\"units\":\"a\","}])",
+     {"units"},
+     R"([{"units":7},["units"],{"zoom":"\"units\":\"a\","}])"},
+    {R"([{"zoom":"b"}])", {"units"}, R"([{"zoom":"b"}])"},
+};
+
+std::string userWith(const std::string& entries) {
+    return "\xEF\xBB\xBF{\"more\": 1.50, "
+           "\"meta\":[{\"header\":\"D\",\"attribute\":\"display\",\"overriddensettings\":" +
+           entries + "}] }\n";
+}
+
+TEST(ExplainCut, TakesEntriesWithTheirCommasAndLines) {
+    for (const CutRow& row : kCutRows) {
+        SCOPED_TRACE(row.before);
+        const SettingAccounts accounts(kCommandDefaults, userWith(row.before));
+        std::vector<std::uint32_t> numbers;
+        for (const char* const name : row.names) {
+            numbers.push_back(accounts.find(name).value());
+        }
+        EXPECT_EQ(zelutil::command::withoutEntries(accounts.userDocument(), accounts.entriesThatSet(numbers)),
+                  userWith(row.after));
+    }
+}
+
+/// Leaves out "grid" and "zoom", each in its section.
+constexpr char kOddFile[] =
+    "{ \"mine\": [1.0, 2],\n  \"meta\": [ {\"attribute\": \"display\", \"header\": \"My display\",\n"
+    "    \"overriddensettings\": [ {\"zoom\": \"3\"}, {\"units\": \"mil\"} ],\n"
+    "    \"children\": [ {\"header\":\"G\",\"attribute\":\"grids\",\"overriddensettings\":[{\"grid\":\"1\",\n"
+    "      \"visible\":\"false\" }]} ] } ]\t}";
+constexpr char kOddFileWithoutGrid[] =
+    "{ \"mine\": [1.0, 2],\n  \"meta\": [ {\"attribute\": \"display\", \"header\": \"My display\",\n"
+    "    \"overriddensettings\": [ {\"zoom\": \"3\"}, {\"units\": \"mil\"} ],\n"
+    "    \"children\": [ {\"header\":\"G\",\"attribute\":\"grids\",\"overriddensettings\":[{"
+    "\"visible\":\"false\" }]} ] } ]\t}";
+constexpr char kOddFileWithoutAny[] =
+    "{ \"mine\": [1.0, 2],\n  \"meta\": [ {\"attribute\": \"display\", \"header\": \"My display\",\n"
+    "    \"overriddensettings\": [],\n"
+    "    \"children\": [ {\"header\":\"G\",\"attribute\":\"grids\",\"overriddensettings\":[]} ] } ]\t}";
+
+TEST(ExplainReset, LeavesEveryOtherByteAloneAndASecondRunAllOfThem) {
+    const CommandWorld world;
+    world.writeUser(kOddFile);
+    const std::string file = world.userFile().u8string();
+    EXPECT_EQ(world.run({"reset", "Grid", "display::grids::grid"}).out,
+              "display::grids::grid: 1 -> 0.5\nSaved in " + file + "\n");
+    EXPECT_EQ(readTextFile(world.userFile()), kOddFileWithoutGrid);
+    const auto written = std::filesystem::last_write_time(world.userFile());
+    const ChildResult again = world.run({"reset", "grid"});
+    EXPECT_EQ(again.exitCode, 0);
+    EXPECT_EQ(again.out, "display::grids::grid: 0.5, as before\nNothing to do in " + file + "\n");
+    EXPECT_EQ(readTextFile(world.userFile()), kOddFileWithoutGrid);
+    EXPECT_EQ(std::filesystem::last_write_time(world.userFile()), written);
+
+    EXPECT_EQ(world.run({"reset", "--all"}).exitCode, 0);
+    EXPECT_EQ(readTextFile(world.userFile()), kOddFileWithoutAny);
+    const ChildResult none = world.run({"reset", "--all"});
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(none.out, "Nothing to do in " + file + "\n");
+    EXPECT_EQ(world.run({"diff"}).out, "");
+}
+
+TEST(ExplainReset, MakesNoFileWhereThereIsNone) {
+    const CommandWorld world;
+    const ChildResult result = world.run({"reset", "grid"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out,
+              "display::grids::grid: 0.5, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+    EXPECT_FALSE(std::filesystem::exists(world.home() / "pcbenv"));
+}
+
+TEST(ExplainReset, LeavesAFileThatIsNoJson) {
+    const CommandWorld world;
+    const std::string text = R"({"meta":[{"header":"D","attribute":"display","overriddensettings":[{"zoom":"3"},]}]})";
+    world.writeUser(text);
+    const ChildResult result = world.run({"reset", "zoom"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find(":1:81: warning: Nothing of the user's file is in force."), std::string::npos)
+        << result.err;
+    EXPECT_NE(result.err.find("Nothing can be taken out of the user's file"), std::string::npos) << result.err;
+    EXPECT_EQ(readTextFile(world.userFile()), text);
+    EXPECT_FALSE(std::filesystem::exists(world.userFile().u8string() + ".bad"));
+}
+
+/// Saves go into the current directory then, and the file that is read stays.
+TEST(ExplainReset, LeavesTheFileOfWhomARegressionTestReads) {
+    const CommandWorld world;
+    world.writeUser(kOddFile);
+    const ChildResult result = world.run({"reset", "zoom"}, {{"regression_testing", "1"}});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.err.find("regression_testing"), std::string::npos) << result.err;
+    EXPECT_EQ(readTextFile(world.userFile()), kOddFile);
+    EXPECT_FALSE(std::filesystem::exists(world.home() / "tessel_settings.cfg"));
+}
+
+}  // namespace
