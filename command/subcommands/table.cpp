@@ -13,6 +13,7 @@ const std::vector<const Subcommand*>& subcommands() {
         &kDiff,
         &kSet,
         &kReset,
+        &kSchema,
         &kReport,
         // Shortcuts.
         &kShortcuts,

@@ -17,6 +17,7 @@ extern const Subcommand kLint;
 extern const Subcommand kList;
 extern const Subcommand kReport;
 extern const Subcommand kReset;
+extern const Subcommand kSchema;
 extern const Subcommand kSet;
 extern const Subcommand kSheet;
 extern const Subcommand kShortcuts;

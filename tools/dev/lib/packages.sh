@@ -2,8 +2,9 @@
 
 readonly buildPackages=(g++ cmake ninja-build rapidjson-dev googletest)
 readonly windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
-# The test of the installed package asks pkg-config for its flags; an example host is written in Python.
-readonly testPackages=(pkg-config python3)
+# The test of the installed package asks pkg-config for its flags; an example host is written in Python, and a validator
+# in it tests the command's schemas.
+readonly testPackages=(pkg-config python3 python3-jsonschema)
 # Headers of the command, which is left out where they are missing.
 readonly commandPackages=(libcli11-dev libfmt-dev)
 # The board viewer of the examples needs Qt; the library itself does without.
@@ -27,6 +28,7 @@ hasPackage() {
             compgen -G '/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a' ;;
         libbenchmark-dev) [[ -e /usr/include/benchmark/benchmark.h ]] ;;
         libcli11-dev) [[ -e /usr/include/CLI/CLI.hpp || -e /usr/local/include/CLI/CLI.hpp ]] ;;
+        python3-jsonschema) python3 -c 'import jsonschema' ;;
         libfmt-dev) [[ -e /usr/include/fmt/format.h || -e /usr/local/include/fmt/format.h ]] ;;
         libboost-dev) [[ -e /usr/include/boost/version.hpp ]] ;;
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
