@@ -34,6 +34,7 @@ hasPackage() {
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
         qt6-base-dev) compgen -G '/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ||
             compgen -G '/usr/lib*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ;;
+        chromium-driver) command -v chromedriver ;;
         fonts-dejavu-core) compgen -G '/usr/share/fonts/*/dejavu/DejaVuSans.ttf' ;;
         xvfb) command -v Xvfb && command -v xvfb-run ;;
         qtbase5-dev) compgen -G '/usr/include/*/qt5/QtCore' || [[ -e /usr/include/qt5/QtCore ]] ;;
