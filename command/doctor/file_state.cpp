@@ -2,18 +2,17 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "command/sections.h"
 #include "command/system/rights.h"
 #include "command/text.h"
 #include "json/located_document.h"
 #include "platform/files.h"
 #include "platform/native_paths.h"
 #include "platform/replacement_name.h"
-#include "prefs/section_walk.h"
 
 namespace zelutil::command {
 namespace {
@@ -22,24 +21,15 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kMostShown = 40;
 
-/// Returns whether a section says something itself. One that only groups others may be there twice.
-bool hasContent(json::View section) {
-    return prefs::hasOwnSettings(section) || prefs::hasSubManager(section) ||
-           prefs::hasEntries(section.member(prefs::kOverriddenSettings));
-}
-
 FileState::Remark remark(std::string text, const json::Position& position) {
     return {std::move(text), static_cast<int>(position.line), static_cast<int>(position.column)};
 }
 
 std::vector<FileState::Remark> repeatedSectionsIn(const json::LocatedDocument& document) {
-    std::set<std::string> paths;
     std::vector<FileState::Remark> repeated;
-    prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
-        if (hasContent(visited.element) && !paths.insert(visited.attributePath).second) {
-            repeated.push_back(
-                remark(visited.attributePath, document.positionOf(visited.element).value_or(json::Position())));
-        }
+    forEachRepeatedSection(document.root(), [&](const prefs::VisitedSection& visited, json::View) {
+        repeated.push_back(
+            remark(visited.attributePath, document.positionOf(visited.element).value_or(json::Position())));
     });
     return repeated;
 }

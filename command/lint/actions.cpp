@@ -6,8 +6,10 @@
 
 #include "actions/action_catalogue.h"
 #include "actions/action_text.h"
+#include "actions/overwritable.h"
 #include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
+#include "command/lint/section_forms.h"
 #include "command/lint/shortcut_spelling.h"
 #include "json/writer.h"
 
@@ -47,11 +49,12 @@ public:
     }
 
 private:
-    /// Takes those that the catalogue has, in the order of the list.
+    /// Takes those that a load takes, in the order of the list.
     void collect() {
         for (const View element : list_.elements()) {
-            const int id = actions::definitionOf(element).id;
-            if (catalogue_.find(id) == nullptr) {
+            const ActionDefinition definition = actions::definitionOf(element);
+            const int id = definition.id;
+            if (!definition.isUsable()) {
                 continue;
             }
             const auto [first, isNew] = places_.try_emplace(id, elements_.size());
@@ -106,9 +109,8 @@ private:
         const View parent = element.member("parent_id");
         if (catalogue_.find(definition.parentId) == nullptr) {
             report_.add(Rule::MissingParent, parent, "There is no " + actionText(definition.parentId) + '.');
-        } else if (closesCircle(definition.id)) {
-            report_.add(Rule::CircleOfParents, parent,
-                        "The parents of " + actionText(definition.id) + " lead back to it.");
+        } else {
+            followParents(definition.id);
         }
         for (const std::string_view own : {kShortcut, kMenuFlag}) {
             if (element.member(own)) {
@@ -118,17 +120,20 @@ private:
         }
     }
 
-    /// Returns whether the action is in a circle, once for each circle.
-    bool closesCircle(int id) {
-        std::set<int> onTheWay;
+    /// Goes up from an action and reports the circle in which that ends, once for each circle: at the action where the
+    /// way up closes.
+    void followParents(int id) {
+        std::set<int> way;
         int at = id;
-        while (onTheWay.insert(at).second && known_.count(at) == 0) {
+        while (at > 0 && known_.count(at) == 0 && way.insert(at).second) {
             const ActionCatalogue::Action* const action = catalogue_.find(at);
             at = action == nullptr ? 0 : action->parentId;
         }
-        const bool inCircle = at == id && known_.count(id) == 0;
-        known_.insert(onTheWay.begin(), onTheWay.end());
-        return inCircle;
+        if (way.count(at) != 0) {
+            report_.add(Rule::CircleOfParents, elements_[places_.at(at)].second.member("parent_id"),
+                        "The parents of " + actionText(at) + " lead back to it.");
+        }
+        known_.insert(way.begin(), way.end());
     }
 
     View list_;
@@ -140,7 +145,37 @@ private:
     std::set<int> known_;
 };
 
+/// Reports the children that a load gives their parent's shortcut although their context refuses it.
+void checkHeirs(View list, const ActionCatalogue& loaded, Report& report) {
+    std::set<int> seen;
+    for (const View element : list.elements()) {
+        const ActionDefinition definition = actions::definitionOf(element);
+        if (!definition.isUsable() || !seen.insert(definition.id).second || definition.parentId == 0) {
+            continue;
+        }
+        const ActionCatalogue::Action& child = *loaded.find(definition.id);
+        const std::string& shortcut = actions::effectiveValue(child.shortcut);
+        const int holder = child.boundTo() == shortcut ? 0 : loaded.shortcutTakenBy(child.id, shortcut);
+        if (holder != 0) {
+            report.add(Rule::RefusedToChild, element.member("parent_id"),
+                       "Action " + std::to_string(child.id) + " takes over the shortcut " + quoted(shortcut) +
+                           " of its parent, " + actionText(child.parentId) +
+                           ", and does not get it, because it is that of " + actionText(holder) + '.');
+        }
+    }
+}
+
 }  // namespace
+
+View shippedActions(View root) {
+    View found = root.member(kActions) ? root : View();
+    prefs::forEachSection(root, [&](const prefs::VisitedSection& visited) {
+        if (!found && prefs::hasSubManager(visited.element) && isOfActions(visited.element)) {
+            found = visited.element.member(prefs::kDefaultSettings);
+        }
+    });
+    return found;
+}
 
 void checkActions(View object, Report& report) {
     if (!checkObject(object, actionListForm(), report)) {
@@ -159,6 +194,7 @@ void checkActions(View object, Report& report) {
     // Before children take over from their parents everything is as it is shipped.
     catalogue.loadAndEdit(json::compactText(object).value_or(""),
                           [&](ActionCatalogue& loading) { ShippedActions(list, report, loading).run(); });
+    checkHeirs(list, catalogue, report);
 }
 
 }  // namespace zelutil::lint

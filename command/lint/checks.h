@@ -7,10 +7,16 @@
 /// The checks of the kinds of files, one source file each.
 namespace zelutil::lint {
 
+/// Checks that no two sections have one attribute path.
+void checkRepeatedPaths(json::View root, Report& report);
+
 void checkDefaults(json::View root, Report& report);
 
 /// Without the defaults (an absent value) only the form is checked, and what needs no look at them.
 void checkUser(json::View root, json::View defaults, Report& report);
+
+/// Returns the object with the shipped actions: of the defaults, or of a file of its own.
+json::View shippedActions(json::View root);
 
 /// Checks the object with the shipped actions.
 void checkActions(json::View object, Report& report);

@@ -5,7 +5,6 @@
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
 #include "prefs/catalogue_reader.h"
-#include "prefs/definition_walk.h"
 
 namespace zelutil::lint {
 namespace {
@@ -72,43 +71,54 @@ void checkSection(View section, Report& report) {
 /// Looks which definitions the catalogue does not take.
 class RepeatedDefinitions {
 public:
-    RepeatedDefinitions(View root, Report& report) : report_(report) { prefs::readDefaults(root, catalogue_); }
+    explicit RepeatedDefinitions(Report& report) : report_(report) {}
 
     void run(View root) {
-        prefs::forEachSection(root, [this](const VisitedSection& visited) { inSection(visited); });
+        prefs::readDefaults(root, catalogue_, [this](const prefs::Definition& made) { note(made); });
+        for (std::uint32_t number = 0; number < definitions_.size(); ++number) {
+            if (!isRepeated(number) && definitions_[number].lendsBareName) {
+                checkBareName(number);
+            }
+        }
+        prefs::forEachSection(root, [this](const VisitedSection& visited) { checkSubManager(visited); });
     }
 
 private:
-    struct Definition {
-        View name;
-        std::string fullName;
+    struct Defined {
+        View element;
+        std::size_t path = 0;  ///< Its place among the paths.
+        bool lendsBareName = false;
+
+        View name() const { return element.member(prefs::kName); }
     };
 
-    void inSection(const VisitedSection& visited) {
-        checkPath(visited);
-        if (!prefs::hasOwnSettings(visited.element)) {
-            checkSubManager(visited);
-            return;
+    void note(const prefs::Definition& made) {
+        if (paths_.empty() || paths_.back() != made.attributePath) {
+            paths_.push_back(made.attributePath);
         }
-        const View unique = visited.element.member(prefs::kUnique);
-        const bool lendsBareNames = !unique || unique.isTrue();
-        for (const View element : visited.element.member(prefs::kDefaultSettings).elements()) {
-            if (const auto setting = prefs::defaultSetting(element)) {
-                const std::string fullName =
-                    visited.attributePath + std::string(prefs::kNameSeparator) + std::string(setting->name);
-                definitions_.push_back({element.member(prefs::kName), fullName});
-                checkDefinition(*setting, lendsBareNames);
-            }
-        }
+        definitions_.push_back({made.element, paths_.size() - 1, made.lendsBareName});
     }
 
-    void checkPath(const VisitedSection& visited) {
-        const View attribute = visited.element.member(prefs::kAttribute);
-        const auto [first, isNew] = paths_.try_emplace(visited.attributePath, attribute);
-        if (!isNew) {
-            report_.add(Rule::RepeatedPath, attribute,
-                        "The attribute path " + inQuotes(visited.attributePath) + " is that of another section (" +
-                            report_.lineOf(first->second) + ").");
+    bool isRepeated(std::uint32_t number) {
+        const std::uint32_t holder = catalogue_.settings().find(catalogue_.settings().record(number).key)->number;
+        if (holder == number) {
+            return false;
+        }
+        const View name = definitions_[number].name();
+        report_.add(Rule::RepeatedSetting, name,
+                    "The setting " + inQuotes(fullNameOf(paths_[definitions_[number].path], *name.text())) +
+                        " is defined earlier (" + lineOf(holder) + "), and the first definition counts.");
+        return true;
+    }
+
+    void checkBareName(std::uint32_t number) {
+        const View name = definitions_[number].name();
+        const std::uint32_t holder = catalogue_.find(*name.text())->number;
+        if (holder != number) {
+            report_.add(Rule::BareNameTwice, name,
+                        "The bare name " + inQuotes(*name.text()) + " means another section's setting (" +
+                            lineOf(holder) + ").",
+                        "Give the section \"unique\": false, or the setting another name.");
         }
     }
 
@@ -125,32 +135,13 @@ private:
         }
     }
 
-    void checkDefinition(const prefs::DefaultSetting& setting, bool lendsBareNames) {
-        const Definition& definition = definitions_.back();
-        const std::size_t number = definitions_.size() - 1;
-        const std::size_t holder = catalogue_.find(definition.fullName)->number;
-        if (holder != number) {
-            report_.add(Rule::RepeatedSetting, definition.name,
-                        "The setting " + inQuotes(definition.fullName) + " is defined earlier (" + lineOf(holder) +
-                            "), and the first definition counts.");
-            return;
-        }
-        const std::size_t bareHolder = lendsBareNames ? catalogue_.find(setting.name)->number : number;
-        if (bareHolder != number) {
-            report_.add(Rule::BareNameTwice, definition.name,
-                        "The bare name " + inQuotes(setting.name) + " means another section's setting (" +
-                            lineOf(bareHolder) + ").",
-                        "Give the section \"unique\": false, or the setting another name.");
-        }
-    }
-
-    std::string lineOf(std::size_t number) const { return report_.lineOf(definitions_[number].name); }
+    std::string lineOf(std::uint32_t number) const { return report_.lineOf(definitions_[number].name()); }
 
     Report& report_;
     prefs::Catalogue catalogue_;
     /// By the numbers of their records.
-    std::vector<Definition> definitions_;
-    std::map<std::string, View> paths_;
+    std::vector<Defined> definitions_;
+    std::vector<std::string> paths_;
     std::map<std::int32_t, View> subManagers_;
 };
 
@@ -158,7 +149,8 @@ private:
 
 void checkDefaults(View root, Report& report) {
     SectionForms(report, [&](View section) { checkSection(section, report); }).run(root);
-    RepeatedDefinitions(root, report).run(root);
+    checkRepeatedPaths(root, report);
+    RepeatedDefinitions(report).run(root);
 }
 
 }  // namespace zelutil::lint

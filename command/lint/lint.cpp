@@ -2,25 +2,12 @@
 
 #include <algorithm>
 
-#include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
-#include "command/lint/section_forms.h"
 
 namespace zelutil::lint {
 namespace {
 
 using json::View;
-
-/// Returns the object with the shipped actions: of the defaults, or of a file of its own.
-View shippedActions(View root) {
-    View found = root.member(kActions) ? root : View();
-    prefs::forEachSection(root, [&](const prefs::VisitedSection& visited) {
-        if (!found && prefs::hasSubManager(visited.element) && isOfActions(visited.element)) {
-            found = visited.element.member(prefs::kDefaultSettings);
-        }
-    });
-    return found;
-}
 
 void check(FileKind kind, View root, View defaults, Report& report) {
     switch (kind) {

@@ -47,6 +47,8 @@ const std::array<RuleInfo, kRuleCount>& rules() {
         {Rule::FacetType, "ZU028", Severity::Warning, "A facet's type is nearly \"Numerical\""},
         // Defaults again.
         {Rule::SubManager, "ZU029", Severity::Warning, "The library does not read this sub-manager's section"},
+        // Shipped actions again.
+        {Rule::RefusedToChild, "ZU030", Severity::Error, "A child does not get its parent's shortcut"},
     }};
     return kRules;
 }

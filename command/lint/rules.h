@@ -40,9 +40,10 @@ enum class Rule {
     RepeatedFacet,
     FacetType,
     SubManager,
+    RefusedToChild,
 };
 
-inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::SubManager) + 1;
+inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::RefusedToChild) + 1;
 
 struct RuleInfo {
     Rule rule;

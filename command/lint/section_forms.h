@@ -1,10 +1,18 @@
 #ifndef ZELUTIL_COMMAND_LINT_SECTION_FORMS_H
 #define ZELUTIL_COMMAND_LINT_SECTION_FORMS_H
 
+#include <string>
+#include <string_view>
+
 #include "command/lint/object_form.h"
 #include "prefs/section_walk.h"
 
 namespace zelutil::lint {
+
+/// Returns the name under which a setting of a section is always found.
+inline std::string fullNameOf(const std::string& attributePath, std::string_view name) {
+    return attributePath + std::string(prefs::kNameSeparator) + std::string(name);
+}
 
 /// Returns whether a section says that it belongs to the actions.
 inline bool isOfActions(json::View section) {

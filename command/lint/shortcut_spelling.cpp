@@ -18,6 +18,9 @@ using command::tokensOf;
 /// Another spelling is the usual one when it is so many times as frequent.
 constexpr std::size_t kUsual = 2;
 
+/// Nobody presses more keys at once. A text with more parts names none, and they would have to be compared in pairs.
+constexpr std::ptrdiff_t kMostParts = 8;
+
 void addKey(std::string_view token, std::vector<SpellingChoice>& choices) {
     const bool isLetter = token.size() == 1 && ascii::lowerCase(token[0]) >= 'a' && ascii::lowerCase(token[0]) <= 'z';
     if (isLetter) {
@@ -38,31 +41,42 @@ void addOrder(const std::vector<std::string>& modifiers, std::vector<SpellingCho
     }
 }
 
-using Counts = std::map<std::string, std::map<std::string, std::size_t>>;
+/// How often each spelling occurs, and which one does most often.
+struct Spellings {
+    std::map<std::string, std::size_t> counts;
+    std::string usual;
+};
 
-Counts countsOf(const std::vector<WrittenShortcut>& shortcuts) {
-    Counts counts;
+/// By what the choices are about.
+using Spelled = std::map<std::string, Spellings>;
+
+Spelled spelledIn(const std::vector<WrittenShortcut>& shortcuts) {
+    Spelled all;
     for (const WrittenShortcut& shortcut : shortcuts) {
         for (const auto& [about, spelling] : choicesOf(shortcut.text)) {
-            ++counts[about][spelling];
+            ++all[about].counts[spelling];
         }
     }
-    return counts;
+    for (auto& [about, spellings] : all) {
+        const auto& counts = spellings.counts;
+        spellings.usual = std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
+                              return a.second < b.second;
+                          })->first;
+    }
+    return all;
 }
 
 /// Returns the spelling that most others have where it is another one; the empty text otherwise.
-std::string usualInstead(const SpellingChoice& choice, const Counts& counts) {
-    const auto& spellings = counts.at(choice.about);
-    const auto usual = std::max_element(spellings.begin(), spellings.end(),
-                                        [](const auto& a, const auto& b) { return a.second < b.second; });
-    return usual->second >= kUsual * spellings.at(choice.spelling) ? usual->first : std::string();
+std::string usualInstead(const SpellingChoice& choice, const Spelled& all) {
+    const auto& [counts, usual] = all.at(choice.about);
+    return counts.at(usual) >= kUsual * counts.at(choice.spelling) ? usual : std::string();
 }
 
 }  // namespace
 
 std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
     std::vector<SpellingChoice> choices;
-    if (shortcut.empty()) {
+    if (shortcut.empty() || std::count(shortcut.begin(), shortcut.end(), '+') > kMostParts) {
         return choices;
     }
     const std::vector<std::string_view> tokens = tokensOf(shortcut);
@@ -81,10 +95,10 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
 }
 
 void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report) {
-    const Counts counts = countsOf(shortcuts);
+    const Spelled all = spelledIn(shortcuts);
     for (const WrittenShortcut& shortcut : shortcuts) {
         for (const SpellingChoice& choice : shortcut.place ? choicesOf(shortcut.text) : std::vector<SpellingChoice>()) {
-            const std::string usual = usualInstead(choice, counts);
+            const std::string usual = usualInstead(choice, all);
             if (!usual.empty()) {
                 report.add(Rule::SpellingOfShortcut, shortcut.place,
                            "The other shortcuts spell " + choice.about + ' ' + usual + ", this one " + choice.spelling +

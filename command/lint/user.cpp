@@ -1,12 +1,11 @@
 // The rules for the user's preferences. What an entry means is asked of the library's own reader.
 #include <map>
-#include <optional>
-#include <set>
 #include <string>
 #include <unordered_map>
 
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
+#include "command/sections.h"
 #include "prefs/catalogue_reader.h"
 #include "prefs/definition_walk.h"
 
@@ -51,8 +50,7 @@ public:
         prefs::forEachSection(defaults, [&](const VisitedSection& visited) {
             paths_.push_back(visited.attributePath);
             count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
-                fullNames_.push_back(visited.attributePath + std::string(prefs::kNameSeparator) +
-                                     std::string(setting.name));
+                fullNames_.push_back(fullNameOf(visited.attributePath, setting.name));
                 names_.emplace_back(setting.name);
             });
         });
@@ -76,17 +74,55 @@ private:
     std::size_t hints_ = 0;
 };
 
+/// Checks what sections hold, one after the other.
+class SectionContents {
+public:
+    /// The object with the shipped actions may be absent.
+    SectionContents(View shippedActions, Report& report) : shippedActions_(shippedActions), report_(report) {}
+
+    void check(prefs::SubManagerType type, const VisitedSection& visited) {
+        const View entries = visited.element.member(prefs::kOverriddenSettings);
+        if (!entries) {
+            return;
+        }
+        if (type == prefs::SubManagerType::None) {
+            checkEntries(entries, report_);
+        } else if (isRead(type, visited) && type == prefs::SubManagerType::Actions) {
+            checkUserActions(entries, shippedActions_, report_);
+        }
+    }
+
+private:
+    /// Only the first section of a sub-manager is read, even when it holds nothing.
+    bool isRead(prefs::SubManagerType type, const VisitedSection& visited) {
+        const auto [first, isNew] = firsts_.try_emplace(type, First{visited.attributePath, visited.element});
+        const bool isTold = visited.attributePath == first->second.path && command::hasContent(first->second.element);
+        if (!isNew && !isTold && command::hasContent(visited.element)) {
+            const View attribute = visited.element.member(prefs::kAttribute);
+            report_.add(Rule::RepeatedPath, attribute,
+                        "An earlier section belongs to the same sub-manager (" +
+                            report_.lineOf(first->second.element.member(prefs::kAttribute)) +
+                            "), and only that one is read.");
+        }
+        return isNew;
+    }
+
+    struct First {
+        std::string path;
+        View element;
+    };
+
+    View shippedActions_;
+    Report& report_;
+    std::map<prefs::SubManagerType, First> firsts_;
+};
+
 /// Reads the file as the library does and tells what its reader finds.
 class AgainstDefaults {
 public:
-    AgainstDefaults(View root, View defaults, Report& report) : report_(report), names_(defaults) {
+    AgainstDefaults(View root, View defaults, Report& report)
+        : report_(report), names_(defaults), contents_(shippedActions(defaults), report) {
         prefs::readDefaults(defaults, catalogue_);
-        prefs::forEachSection(defaults, [this](const VisitedSection& visited) {
-            if (prefs::hasSubManager(visited.element)) {
-                shipped_.try_emplace(prefs::subManagerNumber(visited.element),
-                                     visited.element.member(prefs::kDefaultSettings));
-            }
-        });
         prefs::readUserSettings(root, catalogue_,
                                 [this](const EntryFinding& finding, View place) { tell(finding, place); });
         prefs::forEachSection(root, [this](const VisitedSection& visited) { inSection(visited); });
@@ -122,32 +158,18 @@ private:
         report_.addAtKey(Rule::AnotherSection, place, finding.name,
                          "The name " + inQuotes(finding.name) + " means " + meant + ", not a setting of the section " +
                              inQuotes(finding.section) + '.',
-                         "Write the full name, " + finding.section + std::string(prefs::kNameSeparator) + finding.name +
-                             ", if that is there.");
+                         "Write the full name, " + fullNameOf(finding.section, finding.name) + ", if that is there.");
     }
 
     void inSection(const VisitedSection& visited) {
-        const View entries = visited.element.member(prefs::kOverriddenSettings);
         const auto section = catalogue_.sections().find(visited.attributePath);
-        if (section == catalogue_.sections().end() || !entries) {
+        if (section == catalogue_.sections().end()) {
             return;
         }
         const prefs::SubManagerType type{section->second->submanagerId};
+        contents_.check(type, visited);
         if (type == prefs::SubManagerType::None) {
-            checkEntries(entries, report_);
-            checkRepeated(entries, visited.attributePath);
-        } else {
-            inSubManager(type, visited, entries);
-        }
-    }
-
-    void inSubManager(prefs::SubManagerType type, const VisitedSection& visited, View entries) {
-        const bool isNew = subManagers_.insert(type).second;
-        if (!isNew && prefs::hasEntries(entries)) {
-            report_.add(Rule::RepeatedPath, visited.element.member(prefs::kAttribute),
-                        "An earlier section belongs to the same sub-manager, and only that one is read.");
-        } else if (type == prefs::SubManagerType::Actions) {
-            checkUserActions(entries, shipped_[static_cast<std::int32_t>(type)], report_);
+            checkRepeated(visited.element.member(prefs::kOverriddenSettings), visited.attributePath);
         }
     }
 
@@ -175,45 +197,26 @@ private:
 
     Report& report_;
     KnownNames names_;
+    SectionContents contents_;
     prefs::Catalogue catalogue_;
-    std::map<std::int32_t, View> shipped_;
-    std::set<prefs::SubManagerType> subManagers_;
     std::unordered_map<std::uint32_t, json::Member> entries_;
 };
-
-void checkAlone(View section, Report& report) {
-    const View entries = section.member(prefs::kOverriddenSettings);
-    if (!entries) {
-        return;
-    }
-    // Without the defaults a section's own number tells what it holds.
-    if (isOfActions(section)) {
-        checkUserActions(entries, View(), report);
-    } else {
-        checkEntries(entries, report);
-    }
-}
 
 }  // namespace
 
 void checkUser(View root, View defaults, Report& report) {
     SectionForms(report, [&](View section) { checkObject(section, userSectionForm(), report); }).run(root);
-    std::map<std::string, View> paths;
-    prefs::forEachSection(root, [&](const VisitedSection& visited) {
-        const View attribute = visited.element.member(prefs::kAttribute);
-        const auto [first, isNew] = paths.try_emplace(visited.attributePath, attribute);
-        if (!isNew) {
-            report.add(Rule::RepeatedPath, attribute,
-                       "The attribute path " + inQuotes(visited.attributePath) + " is that of another section (" +
-                           report.lineOf(first->second) + ").");
-        }
-        if (!defaults) {
-            checkAlone(visited.element, report);
-        }
-    });
+    checkRepeatedPaths(root, report);
     if (defaults) {
         AgainstDefaults(root, defaults, report);
+        return;
     }
+    SectionContents contents(View(), report);
+    prefs::forEachSection(root, [&](const VisitedSection& visited) {
+        // Without the defaults a section's own number tells what it holds.
+        contents.check(isOfActions(visited.element) ? prefs::SubManagerType::Actions : prefs::SubManagerType::None,
+                       visited);
+    });
 }
 
 }  // namespace zelutil::lint

@@ -44,7 +44,7 @@ ActionCatalogue::Tables::Tables(DefinitionReader& reader) {
 }
 
 void ActionCatalogue::Tables::define(const ActionDefinition& definition) {
-    if (definition.id < 1 || definition.parentId < 0 || definition.command.empty() || definition.context.empty()) {
+    if (!definition.isUsable()) {
         return;
     }
     const auto [place, added] = actions.try_emplace(definition.id);

@@ -96,22 +96,35 @@ bool DefinitionReader::next(ActionDefinition& definition) {
     return true;
 }
 
+json::View userEntriesOf(json::View root) {
+    const json::View list = wrapped(root).member(kActions);
+    return list.isArray() ? list : json::View();
+}
+
+UserEntry userEntryOf(json::View element) {
+    const json::View shortcut = element.member(kShortcut);
+    const json::View rmb = element.member(kRmb);
+    UserEntry entry;
+    entry.id = element.member(kId).integer().value_or(0);
+    entry.shortcut = shortcut ? std::optional(textOrEmpty(shortcut)) : std::nullopt;
+    entry.inMenu = rmb ? std::optional(rmb.isTrue()) : std::nullopt;
+    return entry;
+}
+
 UserEntryReader::UserEntryReader(std::string_view text)
-    : document_(text), elements_(wrapped(document_.root()).member(kActions).elements()), next_(elements_.begin()) {}
+    : document_(text), elements_(userEntriesOf(document_.root()).elements()), next_(elements_.begin()) {}
 
 bool UserEntryReader::next(UserEntry& entry) {
+    if (next_ == elements_.end()) {
+        return false;
+    }
+    entry = userEntryOf(*next_);
     // Kept deliberately: an element without an id ends the reading, and the later ones are lost. A damaged list is
     // applied up to the damage and no further.
-    const int id = next_ == elements_.end() ? 0 : (*next_).member(kId).integer().value_or(0);
-    if (id < 1) {
+    if (entry.id < 1) {
         next_ = elements_.end();
         return false;
     }
-    const json::View shortcut = (*next_).member(kShortcut);
-    const json::View rmb = (*next_).member(kRmb);
-    entry.id = id;
-    entry.shortcut = shortcut ? std::optional(textOrEmpty(shortcut)) : std::nullopt;
-    entry.inMenu = rmb ? std::optional(rmb.isTrue()) : std::nullopt;
     ++next_;
     return true;
 }

@@ -26,6 +26,9 @@ struct ActionDefinition {
     std::string_view command;
     std::string_view shortcut;
     bool inMenu = false;
+
+    /// Returns whether it makes sense as an action. A load passes over one that does not.
+    bool isUsable() const { return id >= 1 && parentId >= 0 && !command.empty() && !context.empty(); }
 };
 
 /// Reads one element of a shipped text; the texts live as long as its document.
@@ -51,11 +54,18 @@ private:
 
 /// One element of a user's text. The shortcut lives as long as its reader.
 struct UserEntry {
-    /// 1 or more.
+    /// 1 or more, as a reader returns it.
     int id = 0;
     std::optional<std::string_view> shortcut;
     std::optional<bool> inMenu;
 };
+
+/// Returns the array with the elements of a user's text, [{"actions":[...]}]; absent for any other value.
+json::View userEntriesOf(json::View root);
+
+/// Reads one element of a user's text; the shortcut lives as long as its document. The id is less than 1 for one
+/// without an id, from which on nothing is read.
+UserEntry userEntryOf(json::View element);
 
 /// Reads [{"actions":[...]}]. Any other text has no elements.
 class UserEntryReader {

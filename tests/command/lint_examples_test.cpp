@@ -110,7 +110,7 @@ TEST(LintExamples, AFindingStandsAtTheVeryTextThatItIsAbout) {
         {"ZU016", "\"ctrl+P\""},    {"ZU017", "\"dispaly\""}, {"ZU018", "\"gird\""},
         {"ZU019", "\"grid\""},      {"ZU020", "\"grid\""},    {"ZU023", "77"},
         {"ZU024", "\"Ctrl+O\""},    {"ZU026", "\"Net\""},     {"ZU027", "\"Length\""},
-        {"ZU028", "\"numerical\""}, {"ZU029", "10"},
+        {"ZU028", "\"numerical\""}, {"ZU029", "10"},          {"ZU030", "1"},
     };
     const Document document = readDocument();
     for (const Placed& row : rows) {

@@ -1,0 +1,15 @@
+// The rule for sections of one attribute path, in both preference files.
+#include "command/lint/checks.h"
+#include "command/sections.h"
+
+namespace zelutil::lint {
+
+void checkRepeatedPaths(json::View root, Report& report) {
+    command::forEachRepeatedSection(root, [&](const prefs::VisitedSection& visited, json::View first) {
+        report.add(Rule::RepeatedPath, visited.element.member(prefs::kAttribute),
+                   "The attribute path " + quoted(visited.attributePath) + " is that of another section (" +
+                       report.lineOf(first.member(prefs::kAttribute)) + ").");
+    });
+}
+
+}  // namespace zelutil::lint

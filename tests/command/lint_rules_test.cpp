@@ -1,0 +1,158 @@
+// Cases of single rules that the examples of docs/lint.md do not show.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "command/lint/shortcut_spelling.h"
+#include "command/lint_findings.h"
+
+namespace zelutil::lint {
+namespace {
+
+/// Returns "ZU014 at 2:3" and so on, blanks between them.
+std::string placesOf(const std::vector<Finding>& findings) {
+    std::string text;
+    for (const Finding& finding : findings) {
+        text += (text.empty() ? "" : ", ") + std::string(infoOf(finding.rule).number) + " at " +
+                std::to_string(finding.begin.line) + ':' + std::to_string(finding.begin.column);
+    }
+    return text;
+}
+
+/// Returns a list of actions, a line each.
+std::string actionsOf(const std::vector<std::string>& elements) {
+    std::string list = "{\"actions\": [";
+    for (const std::string& element : elements) {
+        list += (list.back() == '[' ? "\n" : ",\n") + element;
+    }
+    return list + "]}";
+}
+
+// --- Parents
+// ----------------------------------------------------------------------------------------------------------
+
+constexpr char kTail[] = R"({"id": 3, "parent_id": 1, "context": "c", "command": "x"})";
+constexpr char kOne[] = R"({"id": 1, "parent_id": 2, "context": "d", "command": "x"})";
+constexpr char kTwo[] = R"({"id": 2, "parent_id": 1, "context": "e", "command": "x"})";
+
+TEST(LintParents, ACircleIsToldOnceWhereverTheListBegins) {
+    // The number behind "parent_id" stands in column 24, in the line of the action to which the way up comes back.
+    EXPECT_EQ(placesOf(lint(actionsOf({kOne, kTwo}))), "ZU014 at 2:24");
+    EXPECT_EQ(placesOf(lint(actionsOf({kTail, kOne, kTwo}))), "ZU014 at 3:24");
+    EXPECT_EQ(placesOf(lint(actionsOf({kTwo, kTail, kOne}))), "ZU014 at 2:24");
+    EXPECT_EQ(placesOf(lint(actionsOf({R"({"id": 4, "parent_id": 4, "context": "c", "command": "y"})"}))),
+              "ZU014 at 2:24");
+}
+
+TEST(LintParents, TwoCirclesAreTwo) {
+    const std::string three = R"({"id": 5, "parent_id": 6, "context": "f", "command": "x"})";
+    const std::string four = R"({"id": 6, "parent_id": 5, "context": "g", "command": "x"})";
+    EXPECT_EQ(placesOf(lint(actionsOf({kTail, kOne, kTwo, three, four}))), "ZU014 at 3:24, ZU014 at 5:24");
+}
+
+constexpr char kParent[] = R"({"id": 1, "context": "board", "command": "a", "shortcut": "F1"})";
+constexpr char kChild[] = R"({"id": 2, "parent_id": 1, "context": "panel", "command": "a"})";
+constexpr char kRival[] = R"({"id": 3, "context": "panel", "command": "b", "shortcut": "F1"})";
+
+TEST(LintParents, AShortcutThatIsTakenOverAndRefusedIsTold) {
+    EXPECT_EQ(placesOf(lint(actionsOf({kParent, kChild}))), "");
+    EXPECT_EQ(placesOf(lint(actionsOf({kParent, kChild, kRival}))), "ZU030 at 3:24");
+    EXPECT_EQ(placesOf(lint(actionsOf({kRival, kChild, kParent}))), "ZU030 at 3:24");
+    EXPECT_EQ(told(lint(actionsOf({kParent, kChild, kRival}))),
+              "ZU030 at 3:24: Action 2 takes over the shortcut \"F1\" of its parent, action 1, and does not get it, "
+              "because it is that of action 3. \n");
+}
+
+TEST(LintParents, TwoChildrenInOneContextCannotBothHaveIt) {
+    const std::string second = R"({"id": 4, "parent_id": 1, "context": "panel", "command": "c"})";
+    EXPECT_EQ(placesOf(lint(actionsOf({kParent, kChild, second}))), "ZU030 at 4:24");
+}
+
+TEST(LintParents, AGrandchildIsRefusedWhatItsGrandparentHas) {
+    const std::string grandchild = R"({"id": 4, "parent_id": 2, "context": "board", "command": "c"})";
+    // For the child's own sake it could have it, but the child of the child could not.
+    EXPECT_EQ(placesOf(lint(actionsOf({kParent, kChild, grandchild}))), "ZU030 at 3:24, ZU030 at 4:24");
+}
+
+// --- What counts
+// ------------------------------------------------------------------------------------------------------
+
+TEST(LintActions, OfTwoEqualIdsTheFirstOneThatALoadTakesCounts) {
+    const std::string invalid = R"({"id": 1, "context": "board", "shortcut": "F1"})";
+    const std::string valid = R"({"id": 1, "context": "board", "command": "a", "shortcut": "F1"})";
+    const std::string other = R"({"id": 2, "context": "board", "command": "b", "shortcut": "F1"})";
+    EXPECT_EQ(placesOf(lint(actionsOf({invalid, valid}))), "ZU005 at 2:1");
+    EXPECT_EQ(placesOf(lint(actionsOf({valid, invalid}))), "ZU005 at 3:1");
+    EXPECT_EQ(placesOf(lint(actionsOf({valid, valid}))), "ZU010 at 3:8");
+    // The clash is that with the action that is there, in line 3.
+    const std::vector<Finding> clash = lint(actionsOf({invalid, valid, other}));
+    ASSERT_EQ(placesOf(clash), "ZU005 at 2:1, ZU012 at 4:59");
+    EXPECT_NE(clash[1].message.find("(line 3)"), std::string::npos) << clash[1].message;
+}
+
+// --- Sections
+// ---------------------------------------------------------------------------------------------------------
+
+constexpr char kSectionDefaults[] = R"({"meta": [
+{"header": "D", "attribute": "d", "tclCommand": "t", "defaultsettings": [{"name": "x", "value": "1"}]},
+{"header": "K", "attribute": "k", "submanagerId": 100, "tclCommand": "t", "defaultsettings":
+ {"actions": [{"id": 1, "context": "c", "command": "a", "shortcut": "F1"}]}}]})";
+
+std::string sectionsOf(const std::vector<std::string>& elements) {
+    std::string list = "{\"meta\": [";
+    for (const std::string& element : elements) {
+        list += (list.back() == '[' ? "\n" : ",\n") + element;
+    }
+    return list + "]}";
+}
+
+TEST(LintSections, OneThatOnlyGroupsOthersMayBeThereTwice) {
+    const std::string groups = R"({"header": "G", "attribute": "g", "children": []})";
+    const std::string holds =
+        R"({"header": "G", "attribute": "g", "tclCommand": "t", "defaultsettings": [{"name": "y", "value": "1"}]})";
+    const std::string more =
+        R"({"header": "G", "attribute": "g", "tclCommand": "t", "defaultsettings": [{"name": "z", "value": "1"}]})";
+    EXPECT_EQ(placesOf(lint(sectionsOf({groups, holds, groups}))), "");
+    EXPECT_EQ(placesOf(lint(sectionsOf({groups, holds, more}))), "ZU007 at 4:30");
+    const std::string ofUser = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": "2"}]})";
+    const std::string empty = R"({"header": "D", "attribute": "d", "overriddensettings": []})";
+    const std::string bare = R"({"header": "D", "attribute": "d", "children": []})";
+    EXPECT_EQ(placesOf(check(sectionsOf({bare, ofUser, empty}), kSectionDefaults)), "");
+}
+
+TEST(LintSections, ASecondOneOfTheUsersActionsIsToldOnceAndNotLookedInto) {
+    const std::string first =
+        R"({"header": "K", "attribute": "k", "submanagerId": 100, "overriddensettings": [{"actions": [{"id": 1, "shortcut": "F2"}]}]})";
+    const std::string second =
+        R"({"header": "K", "attribute": "k", "submanagerId": 100, "overriddensettings": [{"actions": [{"id": 7, "shrtcut": "F2"}]}]})";
+    const std::string empty = R"({"header": "K", "attribute": "k", "submanagerId": 100, "overriddensettings": []})";
+    const std::string elsewhere =
+        R"({"header": "L", "attribute": "l", "submanagerId": 100, "overriddensettings": [{"actions": []}]})";
+    for (const char* const defaults : {kSectionDefaults, ""}) {
+        EXPECT_EQ(placesOf(check(sectionsOf({first, empty}), defaults)), "") << defaults;
+        EXPECT_EQ(placesOf(check(sectionsOf({first, second}), defaults)), "ZU007 at 3:30") << defaults;
+        // Only the first is read, even when it holds nothing.
+        EXPECT_EQ(placesOf(check(sectionsOf({empty, second}), defaults)), "ZU007 at 3:30") << defaults;
+    }
+    EXPECT_EQ(placesOf(check(sectionsOf({first, elsewhere}), "")), "ZU007 at 3:30");
+}
+
+// --- Shortcuts
+// --------------------------------------------------------------------------------------------------------
+
+TEST(LintShortcuts, ATextOfVeryManyPartsNamesNoKeysAndTakesNoTime) {
+    EXPECT_FALSE(choicesOf("Ctrl+Alt+Shift+Meta+F1").empty());
+    std::string parts;
+    for (int part = 0; part < 20'000; ++part) {
+        parts += "Ctrl+";
+    }
+    EXPECT_TRUE(choicesOf(parts + "A").empty());
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(
+        placesOf(lint(actionsOf({R"({"id": 1, "context": "c", "command": "a", "shortcut": ")" + parts + "A\"}"}))), "");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+}  // namespace
+}  // namespace zelutil::lint
