@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "command/nearest_names.h"
+#include "command/text.h"
 #include "file/hierarchy_root.h"
 #include "prefs/preference_files.h"
 
@@ -13,6 +14,12 @@ namespace zelutil::command {
 void tellUnreadFile(Output& output) {
     for (host::StartWarning& warning : host::startWarnings()) {
         if (warning.kind == host::StartWarning::Kind::FileNotRead) {
+            // People know the file by its path on the system.
+            const std::string path = prefs::userFilePath();
+            const std::size_t at = path.empty() ? std::string::npos : warning.text.find(path);
+            if (at != std::string::npos) {
+                warning.text.replace(at, path.size(), nativeOrAsItStands(path));
+            }
             output.add({Severity::Warning, std::move(warning.text),
                         "The shipped defaults are in force until the file is mended or taken away.", std::nullopt});
         }
@@ -26,8 +33,15 @@ bool areDefaultsNamed() {
 }
 
 void failWithoutDefaults(const std::string& thing, Output& output) {
-    output.fail("No " + thing + " is known, because no shipped defaults were read.",
-                "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+    const std::string file = areDefaultsNamed() ? nativeOrAsItStands(prefs::defaultsFilePath()) : std::string();
+    if (file.empty()) {
+        output.fail("No " + thing + " is known, because no shipped defaults were read.",
+                    "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+    } else {
+        output.fail("No " + thing + " is known, because the shipped defaults \"" + file +
+                        "\" are not there, cannot be read or hold none.",
+                    "\"zelutil doctor\" says what is wrong with the file.");
+    }
 }
 
 KnownSettings::KnownSettings(Output& output) {

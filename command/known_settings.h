@@ -38,7 +38,8 @@ private:
 /// output too, when it is asked for them without that.
 bool areDefaultsNamed();
 
-/// Tells `output` that no `thing`, such as "setting", is known, because no shipped defaults were read.
+/// Tells `output` that no `thing`, such as "setting", is known, because nothing leads to the shipped defaults, or
+/// because they cannot be used.
 void failWithoutDefaults(const std::string& thing, Output& output);
 
 /// Tells `output` where the user's file could not be read.

@@ -15,6 +15,11 @@ enum class Stream { Output, Error };
 /// `main`; they are not used where the system keeps the arguments in a better encoding.
 std::vector<std::string> argumentsOfProgram(int count, const char* const* values);
 
+/// Has everything that is printed from now on by other ways than `write` appear on standard error: the library prints
+/// lines of its own on standard output, as for QTX_ZELUTIL_DEBUG, and programs read that. Called once, at the
+/// beginning.
+void keepOutputForResults();
+
 /// Returns whether a person reads the stream on a terminal.
 bool isTerminal(Stream stream);
 

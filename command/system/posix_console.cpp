@@ -1,6 +1,7 @@
 // The console on POSIX. Order and contracts: console.h.
 #include "command/system/console.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -10,12 +11,29 @@
 namespace zelutil::command {
 namespace {
 
-std::FILE* fileOf(Stream stream) { return stream == Stream::Output ? stdout : stderr; }
+/// Standard output once others do not print on it; null before.
+std::FILE* resultFile = nullptr;
+
+std::FILE* fileOf(Stream stream) {
+    if (stream == Stream::Error) {
+        return stderr;
+    }
+    return resultFile != nullptr ? resultFile : stdout;
+}
 
 }  // namespace
 
 std::vector<std::string> argumentsOfProgram(int count, const char* const* values) {
     return count > 0 ? std::vector<std::string>(values + 1, values + count) : std::vector<std::string>();
+}
+
+void keepOutputForResults() {
+    // What a shell has closed stays so.
+    const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    resultFile = own < 0 ? nullptr : fdopen(own, "w");
+    if (resultFile != nullptr) {
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+    }
 }
 
 bool isTerminal(Stream stream) { return isatty(fileno(fileOf(stream))) != 0; }

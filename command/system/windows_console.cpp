@@ -1,6 +1,8 @@
 // The console on Windows. Order and contracts: console.h.
 #include "command/system/console.h"
 
+#include <io.h>
+
 #include <cstdio>
 #include <memory>
 
@@ -33,7 +35,22 @@ std::wstring wideOf(std::string_view text) {
     return wide;
 }
 
-HANDLE handleOf(Stream stream) { return GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE); }
+/// Standard output once others do not print on it; null before.
+std::FILE* resultFile = nullptr;
+
+std::FILE* fileOf(Stream stream) {
+    if (stream == Stream::Error) {
+        return stderr;
+    }
+    return resultFile != nullptr ? resultFile : stdout;
+}
+
+HANDLE handleOf(Stream stream) {
+    if (stream == Stream::Output && resultFile != nullptr) {
+        return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(resultFile)));
+    }
+    return GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
 
 /// The console takes UTF-16, whatever its code page is.
 bool writeToConsole(HANDLE console, std::string_view text) {
@@ -62,6 +79,17 @@ std::vector<std::string> argumentsOfProgram(int /*count*/, const char* const* /*
     return arguments;
 }
 
+void keepOutputForResults() {
+    const int output = _fileno(stdout);
+    const int error = _fileno(stderr);
+    // A program without a console has neither.
+    const int own = output < 0 || error < 0 ? -1 : _dup(output);
+    resultFile = own < 0 ? nullptr : _fdopen(own, "w");
+    if (resultFile != nullptr) {
+        _dup2(error, output);
+    }
+}
+
 bool isTerminal(Stream stream) {
     DWORD mode = 0;
     return GetConsoleMode(handleOf(stream), &mode) != 0;
@@ -78,7 +106,7 @@ bool write(Stream stream, std::string_view text) {
     if (isTerminal(stream)) {
         return writeToConsole(handleOf(stream), text);
     }
-    std::FILE* const file = stream == Stream::Output ? stdout : stderr;
+    std::FILE* const file = fileOf(stream);
     return std::fwrite(text.data(), 1, text.size(), file) == text.size() && std::fflush(file) == 0;
 }
 

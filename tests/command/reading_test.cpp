@@ -5,6 +5,9 @@
 
 namespace {
 
+/// Returns the path as the command prints it.
+std::string nativeTextOf(std::filesystem::path path) { return path.make_preferred().u8string(); }
+
 using zelutil::test::ChildResult;
 using zelutil::test::CommandWorld;
 using zelutil::test::kCommandUser;
@@ -103,6 +106,26 @@ TEST(Reading, TellsAUsersFileThatIsNoJson) {
     EXPECT_EQ(result.out, "display::grids::grid=0.5\n");
     EXPECT_EQ(result.err.find("warning: "), 0U) << result.err;
     EXPECT_NE(result.err.find("until the file is mended"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("The file " + nativeTextOf(world.userFile()) + " could not be read"), std::string::npos)
+        << result.err;
+}
+
+TEST(Reading, SaysThatTheShippedDefaultsCannotBeUsed) {
+    const CommandWorld world;
+    zelutil::test::writeTextFile(world.defaultsFile(), "{");
+    const ChildResult result = world.run({"list"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err, "zelutil: error: No setting is known, because the shipped defaults \"" +
+                              nativeTextOf(world.defaultsFile()) +
+                              "\" are not there, cannot be read or hold none.\n"
+                              "    \"zelutil doctor\" says what is wrong with the file.\n");
+}
+
+TEST(Reading, WhatTheLibraryPrintsItselfStandsOnStandardError) {
+    const CommandWorld world;
+    const ChildResult result = world.run({"get", "grid", "--json"}, {{"QTX_ZELUTIL_DEBUG", "1"}});
+    EXPECT_EQ(result.out, world.run({"get", "grid", "--json"}).out);
+    EXPECT_NE(result.err.find("QTXROOT"), std::string::npos) << result.err;
 }
 
 /// A text from a file neither moves the terminal's cursor nor ends the line.
