@@ -25,7 +25,7 @@ int number(std::size_t value) { return static_cast<int>(value); }
 
 void writeRule(JsonWriter& json, const RuleInfo& rule) {
     json.member("id", rule.number);
-    object(json, "shortDescription", [&] { json.member("text", std::string(rule.title) + '.'); });
+    object(json, "shortDescription", [&] { json.member("text", messageText(std::string(rule.title) + '.')); });
     object(json, "defaultConfiguration", [&] { json.member("level", command::nameOf(rule.severity)); });
 }
 
@@ -64,8 +64,8 @@ void writeResult(JsonWriter& json, const CheckedFile& file, const Finding& findi
     json.member("ruleId", rule.number);
     json.member("ruleIndex", number(static_cast<std::size_t>(finding.rule)));
     json.member("level", command::nameOf(rule.severity));
-    object(json, "message",
-           [&] { json.member("text", finding.hint.empty() ? finding.message : finding.message + ' ' + finding.hint); });
+    const std::string text = finding.hint.empty() ? finding.message : finding.message + ' ' + finding.hint;
+    object(json, "message", [&] { json.member("text", messageText(text)); });
     json.objects("locations", std::vector<int>{0}, [&](int) { writeLocation(json, file, finding); });
     json.endObject();
 }
@@ -93,19 +93,47 @@ std::string percentEncoded(char c) {
     return {'%', kDigits[byte / 16U], kDigits[byte % 16U]};
 }
 
+std::string encodedPath(std::string_view path) {
+    std::string encoded;
+    for (const char c : path) {
+        encoded += standsForItself(c) ? std::string(1, c) : percentEncoded(c);
+    }
+    return encoded;
+}
+
+bool takeBeginning(std::string_view& text, std::string_view beginning) {
+    const bool begins = text.substr(0, beginning.size()) == beginning;
+    text.remove_prefix(begins ? beginning.size() : 0);
+    return begins;
+}
+
 }  // namespace
 
-std::string uriOf(std::string_view path) {
-    const bool hasDrive = path.size() > 2 && ascii::isLetter(path[0]) && path[1] == ':';
-    std::string uri = hasDrive                   ? "file:///" + std::string(path.substr(0, 2))
-                      : path.substr(0, 1) == "/" ? "file://"
-                                                 : "";
-    const bool isWindows = hasDrive || path.find('/') == std::string_view::npos;
-    for (const char c : path.substr(hasDrive ? 2 : 0)) {
-        const char sign = isWindows && c == '\\' ? '/' : c;
-        uri += standsForItself(sign) ? std::string(1, sign) : percentEncoded(sign);
+std::string messageText(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
+        const bool isBrace = c == '{' || c == '}';
+        const bool isOfLink = c == '[' || c == ']' || c == '\\';
+        escaped += isBrace ? std::string(2, c) : (isOfLink ? "\\" : "") + std::string(1, c);
     }
-    return uri;
+    return escaped;
+}
+
+std::string uriOf(std::string_view path, PathForm form) {
+    if (form == PathForm::Posix) {
+        return (path.substr(0, 1) == "/" ? "file://" : "") + encodedPath(path);
+    }
+    std::string slashes(path);
+    std::replace(slashes.begin(), slashes.end(), '\\', '/');
+    std::string_view rest = slashes;
+    // Paths that the system is to take as they stand begin so; one of a server goes on with "UNC".
+    const bool isVerbatim = takeBeginning(rest, "//?/");
+    const bool isOfServer = isVerbatim ? takeBeginning(rest, "UNC/") : takeBeginning(rest, "//");
+    if (isOfServer) {
+        return "file://" + encodedPath(rest);
+    }
+    const bool hasDrive = rest.size() > 2 && ascii::isLetter(rest[0]) && rest[1] == ':' && rest[2] == '/';
+    return hasDrive ? "file:///" + std::string(rest.substr(0, 2)) + encodedPath(rest.substr(2)) : encodedPath(rest);
 }
 
 std::optional<std::string> sarifText(const std::vector<CheckedFile>& files) {

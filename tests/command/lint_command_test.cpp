@@ -156,12 +156,49 @@ TEST_F(LintCommand, SarifHasTheRulesAndAResultWithItsRegion) {
     EXPECT_EQ(location.member("region").member("endColumn").integer(), 10);
 }
 
+struct UriRow {
+    const char* path;
+    const char* posix;
+    const char* windows;
+};
+
+constexpr UriRow kUris[] = {
+    {"a dir/f.cfg", "a%20dir/f.cfg", "a%20dir/f.cfg"},
+    {"/f.cfg", "file:///f.cfg", "/f.cfg"},
+    {"x/\xC3\xA4#%", "x/%C3%A4%23%25", "x/%C3%A4%23%25"},
+    // On POSIX a backslash and a colon are characters of a name.
+    {"C:\\a\\f.cfg", "C%3A%5Ca%5Cf.cfg", "file:///C:/a/f.cfg"},
+    {"C:/a b", "C%3A/a%20b", "file:///C:/a%20b"},
+    {"a\\f.cfg", "a%5Cf.cfg", "a/f.cfg"},
+    {"dir/a\\b", "dir/a%5Cb", "dir/a/b"},
+    {"C:f.cfg", "C%3Af.cfg", "C%3Af.cfg"},
+    // A server is the authority of its URI.
+    {"\\\\server\\my share\\f.cfg", "%5C%5Cserver%5Cmy%20share%5Cf.cfg", "file://server/my%20share/f.cfg"},
+    {"\\\\?\\C:\\f.cfg", "%5C%5C%3F%5CC%3A%5Cf.cfg", "file:///C:/f.cfg"},
+    {"\\\\?\\UNC\\server\\f", "%5C%5C%3F%5CUNC%5Cserver%5Cf", "file://server/f"},
+};
+
 TEST(LintSarif, APathBecomesAReferenceOfAUri) {
-    EXPECT_EQ(lint::uriOf("a dir/f.cfg"), "a%20dir/f.cfg");
-    EXPECT_EQ(lint::uriOf("/f.cfg"), "file:///f.cfg");
-    EXPECT_EQ(lint::uriOf("C:\\a\\f.cfg"), "file:///C:/a/f.cfg");
-    EXPECT_EQ(lint::uriOf("a\\f.cfg"), "a/f.cfg");
-    EXPECT_EQ(lint::uriOf("x/\xC3\xA4#%"), "x/%C3%A4%23%25");
+    for (const UriRow& row : kUris) {
+        EXPECT_EQ(lint::uriOf(row.path, lint::PathForm::Posix), row.posix) << row.path;
+        EXPECT_EQ(lint::uriOf(row.path, lint::PathForm::Windows), row.windows) << row.path;
+    }
+}
+
+TEST(LintSarif, SignsThatMeanSomethingInAMessageAreEscaped) {
+    EXPECT_EQ(lint::messageText("plain \"text\", (x)."), "plain \"text\", (x).");
+    EXPECT_EQ(lint::messageText("{\"id\": 1}"), "{{\"id\": 1}}");
+    EXPECT_EQ(lint::messageText("[a](1)"), "\\[a\\](1)");
+    EXPECT_EQ(lint::messageText("C:\\a"), "C:\\\\a");
+}
+
+TEST_F(LintCommand, SarifEscapesWhatANameBringsIntoAMessage) {
+    write("user.cfg", R"({"meta": [{"header": "A", "attribute": "a", "overriddensettings": [{"[x](0) {0}": "1"}]}]})");
+    const ChildResult result = lint({"user.cfg", "defaults.cfg", "--format", "sarif"});
+    const json::Document document(result.out);
+    const json::View run = *document.root().member("runs").elements().begin();
+    const json::View first = *run.member("results").elements().begin();
+    EXPECT_EQ(first.member("message").member("text").text(), R"(No setting has the name "\[x\](0) {{0}}".)");
 }
 
 }  // namespace
