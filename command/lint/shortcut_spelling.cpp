@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "command/shortcut_keys.h"
@@ -50,11 +51,22 @@ struct Spellings {
 /// By what the choices are about.
 using Spelled = std::map<std::string, Spellings>;
 
-Spelled spelledIn(const std::vector<WrittenShortcut>& shortcuts) {
-    Spelled all;
+/// Each text once, with the number of those that have it: thousands of actions share some hundred shortcuts.
+using Texts = std::unordered_map<std::string_view, std::size_t>;
+
+Texts textsOf(const std::vector<WrittenShortcut>& shortcuts) {
+    Texts texts;
     for (const WrittenShortcut& shortcut : shortcuts) {
-        for (const auto& [about, spelling] : choicesOf(shortcut.text)) {
-            ++all[about].counts[spelling];
+        ++texts[shortcut.text];
+    }
+    return texts;
+}
+
+Spelled spelledIn(const Texts& texts) {
+    Spelled all;
+    for (const auto& [text, number] : texts) {
+        for (const auto& [about, spelling] : choicesOf(text)) {
+            all[about].counts[spelling] += number;
         }
     }
     for (auto& [about, spellings] : all) {
@@ -95,15 +107,22 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
 }
 
 void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report) {
-    const Spelled all = spelledIn(shortcuts);
-    for (const WrittenShortcut& shortcut : shortcuts) {
-        for (const SpellingChoice& choice : shortcut.place ? choicesOf(shortcut.text) : std::vector<SpellingChoice>()) {
+    const Texts texts = textsOf(shortcuts);
+    const Spelled all = spelledIn(texts);
+    std::unordered_map<std::string_view, std::vector<std::string>> messages;
+    for (const auto& [text, number] : texts) {
+        for (const SpellingChoice& choice : choicesOf(text)) {
             const std::string usual = usualInstead(choice, all);
             if (!usual.empty()) {
-                report.add(Rule::SpellingOfShortcut, shortcut.place,
-                           "The other shortcuts spell " + choice.about + ' ' + usual + ", this one " + choice.spelling +
-                               ", so it is another key for the library.");
+                messages[text].push_back("The other shortcuts spell " + choice.about + ' ' + usual + ", this one " +
+                                         choice.spelling + ", so it is another key for the library.");
             }
+        }
+    }
+    for (const WrittenShortcut& shortcut : shortcuts) {
+        const auto found = shortcut.place ? messages.find(shortcut.text) : messages.end();
+        for (const std::string& message : found == messages.end() ? std::vector<std::string>() : found->second) {
+            report.add(Rule::SpellingOfShortcut, shortcut.place, message);
         }
     }
 }

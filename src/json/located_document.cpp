@@ -12,6 +12,12 @@ namespace {
 /// Returns whether a byte is a later one of a character in UTF-8.
 bool continuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
+std::size_t laterBytesIn(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), continuesCharacter));
+}
+
+constexpr std::size_t kCountedBlock = 1024;
+
 bool endsScalar(char c) { return std::strchr(" \t\r\n,]}", c) != nullptr; }
 
 /// Returns the place behind the array or object that begins at `c`.
@@ -149,9 +155,19 @@ Position LocatedDocument::positionAt(std::size_t offset) const {
     if (begin == 0 && text_.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         begin = std::min(kByteOrderMark.size(), offset);
     }
-    const std::string_view before = text_.substr(begin, offset - begin);
-    const auto later = static_cast<std::size_t>(std::count_if(before.begin(), before.end(), continuesCharacter));
-    return {offset, static_cast<std::size_t>(behind - lineBegins_.begin()), before.size() - later + 1};
+    const std::size_t later = laterBytesBefore(offset) - laterBytesBefore(begin);
+    return {offset, static_cast<std::size_t>(behind - lineBegins_.begin()), offset - begin - later + 1};
+}
+
+std::size_t LocatedDocument::laterBytesBefore(std::size_t offset) const {
+    if (laterBytes_.empty()) {
+        laterBytes_.push_back(0);
+        for (std::size_t begin = 0; begin + kCountedBlock <= text_.size(); begin += kCountedBlock) {
+            laterBytes_.push_back(laterBytes_.back() + laterBytesIn(text_.substr(begin, kCountedBlock)));
+        }
+    }
+    const std::size_t block = offset / kCountedBlock;
+    return laterBytes_[block] + laterBytesIn(text_.substr(block * kCountedBlock, offset % kCountedBlock));
 }
 
 const LocatedDocument::Block* LocatedDocument::blockOf(View value) const {

@@ -67,6 +67,7 @@ private:
     };
     class Survey;
 
+    std::size_t laterBytesBefore(std::size_t offset) const;
     const Place* placeOf(View value) const;
     const Block* blockOf(View value) const;
     void makeTable() const;
@@ -74,10 +75,13 @@ private:
     std::string_view text_;
     ParseNotes notes_;
     Document document_;
-    // Both tables are made when somebody asks: many documents are only searched.
+    // The tables are made when somebody asks: many documents are only searched.
     mutable std::vector<Place> places_;
     mutable std::vector<Block> blocks_;
     mutable std::vector<std::size_t> lineBegins_;
+    /// Holds for each block of the text how many bytes before it are later ones of a character: a file may be one long
+    /// line, on which each column would be counted from its beginning.
+    mutable std::vector<std::size_t> laterBytes_;
 };
 
 }  // namespace zelutil::json

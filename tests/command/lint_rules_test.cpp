@@ -154,5 +154,26 @@ TEST(LintShortcuts, ATextOfVeryManyPartsNamesNoKeysAndTakesNoTime) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
+// --- Places
+// -----------------------------------------------------------------------------------------------------------
+
+TEST(LintPlaces, ColumnsOfOneLongLineCountCharactersAndTakeNoTime) {
+    constexpr std::size_t kSettings = 20'000;
+    const std::string setting = "{\"name\": \"\xC3\xA4\", \"value\": \"1\"}";
+    std::string text = R"({"meta": [{"header": "A", "attribute": "a", "tclCommand": "t", "defaultsettings": [)";
+    const std::size_t columnOfFirst = text.size() + std::string("{\"name\": ").size() + 1;
+    for (std::size_t number = 0; number < kSettings; ++number) {
+        text += (number == 0 ? "" : ",") + setting;
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const std::vector<Finding> findings = lint(text + "]}]}");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    ASSERT_EQ(findings.size(), kSettings - 1);
+    for (std::size_t number = 1; number < kSettings; ++number) {
+        // With its comma an element has one byte more than it has characters.
+        ASSERT_EQ(findings[number - 1].begin.column, columnOfFirst + number * setting.size()) << number;
+    }
+}
+
 }  // namespace
 }  // namespace zelutil::lint
