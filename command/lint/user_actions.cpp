@@ -1,9 +1,9 @@
-// The rules for the user's text for the actions. Its entries are applied to the library's own catalogue, one by one,
-// and what a start would warn of is asked of the library's own warnings.
-#include <map>
+// The rules for the user's text for the actions. What an entry does is asked of the library's own warnings at a start.
+#include <set>
 #include <string>
+#include <vector>
 
-#include "actions/action_catalogue.h"
+#include "actions/action_text.h"
 #include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
 #include "command/lint/shortcut_spelling.h"
@@ -13,7 +13,6 @@
 namespace zelutil::lint {
 namespace {
 
-using actions::ActionCatalogue;
 using json::View;
 
 const ObjectForm& entryForm() {
@@ -25,118 +24,82 @@ const ObjectForm& entryForm() {
 /// Returns the list in the one form that is read; absent, and reported, where it has another.
 View listOf(View value, Report& report) {
     const json::Elements elements = value.elements();
-    if (value.isArray() && elements.empty()) {
-        return {};
-    }
-    if (elements.size() != 1) {
+    if (elements.size() == 1) {
+        checkObject(*elements.begin(), actionListForm(), report);
+    } else if (!value.isArray() || !elements.empty()) {
         const char* const what = value.isObject() ? "the bare object" : value.isArray() ? "several" : "something else";
         report.add(Rule::NotWrapped, value,
                    std::string("The user's actions must stand in an array of exactly one object, and here is ") + what +
                        ", so none is read.",
                    "Write [{\"actions\": [...]}].");
-        return {};
     }
-    const View object = *elements.begin();
-    return checkObject(object, actionListForm(), report) ? object.member(kActions) : View();
+    return actions::userEntriesOf(value);
 }
 
-int idOf(View entry) { return entry.member(kId).integer().value_or(0); }
-
-/// Returns how many entries are read: those before the first one without an id.
-std::size_t checkIds(View list, Report& report) {
-    std::size_t read = 0;
+/// Returns the entries that are read: those before the first one without an id, which is reported.
+std::vector<View> readEntries(View list, Report& report) {
+    std::vector<View> entries;
     for (const View entry : list.elements()) {
-        if (idOf(entry) < 1) {
-            const std::size_t after = list.elements().size() - read - 1;
+        if (actions::userEntryOf(entry).id < 1) {
+            const std::size_t after = list.elements().size() - entries.size() - 1;
             report.add(Rule::EntriesWithoutId, entry,
                        "This entry has no id of 1 or more, so it and the " + std::to_string(after) +
                            " after it are not read.");
-            return read;
+            break;
         }
-        ++read;
+        entries.push_back(entry);
     }
-    return read;
+    return entries;
 }
 
-class Applying {
+/// Tells what the library itself finds when it loads the entries.
+class EntryFindings {
 public:
-    Applying(ActionCatalogue& catalogue, Report& report) : catalogue_(catalogue), report_(report) {}
+    explicit EntryFindings(Report& report) : report_(report) {}
 
-    void apply(View entry) {
-        const int id = idOf(entry);
-        if (catalogue_.find(id) == nullptr) {
-            report_.add(Rule::UnknownAction, entry.member(kId), "There is no action " + std::to_string(id) + '.');
-            return;
-        }
-        applyShortcut(id, entry.member(kShortcut));
-        if (const View flag = entry.member(kMenuFlag)) {
-            catalogue_.updateMenu(id, flag.isTrue());
+    void tell(const host::ActionEntryFinding& finding) {
+        using Kind = host::ActionEntryFinding::Kind;
+        switch (finding.kind) {
+            case Kind::UnknownAction:
+                report_.add(Rule::UnknownAction, finding.entry.member(kId),
+                            "There is no action " + std::to_string(finding.warning.action) + '.');
+                return;
+            case Kind::ShortcutRefused:
+                return tellRefused(finding);
+            case Kind::InVain:
+                return tellInVain(finding);
+            // The form tells more of these.
+            case Kind::NotOfTheForm:
+            case Kind::WithoutId:
+            case Kind::SaysNothing:
+            case Kind::NoText:
+            case Kind::NoTruth:
+                return;
         }
     }
 
 private:
-    void applyShortcut(int id, View value) {
-        if (!value) {
-            return;
-        }
-        const std::string shortcut(value.text().value_or(std::string_view()));
-        if (const int holder = catalogue_.shortcutTakenBy(id, shortcut)) {
-            report_.add(Rule::RefusedShortcut, value,
-                        "Action " + std::to_string(id) + " does not get " + inQuotes(shortcut) + ": action " +
-                            std::to_string(holder) + " has it by then.",
-                        "Take it away first: {\"id\": " + std::to_string(holder) + ", \"shortcut\": \"\"}.");
-        }
-        catalogue_.updateShortcut(id, shortcut);
+    void tellRefused(const host::ActionEntryFinding& finding) {
+        const View shortcut = finding.entry.member(kShortcut);
+        const std::string holder = std::to_string(finding.warning.holder);
+        report_.add(Rule::RefusedShortcut, shortcut,
+                    "Action " + std::to_string(finding.warning.action) + " does not get " +
+                        inQuotes(shortcut.text().value_or("")) + ": action " + holder + " has it by then.",
+                    "Take it away first: {\"id\": " + holder + ", \"shortcut\": \"\"}.");
     }
 
-    ActionCatalogue& catalogue_;
-    Report& report_;
-};
-
-/// Looks for what children are given in vain. Not every entry for a child is: what it gives until children take over
-/// from their parents may decide what others get. So the warnings of a start are asked.
-class ChildEntries {
-public:
-    ChildEntries(View list, std::size_t read, Report& report) : report_(report) {
-        for (const View entry : list.elements()) {
-            if (read-- == 0) {
-                break;
-            }
-            known_[idOf(entry)] += faultsOf(entry);
-            last_[idOf(entry)] = entry;
+    /// One finding tells of all that a child is given.
+    void tellInVain(const host::ActionEntryFinding& finding) {
+        if (children_.insert(finding.warning.action).second) {
+            report_.add(Rule::ChildProperty, finding.entry.member(kId),
+                        "Action " + std::to_string(finding.warning.action) +
+                            " is a child and takes over the shortcut and the menu flag of its parent.",
+                        "Write the entry for the parent.");
         }
-    }
-
-    void run(const ActionCatalogue& catalogue, const std::string& shippedText, const std::string& userText) {
-        for (const host::StartWarning& warning : host::actionWarnings(shippedText, userText)) {
-            const ActionCatalogue::Action* const action = catalogue.find(warning.action);
-            const bool isOfChild = action != nullptr && action->parentId > 0;
-            if (isOfChild && warning.kind == host::StartWarning::Kind::EntryWithoutEffect &&
-                known_[warning.action]-- == 0) {
-                tell(*action);
-            }
-        }
-    }
-
-private:
-    /// Counts what is wrong with the form of an entry, for which there is a warning each.
-    static int faultsOf(View entry) {
-        const View shortcut = entry.member(kShortcut);
-        const View flag = entry.member(kMenuFlag);
-        return (!shortcut && !flag ? 1 : 0) + (shortcut && !shortcut.text() ? 1 : 0) +
-               (flag && !flag.isTruth() ? 1 : 0);
-    }
-
-    void tell(const ActionCatalogue::Action& action) {
-        report_.add(Rule::ChildProperty, last_[action.id].member(kId),
-                    "Action " + std::to_string(action.id) + " is a child of action " + std::to_string(action.parentId) +
-                        ", whose shortcut and menu flag it takes over.",
-                    "Write the entry for the parent.");
     }
 
     Report& report_;
-    std::map<int, int> known_;
-    std::map<int, View> last_;
+    std::set<int> children_;
 };
 
 void checkEntry(View entry, Report& report) {
@@ -156,34 +119,20 @@ void addShortcuts(View list, bool areNeighbours, std::vector<WrittenShortcut>& s
 
 void checkUserActions(View value, View shipped, Report& report) {
     const View list = listOf(value, report);
-    const std::size_t read = checkIds(list, report);
-    std::size_t place = 0;
-    for (const View entry : list.elements()) {
-        if (place++ < read) {
-            checkEntry(entry, report);
-        }
+    for (const View entry : readEntries(list, report)) {
+        checkEntry(entry, report);
     }
     std::vector<WrittenShortcut> shortcuts;
     addShortcuts(list, false, shortcuts);
     addShortcuts(shipped.member(kActions), true, shortcuts);
     checkSpelling(shortcuts, report);
-    if (!shipped) {
-        return;
-    }
-    const std::string shippedText = json::compactText(shipped).value_or("");
-    const actions::ObserverRegistry nobody;
-    ActionCatalogue catalogue(nobody);
-    catalogue.loadAndEdit(shippedText, [&](ActionCatalogue& loading) {
-        Applying applying(loading, report);
-        std::size_t left = read;
-        for (const View entry : list.elements()) {
-            if (left-- == 0) {
-                break;
-            }
-            applying.apply(entry);
+    if (shipped) {
+        EntryFindings findings(report);
+        for (const auto& finding :
+             host::actionEntryFindings(json::compactText(shipped).value_or(std::string()), value)) {
+            findings.tell(finding);
         }
-    });
-    ChildEntries(list, read, report).run(catalogue, shippedText, json::compactText(value).value_or(""));
+    }
 }
 
 }  // namespace zelutil::lint

@@ -1,5 +1,6 @@
 #include "host/action_warnings.h"
 
+#include "actions/action_text.h"
 #include "host/action_entries.h"
 #include "host/action_key_plan.h"
 #include "host/action_state.h"
@@ -34,90 +35,96 @@ bool isEmptyValue(json::View value) {
     return text == "{}" || text == "[]";
 }
 
-/// A warning and the number of the element that it is about, from 1 on.
-using PlacedWarning = std::pair<std::size_t, StartWarning>;
+using Kind = ActionEntryFinding::Kind;
 
-/// An entry for a shipped action, and the number of its element.
+/// A finding and the number of the element that it is about, from 1 on.
+using PlacedFinding = std::pair<std::size_t, ActionEntryFinding>;
+
+/// An entry for a shipped action, with its element and the number of that.
 struct PlacedEntry {
     std::size_t place = 0;
+    json::View element;
     ActionEntry entry;
     bool isShortcutRefused = false;
 };
 
-/// Applies the user's text once more, to a catalogue of its own, and looks at what each element does.
+/// Applies the user's value once more, to a catalogue of its own, and looks at what each element does.
 class Retelling {
 public:
     explicit Retelling(ActionCatalogue& catalogue) : catalogue_(catalogue) {}
 
-    void run(std::string_view userText) {
-        const json::Document document(userText);
-        if (userText.empty() || isEmptyValue(document.root())) {
+    void run(json::View user) {
+        if (isEmptyValue(user)) {
             return;
         }
-        const json::Elements roots = document.root().elements();
-        const json::View list = roots.size() == 1 ? (*roots.begin()).member("actions") : json::View();
-        if (!list.isArray()) {
-            add(withoutEffect(
-                0, "The list of the changed actions is not in the form that is read, and nothing of it is."));
+        const json::View list = actions::userEntriesOf(user);
+        if (!list) {
+            add(Kind::NotOfTheForm, user,
+                withoutEffect(
+                    0, "The list of the changed actions is not in the form that is read, and nothing of it is."));
             return;
         }
         for (const json::View element : list.elements()) {
             ++place_;
-            const int id = element.member("id").integer().value_or(0);
-            if (id < 1) {
-                add(withoutEffect(
-                    0, "Element " + std::to_string(place_) +
-                           " of the list of the changed actions has no id; it and all after it are not read."));
+            const actions::UserEntry entry = actions::userEntryOf(element);
+            if (entry.id < 1) {
+                add(Kind::WithoutId, element,
+                    withoutEffect(
+                        0, "Element " + std::to_string(place_) +
+                               " of the list of the changed actions has no id; it and all after it are not read."));
                 break;
             }
-            apply(id, element);
+            apply(entry, element);
         }
     }
 
-    std::vector<PlacedWarning> takeWarnings() { return std::move(warnings_); }
+    std::vector<PlacedFinding> takeFindings() { return std::move(findings_); }
 
     /// Returns what the text gives to shipped actions.
     std::vector<PlacedEntry> takeEntries() { return std::move(entries_); }
 
 private:
-    void add(StartWarning warning) { warnings_.emplace_back(place_, std::move(warning)); }
+    void add(Kind kind, json::View element, StartWarning warning) {
+        findings_.emplace_back(place_, ActionEntryFinding{kind, element, std::move(warning)});
+    }
 
-    void apply(int id, json::View element) {
-        const json::View shortcut = element.member("shortcut");
-        const json::View flag = element.member("rmb");
+    void apply(const actions::UserEntry& entry, json::View element) {
+        const int id = entry.id;
         if (catalogue_.find(id) == nullptr) {
-            add(withoutEffect(id, entryFor(id) + " is for none of the shipped actions."));
+            add(Kind::UnknownAction, element, withoutEffect(id, entryFor(id) + " is for none of the shipped actions."));
             return;
         }
-        if (!shortcut && !flag) {
-            add(withoutEffect(id, entryFor(id) + " has neither a shortcut nor a menu flag."));
+        if (!entry.shortcut && !entry.inMenu) {
+            add(Kind::SaysNothing, element,
+                withoutEffect(id, entryFor(id) + " has neither a shortcut nor a menu flag."));
         }
-        entries_.push_back({place_, {id, std::nullopt, std::nullopt}, false});
-        if (shortcut) {
-            applyShortcut(id, shortcut);
+        entries_.push_back({place_, element, {id, std::nullopt, std::nullopt}, false});
+        if (entry.shortcut) {
+            applyShortcut(id, std::string(*entry.shortcut), element);
         }
-        if (flag) {
-            if (!flag.isTrue() && json::compactText(flag) != "false") {
-                add(withoutEffect(
-                    id, entryFor(id) + " has a menu flag that is neither true nor false and counts as false."));
+        if (entry.inMenu) {
+            if (!element.member("rmb").isTruth()) {
+                add(Kind::NoTruth, element,
+                    withoutEffect(
+                        id, entryFor(id) + " has a menu flag that is neither true nor false and counts as false."));
             }
-            catalogue_.updateMenu(id, flag.isTrue());
-            entries_.back().entry.inMenu = flag.isTrue();
+            catalogue_.updateMenu(id, *entry.inMenu);
+            entries_.back().entry.inMenu = entry.inMenu;
         }
     }
 
-    void applyShortcut(int id, json::View value) {
-        if (!value.text()) {
-            add(withoutEffect(id, entryFor(id) + " has a shortcut that is no text and counts as none."));
+    void applyShortcut(int id, const std::string& shortcut, json::View element) {
+        if (!element.member("shortcut").text()) {
+            add(Kind::NoText, element,
+                withoutEffect(id, entryFor(id) + " has a shortcut that is no text and counts as none."));
         }
-        const std::string shortcut(value.text().value_or(std::string_view()));
         entries_.back().entry.shortcut = shortcut;
         if (const int holder = catalogue_.shortcutTakenBy(id, shortcut)) {
             StartWarning refused = warning(StartWarning::Kind::ShortcutRefused, id,
                                            "Action " + std::to_string(id) + " did not get the shortcut \"" + shortcut +
                                                "\": action " + std::to_string(holder) + " has it.");
             refused.holder = holder;
-            add(std::move(refused));
+            add(Kind::ShortcutRefused, element, std::move(refused));
             entries_.back().isShortcutRefused = true;
             return;
         }
@@ -127,7 +134,7 @@ private:
     ActionCatalogue& catalogue_;
     /// The number of the element that is being applied.
     std::size_t place_ = 0;
-    std::vector<PlacedWarning> warnings_;
+    std::vector<PlacedFinding> findings_;
     std::vector<PlacedEntry> entries_;
 };
 
@@ -142,16 +149,17 @@ public:
     VainGifts(std::string_view defaultsText, const ActionCatalogue& loaded, std::vector<PlacedEntry> entries)
         : defaultsText_(defaultsText), loaded_(loaded), state_(stateOf(loaded)), entries_(std::move(entries)) {}
 
-    std::vector<PlacedWarning> run() const {
+    std::vector<PlacedFinding> run() const {
         std::vector<Gift> vain = lostGifts();
         if (!vain.empty() && !comesBackWithout(vain)) {
             vain = oneByOne(vain);
         }
-        std::vector<PlacedWarning> warnings;
+        std::vector<PlacedFinding> findings;
         for (const Gift& gift : vain) {
-            warnings.emplace_back(entries_[gift.number].place, aboutGift(gift));
+            const PlacedEntry& entry = entries_[gift.number];
+            findings.emplace_back(entry.place, ActionEntryFinding{Kind::InVain, entry.element, aboutGift(gift)});
         }
-        return warnings;
+        return findings;
     }
 
 private:
@@ -223,20 +231,32 @@ private:
 
 }  // namespace
 
-std::vector<StartWarning> actionWarnings(std::string_view defaultsText, std::string_view userText) {
+std::vector<ActionEntryFinding> actionEntryFindings(std::string_view defaultsText, json::View user) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue again(nobody);
     Retelling retelling(again);
-    again.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(userText); });
-    std::vector<PlacedWarning> placed = retelling.takeWarnings();
-    for (PlacedWarning& vain : VainGifts(defaultsText, again, retelling.takeEntries()).run()) {
+    again.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(user); });
+    std::vector<PlacedFinding> placed = retelling.takeFindings();
+    for (PlacedFinding& vain : VainGifts(defaultsText, again, retelling.takeEntries()).run()) {
         placed.push_back(std::move(vain));
     }
     std::stable_sort(placed.begin(), placed.end(),
-                     [](const PlacedWarning& left, const PlacedWarning& right) { return left.first < right.first; });
+                     [](const PlacedFinding& left, const PlacedFinding& right) { return left.first < right.first; });
+    std::vector<ActionEntryFinding> findings;
+    for (PlacedFinding& one : placed) {
+        findings.push_back(std::move(one.second));
+    }
+    return findings;
+}
+
+std::vector<StartWarning> actionWarnings(std::string_view defaultsText, std::string_view userText) {
     std::vector<StartWarning> warnings;
-    for (PlacedWarning& one : placed) {
-        warnings.push_back(std::move(one.second));
+    if (userText.empty()) {
+        return warnings;
+    }
+    const json::Document document(userText);
+    for (ActionEntryFinding& finding : actionEntryFindings(defaultsText, document.root())) {
+        warnings.push_back(std::move(finding.warning));
     }
     return warnings;
 }
