@@ -3,6 +3,9 @@
 
 #include <functional>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "command/output.h"
 
@@ -41,6 +44,9 @@ struct Subcommand {
     Completes completes = Completes::Files;
     /// Whether the help leaves it out, because programs call it and not people.
     bool hidden = false;
+    /// Returns the values that an option of the subcommand ("--format") may have; nothing where these are not known.
+    /// Null for a subcommand without such options.
+    std::vector<std::string> (*valuesOf)(std::string_view option) = nullptr;
 };
 
 }  // namespace zelutil::command

@@ -85,6 +85,11 @@ Words optionsFor(const CLI::App& app, const Subcommand* subcommand) {
     return options;
 }
 
+/// Returns what the subcommand's option takes; nothing for a word that is no such option.
+Words valuesBehind(const std::string& option, const Subcommand* subcommand) {
+    return subcommand == nullptr || subcommand->valuesOf == nullptr ? Words() : subcommand->valuesOf(option);
+}
+
 /// `words` are those behind the program's name, the one that is being typed last.
 Words candidates(const CLI::App& app, Words words, Output& output) {
     const std::string typed = words.empty() ? std::string() : words.back();
@@ -98,6 +103,10 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
     }
     if (before == "--section") {
         return KnownSettings(output).areThere() ? beginningWith(typed, host::sectionsInFileOrder()) : Words();
+    }
+    const Words values = valuesBehind(before, subcommand);
+    if (!values.empty()) {
+        return beginningWith(typed, values);
     }
     if (!typed.empty() && typed.front() == '-') {
         return beginningWith(typed, optionsFor(app, subcommand));

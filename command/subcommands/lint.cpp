@@ -1,6 +1,7 @@
 // zelutil lint: what in files does not do what it seems to.
 #include "command/lint/lint.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -50,12 +51,26 @@ std::unique_ptr<ReadFile> readFile(const std::string& argument, Output& output) 
     return std::make_unique<ReadFile>(textOf(path), std::move(text));
 }
 
+const std::vector<std::string> kLintFormats = {"text", "json", "sarif"};
+
+std::vector<std::string> numbersOfRules() {
+    std::vector<std::string> numbers;
+    for (const lint::RuleInfo& info : lint::rules()) {
+        numbers.emplace_back(info.number);
+    }
+    return numbers;
+}
+
+std::vector<std::string> valuesOfLint(std::string_view option) {
+    if (option == "--format") {
+        return kLintFormats;
+    }
+    return option == "--rule" ? numbersOfRules() : std::vector<std::string>();
+}
+
 std::set<lint::Rule> rulesOf(const std::vector<std::string>& numbers) {
     std::set<lint::Rule> rules;
-    std::vector<std::string> known;
-    for (const lint::RuleInfo& info : lint::rules()) {
-        known.emplace_back(info.number);
-    }
+    const std::vector<std::string> known = numbersOfRules();
     for (const std::string& number : numbers) {
         const auto rule = lint::ruleOf(number);
         if (!rule) {
@@ -157,7 +172,7 @@ void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const Li
 
 /// Throws for a value that an option does not have.
 void checkChoices(const LintChoices& choices) {
-    if (choices.format != "text" && choices.format != "json" && choices.format != "sarif") {
+    if (std::find(kLintFormats.begin(), kLintFormats.end(), choices.format) == kLintFormats.end()) {
         throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
     }
     rulesOf(choices.rules);
@@ -196,11 +211,16 @@ Work declareLint(CLI::App& arguments) {
 
 }  // namespace
 
-const Subcommand kLint{"lint", "Say what in files does not do what it seems to",
+const Subcommand kLint{"lint",
+                       "Say what in files does not do what it seems to",
                        "$ zelutil lint facet_settings.cfg\n"
                        "facet_settings.cfg:2:31: warning: ZU028: A facet is numerical only when its type is exactly "
                        "\"Numerical\".\n"
                        "    Did you mean Numerical?",
-                       FindingsAre::TheResult, declareLint};
+                       FindingsAre::TheResult,
+                       declareLint,
+                       Completes::Files,
+                       false,
+                       valuesOfLint};
 
 }  // namespace zelutil::command
