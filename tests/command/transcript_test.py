@@ -3,7 +3,7 @@
 usage: transcript_test.py COMMAND LIBRARY_NAME EXAMPLES TRANSCRIPT
 
 The lines stand in the ```console blocks of TRANSCRIPT and share one world, in their order: the example installation and
-an empty home, which the transcript calls /home/ann. Standard error counts as output.
+an empty home, which the transcript calls /opt/product and /home/ann. Standard error counts as output.
 """
 
 import os
@@ -15,6 +15,7 @@ import tempfile
 
 COMMAND, LIBRARY_NAME, EXAMPLES, TRANSCRIPT = sys.argv[1:5]
 HOME_IN_TRANSCRIPT = "/home/ann"
+PRODUCT_IN_TRANSCRIPT = "/opt/product"
 
 
 def steps(text):
@@ -47,6 +48,7 @@ def main():
             done = subprocess.run(["bash", "-c", line], env=environment, cwd=home, stdout=subprocess.PIPE,
                                   stderr=subprocess.STDOUT, encoding="utf-8")
             printed = done.stdout.replace(home, HOME_IN_TRANSCRIPT).rstrip("\n")
+            printed = printed.replace(environment["QTXROOT"], PRODUCT_IN_TRANSCRIPT)
             if printed != expected:
                 failures += 1
                 print(f"$ {line}\n--- transcript:\n{expected}\n--- printed:\n{printed}\n")
