@@ -158,7 +158,7 @@ void checkHeirs(View list, const ActionCatalogue& loaded, Report& report) {
         const int holder = child.boundTo() == shortcut ? 0 : loaded.shortcutTakenBy(child.id, shortcut);
         if (holder != 0) {
             report.add(Rule::RefusedToChild, element.member("parent_id"),
-                       "Action " + std::to_string(child.id) + " takes over the shortcut " + quoted(shortcut) +
+                       "Action " + std::to_string(child.id) + " takes over the shortcut " + inQuotes(shortcut) +
                            " of its parent, " + actionText(child.parentId) +
                            ", and does not get it, because it is that of " + actionText(holder) + '.');
         }

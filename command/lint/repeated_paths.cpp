@@ -7,7 +7,7 @@ namespace zelutil::lint {
 void checkRepeatedPaths(json::View root, Report& report) {
     command::forEachRepeatedSection(root, [&](const prefs::VisitedSection& visited, json::View first) {
         report.add(Rule::RepeatedPath, visited.element.member(prefs::kAttribute),
-                   "The attribute path " + quoted(visited.attributePath) + " is that of another section (" +
+                   "The attribute path " + inQuotes(visited.attributePath) + " is that of another section (" +
                        report.lineOf(first.member(prefs::kAttribute)) + ").");
     });
 }
