@@ -213,6 +213,27 @@ TEST(Layers, LeaveOutWhatNoKeyboardHas) {
     EXPECT_EQ(elsewhere, (Lines{"Crtl+S", "Ctrl+Hyper+S", "F13", "Ctrl+", "XF86Back"}));
 }
 
+struct TokenRow {
+    const char* shortcut;
+    std::vector<std::string_view> tokens;
+};
+
+TEST(ShortcutKeys, AreWhatPlusSignsStandBetween) {
+    const TokenRow rows[] = {
+        {"", {""}},
+        {"S", {"S"}},
+        {" Ctrl + S ", {"Ctrl", "S"}},
+        {"Ctrl++", {"Ctrl", "+"}},
+        {"+", {"+"}},
+        // After a plus sign, another one begins the key.
+        {"Ctrl++S", {"Ctrl", "+S"}},
+        {"Ctrl+Shift+F1", {"Ctrl", "Shift", "F1"}},
+    };
+    for (const TokenRow& row : rows) {
+        EXPECT_EQ(tokensOf(row.shortcut), row.tokens) << row.shortcut;
+    }
+}
+
 TEST(Keyboard, HasEveryKeyOnceAndNoneOnAnother) {
     std::set<std::string_view> names;
     const auto& keys = sheet::keyboard();
