@@ -86,6 +86,7 @@ private:
     void take(const prefs::Definition& definition);
     void sortEntries();
     void makeKeys() const;
+    void addNamesakes(SettingAccount& account, std::uint32_t number) const;
     std::string fullName(std::uint32_t number) const;
     SettingAccount::Namesake namesake(std::uint32_t number) const;
     UserEntry entryFor(std::uint32_t number, const FoundEntry& found) const;
@@ -98,6 +99,8 @@ private:
     /// By the numbers of their records.
     std::vector<Definition> definitions_;
     std::vector<std::string> sections_;
+    /// The number of all keys of definitions, those that several have counted for each.
+    std::size_t keyCount_ = 0;
     std::vector<FoundEntry> entries_;
     std::vector<UserEntry> entriesWithoutSetting_;
     std::unordered_map<std::uint32_t, std::vector<const FoundEntry*>> entriesOf_;
@@ -129,6 +132,7 @@ void SettingAccounts::Readings::take(const prefs::Definition& definition) {
     if (sections_.empty() || sections_.back() != definition.attributePath) {
         sections_.push_back(definition.attributePath);
     }
+    keyCount_ += definition.lendsBareName ? 2 : 1;
     definitions_.push_back({definition.name, static_cast<std::uint32_t>(sections_.size() - 1), definition.lendsBareName,
                             definition.element});
 }
@@ -205,8 +209,25 @@ UserEntry SettingAccounts::Readings::entryFor(std::uint32_t number, const FoundE
     return entry;
 }
 
-SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
+void SettingAccounts::Readings::addNamesakes(SettingAccount& account, std::uint32_t number) const {
+    // Where every definition has its keys for itself, as it mostly is, there is nothing to look for.
+    if (catalogue_.settings().size() == keyCount_) {
+        if (definitions_[number].lendsBareName) {
+            account.lenders.push_back(namesake(number));
+        }
+        return;
+    }
     makeKeys();
+    bareKeys_.forEach(prefs::keyOf(definitions_[number].name),
+                      [&](std::uint32_t lender) { account.lenders.push_back(namesake(lender)); });
+    fullKeys_.forEach(catalogue_.settings().record(number).key, [&](std::uint32_t other) {
+        if (other > number) {
+            account.repetitions.push_back(namesake(other));
+        }
+    });
+}
+
+SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
     SettingAccount account;
     account.info = info(number);
     account.definition = namesake(number).place;
@@ -216,13 +237,7 @@ SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
             account.entries.push_back(entryFor(number, *entry));
         }
     }
-    bareKeys_.forEach(prefs::keyOf(definitions_[number].name),
-                      [&](std::uint32_t lender) { account.lenders.push_back(namesake(lender)); });
-    fullKeys_.forEach(catalogue_.settings().record(number).key, [&](std::uint32_t other) {
-        if (other > number) {
-            account.repetitions.push_back(namesake(other));
-        }
-    });
+    addNamesakes(account, number);
     return account;
 }
 
