@@ -4,14 +4,21 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "platform/kill_shield.h"
 #include "platform/posix/drive_text.h"
+#include "platform/world.h"
 
 namespace zelutil::platform::posix {
 
-std::optional<std::string> systemPath(const char* text) {
+std::optional<std::string> spelledPath(const char* text) {
     return systemPathFromText(text == nullptr ? std::string_view() : std::string_view(text));
+}
+
+std::optional<std::string> systemPath(const char* text) {
+    auto path = spelledPath(text);
+    return path && worldInForce != nullptr ? worldInForce->file(*std::move(path)) : path;
 }
 
 Descriptor::~Descriptor() {

@@ -13,6 +13,9 @@ namespace zelutil::platform::posix {
 inline constexpr mode_t kNewFileMode = 0666;
 
 /// The system's path of a Windows text, or nothing when it names no file; null is the empty text.
+std::optional<std::string> spelledPath(const char* text);
+
+/// The same, where the machine has the file while a `World` is in force.
 std::optional<std::string> systemPath(const char* text);
 
 /// An open file descriptor, closed at the end of its scope.

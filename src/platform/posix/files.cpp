@@ -13,6 +13,7 @@
 #include "platform/posix/drive_text.h"
 #include "platform/posix/file.h"
 #include "platform/replacement_primitives.h"
+#include "platform/world.h"
 
 namespace zelutil::platform {
 
@@ -27,14 +28,19 @@ bool isDirectory(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// The system's path of the current directory; empty when it does not tell.
-std::string workingDirectory() {
+std::string ownWorkingDirectory() {
     std::string path(PATH_MAX, '\0');
     if (::getcwd(path.data(), path.size()) == nullptr) {
         return {};
     }
     path.resize(path.find('\0'));
     return path;
+}
+
+/// The system's path of the current directory; empty when it does not tell.
+std::string workingDirectory() {
+    std::string own = ownWorkingDirectory();
+    return worldInForce == nullptr ? own : worldInForce->directory(std::move(own));
 }
 
 std::string textOf(const std::string& path) {

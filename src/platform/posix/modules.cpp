@@ -8,9 +8,11 @@
 #include <fstream>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 #include "platform/environment.h"
 #include "platform/posix/drive_text.h"
+#include "platform/world.h"
 #include "text/list.h"
 
 namespace zelutil::platform {
@@ -78,9 +80,17 @@ void* loadModuleByName(const std::string& fileName, std::vector<ModulePlace>* pl
 
 }  // namespace
 
-std::string modulePath() { return textFromSystemPath(ownModulePath()); }
+std::string modulePath() {
+    std::string own = textFromSystemPath(ownModulePath());
+    return worldInForce == nullptr ? own : worldInForce->modulePath(std::move(own));
+}
 
 void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
+    if (worldInForce != nullptr) {
+        if (const auto module = worldInForce->openModule(baseName, places)) {
+            return *module;
+        }
+    }
     const std::string fileName = std::string("lib") + baseName + ".so";
     void* const loaded = ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
     if (note(places, ModulePlace::Kind::Process, fileName, loaded) != nullptr) {
@@ -97,6 +107,13 @@ void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
     return loadModuleByName(fileName, places);
 }
 
-void* moduleFunction(void* module, const char* name) { return ::dlsym(module, name); }
+void* moduleFunction(void* module, const char* name) {
+    if (worldInForce != nullptr) {
+        if (const auto function = worldInForce->moduleFunction(module, name)) {
+            return *function;
+        }
+    }
+    return ::dlsym(module, name);
+}
 
 }  // namespace zelutil::platform

@@ -6,15 +6,19 @@
 
 #include "platform/posix/drive_text.h"
 #include "platform/posix/file.h"
+#include "platform/world.h"
 
 namespace zelutil::platform {
 
-std::filesystem::path nativePathOf(const char* text) { return posix::systemPath(text).value_or(""); }
+std::filesystem::path nativePathOf(const char* text) { return posix::spelledPath(text).value_or(""); }
 
 std::optional<std::string> textOfNativePath(const std::filesystem::path& path) {
     // Where that fails the path is empty, which no text names.
     std::error_code ignored;
-    std::string file = std::filesystem::absolute(path, ignored).lexically_normal().native();
+    const std::filesystem::path absolute = worldInForce == nullptr
+                                               ? std::filesystem::absolute(path, ignored)
+                                               : std::filesystem::path(worldInForce->directory({})) / path;
+    std::string file = absolute.lexically_normal().native();
     if (file.size() > 1 && file.back() == '/') {
         file.pop_back();
     }

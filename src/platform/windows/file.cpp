@@ -1,6 +1,9 @@
 #include "platform/windows/file.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "platform/world.h"
 
 namespace zelutil::platform::windows {
 
@@ -25,12 +28,17 @@ std::string narrow(std::wstring_view wide) {
     return text;
 }
 
-std::wstring systemPath(const char* text) {
+std::wstring spelledPath(const char* text) {
     std::wstring path = widen(text == nullptr ? std::string_view() : std::string_view(text));
     if (path.size() == 2 && path[1] == L':') {
         path += L'\\';
     }
     return path;
+}
+
+std::wstring systemPath(const char* text) {
+    std::wstring path = spelledPath(text);
+    return worldInForce == nullptr || path.empty() ? path : worldInForce->file(std::move(path));
 }
 
 File::~File() {

@@ -19,6 +19,9 @@ std::wstring widen(std::string_view text);
 std::string narrow(std::wstring_view wide);
 
 /// The path for a system call. A drive alone would be the current directory of that drive. Null is the empty text.
+std::wstring spelledPath(const char* text);
+
+/// The same, where the machine has the file while a `World` is in force.
 std::wstring systemPath(const char* text);
 
 /// An open file handle, closed at the end of its scope.

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/replacement_primitives.h"
 #include "platform/windows/file.h"
 #include "platform/windows/system_text.h"
+#include "platform/world.h"
 
 namespace zelutil::platform {
 
@@ -24,7 +26,9 @@ constexpr DWORD kReadingRetryDelay = 20;
 
 /// Empty when the system does not tell.
 std::wstring workingDirectory() {
-    return textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); }).value_or(L"");
+    std::wstring own =
+        textOf([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); }).value_or(L"");
+    return worldInForce == nullptr ? own : worldInForce->directory(std::move(own));
 }
 
 bool isDirectory(const std::wstring& path) {
@@ -109,7 +113,7 @@ bool writeTo(const std::wstring& path, DWORD disposition, std::string_view bytes
 std::string fromSystemPath(std::string_view text) { return std::string(text); }
 
 bool namesFile(const char* path) {
-    const std::wstring file = systemPath(path);
+    const std::wstring file = spelledPath(path);
     const std::size_t start =
         file.compare(0, kExtendedPrefix.size(), kExtendedPrefix) == 0 ? kExtendedPrefix.size() : 0;
     return !file.empty() && file.find_first_of(kCharactersOfNoName, start) == std::wstring::npos;

@@ -2,9 +2,11 @@
 #include "platform/modules.h"
 
 #include <string_view>
+#include <utility>
 
 #include "platform/environment.h"
 #include "platform/windows/system_text.h"
+#include "platform/world.h"
 #include "text/list.h"
 
 namespace zelutil::platform {
@@ -56,9 +58,17 @@ HMODULE loadModuleFromPath(const std::wstring& fileName, std::vector<ModulePlace
 
 }  // namespace
 
-std::string modulePath() { return narrow(ownModulePath()); }
+std::string modulePath() {
+    std::string own = narrow(ownModulePath());
+    return worldInForce == nullptr ? own : worldInForce->modulePath(std::move(own));
+}
 
 void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
+    if (worldInForce != nullptr) {
+        if (const auto module = worldInForce->openModule(baseName, places)) {
+            return *module;
+        }
+    }
     const std::wstring fileName = widen(baseName) + L".dll";
     HMODULE module = nullptr;
     const bool loaded = GetModuleHandleExW(0, fileName.c_str(), &module) != 0;
@@ -80,6 +90,11 @@ void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
 }
 
 void* moduleFunction(void* module, const char* name) {
+    if (worldInForce != nullptr) {
+        if (const auto function = worldInForce->moduleFunction(module, name)) {
+            return *function;
+        }
+    }
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
 }
 

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/windows/file.h"
 #include "platform/windows/system_text.h"
+#include "platform/world.h"
 
 namespace zelutil::platform {
 
@@ -26,10 +27,11 @@ std::optional<std::wstring> absolute(const std::wstring& path) {
 
 }  // namespace
 
-std::filesystem::path nativePathOf(const char* text) { return namesFile(text) ? systemPath(text) : std::wstring(); }
+std::filesystem::path nativePathOf(const char* text) { return namesFile(text) ? spelledPath(text) : std::wstring(); }
 
 std::optional<std::string> textOfNativePath(const std::filesystem::path& path) {
-    const auto file = absolute(path.native());
+    const auto file = absolute(
+        worldInForce == nullptr ? path.native() : (std::filesystem::path(worldInForce->directory({})) / path).native());
     std::string text = narrow(file.value_or(L""));
     return file && widen(text) == *file && namesFile(text.c_str()) ? std::make_optional(std::move(text)) : std::nullopt;
 }
