@@ -134,15 +134,18 @@ ExitCode Output::exitCode() const {
     return anySerious ? ExitCode::Found : ExitCode::Fine;
 }
 
-ExitCode Output::finish() {
+std::string Output::text() {
     if (instead_) {
-        text_ = *instead_;
-    } else if (json_) {
-        text_ = jsonText();
-    } else if (findingsAre_ == FindingsAre::TheResult) {
-        text_ += linesOfFindings(colors_);
+        return *instead_;
     }
-    if (!write(Stream::Output, text_)) {
+    if (json_) {
+        return jsonText();
+    }
+    return findingsAre_ == FindingsAre::TheResult ? text_ + linesOfFindings(colors_) : text_;
+}
+
+ExitCode Output::finish() {
+    if (!write(Stream::Output, text())) {
         fail("The output could not be written.", "See whether the disk is full or the reader has gone.");
     }
     write(Stream::Error, errorText());

@@ -73,6 +73,9 @@ public:
     /// after the other; what was added before is printed all the same.
     void fail(std::string text, std::string advice);
 
+    /// Returns what `finish` writes on standard output. Called once, and then in its place.
+    std::string text();
+
     /// Prints everything and returns the exit code that follows from it. Called once.
     ExitCode finish();
 

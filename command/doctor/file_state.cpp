@@ -13,6 +13,7 @@
 #include "platform/files.h"
 #include "platform/native_paths.h"
 #include "platform/replacement_name.h"
+#include "platform/world.h"
 
 namespace zelutil::command {
 namespace {
@@ -68,12 +69,13 @@ void lookBeside(FileState& state, const std::string& path) {
     const fs::path file = platform::nativePathOf(path.c_str());
     const fs::path target = file.filename();
     std::error_code ignored;
-    for (const fs::directory_entry& entry : fs::directory_iterator(file.parent_path(), ignored)) {
+    const fs::path directory = file.parent_path();
+    for (const fs::directory_entry& entry : fs::directory_iterator(platform::placeInWorld(directory), ignored)) {
         const fs::path name = entry.path().filename();
         if (platform::isReplacementName(name.native(), target.native())) {
-            state.leftovers.push_back(textOf(entry.path()));
+            state.leftovers.push_back(textOf(directory / name));
         } else if (platform::isKeptName(name.native(), target.native())) {
-            state.keptCopies.push_back(textOf(entry.path()));
+            state.keptCopies.push_back(textOf(directory / name));
         }
     }
     std::sort(state.leftovers.begin(), state.leftovers.end());
@@ -93,13 +95,24 @@ FileState::Kind kindOfText(const std::string& path) {
 /// Returns whether the system says that something is there; false also where it says nothing.
 bool isThere(const fs::path& path) {
     std::error_code ignored;
-    return fs::exists(path, ignored);
+    return fs::exists(platform::placeInWorld(path), ignored);
+}
+
+bool isDirectory(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_directory(platform::placeInWorld(path), ignored);
 }
 
 /// Returns whether something may be there that the system does not tell of.
 bool isHidden(const fs::path& path) {
     std::error_code ignored;
-    return fs::status(path, ignored).type() == fs::file_type::none;
+    const bool own = fs::status(platform::placeInWorld(path), ignored).type() == fs::file_type::none;
+    return platform::worldInForce == nullptr ? own : platform::worldInForce->isHidden(path.native(), own);
+}
+
+bool mayWriteThere(const fs::path& path) {
+    const bool own = mayWrite(platform::placeInWorld(path));
+    return platform::worldInForce == nullptr ? own : platform::worldInForce->mayWrite(path.native(), own);
 }
 
 /// Returns the nearest thing above the file that is there; empty for none.
@@ -120,8 +133,7 @@ void lookAround(FileState& state, const fs::path& file, FileUse use) {
         state.writeable = false;
         return;
     }
-    std::error_code ignored;
-    if (use == FileUse::Users && fs::is_directory(nearest, ignored) && !mayWrite(nearest)) {
+    if (use == FileUse::Users && isDirectory(nearest) && !mayWriteThere(nearest)) {
         state.shutDirectory = textOf(nearest);
         state.writeable = false;
     }
@@ -144,7 +156,7 @@ FileState stateOfFile(const std::string& path, FileUse use) {
         lookAround(state, file, use);
         return state;
     }
-    state.writeable = status->ownerWrite && (status->directory || mayWrite(file));
+    state.writeable = status->ownerWrite && (status->directory || mayWriteThere(file));
     if (status->directory) {
         state.kind = FileState::Kind::Directory;
         return state;
@@ -159,9 +171,8 @@ FileState stateOfFile(const std::string& path, FileUse use) {
 }
 
 std::string blockerOf(const std::string& path) {
-    std::error_code ignored;
     const fs::path nearest = nearestThere(platform::nativePathOf(path.c_str()));
-    return nearest.empty() || fs::is_directory(nearest, ignored) ? std::string() : textOf(nearest);
+    return nearest.empty() || isDirectory(nearest) ? std::string() : textOf(nearest);
 }
 
 }  // namespace zelutil::command

@@ -13,6 +13,7 @@
 #include "file/hierarchy_root.h"
 #include "file/hierarchy_search.h"
 #include "platform/native_paths.h"
+#include "platform/world.h"
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
@@ -28,8 +29,8 @@ std::string shown(const std::string& path) { return '"' + printable(nativeOrAsIt
 
 bool isSameDirectory(const std::string& one, const std::string& other) {
     std::error_code ignored;
-    return one == other ||
-           fs::equivalent(platform::nativePathOf(one.c_str()), platform::nativePathOf(other.c_str()), ignored);
+    return one == other || fs::equivalent(platform::placeInWorld(platform::nativePathOf(one.c_str())),
+                                          platform::placeInWorld(platform::nativePathOf(other.c_str())), ignored);
 }
 
 /// Returns the installation that a file or directory lies in; empty for none.

@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/native_paths.h"
 #include "platform/replace_file.h"
+#include "platform/world.h"
 
 namespace zelutil::command {
 namespace {
@@ -20,6 +21,8 @@ void tellUnwritten(const std::string& file, platform::Replaced result, Output& o
 }  // namespace
 
 bool writeResult(const std::string& file, const std::string& text, Output& output) {
+    // Also with another machine's files in the place of this one's.
+    const platform::OutsideTheWorld thisMachine;
     const std::filesystem::path path = pathOf(file);
     const auto libraryPath = platform::textOfNativePath(path);
     const bool isNamed = libraryPath && platform::namesFile(libraryPath->c_str());
