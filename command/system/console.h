@@ -20,6 +20,14 @@ std::vector<std::string> argumentsOfProgram(int count, const char* const* values
 /// beginning.
 void keepOutputForResults();
 
+/// Names the user and the machine; a name is empty where the system does not tell it.
+struct Account {
+    std::string user;
+    std::string host;
+};
+
+Account account();
+
 /// Returns whether a person reads the stream on a terminal.
 bool isTerminal(Stream stream);
 

@@ -2,8 +2,10 @@
 #include "command/system/console.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdio>
 
 #include "platform/environment.h"
@@ -34,6 +36,19 @@ void keepOutputForResults() {
     if (resultFile != nullptr) {
         dup2(STDERR_FILENO, STDOUT_FILENO);
     }
+}
+
+Account account() {
+    Account account;
+    // The one thread of the command asks once.
+    if (const passwd* const entry = getpwuid(getuid())) {  // NOLINT(concurrency-mt-unsafe)
+        account.user = entry->pw_name;
+    }
+    std::array<char, 256> host{};
+    if (gethostname(host.data(), host.size() - 1) == 0) {
+        account.host = host.data();
+    }
+    return account;
 }
 
 bool isTerminal(Stream stream) { return isatty(fileno(fileOf(stream))) != 0; }

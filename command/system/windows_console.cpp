@@ -3,6 +3,7 @@
 
 #include <io.h>
 
+#include <array>
 #include <cstdio>
 #include <memory>
 
@@ -88,6 +89,20 @@ void keepOutputForResults() {
     if (resultFile != nullptr) {
         _dup2(error, output);
     }
+}
+
+Account account() {
+    std::array<wchar_t, 256> text{};
+    Account account;
+    auto size = static_cast<DWORD>(text.size());
+    if (GetUserNameW(text.data(), &size) != 0) {
+        account.user = utf8Of(text.data());
+    }
+    size = static_cast<DWORD>(text.size());
+    if (GetComputerNameExW(ComputerNamePhysicalDnsHostname, text.data(), &size) != 0) {
+        account.host = utf8Of(text.data());
+    }
+    return account;
 }
 
 bool isTerminal(Stream stream) {

@@ -1,0 +1,148 @@
+#include "command/world/bundled_world.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "command/text.h"
+
+namespace zelutil::command::world {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::NativeText;
+
+/// Holds the results of the functions below, which have no argument that leads to it.
+const CommonLibrary* recorded = nullptr;
+
+/// Writes a path as the common library does, cut where the buffer ends.
+void copyTo(char* buffer, int size, const std::string& text) {
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+    std::memcpy(buffer, text.data(), length);
+    buffer[length] = '\0';
+}
+
+int toolsPathInBuf(char* buffer, int size, int /*reserved*/) {
+    if (recorded->toolsPath) {
+        copyTo(buffer, size, *recorded->toolsPath);
+    }
+    return recorded->toolsPath ? 1 : 0;
+}
+
+int initDone() { return recorded->initDone ? 1 : 0; }
+
+int initialize(void** /*handle*/, ...) { return recorded->canSearch ? 0 : 1; }
+
+int search(void* /*handle*/, const char* /*relativeName*/, char* buffer, int size) {
+    if (recorded->found) {
+        copyTo(buffer, size, *recorded->found);
+    }
+    return recorded->found ? 0 : 1;
+}
+
+struct NamedFunction {
+    std::string_view name;
+    void* function;
+};
+
+void* functionOf(std::string_view name) {
+    static const std::array<NamedFunction, 4> functions = {{
+        {"qtxGetToolsPathInBuf", reinterpret_cast<void*>(&toolsPathInBuf)},
+        {"qtxInitDone", reinterpret_cast<void*>(&initDone)},
+        {"wemInitialize", reinterpret_cast<void*>(&initialize)},
+        {"wemSearch", reinterpret_cast<void*>(&search)},
+    }};
+    for (const NamedFunction& one : functions) {
+        if (one.name == name) {
+            return one.function;
+        }
+    }
+    return nullptr;
+}
+
+/// Variables of the terminal on which the command is read.
+bool isOfTheTerminal(std::string_view name) { return name == "NO_COLOR" || name == "TERM"; }
+
+std::optional<std::string> bytesOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream.is_open()) {
+        return std::nullopt;
+    }
+    return std::string{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+BundledWorld::BundledWorld(const fs::path& bundle, Manifest manifest)
+    : manifest_(std::move(manifest)), mirror_(bundle / kFilesName, manifest_.directory, manifest_.links) {
+    recorded = &manifest_.commonLibrary;
+}
+
+std::optional<std::string> BundledWorld::variable(const char* name, std::optional<std::string> own) {
+    if (isOfTheTerminal(name)) {
+        return own;
+    }
+    const auto found = manifest_.variables.find(name);
+    return found == manifest_.variables.end() ? std::nullopt : std::optional<std::string>(found->second);
+}
+
+NativeText BundledWorld::directory(NativeText /*own*/) { return manifest_.directory.native(); }
+
+NativeText BundledWorld::file(NativeText path) { return mirror_.placeOf(fs::path(std::move(path))).native(); }
+
+std::string BundledWorld::modulePath(std::string /*own*/) { return manifest_.module; }
+
+std::optional<void*> BundledWorld::openModule(const char* /*baseName*/, std::vector<platform::ModulePlace>* places) {
+    if (places != nullptr) {
+        *places = manifest_.commonLibrary.places;
+    }
+    return manifest_.commonLibrary.isThere ? this : nullptr;
+}
+
+std::optional<void*> BundledWorld::moduleFunction(void* /*module*/, const char* name) {
+    const auto& missing = manifest_.commonLibrary.missingFunctions;
+    return std::find(missing.begin(), missing.end(), name) == missing.end() ? functionOf(name) : nullptr;
+}
+
+bool BundledWorld::mayWrite(NativeText path, bool own) { return recordedOr(manifest_.writeable, path, own); }
+
+bool BundledWorld::isHidden(NativeText path, bool own) { return recordedOr(manifest_.hidden, path, own); }
+
+bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool own) const {
+    const auto recorded = rights.find(mirror_.resolved(path));
+    return recorded == rights.end() ? own : recorded->second;
+}
+
+std::string enterWorld(const fs::path& bundle) {
+    static std::unique_ptr<BundledWorld> world;
+    const auto text = bytesOf(bundle / kManifestName);
+    if (!text) {
+        return "There is no bundle in \"" + textOf(bundle) + "\": its " + kManifestName + " cannot be read.";
+    }
+    auto manifest = manifestOf(*text);
+    if (!manifest) {
+        return "\"" + textOf(bundle / kManifestName) + "\" is not of the form that this version of zelutil reads.";
+    }
+    if (manifest->system != nameOfThisSystem()) {
+        return "The bundle was made on another system (" + manifest->system + "), whose paths this one cannot have.";
+    }
+    std::error_code error;
+    const fs::path directory = fs::absolute(bundle, error);
+    world = std::make_unique<BundledWorld>(directory.lexically_normal(), *std::move(manifest));
+    platform::worldInForce = world.get();
+    return {};
+}
+
+fs::path placeOfArgument(const fs::path& path) {
+    const fs::path place = platform::placeInWorld(path);
+    std::error_code ignored;
+    return fs::exists(place, ignored) ? place : path;
+}
+
+}  // namespace zelutil::command::world

@@ -1,0 +1,47 @@
+#ifndef ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
+#define ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
+
+#include <string>
+
+#include "command/world/manifest.h"
+#include "platform/world.h"
+
+namespace zelutil::command::world {
+
+/// The names of what a bundle holds.
+inline constexpr char kManifestName[] = "world.json";
+inline constexpr char kFilesName[] = "files";
+
+/// The machine that a bundle was made on: its variables, its current directory and its files, of which those that a
+/// save writes are written into the bundle.
+class BundledWorld final : public platform::World {
+public:
+    BundledWorld(const std::filesystem::path& bundle, Manifest manifest);
+
+    std::optional<std::string> variable(const char* name, std::optional<std::string> own) override;
+    platform::NativeText directory(platform::NativeText own) override;
+    platform::NativeText file(platform::NativeText path) override;
+    std::string modulePath(std::string own) override;
+    std::optional<void*> openModule(const char* baseName, std::vector<platform::ModulePlace>* places) override;
+    std::optional<void*> moduleFunction(void* module, const char* name) override;
+    bool mayWrite(platform::NativeText path, bool own) override;
+    bool isHidden(platform::NativeText path, bool own) override;
+
+private:
+    bool recordedOr(const Rights& rights, const platform::NativeText& path, bool own) const;
+
+    Manifest manifest_;
+    Mirror mirror_;
+};
+
+/// Puts the machine of a bundle in force for the rest of the process, before anything has asked the seam. Returns why
+/// that cannot be done, a sentence; empty where it is done.
+std::string enterWorld(const std::filesystem::path& bundle);
+
+/// Returns where this machine has the file that an argument names: in the bundle where that has it, and otherwise where
+/// the argument says.
+std::filesystem::path placeOfArgument(const std::filesystem::path& path);
+
+}  // namespace zelutil::command::world
+
+#endif

@@ -1,0 +1,172 @@
+#include "command/world/manifest.h"
+
+#include <utility>
+
+#include "json/document.h"
+#include "json/writer.h"
+
+namespace zelutil::command::world {
+namespace {
+
+namespace fs = std::filesystem;
+using json::View;
+using platform::ModulePlace;
+
+/// Writes the texts byte by byte, as variables and paths have them, which need not be UTF-8.
+class ManifestWriter {
+public:
+    std::optional<std::string> run(const Manifest& manifest) {
+        json_.beginObject();
+        key("zelutilWorld", [&] { json_.integer(Manifest::kFormat); });
+        text("system", manifest.system);
+        key("redacted", [&] { json_.truth(manifest.redacted); });
+        text("directory", manifest.directory.u8string());
+        text("module", manifest.module);
+        key("variables", [&] { writeVariables(manifest.variables); });
+        key("links", [&] { writeLinks(manifest.links); });
+        key("writeable", [&] { writeRights(manifest.writeable); });
+        key("hidden", [&] { writeRights(manifest.hidden); });
+        key("commonLibrary", [&] { write(manifest.commonLibrary); });
+        json_.endObject();
+        return json_.take();
+    }
+
+private:
+    template <typename Write>
+    void key(std::string_view name, Write write) {
+        json_.key(name);
+        write();
+    }
+
+    void text(std::string_view name, std::string_view value) {
+        key(name, [&] { json_.text(value); });
+    }
+
+    void optionalText(std::string_view name, const std::optional<std::string>& value) {
+        if (value) {
+            text(name, *value);
+        }
+    }
+
+    void writeVariables(const std::map<std::string, std::string>& variables) {
+        json_.beginObject();
+        for (const auto& [name, value] : variables) {
+            text(name, value);
+        }
+        json_.endObject();
+    }
+
+    void writeLinks(const Links& links) {
+        json_.beginArray();
+        for (const auto& [from, to] : links) {
+            json_.beginObject();
+            text("from", from.u8string());
+            text("to", to.u8string());
+            json_.endObject();
+        }
+        json_.endArray();
+    }
+
+    void writeRights(const Rights& rights) {
+        json_.beginObject();
+        for (const auto& [path, holds] : rights) {
+            json_.key(path.u8string());
+            json_.truth(holds);
+        }
+        json_.endObject();
+    }
+
+    void write(const CommonLibrary& library) {
+        json_.beginObject();
+        key("places", [&] {
+            json_.beginArray();
+            for (const ModulePlace& place : library.places) {
+                json_.beginObject();
+                key("kind", [&] { json_.integer(static_cast<int>(place.kind)); });
+                text("file", place.file);
+                key("taken", [&] { json_.truth(place.taken); });
+                json_.endObject();
+            }
+            json_.endArray();
+        });
+        key("isThere", [&] { json_.truth(library.isThere); });
+        key("missingFunctions", [&] {
+            json_.beginArray();
+            for (const std::string& name : library.missingFunctions) {
+                json_.text(name);
+            }
+            json_.endArray();
+        });
+        optionalText("toolsPath", library.toolsPath);
+        key("initDone", [&] { json_.truth(library.initDone); });
+        key("canSearch", [&] { json_.truth(library.canSearch); });
+        optionalText("found", library.found);
+        json_.endObject();
+    }
+
+    json::PrettyWriter json_;
+};
+
+std::string stringOf(View value) { return std::string(value.text().value_or("")); }
+
+std::optional<std::string> optionalStringOf(View value) {
+    return value.text() ? std::optional<std::string>(stringOf(value)) : std::nullopt;
+}
+
+fs::path pathIn(View value) { return fs::u8path(stringOf(value)); }
+
+Rights rightsOf(View value) {
+    Rights rights;
+    for (const json::Member one : value.members()) {
+        rights[fs::u8path(one.key)] = one.value.isTrue();
+    }
+    return rights;
+}
+
+CommonLibrary commonLibraryOf(View value) {
+    CommonLibrary library;
+    for (const View place : value.member("places").elements()) {
+        const auto kind = static_cast<ModulePlace::Kind>(place.member("kind").integer().value_or(0));
+        library.places.push_back({kind, stringOf(place.member("file")), place.member("taken").isTrue()});
+    }
+    library.isThere = value.member("isThere").isTrue();
+    for (const View name : value.member("missingFunctions").elements()) {
+        library.missingFunctions.push_back(stringOf(name));
+    }
+    library.toolsPath = optionalStringOf(value.member("toolsPath"));
+    library.initDone = value.member("initDone").isTrue();
+    library.canSearch = value.member("canSearch").isTrue();
+    library.found = optionalStringOf(value.member("found"));
+    return library;
+}
+
+}  // namespace
+
+const char* nameOfThisSystem() { return fs::path::preferred_separator == '/' ? "posix" : "windows"; }
+
+std::optional<std::string> textOfManifest(const Manifest& manifest) { return ManifestWriter().run(manifest); }
+
+std::optional<Manifest> manifestOf(std::string_view text) {
+    const json::Document document(text);
+    const View root = document.root();
+    if (root.member("zelutilWorld").integer() != Manifest::kFormat) {
+        return std::nullopt;
+    }
+    Manifest manifest;
+    manifest.system = stringOf(root.member("system"));
+    manifest.redacted = root.member("redacted").isTrue();
+    manifest.directory = pathIn(root.member("directory"));
+    manifest.module = stringOf(root.member("module"));
+    for (const json::Member variable : root.member("variables").members()) {
+        manifest.variables.emplace(variable.key, variable.value.text().value_or(""));
+    }
+    for (const View link : root.member("links").elements()) {
+        manifest.links[pathIn(link.member("from"))] = pathIn(link.member("to"));
+    }
+    manifest.writeable = rightsOf(root.member("writeable"));
+    manifest.hidden = rightsOf(root.member("hidden"));
+    manifest.commonLibrary = commonLibraryOf(root.member("commonLibrary"));
+    return manifest;
+}
+
+}  // namespace zelutil::command::world
