@@ -1,6 +1,7 @@
 #include "command/doctor/report.h"
 
 #include "command/doctor/candidate_text.h"
+#include "command/text.h"
 
 namespace zelutil::command {
 namespace {

@@ -2,7 +2,6 @@
 #include "command/arguments.h"
 #include "command/doctor/report.h"
 #include "command/subcommands/table.h"
-#include "command/text.h"
 
 namespace zelutil::command {
 namespace {

@@ -3,13 +3,6 @@
 #include <zelutil/actions/action_manager.h>
 
 namespace zelutil::prefs {
-namespace {
-
-/// A manager is loaded with it when the user's file has nothing for its section.
-constexpr char kNoUserSettings[] = "{}";
-
-}  // namespace
-
 void SubManagers::initialize(const Catalogue& catalogue) {
     for (const auto& [attributePath, section] : catalogue.sections()) {
         const SubManagerType type{section->submanagerId};

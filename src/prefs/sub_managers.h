@@ -10,6 +10,9 @@
 
 namespace zelutil::prefs {
 
+/// A manager is loaded with it when the user's file has nothing for its section.
+inline constexpr char kNoUserSettings[] = "{}";
+
 /// The managers of the sections that belong to one, by type. They are not owned.
 class SubManagers {
 public:

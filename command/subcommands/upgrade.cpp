@@ -1,0 +1,134 @@
+// zelutil upgrade: what new shipped defaults do to users' files, before they are rolled out.
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <thread>
+
+#include "command/arguments.h"
+#include "command/doctor/candidate_text.h"
+#include "command/progress.h"
+#include "command/subcommands/table.h"
+#include "command/text.h"
+#include "command/upgrade/report.h"
+#include "command/upgrade/user_files.h"
+#include "file/installed_file.h"
+#include "json/document.h"
+#include "platform/files.h"
+#include "platform/native_paths.h"
+#include "platform/world.h"
+#include "prefs/preference_files.h"
+
+namespace zelutil::command {
+namespace {
+
+namespace fs = std::filesystem;
+using upgrade::UserResult;
+
+struct UpgradeChoices {
+    std::string oldDefaults;
+    std::string newDefaults;
+    std::vector<std::string> users;
+    int jobs = 0;
+    bool jsonLines = false;
+};
+
+/// Returns the file that an argument names: itself, or that of an installation.
+std::string shippedFileOf(const std::string& argument) {
+    const fs::path path = pathOf(argument);
+    std::error_code ignored;
+    const std::string text = platform::textOfNativePath(path).value_or("");
+    if (!fs::is_directory(path, ignored)) {
+        return text;
+    }
+    std::string file(file::placeOfSettingsFile(ZelU::File::Path(text), prefs::kSettingsFileName));
+    // A path with a blank stands in quotes.
+    file.erase(std::remove(file.begin(), file.end(), '"'), file.end());
+    return file;
+}
+
+std::optional<std::string> readShipped(const std::string& argument, Output& output) {
+    const std::string file = shippedFileOf(argument);
+    auto text = platform::readFile(file.c_str(), json::kMaximumTextSize);
+    if (!text) {
+        output.fail("No shipped defaults can be read from \"" + argument + "\".",
+                    "Name a file of shipped defaults, or an installation.");
+        return std::nullopt;
+    }
+    if (!upgrade::Version(*text).hasSections()) {
+        output.fail("\"" + argument + "\" holds no shipped defaults: it is no JSON, or has no sections.",
+                    "\"zelutil lint\" says more of it.");
+        return std::nullopt;
+    }
+    return text;
+}
+
+std::vector<fs::path> namedUsersFiles(const std::vector<std::string>& arguments, Output& output) {
+    std::vector<fs::path> files;
+    for (const std::string& argument : arguments) {
+        const std::vector<fs::path> found = upgrade::usersFiles(pathOf(argument));
+        if (found.empty()) {
+            output.add({Severity::Warning, "\"" + argument + "\" means no user's file.",
+                        "Name a file, a directory that holds tessel_settings.cfg, or a pattern.", std::nullopt});
+        }
+        files.insert(files.end(), found.begin(), found.end());
+    }
+    return files;
+}
+
+std::size_t threadsFor(const UpgradeChoices& choices) {
+    const int jobs = choices.jobs > 0 ? choices.jobs : static_cast<int>(std::thread::hardware_concurrency());
+    return static_cast<std::size_t>(std::max(jobs, 1));
+}
+
+void runUpgrade(const UpgradeChoices& choices, Output& output) {
+    // The files that are named are this machine's.
+    const platform::OutsideTheWorld thisMachine;
+    const auto oldDefaults = readShipped(choices.oldDefaults, output);
+    const auto newDefaults = oldDefaults ? readShipped(choices.newDefaults, output) : std::nullopt;
+    if (!newDefaults) {
+        return;
+    }
+    using Clock = std::chrono::steady_clock;
+    const std::vector<fs::path> files = namedUsersFiles(choices.users, output);
+    Progress progress(files.size(), Clock::now(), writeOfTerminal());
+    const std::vector<UserResult> results =
+        upgrade::compareAll(*oldDefaults, *newDefaults, files, threadsFor(choices),
+                            [&](std::size_t done) { progress.update(done, Clock::now()); });
+    progress.finish();
+    upgrade::tell(results, output);
+    if (choices.jsonLines) {
+        const auto lines = upgrade::jsonLines(results);
+        output.printInstead(lines.value_or(""));
+        if (!lines) {
+            output.fail("What there is to say of one user is too large for the JSON form.",
+                        "Ask without --json-lines.");
+        }
+    }
+}
+
+Work declareUpgrade(CLI::App& arguments) {
+    const auto choices = std::make_shared<UpgradeChoices>();
+    addText(arguments, "OLD", choices->oldDefaults, "The shipped defaults as they are: a file, or an installation")
+        ->required();
+    addText(arguments, "NEW", choices->newDefaults, "The shipped defaults as they will be")->required();
+    addTexts(arguments, "USER", choices->users,
+             "Users' files, directories that hold them, and patterns as '/home/*/pcbenv'")
+        ->required();
+    arguments.add_flag("--json-lines", choices->jsonLines,
+                       "Print one JSON text a line: one for each user, and a summary");
+    arguments.add_option("--jobs", choices->jobs, "Use that many threads; else as many as the machine has cores")
+        ->type_name("NUMBER")
+        ->check(CLI::Range(1, 1024));
+    return [choices](Output& output) { runUpgrade(*choices, output); };
+}
+
+}  // namespace
+
+const Subcommand kUpgrade{"upgrade", "Say what new shipped defaults do to users' files",
+                          "$ zelutil upgrade /opt/product-1 /opt/product-2 '/home/*/pcbenv'\n"
+                          "/home/ann/pcbenv/tessel/tessel_settings.cfg\n"
+                          "  dropped: display::grids::grid=0.25, there is no such setting",
+                          FindingsAre::TheResult, declareUpgrade};
+
+}  // namespace zelutil::command

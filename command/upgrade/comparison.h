@@ -1,0 +1,115 @@
+#ifndef ZELUTIL_COMMAND_UPGRADE_COMPARISON_H
+#define ZELUTIL_COMMAND_UPGRADE_COMPARISON_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/upgrade/version.h"
+
+namespace zelutil::command::upgrade {
+
+/// A value that the user's file sets with the old defaults and that is not in force with the new ones.
+struct DroppedValue {
+    std::string name;
+    std::string value;
+    /// The value in force with the new defaults; nothing where they have no such setting.
+    std::optional<std::string> now;
+};
+
+/// A value that the user's file sets with the new defaults only: an entry that had no effect, or set another setting.
+struct GainedValue {
+    std::string name;
+    std::string value;
+};
+
+/// A shipped value that changes, and that this user does not get.
+struct MaskedDefault {
+    std::string name;
+    std::string value;
+    std::string oldDefault;
+    std::string newDefault;
+};
+
+/// An entry of the user's file that had an effect with the old defaults and has none with the new ones.
+struct MeaninglessEntry {
+    std::string section;  ///< Empty for an entry of the actions.
+    std::string name;     ///< Empty for the section as a whole.
+    int action = 0;       ///< 0 for an entry of a setting.
+    std::string text;     ///< A sentence for an entry of the actions.
+};
+
+/// An entry of the user's file for a shortcut that the new actions refuse and the old ones did not.
+struct RefusedShortcut {
+    int action = 0;
+    int holder = 0;
+    std::string text;
+};
+
+/// A shortcut that the user gave an action and that it does not have with the new defaults.
+struct LostShortcut {
+    int action = 0;
+    std::string shortcut;
+    /// Nothing where there is no such action.
+    std::optional<std::string> now;
+};
+
+struct LostMenuFlag {
+    int action = 0;
+    bool inMenu = false;
+    std::optional<bool> now;
+};
+
+/// A key that ran one action and runs another one.
+struct ChangedKey {
+    struct Owner {
+        int action = 0;
+        std::string command;
+    };
+
+    std::string context;
+    std::string shortcut;
+    Owner before;
+    Owner now;
+};
+
+/// Lists what an upgrade does to one user's file.
+struct Effect {
+    std::vector<DroppedValue> dropped;
+    std::vector<MeaninglessEntry> meaningless;
+    std::vector<RefusedShortcut> refused;
+    std::vector<LostShortcut> shortcuts;
+    std::vector<LostMenuFlag> menuFlags;
+    std::vector<MaskedDefault> masked;
+    std::vector<GainedValue> gained;
+    std::vector<ChangedKey> keys;
+
+    /// Returns whether something of the user's is in force with the old defaults and not with the new ones.
+    bool losesAnything() const {
+        return !(dropped.empty() && refused.empty() && shortcuts.empty() && menuFlags.empty());
+    }
+
+    bool isNothing() const {
+        return !losesAnything() && meaningless.empty() && masked.empty() && gained.empty() && keys.empty();
+    }
+};
+
+/// Compares users' files one after another. Each thread has its own.
+class Comparison {
+public:
+    /// Takes the texts of both versions of the shipped defaults.
+    Comparison(std::string oldDefaults, std::string newDefaults);
+
+    /// Returns what the upgrade does to a user's text.
+    Effect effectOn(json::View user);
+
+private:
+    void compareValues(const Start& before, const Start& after, Effect& effect) const;
+
+    Version old_;
+    Version new_;
+};
+
+}  // namespace zelutil::command::upgrade
+
+#endif

@@ -1,0 +1,250 @@
+#include "command/upgrade/report.h"
+
+#include "command/text.h"
+#include "json/document.h"
+#include "json/writer.h"
+
+namespace zelutil::command::upgrade {
+namespace {
+
+using Status = UserResult::Status;
+
+// --- JSON -----------------------------------------------------------------------------------------------------------
+
+void writeSettings(JsonWriter& json, const Effect& effect) {
+    json.objects("dropped", effect.dropped, [&](const DroppedValue& value) {
+        json.member("name", value.name);
+        json.member("value", value.value);
+        if (value.now) {
+            json.member("now", *value.now);
+        }
+    });
+    json.objects("meaningless", effect.meaningless, [&](const MeaninglessEntry& entry) {
+        json.member("section", entry.section);
+        json.member("name", entry.name);
+        if (entry.section.empty()) {
+            json.member("action", entry.action);
+            json.member("text", entry.text);
+        }
+    });
+    json.objects("masked", effect.masked, [&](const MaskedDefault& value) {
+        json.member("name", value.name);
+        json.member("value", value.value);
+        json.member("oldDefault", value.oldDefault);
+        json.member("newDefault", value.newDefault);
+    });
+    json.objects("gained", effect.gained, [&](const GainedValue& value) {
+        json.member("name", value.name);
+        json.member("value", value.value);
+    });
+}
+
+void writeOwner(JsonWriter& json, const char* name, const ChangedKey::Owner& owner) {
+    json.key(name);
+    json.beginObject();
+    json.member("action", owner.action);
+    json.member("command", owner.command);
+    json.endObject();
+}
+
+void writeActions(JsonWriter& json, const Effect& effect) {
+    json.objects("refused", effect.refused, [&](const RefusedShortcut& refused) {
+        json.member("action", refused.action);
+        json.member("holder", refused.holder);
+        json.member("text", refused.text);
+    });
+    json.objects("shortcuts", effect.shortcuts, [&](const LostShortcut& lost) {
+        json.member("action", lost.action);
+        json.member("shortcut", lost.shortcut);
+        if (lost.now) {
+            json.member("now", *lost.now);
+        }
+    });
+    json.objects("menuFlags", effect.menuFlags, [&](const LostMenuFlag& lost) {
+        json.member("action", lost.action);
+        json.member("inMenu", lost.inMenu);
+        if (lost.now) {
+            json.member("now", *lost.now);
+        }
+    });
+    json.objects("keys", effect.keys, [&](const ChangedKey& key) {
+        json.member("context", key.context);
+        json.member("shortcut", key.shortcut);
+        writeOwner(json, "before", key.before);
+        writeOwner(json, "now", key.now);
+    });
+}
+
+void writeUser(JsonWriter& json, const UserResult& result) {
+    json.member("file", textOf(result.file));
+    json.member("status", nameOf(result.status));
+    json.member("loses", result.effect.losesAnything());
+    if (!result.effect.isNothing()) {
+        writeSettings(json, result.effect);
+        writeActions(json, result.effect);
+    }
+}
+
+void writeSummary(JsonWriter& json, const Summary& summary) {
+    const auto count = [&](const char* name, std::size_t users) { json.member(name, static_cast<int>(users)); };
+    json.key("summary");
+    json.beginObject();
+    count("users", summary.users);
+    count("losing", summary.losing);
+    count("unread", summary.unread);
+    count("dropped", summary.dropped);
+    count("meaningless", summary.meaningless);
+    count("refused", summary.refused);
+    count("shortcuts", summary.shortcuts);
+    count("masked", summary.masked);
+    count("keys", summary.keys);
+    json.endObject();
+}
+
+/// Adds a line that is an object with the number of the form and with what `write` writes.
+template <typename Write>
+bool addLine(std::string& lines, Write write) {
+    JsonWriter json;
+    json.beginObject();
+    json.member("format", Output::kFormat);
+    write(json);
+    json.endObject();
+    const auto text = json.take();
+    if (!text) {
+        return false;
+    }
+    lines += json::compactText(json::Document(*text).root()).value_or("") + '\n';
+    return true;
+}
+
+// --- Text -----------------------------------------------------------------------------------------------------------
+
+class Lines {
+public:
+    explicit Lines(Output& output) : output_(output) {}
+
+    void tell(const UserResult& result) {
+        if (result.effect.isNothing()) {
+            return;
+        }
+        output_.line("{}", output_.shown(Role::Name, textOf(result.file)));
+        tellSettings(result.effect);
+        tellActions(result.effect);
+    }
+
+private:
+    std::string old(const std::string& text) const { return output_.shown(Role::Old, text); }
+    std::string value(const std::string& text) const { return output_.shown(Role::Value, text); }
+    std::string name(const std::string& text) const { return output_.shown(Role::Name, text); }
+
+    void tellSettings(const Effect& effect) {
+        for (const DroppedValue& one : effect.dropped) {
+            output_.line("  dropped: {}={}, {}", name(one.name), old(one.value),
+                         one.now ? "now " + value(*one.now) : "there is no such setting");
+        }
+        for (const MeaninglessEntry& one : effect.meaningless) {
+            output_.line("  meaningless: {}",
+                         one.action != 0 || one.section.empty() ? output_.shown(Role::Faint, one.text)
+                         : one.name.empty()                     ? "the section " + name(one.section)
+                                            : name(one.name) + " in the section " + name(one.section));
+        }
+        for (const MaskedDefault& one : effect.masked) {
+            output_.line("  masked: {} stays {}, the default {} is now {}", name(one.name), value(one.value),
+                         old(one.oldDefault), value(one.newDefault));
+        }
+        for (const GainedValue& one : effect.gained) {
+            output_.line("  gained: {}={}", name(one.name), value(one.value));
+        }
+    }
+
+    void tellActions(const Effect& effect) {
+        for (const RefusedShortcut& one : effect.refused) {
+            output_.line("  refused: {}", output_.shown(Role::Faint, one.text));
+        }
+        for (const LostShortcut& one : effect.shortcuts) {
+            output_.line("  shortcut: action {} had \"{}\", {}", one.action, old(one.shortcut),
+                         one.now ? "now \"" + value(*one.now) + '"' : "there is no such action");
+        }
+        for (const LostMenuFlag& one : effect.menuFlags) {
+            output_.line("  menu: action {} was {}, {}", one.action, one.inMenu ? "shown" : "hidden",
+                         !one.now   ? "there is no such action"
+                         : *one.now ? "now it is shown"
+                                    : "now it is hidden");
+        }
+        for (const ChangedKey& one : effect.keys) {
+            output_.line("  key: \"{}\" in {} ran {} (action {}), now {} (action {})", value(one.shortcut),
+                         name(one.context), old(one.before.command), one.before.action, value(one.now.command),
+                         one.now.action);
+        }
+    }
+
+    Output& output_;
+};
+
+Finding aboutUnread(const UserResult& result) {
+    const bool isMissing = result.status == Status::Missing;
+    return {Severity::Warning,
+            isMissing ? "The file is not there." : "The file cannot be read or is no JSON, so nothing of it counts.",
+            isMissing ? "Name a user's file." : "\"zelutil lint\" shows where it is wrong.",
+            Place{textOf(result.file), std::nullopt, std::nullopt}};
+}
+
+Finding aboutLoss(const UserResult& result) {
+    const Effect& effect = result.effect;
+    return {Severity::Warning,
+            fmt::format("The upgrade takes from this user: values {}, shortcuts {}, menu flags {}.",
+                        effect.dropped.size(), effect.shortcuts.size(), effect.menuFlags.size()),
+            "", Place{textOf(result.file), std::nullopt, std::nullopt}};
+}
+
+}  // namespace
+
+Summary summaryOf(const std::vector<UserResult>& results) {
+    Summary summary;
+    for (const auto& [file, status, effect] : results) {
+        ++summary.users;
+        summary.losing += effect.losesAnything() ? 1 : 0;
+        summary.unread += status == Status::Compared ? 0 : 1;
+        summary.dropped += effect.dropped.empty() ? 0 : 1;
+        summary.meaningless += effect.meaningless.empty() ? 0 : 1;
+        summary.refused += effect.refused.empty() ? 0 : 1;
+        summary.shortcuts += effect.shortcuts.empty() ? 0 : 1;
+        summary.masked += effect.masked.empty() ? 0 : 1;
+        summary.keys += effect.keys.empty() ? 0 : 1;
+    }
+    return summary;
+}
+
+void tell(const std::vector<UserResult>& results, Output& output) {
+    Lines lines(output);
+    for (const UserResult& result : results) {
+        lines.tell(result);
+        if (result.status != Status::Compared) {
+            output.add(aboutUnread(result));
+        } else if (result.effect.losesAnything()) {
+            output.add(aboutLoss(result));
+        }
+    }
+    const Summary summary = summaryOf(results);
+    output.line(
+        "Users: {}. Losing something: {}. With a value over a changed default: {}. With a key of another action: {}. "
+        "Not read: {}.",
+        summary.users, summary.losing, summary.masked, summary.keys, summary.unread);
+    output.members([&](JsonWriter& json) {
+        json.objects("users", results, [&](const UserResult& result) { writeUser(json, result); });
+        writeSummary(json, summary);
+    });
+}
+
+std::optional<std::string> jsonLines(const std::vector<UserResult>& results) {
+    std::string lines;
+    for (const UserResult& result : results) {
+        if (!addLine(lines, [&](JsonWriter& json) { writeUser(json, result); })) {
+            return std::nullopt;
+        }
+    }
+    addLine(lines, [&](JsonWriter& json) { writeSummary(json, summaryOf(results)); });
+    return lines;
+}
+
+}  // namespace zelutil::command::upgrade

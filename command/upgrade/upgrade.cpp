@@ -1,0 +1,124 @@
+#include "command/upgrade/upgrade.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <thread>
+
+#include "json/document.h"
+#include "platform/native_paths.h"
+#include "prefs/user_settings_file.h"
+
+namespace zelutil::command::upgrade {
+namespace {
+
+namespace fs = std::filesystem;
+using Status = UserResult::Status;
+
+constexpr std::chrono::milliseconds kBetweenTellings{50};
+
+/// Reads the file as a start reads it.
+void compareFile(Comparison& comparison, UserResult& result) {
+    const auto path = platform::textOfNativePath(result.file);
+    if (!path) {
+        return;
+    }
+    prefs::UserSettingsFile file;
+    file.read(*path, [&](std::string_view text) {
+        const json::Document document(text);
+        if (document.valid()) {
+            result.effect = comparison.effectOn(document.root());
+            result.status = Status::Compared;
+        }
+        return document.valid();
+    });
+    if (file.unreadAtStart() || file.wasDirectoryAtStart()) {
+        result.status = Status::Unread;
+    }
+}
+
+class Workers {
+public:
+    Workers(const std::string& oldDefaults, const std::string& newDefaults, std::vector<UserResult>& results)
+        : oldDefaults_(oldDefaults), newDefaults_(newDefaults), results_(results) {}
+
+    void run(std::size_t count, const TellDone& tellDone) {
+        std::vector<std::thread> threads;
+        running_ = count;
+        for (std::size_t number = 0; number < count; ++number) {
+            threads.emplace_back([this] { work(); });
+        }
+        wait(tellDone);
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        if (failure_) {
+            std::rethrow_exception(failure_);
+        }
+    }
+
+private:
+    void work() {
+        try {
+            Comparison comparison(oldDefaults_, newDefaults_);
+            for (std::size_t number = next_++; number < results_.size(); number = next_++) {
+                compareFile(comparison, results_[number]);
+                ++done_;
+            }
+        } catch (...) {
+            next_ = results_.size();
+            const std::lock_guard lock(mutex_);
+            failure_ = std::current_exception();
+        }
+        const std::lock_guard lock(mutex_);
+        --running_;
+        ended_.notify_one();
+    }
+
+    void wait(const TellDone& tellDone) {
+        std::unique_lock lock(mutex_);
+        while (!ended_.wait_for(lock, kBetweenTellings, [this] { return running_ == 0; })) {
+            tellDone(done_);
+        }
+    }
+
+    const std::string& oldDefaults_;
+    const std::string& newDefaults_;
+    std::vector<UserResult>& results_;
+    std::atomic<std::size_t> next_{0};
+    std::atomic<std::size_t> done_{0};
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    std::size_t running_ = 0;
+    std::exception_ptr failure_;
+};
+
+}  // namespace
+
+const char* nameOf(Status status) {
+    switch (status) {
+        case Status::Compared:
+            return "compared";
+        case Status::Missing:
+            return "missing";
+        case Status::Unread:
+            break;
+    }
+    return "unread";
+}
+
+std::vector<UserResult> compareAll(const std::string& oldDefaults, const std::string& newDefaults,
+                                   const std::vector<fs::path>& files, std::size_t threads, const TellDone& tellDone) {
+    std::vector<UserResult> results(files.size());
+    for (std::size_t number = 0; number < files.size(); ++number) {
+        results[number].file = files[number];
+    }
+    Workers(oldDefaults, newDefaults, results)
+        .run(std::clamp<std::size_t>(threads, 1, std::max<std::size_t>(files.size(), 1)), tellDone);
+    return results;
+}
+
+}  // namespace zelutil::command::upgrade

@@ -1,0 +1,106 @@
+#include "command/upgrade/version.h"
+
+#include <utility>
+
+#include "actions/action_catalogue.h"
+#include "actions/overwritable.h"
+#include "host/action_warnings.h"
+#include "prefs/catalogue_reader.h"
+#include "prefs/sub_managers.h"
+
+namespace zelutil::command::upgrade {
+namespace {
+
+using actions::ActionCatalogue;
+using prefs::Catalogue;
+using prefs::Setting;
+
+constexpr auto kActions = prefs::SubManagerType::Actions;
+
+Actions actionsIn(const ActionCatalogue& catalogue) {
+    Actions actions;
+    catalogue.forEachAction([&](int id, const ActionCatalogue::Action& action) {
+        ActionRecord record;
+        // One that stands in for a missing parent has no context.
+        record.context = action.context == nullptr ? "" : std::string(action.contextName());
+        record.command = action.command;
+        record.shortcut = actions::effectiveValue(action.shortcut);
+        record.inMenu = actions::effectiveValue(action.rmb);
+        record.hasUsersShortcut = action.parentId < 1 && action.shortcut.overwritten;
+        record.hasUsersMenu = action.parentId < 1 && action.rmb.overwritten;
+        actions.byId.emplace(id, std::move(record));
+    });
+    catalogue.forEachHolder([&](std::string_view context, const std::string& shortcut, int id) {
+        actions.holders.emplace(host::ActionState::Place(context, shortcut), id);
+    });
+    return actions;
+}
+
+Actions loadActions(const std::string& defaults, const std::string& user) {
+    const actions::ObserverRegistry nobody;
+    ActionCatalogue catalogue(nobody);
+    catalogue.load(defaults, user);
+    Actions actions = actionsIn(catalogue);
+    actions.warnings = host::actionWarnings(defaults, user);
+    return actions;
+}
+
+}  // namespace
+
+Version::Version(std::string defaults) {
+    prefs::readDefaults(std::move(defaults), catalogue_);
+    names_.emplace(catalogue_);
+    for (const host::SettingNames::Names& named : names_->settings()) {
+        numbers_.emplace(catalogue_.settings().record(named.number).key, named.number);
+    }
+}
+
+const std::string* Version::defaultOf(std::uint64_t key) const {
+    const auto number = numbers_.find(key);
+    return number == numbers_.end() ? nullptr : &catalogue_.settings().record(number->second).defaultValue;
+}
+
+Start Version::startWith(json::View user) {
+    // The copy shares the records of the settings, and has findings and texts for the actions of its own.
+    Catalogue loaded = catalogue_;
+    prefs::readUserSettings(user, loaded, [](const prefs::EntryFinding& /*finding*/, json::View /*place*/) {});
+    Start start;
+    for (const host::SettingNames::Names& named : names_->settings()) {
+        const Setting& setting = loaded.settings().record(named.number);
+        if (setting.hasUserValue) {
+            const std::string name =
+                names_->sections()[named.section] + std::string(prefs::kNameSeparator) + named.name;
+            start.userValues.emplace(setting.key, UserValue{name, setting.userValue, setting.defaultValue});
+        }
+    }
+    start.findings = loaded.findings();
+    start.actions = actionsOf(loaded);
+    takeBackValues();
+    return start;
+}
+
+void Version::takeBackValues() {
+    prefs::SettingIndex& settings = catalogue_.settings();
+    for (std::size_t number = 0; number < settings.recordCount(); ++number) {
+        if (settings.record(number).hasUserValue) {
+            settings.record(number).clearUserValue();
+        }
+    }
+}
+
+Actions Version::actionsOf(const Catalogue& loaded) {
+    const auto defaults = loaded.defaultSubManagerTexts().find(kActions);
+    if (defaults == loaded.defaultSubManagerTexts().end()) {
+        return {};
+    }
+    const auto user = loaded.userSubManagerTexts().find(kActions);
+    if (user != loaded.userSubManagerTexts().end()) {
+        return loadActions(defaults->second, user->second);
+    }
+    if (!shippedActions_) {
+        shippedActions_ = loadActions(defaults->second, prefs::kNoUserSettings);
+    }
+    return *shippedActions_;
+}
+
+}  // namespace zelutil::command::upgrade
