@@ -11,6 +11,8 @@
 #include "command/output.h"
 #include "command/subcommands/table.h"
 #include "command/system/console.h"
+#include "command/text.h"
+#include "command/world/bundled_world.h"
 
 namespace zelutil::command {
 namespace {
@@ -22,7 +24,8 @@ constexpr char kExitCodes[] =
     "zelutil SUBCOMMAND --help says more of each.\n\n"
     "Example:\n  $ zelutil list --changed";
 
-constexpr char kCommonOptions[] = "--json, --color and --paths-with-blanks are for every subcommand: zelutil --help.";
+constexpr char kCommonOptions[] =
+    "--json, --color, --paths-with-blanks and --world are for every subcommand: zelutil --help.";
 
 constexpr std::size_t kHelpColumn = 26;
 
@@ -42,6 +45,7 @@ private:
 
     void addCommonOptions();
     void add(const Subcommand& subcommand);
+    ExitCode enterWorld() const;
     ExitCode runParsed() const;
     ExitCode runNow(const Declared& declared) const;
     OutputChoices outputChoices() const;
@@ -55,6 +59,7 @@ private:
     bool json_ = false;
     std::string color_ = "auto";
     bool pathsWithBlanks_ = false;
+    std::string world_;
 };
 
 CommandLine::CommandLine() : app_(kDescription, "zelutil") {
@@ -82,6 +87,8 @@ void CommandLine::addCommonOptions() {
             ""));
     app_.add_flag("--paths-with-blanks", pathsWithBlanks_,
                   "Read and write files whose path has a blank in it, as some applications do");
+    addText(app_, "--world", world_, "Have the machine that the bundle DIR was made on in the place of this one")
+        ->type_name("DIR");
 }
 
 void CommandLine::add(const Subcommand& subcommand) {
@@ -160,7 +167,21 @@ ExitCode CommandLine::runNow(const Declared& declared) const {
     return output.finish();
 }
 
+/// Has the machine of a bundle in force, where one is named.
+ExitCode CommandLine::enterWorld() const {
+    const std::string obstacle = world_.empty() ? "" : world::enterWorld(pathOf(world_));
+    if (obstacle.empty()) {
+        return ExitCode::Fine;
+    }
+    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), obstacle,
+                                    "\"zelutil bundle DIR\" makes one on the machine that is asked about."));
+    return ExitCode::Failed;
+}
+
 ExitCode CommandLine::runParsed() const {
+    if (const ExitCode code = enterWorld(); code != ExitCode::Fine) {
+        return code;
+    }
     host::Options options;
     options.pathsWithBlanks = pathsWithBlanks_;
     host::setOptions(options);

@@ -10,6 +10,7 @@
 #include "command/lint/sarif.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
+#include "command/world/bundled_world.h"
 
 namespace zelutil::command {
 namespace {
@@ -41,8 +42,8 @@ using ReadFiles = std::vector<std::unique_ptr<ReadFile>>;
 std::unique_ptr<ReadFile> readFile(const std::string& argument, Output& output) {
     const std::filesystem::path path = pathOf(argument);
     std::error_code ignored;
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream.is_open() || std::filesystem::is_directory(path, ignored)) {
+    std::ifstream stream(world::placeOfArgument(path), std::ios::binary);
+    if (!stream.is_open() || std::filesystem::is_directory(world::placeOfArgument(path), ignored)) {
         output.fail("The file \"" + textOf(path) + "\" could not be read.",
                     "See whether it is there, is a file and may be read.");
         return nullptr;

@@ -21,6 +21,9 @@ const std::vector<const Subcommand*>& subcommands() {
         &kWho,
         &kConflicts,
         &kFree,
+        // Other machines and versions.
+        &kUpgrade,
+        &kBundle,
         // For programs.
         &kComplete,
         &kManual,

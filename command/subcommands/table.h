@@ -7,6 +7,7 @@
 
 namespace zelutil::command {
 
+extern const Subcommand kBundle;
 extern const Subcommand kConflicts;
 extern const Subcommand kDiff;
 extern const Subcommand kDoctor;
@@ -21,6 +22,7 @@ extern const Subcommand kSchema;
 extern const Subcommand kSet;
 extern const Subcommand kSheet;
 extern const Subcommand kShortcuts;
+extern const Subcommand kUpgrade;
 extern const Subcommand kWho;
 
 // These are for programs, and the help leaves them out.
