@@ -35,8 +35,8 @@ bool KnownShortcuts::hasContext(const std::string& context, command::Output& out
     return false;
 }
 
-std::string labelOf(const KnownShortcuts& known, int id) {
-    const ShortcutRow* const row = findRow(known.rows(), id);
+std::string labelOf(const std::vector<ShortcutRow>& rows, int id) {
+    const ShortcutRow* const row = findRow(rows, id);
     const std::string number = std::to_string(id);
     return row == nullptr || row->action.item.context.empty()
                ? number

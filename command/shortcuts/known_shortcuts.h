@@ -27,7 +27,7 @@ private:
 };
 
 /// Returns "12 (ucpedit, view zoom)", as people may know the action; the id alone for an unknown one.
-std::string labelOf(const KnownShortcuts& known, int id);
+std::string labelOf(const std::vector<ShortcutRow>& rows, int id);
 
 }  // namespace zelutil::shortcuts
 

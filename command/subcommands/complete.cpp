@@ -6,6 +6,7 @@
 #include "command/arguments.h"
 #include "command/known_settings.h"
 #include "command/pattern.h"
+#include "command/shortcuts/known_shortcuts.h"
 #include "command/subcommands/table.h"
 
 namespace zelutil::command {
@@ -103,6 +104,10 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
     }
     if (before == "--section") {
         return KnownSettings(output).areThere() ? beginningWith(typed, host::sectionsInFileOrder()) : Words();
+    }
+    if (before == "--context") {
+        const shortcuts::KnownShortcuts known(output);
+        return beginningWith(typed, shortcuts::contextsOf(known.rows()));
     }
     const Words values = valuesBehind(before, subcommand);
     if (!values.empty()) {

@@ -21,6 +21,10 @@ const std::vector<const Subcommand*>& subcommands() {
         &kWho,
         &kConflicts,
         &kFree,
+        &kPlan,
+        &kExport,
+        &kImport,
+        &kRoundTrip,
         // Other machines and versions.
         &kUpgrade,
         &kBundle,

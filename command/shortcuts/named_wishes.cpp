@@ -1,0 +1,95 @@
+#include "command/shortcuts/named_wishes.h"
+
+#include <utility>
+
+namespace zelutil::shortcuts {
+namespace {
+
+using actions::ActionCatalogue;
+
+/// Returns whether the action has the context and the command that the wish names, as far as it names them.
+bool isMeant(const Wish& wish, const ActionCatalogue::Action& action) {
+    return (wish.context.empty() || wish.context == action.contextName()) &&
+           (wish.command.empty() || wish.command == action.command);
+}
+
+std::string described(const ActionCatalogue::Action& action) {
+    return "\"" + std::string(action.contextName()) + " " + std::string(action.command) + "\"";
+}
+
+class Naming {
+public:
+    explicit Naming(const ActionCatalogue& catalogue) : catalogue_(catalogue) {}
+
+    NamedWishes name(const WishText& text) {
+        for (const WishFault& fault : text.faults) {
+            result_.skipped.push_back({fault.place, 0, fault.text});
+        }
+        for (const Wish& wish : text.wishes) {
+            add(wish);
+        }
+        return std::move(result_);
+    }
+
+private:
+    void add(const Wish& wish) {
+        const int id = idOf(wish);
+        if (id == 0) {
+            result_.skipped.push_back({wish.place, 0, whyUnknown(wish)});
+            return;
+        }
+        if (const int parent = catalogue_.find(id)->parentId; parent > 0) {
+            result_.skipped.push_back({wish.place, id,
+                                       "Action " + std::to_string(id) + " takes over what its parent, action " +
+                                           std::to_string(parent) + ", has. Wish it for that one."});
+            return;
+        }
+        if (!result_.places.emplace(id, wish.place).second) {
+            result_.skipped.push_back(
+                {wish.place, id, "Action " + std::to_string(id) + " has a wish before this one."});
+            return;
+        }
+        if (wish.shortcut) {
+            result_.keys.push_back({id, *wish.shortcut});
+        }
+        if (wish.inMenu) {
+            result_.menuFlags[id] = *wish.inMenu;
+        }
+    }
+
+    /// Returns the action that no stand-in is, or null.
+    const ActionCatalogue::Action* find(int id) const {
+        const ActionCatalogue::Action* const action = id == 0 ? nullptr : catalogue_.find(id);
+        return action == nullptr || action->id == 0 ? nullptr : action;
+    }
+
+    int idOf(const Wish& wish) const {
+        const ActionCatalogue::Action* const action = find(wish.id);
+        if (action != nullptr && isMeant(wish, *action)) {
+            return wish.id;
+        }
+        return wish.context.empty() || wish.command.empty() ? 0 : catalogue_.idByCommand(wish.context, wish.command);
+    }
+
+    std::string whyUnknown(const Wish& wish) const {
+        const std::string named = "\"" + wish.context + " " + wish.command + "\"";
+        if (const ActionCatalogue::Action* const other = find(wish.id)) {
+            return "Action " + std::to_string(wish.id) + " is " + described(*other) + " here, and not " + named + ".";
+        }
+        return wish.context.empty() || wish.command.empty() ? "There is no action " + std::to_string(wish.id) + "."
+                                                            : "There is no action " + named + ".";
+    }
+
+    const ActionCatalogue& catalogue_;
+    NamedWishes result_;
+};
+
+}  // namespace
+
+NamedWishes nameWishes(const WishText& text, const ActionCatalogue& catalogue) { return Naming(catalogue).name(text); }
+
+std::string placeIn(const WishText& text, int place) {
+    return (text.isLines ? "line " : "element ") + std::to_string(place);
+}
+
+}  // namespace zelutil::shortcuts

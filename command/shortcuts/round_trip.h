@@ -1,0 +1,36 @@
+#ifndef ZELUTIL_COMMAND_SHORTCUTS_ROUND_TRIP_H
+#define ZELUTIL_COMMAND_SHORTCUTS_ROUND_TRIP_H
+
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/result.h>
+#include <zelutil/host/start.h>
+
+#include <string>
+#include <vector>
+
+#include "command/shortcuts/wish_plan.h"
+
+/// Tells what of the user's shortcuts and menu flags a restart does not bring back. Nothing is written.
+namespace zelutil::shortcuts {
+
+struct RoundTrip {
+    /// What the last start did not bring back of the user's file: entries that do nothing.
+    std::vector<host::StartWarning> withoutEffect;
+    /// The shortcuts that entries ask for and that their actions do not have, and the way to them.
+    std::vector<KeyWish> wishes;
+    WishPlan cure;
+    /// What the library's save could not bring back of what is in force now.
+    std::vector<host::NotRestored> notRestored;
+    /// The actions of which a host that saves by the old calls, as docs/saving-by-the-old-calls.md has it, would lose
+    /// something.
+    std::vector<int> lostByOldCalls;
+    /// The user's text for the actions that brings back what is in force.
+    std::string text;
+};
+
+/// Returns this for the actions as they are loaded and edited now.
+RoundTrip roundTrip(const UCPActionManager& manager);
+
+}  // namespace zelutil::shortcuts
+
+#endif

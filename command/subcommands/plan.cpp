@@ -1,0 +1,158 @@
+// zelutil plan: the fewest edits that give the shortcuts of a wish list.
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/save.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "actions/manager_access.h"
+#include "command/arguments.h"
+#include "command/input_file.h"
+#include "command/shortcuts/columns.h"
+#include "command/shortcuts/importing.h"
+#include "command/shortcuts/known_shortcuts.h"
+#include "command/shortcuts/shortcut_changes.h"
+#include "command/subcommands/table.h"
+
+namespace zelutil::command {
+namespace {
+
+using shortcuts::Cell;
+using shortcuts::KeyWish;
+using shortcuts::KnownShortcuts;
+using shortcuts::NamedWishes;
+using shortcuts::WishPlan;
+using PlanOutcome = WishPlan::Outcome;
+
+struct PlanChoices {
+    std::string file;
+    bool apply = false;
+};
+
+const char* nameOfOutcome(PlanOutcome outcome) {
+    switch (outcome) {
+        case PlanOutcome::Possible:
+            return "possible";
+        case PlanOutcome::Impossible:
+            return "impossible";
+        case PlanOutcome::Unknown:
+            break;
+    }
+    return "unknown";
+}
+
+/// A list is granted as a whole, so a line that nobody understands stops all.
+bool isUnderstood(const shortcuts::WishText& text, const NamedWishes& wishes, Output& output) {
+    for (const shortcuts::SkippedWish& skipped : wishes.skipped) {
+        output.add({Severity::Error, "In " + placeIn(text, skipped.place) + ": " + skipped.text, "", std::nullopt});
+    }
+    if (!wishes.skipped.empty()) {
+        output.add({Severity::Note, "Nothing was planned.", "", std::nullopt});
+    }
+    return wishes.skipped.empty();
+}
+
+void showEdits(const WishPlan& plan, const KnownShortcuts& known, Output& output) {
+    std::vector<std::vector<Cell>> lines;
+    for (const KeyWish& edit : plan.edits) {
+        const shortcuts::ShortcutRow* const row = findRow(known.rows(), edit.action);
+        lines.push_back({{std::to_string(lines.size() + 1), Role::Faint},
+                         {std::to_string(edit.action), Role::Faint},
+                         {row->action.item.context, Role::Faint},
+                         {row->action.item.command, Role::Name},
+                         {edit.shortcut.empty() ? "take away" : edit.shortcut, Role::Value}});
+    }
+    shortcuts::showColumns({"STEP", "ID", "CONTEXT", "COMMAND", "SHORTCUT"}, lines, output);
+}
+
+void tellOutcome(const WishPlan& plan, const KnownShortcuts& known, Output& output) {
+    output.members([&](JsonWriter& json) {
+        json.member("outcome", nameOfOutcome(plan.outcome));
+        json.member("minimal", plan.isMinimal);
+        writeEdits(json, plan.edits);
+        writeInTheWay(json, plan.inTheWay);
+    });
+    showEdits(plan, known, output);
+    tellInTheWay(plan.inTheWay, known.rows(), output);
+    switch (plan.outcome) {
+        case PlanOutcome::Possible:
+            if (plan.edits.empty()) {
+                output.line("All is as wished for.");
+            } else {
+                output.line("{} {}{}.", plan.edits.size(), plan.edits.size() == 1 ? "edit" : "edits",
+                            plan.isMinimal ? ", and no fewer do" : "");
+            }
+            break;
+        case PlanOutcome::Impossible:
+            output.add({Severity::Error, "The wishes cannot be granted together.", "", std::nullopt});
+            break;
+        case PlanOutcome::Unknown:
+            output.add({Severity::Error, "No order was found in which the wishes can be granted; there may be one.", "",
+                        std::nullopt});
+    }
+}
+
+void tellLost(const std::vector<host::NotRestored>& notRestored, Output& output) {
+    for (const host::NotRestored& item : notRestored) {
+        output.add({Severity::Warning, item.text, "", std::nullopt});
+    }
+}
+
+void planKeys(const PlanChoices& choices, Output& output) {
+    const std::optional<std::string> bytes = readInput(choices.file, output);
+    if (!bytes) {
+        return;
+    }
+    const shortcuts::WishText text = shortcuts::readWishes(*bytes);
+    if (!text.unreadable.empty()) {
+        output.fail("\"" + choices.file + "\" is no wish list. " + text.unreadable,
+                    "\"zelutil plan --help\" shows one.");
+        return;
+    }
+    const KnownShortcuts known(output);
+    if (!known.areThere()) {
+        return;
+    }
+    const auto& catalogue = actions::ManagerAccess::catalogueOf(UCPActionManager::instance());
+    const NamedWishes wishes = nameWishes(text, catalogue);
+    if (!isUnderstood(text, wishes, output)) {
+        return;
+    }
+    const WishPlan plan = planWishes(catalogue, wishes.keys);
+    tellOutcome(plan, known, output);
+    if (plan.outcome != PlanOutcome::Possible) {
+        return;
+    }
+    tellSideEffects(plan, known.rows(), output);
+    if (choices.apply) {
+        applyWishes(plan, wishes.menuFlags);
+        tellSavedShortcuts(known.rows(), host::save(), output);
+    } else {
+        tellLost(notRestoredAfter(catalogue, plan.edits), output);
+    }
+}
+
+Work declarePlan(CLI::App& arguments) {
+    const auto choices = std::make_shared<PlanChoices>();
+    addText(arguments, "FILE", choices->file,
+            "A wish a line: ID = KEY or CONTEXT COMMAND = KEY, without a key for none; or a profile")
+        ->required();
+    arguments.add_flag("--apply", choices->apply, "Do it, and save it in the user's file");
+    return [choices](Output& output) { planKeys(*choices, output); };
+}
+
+}  // namespace
+
+const Subcommand kPlan{"plan", "Find the fewest edits that give the shortcuts of a wish list, or who is in the way",
+                       "$ cat wishes.txt\n"
+                       "1 = Ctrl+O\n"
+                       "ucpedit design open = Ctrl+N\n"
+                       "$ zelutil plan wishes.txt\n"
+                       "STEP  ID  CONTEXT  COMMAND      SHORTCUT\n"
+                       "1     1   ucpedit  design new   take away\n"
+                       "2     2   ucpedit  design open  Ctrl+N\n"
+                       "3     1   ucpedit  design new   Ctrl+O\n"
+                       "3 edits, and no fewer do.",
+                       FindingsAre::BesideResult, declarePlan};
+
+}  // namespace zelutil::command
