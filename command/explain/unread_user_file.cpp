@@ -4,6 +4,7 @@
 
 #include "command/doctor/candidate_text.h"
 #include "command/doctor/file_state.h"
+#include "command/text.h"
 
 namespace zelutil::command {
 
