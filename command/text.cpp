@@ -98,15 +98,15 @@ std::string textOf(const std::filesystem::path& path) { return path.u8string(); 
 
 std::string libraryText(const ZelU::File::Path& path) { return static_cast<const char*>(path); }
 
-std::string nativeText(const std::string& libraryPath) { return textOf(host::nativePath(libraryPath)); }
+std::string nativeText(const std::string& libraryPath) {
+    return textOf(host::nativePath(libraryPath).make_preferred());
+}
 
 std::string nativeOrAsItStands(std::string libraryPath) {
     libraryPath.erase(std::remove(libraryPath.begin(), libraryPath.end(), '"'), libraryPath.end());
     const std::string native = nativeText(libraryPath);
     return native.empty() ? libraryPath : native;
 }
-
-std::string textOf(const ZelU::File::Path& path) { return static_cast<const char*>(path); }
 
 std::filesystem::path pathOf(const std::string& argument) { return std::filesystem::u8path(argument); }
 

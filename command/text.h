@@ -33,9 +33,6 @@ std::string nativeText(const std::string& libraryPath);
 /// where it names no file.
 std::string nativeOrAsItStands(std::string libraryPath);
 
-/// Returns the text that the library has for a path.
-std::string textOf(const ZelU::File::Path& path);
-
 /// Returns the path that an argument names.
 std::filesystem::path pathOf(const std::string& argument);
 

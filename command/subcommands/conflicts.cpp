@@ -67,6 +67,9 @@ void showConflicts(const std::string& context, Output& output) {
     for (const KeyConflict& conflict : conflicts) {
         lines.push_back(cellsOfConflict(conflict, known));
     }
+    if (lines.empty()) {
+        output.line("No two actions are in each other's way now.");
+    }
     shortcuts::showColumns({"SHORTCUT", "CONTEXT", "ID", "COMMAND", "CONFLICT"}, lines, output);
     output.members([&](JsonWriter& json) {
         json.objects("conflicts", conflicts, [&](const KeyConflict& conflict) { writeConflict(json, conflict); });

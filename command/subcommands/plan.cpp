@@ -144,15 +144,15 @@ Work declarePlan(CLI::App& arguments) {
 }  // namespace
 
 const Subcommand kPlan{"plan", "Find the fewest edits that give the shortcuts of a wish list, or who is in the way",
-                       "$ cat wishes.txt\n"
-                       "1 = Ctrl+O\n"
-                       "ucpedit design open = Ctrl+N\n"
                        "$ zelutil plan wishes.txt\n"
                        "STEP  ID  CONTEXT  COMMAND      SHORTCUT\n"
                        "1     1   ucpedit  design new   take away\n"
                        "2     2   ucpedit  design open  Ctrl+N\n"
                        "3     1   ucpedit  design new   Ctrl+O\n"
-                       "3 edits, and no fewer do.",
+                       "3 edits, and no fewer do.\n"
+                       "$ cat wishes.txt\n"
+                       "1 = Ctrl+O\n"
+                       "ucpedit design open = Ctrl+N",
                        FindingsAre::BesideResult, declarePlan};
 
 }  // namespace zelutil::command

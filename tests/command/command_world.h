@@ -32,9 +32,9 @@ public:
     CommandWorld() { writeTextFile(defaultsFile(), kCommandDefaults); }
 
     std::filesystem::path defaultsFile() const {
-        return product_ / "share/qtxsetup/canvas/resources/tessel/tessel_settings.cfg";
+        return (product_ / "share/qtxsetup/canvas/resources/tessel/tessel_settings.cfg").make_preferred();
     }
-    std::filesystem::path userFile() const { return home_ / "pcbenv/tessel/tessel_settings.cfg"; }
+    std::filesystem::path userFile() const { return (home_ / "pcbenv/tessel/tessel_settings.cfg").make_preferred(); }
     const TempDirectory& home() const { return home_; }
 
     void writeUser(const std::string& text) const { writeTextFile(userFile(), text); }

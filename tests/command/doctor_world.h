@@ -40,7 +40,7 @@ struct DoctorWorld {
 
     std::filesystem::path defaults() const { return product / kShippedDirectory / "tessel_settings.cfg"; }
     std::filesystem::path facets() const { return product / kShippedDirectory / "facet_settings.cfg"; }
-    std::filesystem::path userFile() const { return home / "pcbenv/tessel/tessel_settings.cfg"; }
+    std::filesystem::path userFile() const { return (home / "pcbenv/tessel/tessel_settings.cfg").make_preferred(); }
 
     void setHome(const std::filesystem::path& directory) {
         const std::string text = windowsText(directory);

@@ -226,11 +226,7 @@ protected:
 };
 
 TEST_F(ExplainBesideLibrary, RandomFilesAreExplainedAsTheyAreRead) {
-#ifdef _WIN32
-    constexpr unsigned kWorlds = 5;
-#else
-    constexpr unsigned kWorlds = 30;
-#endif
+    constexpr unsigned kWorlds = 8;
     std::size_t found = 0;
     for (unsigned seed = 0; seed < kWorlds && !HasFailure(); ++seed) {
         RandomPreferences random(seed);

@@ -23,7 +23,7 @@ using zelutil::json::Position;
 using zelutil::prefs::Catalogue;
 using zelutil::test::RandomPreferences;
 
-constexpr unsigned kCases = 3000;
+constexpr unsigned kCases = 800;
 
 /// Returns the string that begins at an offset, as another parser reads it; nothing where none does.
 std::optional<std::string> stringAt(const std::string& text, std::size_t offset) {

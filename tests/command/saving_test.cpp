@@ -36,8 +36,8 @@ TEST(Saving, SettingTheSameValueAgainWritesNothing) {
     const CommandWorld world;
     ASSERT_EQ(world.run({"set", "grid=0.25"}).exitCode, 0);
     const std::string before = readTextFile(world.userFile());
-    expectFine(world.run({"set", "grid=0.25"}), "display::grids::grid: 0.25, as before\nNothing to do in " +
-                                                    world.userFile().u8string() + "\n");
+    expectFine(world.run({"set", "grid=0.25"}),
+               "display::grids::grid: 0.25, as before\nNothing to do in " + world.userFile().u8string() + "\n");
     EXPECT_EQ(readTextFile(world.userFile()), before);
 }
 

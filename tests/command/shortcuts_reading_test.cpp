@@ -172,11 +172,12 @@ TEST(Conflicts, AShortcutThatIsShownAndHeldByNobodyIsFound) {
 TEST(Conflicts, AnEntryOfTheUserThatWasRefusedIsFound) {
     const ShortcutsWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
                                R"({"id":2,"context":"c","command":"b"}]})");
-    expectPrinted(world.run({"conflicts"}), "");
+    expectPrinted(world.run({"conflicts"}), "No two actions are in each other's way now.\n");
     world.writeUserActions(R"({"id":2,"shortcut":"F1"})");
     const ChildResult result = world.run({"conflicts"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out,
+              "No two actions are in each other's way now.\n"
               "warning: Action 2 did not get the shortcut \"F1\": action 1 has it.\n"
               "    \"zelutil roundtrip\" says more.\n");
 }

@@ -28,7 +28,7 @@ public:
 
     std::string userText() const { return std::filesystem::exists(userFile()) ? readTextFile(userFile()) : ""; }
     std::string saved() const { return "Saved in " + userFile().u8string() + "\n"; }
-    std::string unchanged() const { return "Nothing had to be saved in " + userFile().u8string() + "\n"; }
+    std::string unchanged() const { return "Nothing to do in " + userFile().u8string() + "\n"; }
 };
 
 void expectDone(const ChildResult& result, const std::string& out) {

