@@ -24,6 +24,8 @@ using zelutil::prefs::Catalogue;
 using zelutil::test::RandomPreferences;
 
 constexpr unsigned kCases = 800;
+/// Few of the random files have entries that a cut can take.
+constexpr unsigned kCutCases = 3000;
 
 /// Returns the string that begins at an offset, as another parser reads it; nothing where none does.
 std::optional<std::string> stringAt(const std::string& text, std::size_t offset) {
@@ -166,7 +168,7 @@ TEST(ExplainRandomFiles, AccountsAreWhatTheLibraryTakes) {
 
 TEST(ExplainRandomFiles, ACutTakesTheEntriesAndLeavesTheRest) {
     std::size_t settings = 0;
-    for (unsigned seed = 0; seed < kCases && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < kCutCases && !testing::Test::HasFailure(); ++seed) {
         RandomFiles files(seed);
         SCOPED_TRACE(files.defaults() + "\n" + files.user());
         settings += files.expectCut();

@@ -302,7 +302,7 @@ void expectRefusalsHold(const Effect& effect, const Loaded& after) {
 TEST(Upgrade, SaysWhatLoadsOfBothVersionsShow) {
     const Starts starts;
     std::map<std::string, int> kinds;
-    for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < 200 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         RandomTexts random(seed);
         const std::string oldDefaults = random.defaults();
