@@ -42,7 +42,7 @@ void addOrder(const std::vector<std::string>& modifiers, std::vector<SpellingCho
     }
 }
 
-/// How often each spelling occurs, and which one does most often.
+/// Counts how often each spelling occurs, and finds the one that does most often.
 struct Spellings {
     std::map<std::string, std::size_t> counts;
     std::string usual;

@@ -10,7 +10,7 @@ namespace zelutil::command::sheet {
 struct Key {
     /// The key's name as `keyNamed` and `modifierNamed` return it; empty for one that no shortcut names.
     std::string_view name;
-    /// What stands on it.
+    /// Holds the text that stands on the key.
     std::string_view label;
     /// The character that it gives with Shift, where that has a place on it too.
     std::string_view shifted;

@@ -10,7 +10,7 @@
 
 namespace zelutil::command::sheet {
 
-/// What keys do while the same modifiers are held down.
+/// Lists the actions of the keys that are pressed while the same modifiers are held down.
 struct Layer {
     /// Names of the modifiers as `modifierNamed` returns them, in the order in which a title has them.
     std::vector<std::string_view> modifiers;

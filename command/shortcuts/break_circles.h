@@ -7,7 +7,7 @@
 
 namespace zelutil::shortcuts {
 
-/// Who waits for whom, by id.
+/// Maps the id of each action that waits to those that it waits for.
 using Waiting = std::map<int, std::set<int>>;
 
 struct Breaks {

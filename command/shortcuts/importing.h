@@ -13,7 +13,7 @@
 namespace zelutil::shortcuts {
 
 struct Import {
-    /// What was found, and all that was skipped, with the shortcuts that somebody was in the way of.
+    /// Lists what was found, and all that was skipped, with the shortcuts that somebody was in the way of.
     NamedWishes wishes;
     PartialPlan partial;
     host::SaveResult save;

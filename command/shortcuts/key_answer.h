@@ -12,7 +12,7 @@ namespace zelutil::shortcuts {
 struct KeyAnswer {
     std::string shortcut;
     std::string context;
-    /// What the library's `getCommand` returns, and the action that runs; empty and 0 for nothing.
+    /// Hold what the library's `getCommand` returns, and the action that runs; empty and 0 for nothing.
     std::string command;
     int action = 0;
     /// The same where the host asks for the fallback.
@@ -26,7 +26,7 @@ struct KeyAnswer {
     std::vector<std::string> otherSpellings;
 };
 
-/// Returns what the manager of the actions answers; `rows` are all of `shortcutTable`.
+/// Returns what the manager of the actions runs for the shortcut; `rows` are all of `shortcutTable`.
 KeyAnswer answerOf(const std::string& shortcut, const std::string& context, const std::vector<ShortcutRow>& rows);
 
 /// Says in English why that runs, or why nothing does.

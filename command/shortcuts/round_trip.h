@@ -14,12 +14,12 @@
 namespace zelutil::shortcuts {
 
 struct RoundTrip {
-    /// What the last start did not bring back of the user's file: entries that do nothing.
+    /// Lists the entries of the user's file that did nothing at the last start.
     std::vector<host::StartWarning> withoutEffect;
     /// The shortcuts that entries ask for and that their actions do not have, and the way to them.
     std::vector<KeyWish> wishes;
     WishPlan cure;
-    /// What the library's save could not bring back of what is in force now.
+    /// Lists what is in force now and would not come back after a save of the library.
     std::vector<host::NotRestored> notRestored;
     /// The actions of which a host that saves by the old calls, as docs/saving-by-the-old-calls.md has it, would lose
     /// something.

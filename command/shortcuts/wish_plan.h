@@ -42,7 +42,7 @@ struct WishPlan {
     std::vector<InTheWay> inTheWay;
     /// The actions whose wishes are not granted, some of them only because others are not.
     std::vector<int> refused;
-    /// The actions that no wish is for and of which a look-up answers something else after the edits, ascending.
+    /// Lists the actions that no wish is for and for which a look-up finds something else after the edits, ascending.
     /// Children that follow a wish do not count.
     std::vector<int> sideEffects;
 };

@@ -12,7 +12,7 @@ namespace zelutil::shortcuts {
 /// The number of the form of profiles.
 inline constexpr int kProfileForm = 1;
 
-/// What an action is to have.
+/// Says what one action is to have.
 struct Wish {
     /// The line of a list, and the element of a JSON text, from 1 on.
     int place = 0;

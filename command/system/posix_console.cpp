@@ -30,7 +30,7 @@ std::vector<std::string> argumentsOfProgram(int count, const char* const* values
 }
 
 void keepOutputForResults() {
-    // What a shell has closed stays so.
+    // A stream that a shell has closed stays closed.
     const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     resultFile = own < 0 ? nullptr : fdopen(own, "w");
     if (resultFile != nullptr) {

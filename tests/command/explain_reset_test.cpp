@@ -38,7 +38,7 @@ const CutRow kCutRows[] = {
     {R"([{"units":"a","UNITS":"b"},{"display::units":"c","zoom":"d"},{"unit\u0073":"e"}])",
      {"units"},
      R"([{"zoom":"d"}])"},
-    // What has no effect stays, as does a text that looks like an entry.
+    // An entry without effect stays, as does a text that looks like an entry.
     {R"([{"units":7},["units"],{"zoom":"\"units\":\"a\","}])",
      {"units"},
      R"([{"units":7},["units"],{"zoom":"\"units\":\"a\","}])"},

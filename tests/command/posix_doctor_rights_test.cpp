@@ -1,4 +1,4 @@
-// What the doctor says of files in directories that the user may not enter or not write.
+// Tests that the doctor tells files in directories that the user may not enter or not write.
 #include <gtest/gtest.h>
 
 #include <filesystem>

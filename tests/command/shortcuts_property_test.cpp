@@ -38,7 +38,7 @@ std::string linkedWith(const std::string& context) {
     return context == "ucpedit" ? "brisk3d" : context == "brisk3d" ? "ucpedit" : "";
 }
 
-/// What the manager answers after these texts are loaded, by its public interface alone.
+/// Holds what the manager returns after these texts are loaded, asked by its public interface alone.
 class Expected {
 public:
     Expected(const std::vector<Shipped>& shipped, const std::string& user) {
@@ -235,7 +235,7 @@ std::string listText(const List& list, Write write) {
     return json.take().value_or("");
 }
 
-/// The parts of the command, many worlds in one process.
+/// Compares what the subcommands are made of, for many catalogues in one process.
 TEST(ShortcutsProperty, TheTableTheAnswersAndTheConflictsAreTheManagers) {
     int conflicts = 0;
     for (unsigned seed = 0; seed < 150 && !HasFailure(); ++seed) {
