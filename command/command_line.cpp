@@ -60,6 +60,7 @@ private:
     std::string color_ = "auto";
     bool pathsWithBlanks_ = false;
     std::string world_;
+    CLI::Option* worldOption_ = nullptr;
 };
 
 CommandLine::CommandLine() : app_(kDescription, "zelutil") {
@@ -87,8 +88,9 @@ void CommandLine::addCommonOptions() {
             ""));
     app_.add_flag("--paths-with-blanks", pathsWithBlanks_,
                   "Read and write files whose path has a blank in it, as some applications do");
-    addText(app_, "--world", world_, "Have the machine that the bundle DIR was made on in the place of this one")
-        ->type_name("DIR");
+    worldOption_ =
+        addText(app_, "--world", world_, "Have the machine that the bundle DIR was made on in the place of this one")
+            ->type_name("DIR");
 }
 
 void CommandLine::add(const Subcommand& subcommand) {
@@ -179,6 +181,10 @@ ExitCode CommandLine::enterWorld() const {
 }
 
 ExitCode CommandLine::runParsed() const {
+    // Where a script's variable is empty, this machine is not what was meant.
+    if (worldOption_->count() > 0 && world_.empty()) {
+        return wrongUsage("--world names no directory.", "\"zelutil bundle DIR\" makes one.");
+    }
     if (const ExitCode code = enterWorld(); code != ExitCode::Fine) {
         return code;
     }

@@ -1,6 +1,10 @@
 // zelutil export: the user's shortcuts and menu flags, for another installation.
+#include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <vector>
+
+#include <zelutil/host/start.h>
 
 #include "command/arguments.h"
 #include "command/html/result_file.h"
@@ -32,9 +36,22 @@ bool mayBeWritten(const std::string& file, Output& output) {
     return bytes.has_value();
 }
 
+/// Whether what the user changed is known. A profile without it would take the place of one that has it.
+bool isUsersFileRead(const std::string& file, Output& output) {
+    const std::vector<host::StartWarning> warnings = host::startWarnings();
+    const bool isRead = std::none_of(warnings.begin(), warnings.end(), [](const host::StartWarning& warning) {
+        return warning.kind == host::StartWarning::Kind::FileNotRead;
+    });
+    if (!isRead) {
+        output.fail("The user's file was not read, so \"" + file + "\" is not written.",
+                    "\"zelutil doctor\" says what is wrong with the user's file.");
+    }
+    return isRead;
+}
+
 void exportProfile(const std::string& file, Output& output) {
     const KnownShortcuts known(output);
-    if (!known.areThere() || !mayBeWritten(file, output)) {
+    if (!known.areThere() || !isUsersFileRead(file, output) || !mayBeWritten(file, output)) {
         return;
     }
     const std::vector<ShortcutRow> rows = shortcuts::rowsOfProfile(known.rows());

@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include "json/document.h"
@@ -49,7 +50,14 @@ public:
         std::vector<std::thread> threads;
         running_ = count;
         for (std::size_t number = 0; number < count; ++number) {
-            threads.emplace_back([this] { work(); });
+            if (!start(threads)) {
+                setRunning(number, count);
+                break;
+            }
+        }
+        if (threads.empty()) {
+            running_ = 1;
+            work();
         }
         wait(tellDone);
         for (std::thread& thread : threads) {
@@ -61,6 +69,21 @@ public:
     }
 
 private:
+    /// Returns false where the system lets the process have no further thread.
+    bool start(std::vector<std::thread>& threads) {
+        try {
+            threads.emplace_back([this] { work(); });
+            return true;
+        } catch (const std::system_error&) {
+            return false;
+        }
+    }
+
+    void setRunning(std::size_t started, std::size_t wanted) {
+        const std::lock_guard lock(mutex_);
+        running_ -= wanted - started;
+    }
+
     void work() {
         try {
             Comparison comparison(oldDefaults_, newDefaults_);

@@ -119,9 +119,33 @@ bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool
     return recorded == rights.end() ? own : recorded->second;
 }
 
-std::string enterWorld(const fs::path& bundle) {
+namespace {
+
+/// Returns the first thing below a directory that no bundle has, such as a link, which would lead to this machine's
+/// files; nothing for none.
+std::optional<fs::path> strangerIn(const fs::path& directory) {
+    if (!fs::is_directory(fs::symlink_status(directory))) {
+        return directory;
+    }
+    constexpr auto kOptions = fs::directory_options::skip_permission_denied;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory, kOptions)) {
+        const fs::file_status status = entry.symlink_status();
+        if (!fs::is_directory(status) && !fs::is_regular_file(status)) {
+            return entry.path();
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> textOfManifestIn(const fs::path& bundle) {
+    const fs::path file = bundle / kManifestName;
+    std::error_code ignored;
+    return fs::is_regular_file(fs::symlink_status(file, ignored)) ? bytesOf(file) : std::nullopt;
+}
+
+std::string enterUnchecked(const fs::path& bundle) {
     static std::unique_ptr<BundledWorld> world;
-    const auto text = bytesOf(bundle / kManifestName);
+    const auto text = textOfManifestIn(bundle);
     if (!text) {
         return "There is no bundle in \"" + textOf(bundle) + "\": its " + kManifestName + " cannot be read.";
     }
@@ -132,11 +156,24 @@ std::string enterWorld(const fs::path& bundle) {
     if (manifest->system != nameOfThisSystem()) {
         return "The bundle was made on another system (" + manifest->system + "), whose paths this one cannot have.";
     }
+    if (const auto stranger = strangerIn(bundle / kFilesName)) {
+        return "In a bundle there is nothing like \"" + textOf(*stranger) + "\": it has directories and files alone.";
+    }
     std::error_code error;
     const fs::path directory = fs::absolute(bundle, error);
     world = std::make_unique<BundledWorld>(directory.lexically_normal(), *std::move(manifest));
     platform::worldInForce = world.get();
     return {};
+}
+
+}  // namespace
+
+std::string enterWorld(const fs::path& bundle) {
+    try {
+        return enterUnchecked(bundle);
+    } catch (const std::exception& error) {
+        return "The bundle in \"" + textOf(bundle) + "\" cannot be read: " + error.what();
+    }
 }
 
 fs::path placeOfArgument(const fs::path& path) {

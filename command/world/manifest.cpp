@@ -1,5 +1,6 @@
 #include "command/world/manifest.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "json/document.h"
@@ -115,6 +116,13 @@ std::optional<std::string> optionalStringOf(View value) {
 
 fs::path pathIn(View value) { return fs::u8path(stringOf(value)); }
 
+/// Whether a path leads to a place in the bundle's world and not past it: a manifest may come from a stranger.
+bool staysInWorld(const fs::path& path) {
+    return path.is_absolute() && path.root_name().u8string().find("..") == std::string::npos &&
+           std::none_of(path.begin(), path.end(),
+                        [](const fs::path& component) { return component == ".." || component == "."; });
+}
+
 Rights rightsOf(View value) {
     Rights rights;
     for (const json::Member one : value.members()) {
@@ -161,7 +169,14 @@ std::optional<Manifest> manifestOf(std::string_view text) {
         manifest.variables.emplace(variable.key, variable.value.text().value_or(""));
     }
     for (const View link : root.member("links").elements()) {
-        manifest.links[pathIn(link.member("from"))] = pathIn(link.member("to"));
+        const fs::path target = pathIn(link.member("to"));
+        if (!staysInWorld(target)) {
+            return std::nullopt;
+        }
+        manifest.links[pathIn(link.member("from"))] = target;
+    }
+    if (!manifest.directory.empty() && !staysInWorld(manifest.directory)) {
+        return std::nullopt;
     }
     manifest.writeable = rightsOf(root.member("writeable"));
     manifest.hidden = rightsOf(root.member("hidden"));

@@ -8,13 +8,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Returns the name of a drive or a server as that of a directory.
+/// Returns the name of a drive or a server as that of a directory, which dots alone would not be.
 std::string directoryNameOf(const fs::path& rootName) {
     std::string name;
     for (const char c : rootName.u8string()) {
         name += c == '/' || c == '\\' || c == ':' ? "" : std::string(1, c);
     }
-    return name;
+    return name.find_first_not_of('.') == std::string::npos ? '_' + name : name;
 }
 
 }  // namespace

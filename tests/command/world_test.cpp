@@ -365,6 +365,55 @@ TEST(World, NothingElseIsTakenForABundle) {
     EXPECT_EQ(machine.runFromBundle({"doctor"}).exitCode, 3);
 }
 
+TEST(World, BundleOfAStrangerLeadsNowhereElse) {
+    Machine machine;
+    makeBundle(machine);
+    const std::string manifest = readTextFile(machine.bundle / "world.json");
+    const fs::path outside = machine.elsewhere / "outside.cfg";
+    writeTextFile(outside, kUser);
+    const auto expectRefused = [&] {
+        const ChildResult result = machine.runFromBundle({"set", "units=inch"});
+        EXPECT_EQ(result.exitCode, 3) << shown(result);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(readTextFile(outside), kUser);
+    };
+    const std::string root = fs::path("/").is_absolute() ? "" : "Z:";
+    for (const std::string& to : {root + "/../outside.cfg", root + "/here/../../outside.cfg",
+                                  std::string("outside.cfg"), std::string("../outside.cfg"), std::string()}) {
+        SCOPED_TRACE(to);
+        std::string hostile = manifest;
+        const std::size_t links = hostile.find("\"links\"");
+        ASSERT_NE(links, std::string::npos);
+        hostile.insert(
+            links, R"("links":[{"from":")" + machine.userFile().generic_u8string() + R"(","to":")" + to + R"("}],)");
+        writeTextFile(machine.bundle / "world.json", hostile);
+        expectRefused();
+    }
+}
+
+TEST(World, BundleWithALinkIsRefused) {
+    Machine machine;
+    makeBundle(machine);
+    const fs::path outside = machine.elsewhere / "outside.cfg";
+    writeTextFile(outside, kUser);
+    std::error_code error;
+    fs::create_symlink(outside, machine.bundle / "files/outside.cfg", error);
+    if (error) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    const ChildResult result = machine.runFromBundle({"set", "units=inch"});
+    EXPECT_EQ(result.exitCode, 3) << shown(result);
+    EXPECT_NE(result.err.find("outside.cfg"), std::string::npos) << result.err;
+    EXPECT_EQ(readTextFile(outside), kUser);
+}
+
+TEST(World, WithoutANameIsWrongUsage) {
+    const Machine machine;
+    const ChildResult result = machine.run({"set", "units=inch", "--world", ""});
+    EXPECT_EQ(result.exitCode, 2) << shown(result);
+    EXPECT_EQ(readTextFile(machine.userFile()), kUser);
+}
+
 // --- Redacted -------------------------------------------------------------------------------------------------------
 
 /// A machine of ann whose file says where her projects are.
