@@ -23,7 +23,6 @@ namespace zelutil::command {
 namespace {
 
 namespace fs = std::filesystem;
-using upgrade::UserResult;
 
 struct UpgradeChoices {
     std::string oldDefaults;
@@ -63,16 +62,25 @@ std::optional<std::string> readShipped(const std::string& argument, Output& outp
     return text;
 }
 
-std::vector<fs::path> namedUsersFiles(const std::vector<std::string>& arguments, Output& output) {
-    std::vector<fs::path> files;
+/// Tells of links that may lead to users' files and that were not followed.
+void tellLinks(const std::vector<fs::path>& links, Output& output) {
+    if (!links.empty()) {
+        output.add({Severity::Note,
+                    fmt::format("Links in directories that were not followed: {}. The first is \"{}\".", links.size(),
+                                textOf(links.front())),
+                    "Name what they lead to where users' files are there.", std::nullopt});
+    }
+}
+
+upgrade::UserFiles namedUsersFiles(const std::vector<std::string>& arguments, Output& output) {
+    upgrade::UserFiles files;
     for (const std::string& argument : arguments) {
-        const std::vector<fs::path> found = upgrade::usersFiles(pathOf(argument));
-        if (found.empty()) {
+        if (!files.add(pathOf(argument))) {
             output.add({Severity::Warning, "\"" + argument + "\" means no user's file.",
                         "Name a file, a directory that holds tessel_settings.cfg, or a pattern.", std::nullopt});
         }
-        files.insert(files.end(), found.begin(), found.end());
     }
+    tellLinks(files.linksPassedOver(), output);
     return files;
 }
 
@@ -90,15 +98,16 @@ void runUpgrade(const UpgradeChoices& choices, Output& output) {
         return;
     }
     using Clock = std::chrono::steady_clock;
-    const std::vector<fs::path> files = namedUsersFiles(choices.users, output);
-    Progress progress(files.size(), Clock::now(), writeOfTerminal());
-    const std::vector<UserResult> results =
-        upgrade::compareAll(*oldDefaults, *newDefaults, files, threadsFor(choices),
-                            [&](std::size_t done) { progress.update(done, Clock::now()); });
+    const upgrade::UserFiles users = namedUsersFiles(choices.users, output);
+    Progress progress(users.files().size(), Clock::now(), writeOfTerminal());
+    upgrade::Outcome outcome;
+    outcome.notSeen = users.notSeen();
+    outcome.users = upgrade::compareAll(*oldDefaults, *newDefaults, users.files(), threadsFor(choices),
+                                        [&](std::size_t done) { progress.update(done, Clock::now()); });
     progress.finish();
-    upgrade::tell(results, output);
+    upgrade::tell(outcome, output);
     if (choices.jsonLines) {
-        const auto lines = upgrade::jsonLines(results);
+        const auto lines = upgrade::jsonLines(outcome);
         output.printInstead(lines.value_or(""));
         if (!lines) {
             output.fail("What there is to say of one user is too large for the JSON form.",

@@ -1,10 +1,11 @@
 #include "command/upgrade/comparison.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <tuple>
 #include <utility>
+
+#include "actions/action_catalogue.h"
 
 namespace zelutil::command::upgrade {
 namespace {
@@ -24,43 +25,36 @@ void sortByName(List& list) {
     std::sort(list.begin(), list.end(), [](const auto& left, const auto& right) { return left.name < right.name; });
 }
 
-bool isWithoutEffect(const EntryFinding& finding) { return finding.kind != EntryFinding::Kind::AnotherSection; }
+/// Returns whether a part of the library did not get what a section has for it, because it had got that of an earlier
+/// one.
+bool wasPassedOver(const std::vector<PlacedFinding>& findings, const std::string& section) {
+    return std::any_of(findings.begin(), findings.end(), [&](const PlacedFinding& one) {
+        return one.finding.kind == EntryFinding::Kind::NotOfTheForm && one.finding.section == section;
+    });
+}
 
-std::pair<std::string, std::string> placeOf(const EntryFinding& finding) { return {finding.section, finding.name}; }
-
-/// Each that the old start said, too, takes one of the new start away.
-void compareFindings(const Start& before, const Start& after, Effect& effect) {
-    std::multiset<std::pair<std::string, std::string>> known;
-    for (const EntryFinding& finding : before.findings) {
-        if (isWithoutEffect(finding)) {
-            known.insert(placeOf(finding));
-        }
-    }
-    for (const EntryFinding& finding : after.findings) {
-        const auto same = known.find(placeOf(finding));
-        if (same != known.end()) {
-            known.erase(same);
-        } else if (isWithoutEffect(finding)) {
-            effect.meaningless.push_back({finding.section, finding.name, 0, ""});
+/// Lists what the new start says of an element, where the old one had it give that very thing.
+void compareEntry(const ActionEntryEffect& before, const ActionEntryEffect& after, Effect& effect) {
+    using Kind = host::ActionEntryFinding::Kind;
+    for (const host::ActionEntryFinding& finding : after.findings) {
+        const StartWarning& warning = finding.warning;
+        if (finding.kind == Kind::ShortcutRefused && before.givesShortcut) {
+            effect.refused.push_back({warning.action, warning.holder, warning.text});
+        } else if ((finding.kind == Kind::UnknownAction && before.isAny()) ||
+                   (finding.kind == Kind::InVain &&
+                    (finding.isOfShortcut ? before.givesShortcut : before.givesMenuFlag))) {
+            effect.meaningless.push_back({"", "", warning.action, warning.text});
         }
     }
 }
 
-void compareWarnings(const Actions& before, const Actions& after, Effect& effect) {
-    using Key = std::pair<StartWarning::Kind, int>;
-    std::multiset<Key> known;
-    for (const StartWarning& warning : before.warnings) {
-        known.emplace(warning.kind, warning.action);
+/// Where one start has read no list, or another one, its elements have nothing in common with the other's.
+void compareEntries(const Actions& before, const Actions& after, Effect& effect) {
+    if (before.usersList != after.usersList) {
+        return;
     }
-    for (const StartWarning& warning : after.warnings) {
-        const auto same = known.find(Key(warning.kind, warning.action));
-        if (same != known.end()) {
-            known.erase(same);
-        } else if (warning.kind == StartWarning::Kind::ShortcutRefused) {
-            effect.refused.push_back({warning.action, warning.holder, warning.text});
-        } else {
-            effect.meaningless.push_back({"", "", warning.action, warning.text});
-        }
+    for (std::size_t place = 0; place < after.entries.size(); ++place) {
+        compareEntry(before.entries[place], after.entries[place], effect);
     }
 }
 
@@ -78,20 +72,38 @@ void compareActions(const Actions& before, const Actions& after, Effect& effect)
     }
 }
 
-ChangedKey::Owner ownerOf(const Actions& actions, int id) {
-    const ActionRecord* const action = findIn(actions.byId, id);
-    return {id, action == nullptr ? "" : action->command};
+/// Returns what a key runs in a context where the host asks for the fallback; nothing where it runs nothing.
+std::optional<ChangedKey::Owner> ownerOf(const Actions& actions, const host::ActionState::Place& key) {
+    const int* holder = findIn(actions.holders, key);
+    const bool isDirect = holder != nullptr;
+    if (!isDirect) {
+        holder =
+            findIn(actions.holders, host::ActionState::Place(actions::ActionCatalogue::kFallbackContext, key.second));
+    }
+    if (holder == nullptr) {
+        return std::nullopt;
+    }
+    const ActionRecord* const action = findIn(actions.byId, *holder);
+    return ChangedKey::Owner{*holder, action == nullptr ? "" : action->command, !isDirect};
 }
 
+bool isSameAction(const ChangedKey::Owner& one, const ChangedKey::Owner& other) {
+    return std::tie(one.action, one.command) == std::tie(other.action, other.command);
+}
+
+/// Compares the keys that contexts have of their own in one version at least.
 void compareKeys(const Actions& before, const Actions& after, Effect& effect) {
-    for (const auto& [place, oldId] : before.holders) {
-        const int* const newId = findIn(after.holders, place);
-        if (newId == nullptr) {
-            continue;
+    std::set<host::ActionState::Place> keys;
+    for (const Actions* const actions : {&before, &after}) {
+        for (const auto& [key, holder] : actions->holders) {
+            keys.insert(keys.end(), key);
         }
-        ChangedKey key{place.first, place.second, ownerOf(before, oldId), ownerOf(after, *newId)};
-        if (std::tie(key.before.action, key.before.command) != std::tie(key.now.action, key.now.command)) {
-            effect.keys.push_back(std::move(key));
+    }
+    for (const host::ActionState::Place& key : keys) {
+        auto oldOwner = ownerOf(before, key);
+        auto newOwner = ownerOf(after, key);
+        if (oldOwner && newOwner && !isSameAction(*oldOwner, *newOwner)) {
+            effect.keys.push_back({key.first, key.second, *std::move(oldOwner), *std::move(newOwner)});
         }
     }
 }
@@ -107,10 +119,44 @@ Effect Comparison::effectOn(json::View user) {
     Effect effect;
     compareValues(before, after, effect);
     compareFindings(before, after, effect);
-    compareWarnings(before.actions, after.actions, effect);
+    compareEntries(before.actions, after.actions, effect);
     compareActions(before.actions, after.actions, effect);
     compareKeys(before.actions, after.actions, effect);
     return effect;
+}
+
+/// Lists the entries that do nothing any more.
+void Comparison::compareFindings(const Start& before, const Start& after, Effect& effect) const {
+    for (const PlacedFinding& now : after.findings) {
+        if (hadEffect(before, now)) {
+            effect.meaningless.push_back({now.finding.section, now.finding.name, 0, ""});
+        }
+    }
+}
+
+/// Returns whether the old start took something from what the new one takes nothing from.
+bool Comparison::hadEffect(const Start& before, const PlacedFinding& now) const {
+    if (now.finding.kind == EntryFinding::Kind::AnotherSection) {
+        return false;
+    }
+    const auto text = now.finding.kind == EntryFinding::Kind::UnknownName ? now.place.text() : std::nullopt;
+    if (text && before.accepted.count(text->data()) != 0) {
+        return true;
+    }
+    const bool isAll =
+        now.finding.kind == EntryFinding::Kind::UnknownSection || now.finding.kind == EntryFinding::Kind::NotOfTheForm;
+    if (isAll && before.acceptedSections.count(now.finding.section) != 0) {
+        return true;
+    }
+    const prefs::SubManagerType reader = old_.subManagerOf(now.finding.section);
+    if (reader == prefs::SubManagerType::None || wasPassedOver(before.findings, now.finding.section)) {
+        return false;
+    }
+    if (reader != prefs::SubManagerType::Actions) {
+        return true;
+    }
+    const auto& entries = before.actions.entries;
+    return std::any_of(entries.begin(), entries.end(), [](const ActionEntryEffect& entry) { return entry.isAny(); });
 }
 
 void Comparison::compareValues(const Start& before, const Start& after, Effect& effect) const {

@@ -39,7 +39,8 @@ struct MeaninglessEntry {
     std::string text;     ///< A sentence for an entry of the actions.
 };
 
-/// An entry of the user's file for a shortcut that the new actions refuse and the old ones did not.
+/// An entry of the user's file that gave an action a shortcut with the old actions, and that the new ones refuse. The
+/// action may have the shortcut all the same, from a later entry.
 struct RefusedShortcut {
     int action = 0;
     int holder = 0;
@@ -65,6 +66,8 @@ struct ChangedKey {
     struct Owner {
         int action = 0;
         std::string command;
+        /// Whether the key runs it because the context has none of its own for it, where a host asks for the fallback.
+        bool byFallback = false;
     };
 
     std::string context;
@@ -85,12 +88,11 @@ struct Effect {
     std::vector<ChangedKey> keys;
 
     /// Returns whether something of the user's is in force with the old defaults and not with the new ones.
-    bool losesAnything() const {
-        return !(dropped.empty() && refused.empty() && shortcuts.empty() && menuFlags.empty());
-    }
+    bool losesAnything() const { return !(dropped.empty() && shortcuts.empty() && menuFlags.empty()); }
 
     bool isNothing() const {
-        return !losesAnything() && meaningless.empty() && masked.empty() && gained.empty() && keys.empty();
+        return !losesAnything() && meaningless.empty() && refused.empty() && masked.empty() && gained.empty() &&
+               keys.empty();
     }
 };
 
@@ -105,6 +107,8 @@ public:
 
 private:
     void compareValues(const Start& before, const Start& after, Effect& effect) const;
+    void compareFindings(const Start& before, const Start& after, Effect& effect) const;
+    bool hadEffect(const Start& before, const PlacedFinding& now) const;
 
     Version old_;
     Version new_;

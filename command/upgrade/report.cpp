@@ -1,5 +1,7 @@
 #include "command/upgrade/report.h"
 
+#include <utility>
+
 #include "command/text.h"
 #include "json/document.h"
 #include "json/writer.h"
@@ -11,13 +13,19 @@ using Status = UserResult::Status;
 
 // --- JSON -----------------------------------------------------------------------------------------------------------
 
+/// Writes what takes the place of something; nothing where there is no such thing any more.
+template <typename Value>
+void writeNow(JsonWriter& json, const std::optional<Value>& now) {
+    if (now) {
+        json.member("now", *now);
+    }
+}
+
 void writeSettings(JsonWriter& json, const Effect& effect) {
     json.objects("dropped", effect.dropped, [&](const DroppedValue& value) {
         json.member("name", value.name);
         json.member("value", value.value);
-        if (value.now) {
-            json.member("now", *value.now);
-        }
+        writeNow(json, value.now);
     });
     json.objects("meaningless", effect.meaningless, [&](const MeaninglessEntry& entry) {
         json.member("section", entry.section);
@@ -44,6 +52,7 @@ void writeOwner(JsonWriter& json, const char* name, const ChangedKey::Owner& own
     json.beginObject();
     json.member("action", owner.action);
     json.member("command", owner.command);
+    json.member("fallback", owner.byFallback);
     json.endObject();
 }
 
@@ -56,16 +65,12 @@ void writeActions(JsonWriter& json, const Effect& effect) {
     json.objects("shortcuts", effect.shortcuts, [&](const LostShortcut& lost) {
         json.member("action", lost.action);
         json.member("shortcut", lost.shortcut);
-        if (lost.now) {
-            json.member("now", *lost.now);
-        }
+        writeNow(json, lost.now);
     });
     json.objects("menuFlags", effect.menuFlags, [&](const LostMenuFlag& lost) {
         json.member("action", lost.action);
         json.member("inMenu", lost.inMenu);
-        if (lost.now) {
-            json.member("now", *lost.now);
-        }
+        writeNow(json, lost.now);
     });
     json.objects("keys", effect.keys, [&](const ChangedKey& key) {
         json.member("context", key.context);
@@ -85,11 +90,17 @@ void writeUser(JsonWriter& json, const UserResult& result) {
     }
 }
 
+void writeNotSeen(JsonWriter& json, const NotSeen& notSeen) {
+    json.member("path", textOf(notSeen.path));
+    json.member("why", nameOf(notSeen.why));
+}
+
 void writeSummary(JsonWriter& json, const Summary& summary) {
     const auto count = [&](const char* name, std::size_t users) { json.member(name, static_cast<int>(users)); };
     json.key("summary");
     json.beginObject();
     count("users", summary.users);
+    count("notSeen", summary.notSeen);
     count("losing", summary.losing);
     count("unread", summary.unread);
     count("dropped", summary.dropped);
@@ -172,10 +183,14 @@ private:
                                     : "now it is hidden");
         }
         for (const ChangedKey& one : effect.keys) {
-            output_.line("  key: \"{}\" in {} ran {} (action {}), now {} (action {})", value(one.shortcut),
-                         name(one.context), old(one.before.command), one.before.action, value(one.now.command),
-                         one.now.action);
+            output_.line("  key: \"{}\" in {} ran {}, now {}", value(one.shortcut), name(one.context),
+                         owner(Role::Old, one.before), owner(Role::Value, one.now));
         }
+    }
+
+    std::string owner(Role role, const ChangedKey::Owner& owner) const {
+        return fmt::format("{} (action {}{})", output_.shown(role, owner.command), owner.action,
+                           owner.byFallback ? ", by the fallback" : "");
     }
 
     Output& output_;
@@ -189,6 +204,15 @@ Finding aboutUnread(const UserResult& result) {
             Place{textOf(result.file), std::nullopt, std::nullopt}};
 }
 
+Finding aboutNotSeen(const NotSeen& notSeen) {
+    const bool isShut = notSeen.why == NotSeen::Why::Shut;
+    return {Severity::Warning,
+            isShut ? "This may not be looked at, so that users' files there do not count."
+                   : "This link leads nowhere, so that users' files behind it do not count.",
+            isShut ? "Ask as somebody who may look there." : "See whether what it leads to has to be mounted first.",
+            Place{textOf(notSeen.path), std::nullopt, std::nullopt}};
+}
+
 Finding aboutLoss(const UserResult& result) {
     const Effect& effect = result.effect;
     return {Severity::Warning,
@@ -199,9 +223,10 @@ Finding aboutLoss(const UserResult& result) {
 
 }  // namespace
 
-Summary summaryOf(const std::vector<UserResult>& results) {
+Summary summaryOf(const Outcome& outcome) {
     Summary summary;
-    for (const auto& [file, status, effect] : results) {
+    summary.notSeen = outcome.notSeen.size();
+    for (const auto& [file, status, effect] : outcome.users) {
         ++summary.users;
         summary.losing += effect.losesAnything() ? 1 : 0;
         summary.unread += status == Status::Compared ? 0 : 1;
@@ -215,9 +240,9 @@ Summary summaryOf(const std::vector<UserResult>& results) {
     return summary;
 }
 
-void tell(const std::vector<UserResult>& results, Output& output) {
+void tell(const Outcome& outcome, Output& output) {
     Lines lines(output);
-    for (const UserResult& result : results) {
+    for (const UserResult& result : outcome.users) {
         lines.tell(result);
         if (result.status != Status::Compared) {
             output.add(aboutUnread(result));
@@ -225,26 +250,37 @@ void tell(const std::vector<UserResult>& results, Output& output) {
             output.add(aboutLoss(result));
         }
     }
-    const Summary summary = summaryOf(results);
+    for (const NotSeen& notSeen : outcome.notSeen) {
+        output.add(aboutNotSeen(notSeen));
+    }
+    const Summary summary = summaryOf(outcome);
     output.line(
         "Users: {}. Losing something: {}. With a value over a changed default: {}. With a key of another action: {}. "
-        "Not read: {}.",
-        summary.users, summary.losing, summary.masked, summary.keys, summary.unread);
+        "Not read: {}. Not seen: {}.",
+        summary.users, summary.losing, summary.masked, summary.keys, summary.unread, summary.notSeen);
     output.members([&](JsonWriter& json) {
-        json.objects("users", results, [&](const UserResult& result) { writeUser(json, result); });
+        json.objects("users", outcome.users, [&](const UserResult& result) { writeUser(json, result); });
+        json.objects("notSeen", outcome.notSeen, [&](const NotSeen& notSeen) { writeNotSeen(json, notSeen); });
         writeSummary(json, summary);
     });
 }
 
-std::optional<std::string> jsonLines(const std::vector<UserResult>& results) {
+std::optional<std::string> jsonLines(const Outcome& outcome) {
     std::string lines;
-    for (const UserResult& result : results) {
-        if (!addLine(lines, [&](JsonWriter& json) { writeUser(json, result); })) {
-            return std::nullopt;
-        }
+    bool isWhole = true;
+    for (const UserResult& result : outcome.users) {
+        isWhole = isWhole && addLine(lines, [&](JsonWriter& json) { writeUser(json, result); });
     }
-    addLine(lines, [&](JsonWriter& json) { writeSummary(json, summaryOf(results)); });
-    return lines;
+    for (const NotSeen& notSeen : outcome.notSeen) {
+        isWhole = isWhole && addLine(lines, [&](JsonWriter& json) {
+                      json.key("notSeen");
+                      json.beginObject();
+                      writeNotSeen(json, notSeen);
+                      json.endObject();
+                  });
+    }
+    isWhole = isWhole && addLine(lines, [&](JsonWriter& json) { writeSummary(json, summaryOf(outcome)); });
+    return isWhole ? std::optional<std::string>(std::move(lines)) : std::nullopt;
 }
 
 }  // namespace zelutil::command::upgrade

@@ -7,12 +7,20 @@
 
 #include "command/output.h"
 #include "command/upgrade/upgrade.h"
+#include "command/upgrade/user_files.h"
 
 namespace zelutil::command::upgrade {
 
-/// Counts users, not entries.
+/// Holds what came of all users, as far as they were seen.
+struct Outcome {
+    std::vector<UserResult> users;
+    std::vector<NotSeen> notSeen;
+};
+
+/// Counts users, not entries, and places that are not seen.
 struct Summary {
     std::size_t users = 0;
+    std::size_t notSeen = 0;
     std::size_t losing = 0;
     std::size_t unread = 0;
     std::size_t dropped = 0;
@@ -23,14 +31,14 @@ struct Summary {
     std::size_t keys = 0;
 };
 
-Summary summaryOf(const std::vector<UserResult>& results);
+Summary summaryOf(const Outcome& outcome);
 
-/// Tells the results for people and in the JSON form.
-void tell(const std::vector<UserResult>& results, Output& output);
+/// Tells the outcome for people and in the JSON form.
+void tell(const Outcome& outcome, Output& output);
 
-/// Returns one JSON text a line: one for each user, and one with the summary at the end. Nothing where one is too
-/// large.
-std::optional<std::string> jsonLines(const std::vector<UserResult>& results);
+/// Returns one JSON text a line: one for each user, one for each place that is not seen, and one with the summary at
+/// the end. Nothing where one is too large.
+std::optional<std::string> jsonLines(const Outcome& outcome);
 
 }  // namespace zelutil::command::upgrade
 

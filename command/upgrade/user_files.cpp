@@ -1,7 +1,10 @@
 #include "command/upgrade/user_files.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <system_error>
+#include <utility>
 
 #include "command/pattern.h"
 #include "prefs/preference_files.h"
@@ -13,40 +16,53 @@ namespace fs = std::filesystem;
 
 bool isPattern(const fs::path& name) { return name.u8string().find_first_of("*?") != std::string::npos; }
 
-std::vector<fs::path> entriesOf(const fs::path& directory) {
-    std::vector<fs::path> entries;
+fs::file_type typeOf(const fs::path& path) {
+    std::error_code ignored;
+    return fs::status(path, ignored).type();
+}
+
+fs::file_type typeOfItself(const fs::path& path) {
+    std::error_code ignored;
+    return fs::symlink_status(path, ignored).type();
+}
+
+/// Returns whether the system says that nothing is there. A link that leads round in a circle leads nowhere.
+bool isNothing(const fs::path& path) {
     std::error_code error;
-    for (fs::directory_iterator entry(directory.empty() ? fs::path(".") : directory, error), end;
-         entry != end && !error; entry.increment(error)) {
-        entries.push_back(directory / entry->path().filename());
+    const fs::file_type type = fs::status(path, error).type();
+    return type == fs::file_type::not_found || error == std::errc::too_many_symbolic_link_levels;
+}
+
+/// Returns the link on the way to a path that leads nowhere; nothing for none.
+std::optional<fs::path> deadLinkOn(fs::path path) {
+    for (; path.has_relative_path() && isNothing(path); path = path.parent_path()) {
+        if (typeOfItself(path) == fs::file_type::symlink) {
+            return path;
+        }
     }
-    std::sort(entries.begin(), entries.end());
-    return entries;
+    return std::nullopt;
 }
 
-bool isDirectory(const fs::path& path) {
-    std::error_code ignored;
-    return fs::is_directory(path, ignored);
-}
-
-bool isDirectoryItself(const fs::path& path) {
-    std::error_code ignored;
-    return fs::is_directory(fs::symlink_status(path, ignored));
-}
-
+/// Finds what one argument means.
 class Matching {
 public:
-    std::vector<fs::path> run(const fs::path& pattern) {
-        const std::vector<fs::path> names(pattern.begin(), pattern.end());
-        match({}, names, 0);
+    void run(const fs::path& pattern) {
+        match({}, {pattern.begin(), pattern.end()}, 0);
         // Two ways may lead to one file.
-        std::sort(found_.begin(), found_.end());
-        found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
-        return std::move(found_);
+        std::sort(found.begin(), found.end());
+        found.erase(std::unique(found.begin(), found.end()), found.end());
     }
 
+    std::vector<fs::path> found;
+    std::vector<NotSeen> notSeen;
+    std::vector<fs::path> linksPassedOver;
+
 private:
+    /// Each place is looked at once: several `**` give many ways to it.
     void match(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at) {
+        if (!matched_.emplace(directory, at).second) {
+            return;
+        }
         if (at == names.size()) {
             take(directory);
         } else if (names[at] == "**") {
@@ -66,36 +82,114 @@ private:
 
     void matchBelow(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at) {
         for (const fs::path& entry : entriesOf(directory)) {
-            if (isDirectoryItself(entry)) {
+            if (typeOfItself(entry) == fs::file_type::directory) {
                 match(entry, names, at);
             }
         }
     }
 
-    void take(const fs::path& path) {
-        std::error_code ignored;
-        if (isDirectory(path)) {
-            search(path);
-        } else if (fs::exists(path, ignored)) {
-            found_.push_back(path);
+    std::vector<fs::path> entriesOf(const fs::path& directory) {
+        std::vector<fs::path> entries;
+        std::error_code error;
+        fs::directory_iterator entry(directory.empty() ? fs::path(".") : directory, error);
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            entries.push_back(directory / entry->path().filename());
+        }
+        if (error && error != std::errc::not_a_directory) {
+            noteNotSeen(directory);
+        }
+        std::sort(entries.begin(), entries.end());
+        return entries;
+    }
+
+    /// Notes why nothing was seen at a path, unless nothing is there.
+    void noteNotSeen(const fs::path& path) {
+        if (const auto link = deadLinkOn(path)) {
+            notSeen.push_back({*link, NotSeen::Why::LeadsNowhere});
+        } else if (!isNothing(path)) {
+            notSeen.push_back({path, NotSeen::Why::Shut});
         }
     }
 
-    void search(const fs::path& directory) {
+    void take(const fs::path& path) {
+        switch (typeOf(path)) {
+            case fs::file_type::directory:
+                search(path, true);
+                break;
+            case fs::file_type::not_found:
+            case fs::file_type::none:
+                noteNotSeen(path);
+                break;
+            default:
+                found.push_back(path);
+        }
+    }
+
+    void search(const fs::path& directory, bool isTop) {
+        if (!searched_.insert(directory).second) {
+            return;
+        }
         for (const fs::path& entry : entriesOf(directory)) {
-            if (isDirectoryItself(entry)) {
-                search(entry);
+            const fs::file_type type = typeOfItself(entry);
+            if (type == fs::file_type::none) {
+                // The directory tells names and lets nobody in.
+                notSeen.push_back({directory, NotSeen::Why::Shut});
+                return;
+            }
+            if (type == fs::file_type::directory) {
+                search(entry, false);
             } else if (entry.filename() == prefs::kSettingsFileName) {
-                found_.push_back(entry);
+                found.push_back(entry);
+            } else if (type == fs::file_type::symlink) {
+                passOver(entry, isTop);
             }
         }
     }
 
-    std::vector<fs::path> found_;
+    /// At the top of a directory a link is as likely a user's as a directory is. Deeper, programs keep links to nothing
+    /// in the place of locks.
+    void passOver(const fs::path& link, bool isTop) {
+        if (isTop && isNothing(link)) {
+            notSeen.push_back({link, NotSeen::Why::LeadsNowhere});
+        } else if (isNothing(link) || typeOf(link) == fs::file_type::directory) {
+            linksPassedOver.push_back(link);
+        }
+    }
+
+    std::set<std::pair<fs::path, std::size_t>> matched_;
+    std::set<fs::path> searched_;
 };
+
+/// Returns one path for all ways to a file.
+fs::path identityOf(const fs::path& file) {
+    std::error_code error;
+    fs::path same = fs::weakly_canonical(file, error);
+    return error ? file : same;
+}
 
 }  // namespace
 
-std::vector<fs::path> usersFiles(const fs::path& argument) { return Matching().run(argument); }
+const char* nameOf(NotSeen::Why why) { return why == NotSeen::Why::Shut ? "shut" : "leads-nowhere"; }
+
+bool UserFiles::add(const fs::path& argument) {
+    Matching matching;
+    matching.run(argument);
+    for (const fs::path& file : matching.found) {
+        if (knownFiles_.insert(identityOf(file)).second) {
+            files_.push_back(file);
+        }
+    }
+    for (const NotSeen& one : matching.notSeen) {
+        if (noted_.insert(one.path).second) {
+            notSeen_.push_back(one);
+        }
+    }
+    for (const fs::path& link : matching.linksPassedOver) {
+        if (noted_.insert(link).second) {
+            linksPassedOver_.push_back(link);
+        }
+    }
+    return !matching.found.empty() || !matching.notSeen.empty();
+}
 
 }  // namespace zelutil::command::upgrade

@@ -3,8 +3,9 @@
 #include <utility>
 
 #include "actions/action_catalogue.h"
+#include "actions/action_text.h"
 #include "actions/overwritable.h"
-#include "host/action_warnings.h"
+#include "json/document.h"
 #include "prefs/catalogue_reader.h"
 #include "prefs/sub_managers.h"
 
@@ -36,12 +37,43 @@ Actions actionsIn(const ActionCatalogue& catalogue) {
     return actions;
 }
 
+/// Takes from an element what a finding says that it does not give.
+void apply(host::ActionEntryFinding finding, ActionEntryEffect& entry) {
+    using Kind = host::ActionEntryFinding::Kind;
+    const bool isAll = finding.kind == Kind::UnknownAction;
+    const bool isShortcut = finding.kind == Kind::ShortcutRefused || finding.isOfShortcut;
+    const bool isMenuFlag = finding.kind == Kind::InVain && !finding.isOfShortcut;
+    entry.givesShortcut = entry.givesShortcut && !isAll && !isShortcut;
+    entry.givesMenuFlag = entry.givesMenuFlag && !isAll && !isMenuFlag;
+    finding.entry = json::View();
+    entry.findings.push_back(std::move(finding));
+}
+
+std::vector<ActionEntryEffect> entriesOf(const std::string& defaults, const std::string& user) {
+    const json::Document document(user);
+    auto findings = host::actionEntryFindings(defaults, document.root());
+    auto next = findings.begin();
+    std::vector<ActionEntryEffect> entries;
+    for (const json::View element : actions::userEntriesOf(document.root()).elements()) {
+        const actions::UserEntry entry = actions::userEntryOf(element);
+        if (entry.id < 1) {
+            break;
+        }
+        entries.push_back({entry.shortcut.has_value(), entry.inMenu.has_value(), {}});
+        for (; next != findings.end() && next->entry.isSame(element); ++next) {
+            apply(std::move(*next), entries.back());
+        }
+    }
+    return entries;
+}
+
 Actions loadActions(const std::string& defaults, const std::string& user) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
     catalogue.load(defaults, user);
     Actions actions = actionsIn(catalogue);
-    actions.warnings = host::actionWarnings(defaults, user);
+    actions.usersList = user;
+    actions.entries = entriesOf(defaults, user);
     return actions;
 }
 
@@ -63,8 +95,17 @@ const std::string* Version::defaultOf(std::uint64_t key) const {
 Start Version::startWith(json::View user) {
     // The copy shares the records of the settings, and has findings and texts for the actions of its own.
     Catalogue loaded = catalogue_;
-    prefs::readUserSettings(user, loaded, [](const prefs::EntryFinding& /*finding*/, json::View /*place*/) {});
     Start start;
+    prefs::readUserSettings(user, loaded,
+                            prefs::EntrySinks{[&](const prefs::EntryFinding& finding, json::View place) {
+                                                  if (!place.isSame(user)) {
+                                                      start.findings.push_back({finding, place});
+                                                  }
+                                              },
+                                              [&](const prefs::AcceptedEntry& accepted) {
+                                                  start.accepted.insert(accepted.entry.value.text()->data());
+                                                  start.acceptedSections.insert(accepted.attributePath);
+                                              }});
     for (const host::SettingNames::Names& named : names_->settings()) {
         const Setting& setting = loaded.settings().record(named.number);
         if (setting.hasUserValue) {
@@ -73,7 +114,6 @@ Start Version::startWith(json::View user) {
             start.userValues.emplace(setting.key, UserValue{name, setting.userValue, setting.defaultValue});
         }
     }
-    start.findings = loaded.findings();
     start.actions = actionsOf(loaded);
     takeBackValues();
     return start;

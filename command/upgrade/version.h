@@ -1,15 +1,15 @@
 #ifndef ZELUTIL_COMMAND_UPGRADE_VERSION_H
 #define ZELUTIL_COMMAND_UPGRADE_VERSION_H
 
-#include <zelutil/host/start.h>
-
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "host/action_state.h"
+#include "host/action_warnings.h"
 #include "host/setting_names.h"
 #include "json/view.h"
 #include "prefs/catalogue.h"
@@ -35,20 +35,44 @@ struct ActionRecord {
     bool hasUsersMenu = false;
 };
 
+/// An element of the user's list of changed actions.
+struct ActionEntryEffect {
+    bool givesShortcut = false;
+    bool givesMenuFlag = false;
+    /// Lists what the start says of the element. Their views are void.
+    std::vector<host::ActionEntryFinding> findings;
+
+    bool isAny() const { return givesShortcut || givesMenuFlag; }
+};
+
 /// The actions after a start.
 struct Actions {
     std::map<int, ActionRecord> byId;
     /// The holder of each shortcut, by context and shortcut.
     std::map<host::ActionState::Place, int> holders;
-    /// Lists what the start says of the entries of the user's file.
-    std::vector<host::StartWarning> warnings;
+    /// The user's text that was read; empty for none.
+    std::string usersList;
+    /// The elements of that list that are read, in its order.
+    std::vector<ActionEntryEffect> entries;
+};
+
+/// Something in the user's text that does not do what it says.
+struct PlacedFinding {
+    prefs::EntryFinding finding;
+    /// In the user's document: the value of the entry, or the element or section as a whole.
+    json::View place;
 };
 
 /// Holds what a start with one user's file leaves.
 struct Start {
     /// By the key of the full name, which is the same in every version.
     std::map<std::uint64_t, UserValue> userValues;
-    std::vector<prefs::EntryFinding> findings;
+    /// Without members that nobody reads, which have an effect in no version.
+    std::vector<PlacedFinding> findings;
+    /// The entries that set something, by the place of their text in the user's document.
+    std::set<const char*> accepted;
+    /// The sections in which they stand.
+    std::set<std::string> acceptedSections;
     Actions actions;
 };
 
@@ -63,6 +87,9 @@ public:
 
     /// Returns what a start with a user's text leaves; an absent one stands for no file.
     Start startWith(json::View user);
+
+    /// Returns whom the section belongs to; `None` also for an unknown one.
+    prefs::SubManagerType subManagerOf(const std::string& section) const { return catalogue_.subManagerOf(section); }
 
     /// Returns the shipped value of a setting, by the key of its full name; null for an unknown one.
     const std::string* defaultOf(std::uint64_t key) const;

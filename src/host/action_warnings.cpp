@@ -157,7 +157,8 @@ public:
         std::vector<PlacedFinding> findings;
         for (const Gift& gift : vain) {
             const PlacedEntry& entry = entries_[gift.number];
-            findings.emplace_back(entry.place, ActionEntryFinding{Kind::InVain, entry.element, aboutGift(gift)});
+            findings.emplace_back(entry.place,
+                                  ActionEntryFinding{Kind::InVain, entry.element, aboutGift(gift), gift.isShortcut});
         }
         return findings;
     }

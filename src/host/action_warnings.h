@@ -27,6 +27,7 @@ struct ActionEntryFinding {
     Kind kind = Kind::NotOfTheForm;
     json::View entry;  ///< The element; the whole value for one that is not of the form.
     StartWarning warning;
+    bool isOfShortcut = false;  ///< For `InVain`: whether it is about the shortcut, and not about the menu flag.
 };
 
 /// Returns what is found when this user's value is loaded after the shipped text, in the order of the elements. An

@@ -4,21 +4,25 @@
 #include <zelutil/actions/action_manager.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <map>
 #include <random>
 #include <set>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "command/command_world.h"
 #include "command/progress.h"
 #include "command/upgrade/comparison.h"
+#include "command/upgrade/upgrade.h"
 #include "command/upgrade/user_files.h"
 #include "json/document.h"
 #include "prefs/preferences.h"
 #include "support/environment.h"
+#include "support/symbolic_link.h"
 
 namespace zelutil::test {
 namespace {
@@ -27,6 +31,35 @@ namespace fs = std::filesystem;
 using command::Progress;
 using command::upgrade::Comparison;
 using command::upgrade::Effect;
+
+constexpr int kAllThreadsStart = 1'000'000;
+
+/// How many threads the system has left; -1 once it has refused one.
+std::atomic<int> threadsThatStart{kAllThreadsStart};
+
+}  // namespace
+}  // namespace zelutil::test
+
+// The start of every std::thread, by the name that the linker knows. The state is passed by its address.
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker gives these names.
+extern "C" {
+void __real__ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE(void* thread,
+                                                                                                  void* state,
+                                                                                                  void (*depend)());
+
+void __wrap__ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE(void* thread,
+                                                                                                  void* state,
+                                                                                                  void (*depend)()) {
+    if (--zelutil::test::threadsThatStart < 0) {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    }
+    __real__ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE(thread, state, depend);
+}
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace zelutil::test {
+namespace {
 
 // --- Random versions and users --------------------------------------------------------------------------------------
 
@@ -130,6 +163,10 @@ struct Loaded {
     std::map<int, UCPActionItem> actions;
     std::map<int, std::string> shortcuts;
     std::map<std::pair<std::string, std::string>, int> holders;
+    /// What keys run, the fallback included, by context and shortcut.
+    std::map<std::pair<std::string, std::string>, std::string> commands;
+    /// The sections and names of what has no effect in the user's file.
+    std::set<std::pair<std::string, std::string>> withoutEffect;
 };
 
 /// Starts the library's preferences anew with other files. The variables name them before the first start.
@@ -151,6 +188,11 @@ public:
         for (const std::string& section : kSections) {
             for (const std::string& name : kNames) {
                 readSetting(preferences.catalogue, section, name, loaded);
+            }
+        }
+        for (const prefs::EntryFinding& finding : preferences.catalogue.findings()) {
+            if (finding.kind != prefs::EntryFinding::Kind::AnotherSection) {
+                loaded.withoutEffect.emplace(finding.section, finding.name);
             }
         }
         readActions(loaded);
@@ -188,6 +230,9 @@ private:
             for (const std::string& key : kKeys) {
                 if (const int holder = manager.getActionIdByShortcut(context, key)) {
                     loaded.holders[{context, key}] = holder;
+                }
+                if (const std::string command = manager.getCommand(context, key, true); !command.empty()) {
+                    loaded.commands[{context, key}] = command;
                 }
             }
         }
@@ -243,16 +288,23 @@ void expectedOfActions(const Loaded& before, const Loaded& after, Lines& lines) 
     }
 }
 
+int holderIn(const Loaded& loaded, const std::pair<std::string, std::string>& place) {
+    const auto found = loaded.holders.find(place);
+    return found == loaded.holders.end() ? 0 : found->second;
+}
+
+/// Returns the action that a key runs by the fallback at the latest, with its command.
+std::string ownerIn(const Loaded& loaded, const std::pair<std::string, std::string>& place) {
+    const int own = holderIn(loaded, place);
+    return std::to_string(own != 0 ? own : holderIn(loaded, {"ucpedit", place.second})) + loaded.commands.at(place);
+}
+
 void expectedOfKeys(const Loaded& before, const Loaded& after, Lines& lines) {
-    for (const auto& [place, id] : before.holders) {
-        const auto now = after.holders.find(place);
-        if (now == after.holders.end()) {
-            continue;
-        }
-        const std::string oldOwner = std::to_string(id) + before.actions.at(id).command;
-        const std::string newOwner = std::to_string(now->second) + after.actions.at(now->second).command;
-        if (oldOwner != newOwner) {
-            lines.insert("key " + place.first + " " + place.second + " " + oldOwner + " now " + newOwner);
+    for (const auto& [place, command] : before.commands) {
+        const bool isOwn = holderIn(before, place) != 0 || holderIn(after, place) != 0;
+        if (isOwn && after.commands.count(place) != 0 && ownerIn(before, place) != ownerIn(after, place)) {
+            lines.insert("key " + place.first + " " + place.second + " " + ownerIn(before, place) + " now " +
+                         ownerIn(after, place));
         }
     }
 }
@@ -289,9 +341,33 @@ Lines linesOf(const Effect& effect) {
     return lines;
 }
 
-/// Expects of each refusal that there is such an action and that the text says all.
-void expectRefusalsHold(const Effect& effect, const Loaded& after) {
+/// Expects that what is called meaningless had an effect before, and that every entry that lost its effect is named.
+void expectMeaninglessHolds(const Effect& effect, const Loaded& before, const Loaded& after) {
+    std::set<std::pair<std::string, std::string>> named;
+    for (const auto& one : effect.meaningless) {
+        const std::pair<std::string, std::string> place(one.section, one.name);
+        if (one.action != 0) {
+            EXPECT_EQ(before.actions.count(one.action), 1U) << one.text;
+            continue;
+        }
+        named.insert(place);
+        EXPECT_EQ(after.withoutEffect.count(place), 1U) << one.section << " " << one.name;
+        EXPECT_EQ(before.withoutEffect.count(place), 0U) << one.section << " " << one.name;
+        EXPECT_EQ(before.withoutEffect.count({one.section, ""}), 0U) << one.section << " " << one.name;
+    }
+    for (const auto& [section, name] : after.withoutEffect) {
+        const bool hadEffect =
+            before.withoutEffect.count({section, name}) == 0 && before.withoutEffect.count({section, ""}) == 0;
+        if (hadEffect && !name.empty()) {
+            EXPECT_EQ(named.count({section, name}), 1U) << section << " " << name;
+        }
+    }
+}
+
+/// Expects of each refusal that both versions have such an action and that the text says all.
+void expectRefusalsHold(const Effect& effect, const Loaded& before, const Loaded& after) {
     for (const auto& refused : effect.refused) {
+        EXPECT_EQ(before.actions.count(refused.action), 1U) << refused.text;
         EXPECT_EQ(after.actions.count(refused.action), 1U) << refused.text;
         const std::string key = refused.text.substr(refused.text.find('"') + 1, 2);
         EXPECT_EQ(refused.text, "Action " + std::to_string(refused.action) + " did not get the shortcut \"" + key +
@@ -315,7 +391,8 @@ TEST(Upgrade, SaysWhatLoadsOfBothVersionsShow) {
             const Loaded after = starts.start(newDefaults, user);
             const Effect effect = comparison.effectOn(json::Document(user).root());
             EXPECT_EQ(linesOf(effect), expectedLines(before, after));
-            expectRefusalsHold(effect, after);
+            expectRefusalsHold(effect, before, after);
+            expectMeaninglessHolds(effect, before, after);
             for (const std::string& line : linesOf(effect)) {
                 ++kinds[line.substr(0, line.find(' '))];
             }
@@ -386,6 +463,160 @@ TEST(Upgrade, NewActionWithTheUsersKeyRefusesItAndOwnsIt) {
     EXPECT_EQ(effect.keys[0].now.command, "copy");
 }
 
+/// Both entries are for one action. The later one gives it the same shortcut in both versions.
+TEST(Upgrade, RefusedEntryThatALaterOneMakesGoodIsNoLoss) {
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "M")),
+                          defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "copy", "F9")));
+    const json::Document user(R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[)"
+                              R"({"id":1,"shortcut":"F9"},{"id":1,"shortcut":"F8"}]}]}]})");
+    const Effect effect = comparison.effectOn(user.root());
+    ASSERT_EQ(effect.refused.size(), 1U);
+    EXPECT_EQ(effect.refused[0].holder, 2);
+    EXPECT_FALSE(effect.losesAnything());
+    EXPECT_FALSE(effect.isNothing());
+}
+
+/// Returns a version with a section "s" of these settings, and one of the actions where some are given.
+std::string sectionOf(const std::string& settings, const std::string& more = "") {
+    return R"({"meta":[{"header":"S","attribute":"s","tclCommand":"t","defaultsettings":[)" + settings + "]" + more +
+           "}]}";
+}
+
+std::string childOf(int parent, int id, const std::string& shortcut) {
+    return R"({"id":)" + std::to_string(id) + R"(,"parent_id":)" + std::to_string(parent) +
+           R"(,"name":"","icon":"","context":"board","command":"child","shortcut":")" + shortcut + R"(","rmb":false})";
+}
+
+struct UpgradeRow {
+    const char* name;
+    std::string oldDefaults;
+    std::string newDefaults;
+    const char* user;
+    /// The section and name, or the action, of each entry that is called meaningless or refused.
+    Lines told;
+};
+
+const std::string kElsewhere = R"({"meta":[{"header":"O","attribute":"o","tclCommand":"t","defaultsettings":[]}]})";
+constexpr char kGridAndZoom[] =
+    R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"grid":"7","zoom":"8"}]}]})";
+constexpr char kKeyOfTwo[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"shortcut":"F9"}]}]}]})";
+constexpr char kKeyAndFlagOfTwo[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"shortcut":"F9","rmb":true}]}]}]})";
+
+const std::vector<UpgradeRow>& meaninglessRows() {
+    static const std::vector<UpgradeRow> rows = {
+        {"section that comes, without the names", kElsewhere, sectionOf(""), kGridAndZoom, {}},
+        {"section that goes, all names unknown before", sectionOf(""), kElsewhere, kGridAndZoom, {}},
+        {"section that goes, one name known before",
+         sectionOf(R"({"name":"zoom","value":"1"})"),
+         kElsewhere,
+         kGridAndZoom,
+         {"s "}},
+        {"name that goes, the other unknown before",
+         sectionOf(R"({"name":"zoom","value":"1"})"),
+         sectionOf(""),
+         kGridAndZoom,
+         {"s zoom"}},
+        // Nobody reads the member, which the old defaults have, too.
+        {"member that the defaults lose",
+         sectionOf(R"({"name":"grid","value":"1"},{"name":"zoom","value":"1"})", R"(,"note":"x")"),
+         sectionOf(R"({"name":"grid","value":"1"},{"name":"zoom","value":"1"})"),
+         R"({"meta":[{"header":"S","attribute":"s","note":"x","overriddensettings":[{"grid":"7"}]}]})",
+         {}},
+        // The name means the first section's setting before, which sets it.
+        {"name of another section that goes",
+         R"({"meta":[{"header":"O","attribute":"o","tclCommand":"t","defaultsettings":[{"name":"grid","value":"1"}]},)"
+         R"({"header":"S","attribute":"s","tclCommand":"t","defaultsettings":[]}]})",
+         sectionOf(""),
+         R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"grid":"7"}]}]})",
+         {"s grid"}},
+        {"section that the actions had",
+         R"({"meta":[{"header":"A","attribute":"a","tclCommand":"t","submanagerId":100,"defaultsettings":{"actions":[)" +
+             shippedAction(2, "copy", "C") + "]}}]}",
+         kElsewhere,
+         kKeyOfTwo,
+         {"a "}},
+        {"section that the actions had, with no action of the user's",
+         R"({"meta":[{"header":"A","attribute":"a","tclCommand":"t","submanagerId":100,"defaultsettings":{"actions":[)" +
+             shippedAction(1, "move", "M") + "]}}]}",
+         kElsewhere,
+         kKeyOfTwo,
+         {}},
+        {"actions that come without the user's",
+         kElsewhere,
+         defaultsWith("", shippedAction(1, "move", "M")),
+         kKeyOfTwo,
+         {}},
+        {"action that goes", defaultsWith("", shippedAction(2, "copy", "C")), defaultsWith(""), kKeyOfTwo, {"2"}},
+        {"action that comes, with a holder of the key",
+         defaultsWith("", shippedAction(1, "move", "F9")),
+         defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
+         kKeyOfTwo,
+         {}},
+        {"action that had its key refused and goes",
+         defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
+         defaultsWith(""),
+         kKeyOfTwo,
+         {}},
+        {"child that had its key refused and follows its parent",
+         defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
+         kKeyOfTwo,
+         {}},
+        {"action that becomes a child",
+         defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "c", "")),
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
+         kKeyOfTwo,
+         {"2"}},
+        {"action that becomes a child, with a refused key",
+         defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
+         kKeyAndFlagOfTwo,
+         {"2"}},
+        {"key that is refused now",
+         defaultsWith("", shippedAction(2, "copy", "C")),
+         defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
+         kKeyOfTwo,
+         {"refused 2"}},
+    };
+    return rows;
+}
+
+TEST(Upgrade, MeaninglessAndRefusedIsWhatHadAnEffectBefore) {
+    for (const UpgradeRow& row : meaninglessRows()) {
+        SCOPED_TRACE(row.name);
+        const json::Document user(row.user);
+        Comparison comparison(row.oldDefaults, row.newDefaults);
+        const Effect effect = comparison.effectOn(user.root());
+        Lines told;
+        for (const auto& one : effect.meaningless) {
+            told.insert(one.action != 0 ? std::to_string(one.action) : one.section + " " + one.name);
+        }
+        for (const auto& one : effect.refused) {
+            told.insert("refused " + std::to_string(one.action));
+        }
+        EXPECT_EQ(told, row.told);
+    }
+}
+
+/// The context had an action of its own for the key; now the key runs that of "ucpedit".
+TEST(Upgrade, KeyThatFallsBackToAnotherActionIsTold) {
+    std::string everywhere = shippedAction(2, "copy", "F5");
+    everywhere.replace(everywhere.find("board"), 5, "ucpedit");
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "F5") + "," + everywhere),
+                          defaultsWith("", shippedAction(1, "move", "F6") + "," + everywhere));
+    const Effect effect = comparison.effectOn(json::Document("{}").root());
+    ASSERT_EQ(effect.keys.size(), 1U);
+    EXPECT_EQ(effect.keys[0].context, "board");
+    EXPECT_EQ(effect.keys[0].shortcut, "F5");
+    EXPECT_EQ(effect.keys[0].before.action, 1);
+    EXPECT_FALSE(effect.keys[0].before.byFallback);
+    EXPECT_EQ(effect.keys[0].now.action, 2);
+    EXPECT_EQ(effect.keys[0].now.command, "copy");
+    EXPECT_TRUE(effect.keys[0].now.byFallback);
+}
+
 TEST(Upgrade, SameVersionDoesNothing) {
     for (unsigned seed = 0; seed < 50; ++seed) {
         RandomTexts random(seed);
@@ -411,13 +642,19 @@ protected:
         return (homes() / user / "pcbenv/tessel/tessel_settings.cfg").make_preferred();
     }
 
-    std::vector<std::string> found(const fs::path& argument) const {
+    std::vector<std::string> found(const std::vector<fs::path>& arguments) const {
+        command::upgrade::UserFiles files;
+        for (const fs::path& argument : arguments) {
+            files.add(argument);
+        }
         std::vector<std::string> names;
-        for (const fs::path& file : command::upgrade::usersFiles(argument)) {
+        for (const fs::path& file : files.files()) {
             names.push_back(file.lexically_relative(homes()).generic_u8string());
         }
         return names;
     }
+
+    std::vector<std::string> found(const fs::path& argument) const { return found(std::vector<fs::path>{argument}); }
 
     static std::string nameFor(const std::string& user) { return user + "/pcbenv/tessel/tessel_settings.cfg"; }
 
@@ -434,6 +671,61 @@ TEST_F(UpgradeFiles, AreFoundByFileDirectoryAndPattern) {
     EXPECT_EQ(found(homes() / "ann/notes.cfg"), std::vector<std::string>{"ann/notes.cfg"});
     EXPECT_EQ(found(homes() / "nobody"), std::vector<std::string>{});
     EXPECT_EQ(found(homes() / "x*"), std::vector<std::string>{});
+}
+
+TEST_F(UpgradeFiles, CountOnceWhateverWaysLeadToThem) {
+    const std::vector<std::string> expected{nameFor("bob"), nameFor("ann"), nameFor("eve")};
+    EXPECT_EQ(found({userFile("bob"), homes(), homes() / "*", homes() / "ann" / ".." / "eve" / "pcbenv"}), expected);
+    if (makeFileLink(homes() / "ann", directory_ / "also_ann")) {
+        EXPECT_EQ(found({userFile("bob"), homes(), directory_ / "also_ann"}), expected);
+    }
+}
+
+/// The stars of the pattern can be matched in a million ways; each directory is looked at once for each star.
+TEST_F(UpgradeFiles, AreFoundByManyStarsInADeepDirectory) {
+    fs::path deep = homes() / "ann";
+    for (int depth = 0; depth < 60; ++depth) {
+        deep /= "d";
+    }
+    writeTextFile(deep / "tessel_settings.cfg", kOneUser);
+    EXPECT_EQ(found(homes() / "ann" / "d" / "**" / "**" / "d" / "**" / "**" / "**"),
+              std::vector<std::string>{(deep / "tessel_settings.cfg").lexically_relative(homes()).generic_u8string()});
+}
+
+TEST_F(UpgradeFiles, LinksAreFollowedByPatternsOnlyAndNoted) {
+    writeTextFile(directory_ / "data/zoe/pcbenv/tessel/tessel_settings.cfg", kOneUser);
+    if (!makeFileLink(directory_ / "data/zoe", homes() / "zoe")) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    makeFileLink(homes() / "ann/nothing", homes() / "ann/lock");
+    command::upgrade::UserFiles searched;
+    EXPECT_TRUE(searched.add(homes()));
+    EXPECT_EQ(searched.files().size(), 3U);
+    EXPECT_EQ(searched.linksPassedOver(), (std::vector<fs::path>{homes() / "ann/lock", homes() / "zoe"}));
+    EXPECT_TRUE(searched.notSeen().empty());
+    EXPECT_EQ(found(homes() / "*").back(), nameFor("zoe"));
+    EXPECT_EQ(found(homes() / "*").size(), 4U);
+}
+
+TEST_F(UpgradeFiles, LinksThatLeadNowhereAreNotSeen) {
+    const fs::path dead = homes() / "zoe";
+    if (!makeFileLink(directory_ / "nothing", dead)) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    for (const fs::path& argument :
+         {homes(), homes() / "*", homes() / "z*" / "pcbenv", homes() / "z*" / "p*", homes() / "zoe" / "pcbenv"}) {
+        SCOPED_TRACE(argument.u8string());
+        command::upgrade::UserFiles files;
+        EXPECT_TRUE(files.add(argument));
+        EXPECT_TRUE(files.add(argument));
+        ASSERT_EQ(files.notSeen().size(), 1U);
+        EXPECT_EQ(files.notSeen()[0].path, dead);
+        EXPECT_EQ(files.notSeen()[0].why, command::upgrade::NotSeen::Why::LeadsNowhere);
+    }
+    command::upgrade::UserFiles none;
+    EXPECT_FALSE(none.add(homes() / "nobody" / "pcbenv"));
+    EXPECT_FALSE(none.add(userFile("ann") / "pcbenv" / "*"));
+    EXPECT_TRUE(none.notSeen().empty());
 }
 
 // --- The command ----------------------------------------------------------------------------------------------------
@@ -473,7 +765,7 @@ TEST_F(UpgradeCommand, TellsEachUserAndTheSummary) {
             "  meaningless: The entry for action 1 is for none of the shipped actions.\n"
             "  shortcut: action 1 had \"F9\", there is no such action\n"
             "Users: 3. Losing something: 1. With a value over a changed default: 0. With a key of another action: 0. "
-            "Not read: 1.\n" +
+            "Not read: 1. Not seen: 0.\n" +
             userFile("ann").u8string() +
             ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
             userFile("eve").u8string() +
@@ -506,6 +798,72 @@ TEST_F(UpgradeCommand, PrintsALineForEachUser) {
     }
     EXPECT_EQ(files, (std::vector<std::string>{userFile("ann").u8string(), userFile("bob").u8string(),
                                                userFile("eve").u8string(), "the summary"}));
+}
+
+TEST_F(UpgradeCommand, UserThatCannotBeSeenIsAFinding) {
+    for (const char* const user : {"ann", "bob", "eve"}) {
+        writeTextFile(userFile(user), "{}");
+    }
+    if (!makeFileLink(directory_ / "nothing", homes() / "zoe")) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    const std::string pattern = (homes() / "*" / "pcbenv").u8string();
+    const ChildResult result = upgrade({pattern});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out,
+              "Users: 3. Losing something: 0. With a value over a changed default: 0. With a key of another action: 0. "
+              "Not read: 0. Not seen: 1.\n" +
+                  (homes() / "zoe").u8string() +
+                  ": warning: This link leads nowhere, so that users' files behind it do not count.\n"
+                  "    See whether what it leads to has to be mounted first.\n");
+    const ChildResult asJson = upgrade({pattern, "--json"});
+    const json::Document document(asJson.out);
+    ASSERT_EQ(document.root().member("notSeen").elements().size(), 1U);
+    const json::View notSeen = *document.root().member("notSeen").elements().begin();
+    EXPECT_EQ(notSeen.member("path").text(), (homes() / "zoe").u8string());
+    EXPECT_EQ(notSeen.member("why").text(), "leads-nowhere");
+    EXPECT_EQ(document.root().member("summary").member("notSeen").integer(), 1);
+    const ChildResult lines = upgrade({pattern, "--json-lines"});
+    EXPECT_EQ(lines.exitCode, 1);
+    EXPECT_NE(lines.out.find(R"({"format":1,"notSeen":{"path":")" + inJson(homes() / "zoe") + "\""), std::string::npos)
+        << lines.out;
+}
+
+TEST_F(UpgradeCommand, SameUserNamedTwiceCountsOnce) {
+    const ChildResult result = upgrade({homes().u8string(), (homes() / "*").u8string(), "--json"});
+    EXPECT_EQ(json::Document(result.out).root().member("summary").member("users").integer(), 3);
+}
+
+TEST_F(UpgradeCommand, PathsMayHaveBlanks) {
+    fs::rename(directory_ / "new", directory_ / "the new one");
+    fs::rename(directory_ / "old.cfg", directory_ / "the old one.cfg");
+    fs::rename(homes(), directory_ / "all homes");
+    const ChildResult result =
+        world_.run({"upgrade", (directory_ / "the old one.cfg").u8string(), (directory_ / "the new one").u8string(),
+                    (directory_ / "all homes").u8string(), "--json"});
+    const json::Document document(result.out);
+    EXPECT_EQ(document.root().member("summary").member("losing").integer(), 3) << result.out << result.err;
+    EXPECT_EQ(document.root().member("summary").member("unread").integer(), 0);
+}
+
+// --- Threads --------------------------------------------------------------------------------------------------------
+
+TEST_F(UpgradeFiles, AreComparedByTheThreadsThatStart) {
+    const std::string oldDefaults = defaultsWith(R"({"name":"grid","value":"1"})");
+    const std::string newDefaults = defaultsWith(R"({"name":"zoom","value":"1"})");
+    const std::vector<fs::path> files{userFile("ann"), userFile("bob"), userFile("eve")};
+    for (const int starting : {0, 1, 2, 3}) {
+        SCOPED_TRACE(starting);
+        threadsThatStart = starting;
+        const auto results = command::upgrade::compareAll(oldDefaults, newDefaults, files, 3, [](std::size_t) {});
+        EXPECT_EQ(threadsThatStart, starting == 3 ? 0 : -1) << "the system refused no thread";
+        threadsThatStart = kAllThreadsStart;
+        ASSERT_EQ(results.size(), 3U);
+        for (const auto& result : results) {
+            EXPECT_EQ(result.status, command::upgrade::UserResult::Status::Compared);
+            EXPECT_EQ(result.effect.dropped.size(), 1U);
+        }
+    }
 }
 
 TEST_F(UpgradeCommand, ManyFilesGiveTheSameWithEveryNumberOfThreads) {
