@@ -1,7 +1,7 @@
 #include "command/upgrade/comparison.h"
 
 #include <algorithm>
-#include <set>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -72,13 +72,13 @@ void compareActions(const Actions& before, const Actions& after, Effect& effect)
     }
 }
 
-/// Returns what a key runs in a context where the host asks for the fallback; nothing where it runs nothing.
-std::optional<ChangedKey::Owner> ownerOf(const Actions& actions, const host::ActionState::Place& key) {
-    const int* holder = findIn(actions.holders, key);
+/// Returns what a key runs where the host asks for the fallback; nothing where it runs nothing. `holder` is that of the
+/// context itself, null for none.
+std::optional<ChangedKey::Owner> ownerOf(const Actions& actions, const std::string& shortcut, const int* holder) {
     const bool isDirect = holder != nullptr;
     if (!isDirect) {
         holder =
-            findIn(actions.holders, host::ActionState::Place(actions::ActionCatalogue::kFallbackContext, key.second));
+            findIn(actions.holders, host::ActionState::Place(actions::ActionCatalogue::kFallbackContext, shortcut));
     }
     if (holder == nullptr) {
         return std::nullopt;
@@ -91,21 +91,29 @@ bool isSameAction(const ChangedKey::Owner& one, const ChangedKey::Owner& other) 
     return std::tie(one.action, one.command) == std::tie(other.action, other.command);
 }
 
-/// Compares the keys that contexts have of their own in one version at least.
-void compareKeys(const Actions& before, const Actions& after, Effect& effect) {
-    std::set<host::ActionState::Place> keys;
-    for (const Actions* const actions : {&before, &after}) {
-        for (const auto& [key, holder] : actions->holders) {
-            keys.insert(keys.end(), key);
-        }
+/// Calls `call` with each key that a context has of its own in one version at least, and with both holders, null for
+/// none.
+template <typename Call>
+void forEachKey(const Actions& before, const Actions& after, Call call) {
+    auto old = before.holders.begin();
+    auto now = after.holders.begin();
+    while (old != before.holders.end() || now != after.holders.end()) {
+        const bool isOld = now == after.holders.end() || (old != before.holders.end() && !(now->first < old->first));
+        const bool isNew = !isOld || (now != after.holders.end() && !(old->first < now->first));
+        call(isOld ? old->first : now->first, isOld ? &old->second : nullptr, isNew ? &now->second : nullptr);
+        old = isOld ? std::next(old) : old;
+        now = isNew ? std::next(now) : now;
     }
-    for (const host::ActionState::Place& key : keys) {
-        auto oldOwner = ownerOf(before, key);
-        auto newOwner = ownerOf(after, key);
+}
+
+void compareKeys(const Actions& before, const Actions& after, Effect& effect) {
+    forEachKey(before, after, [&](const host::ActionState::Place& key, const int* oldHolder, const int* newHolder) {
+        auto oldOwner = ownerOf(before, key.second, oldHolder);
+        auto newOwner = ownerOf(after, key.second, newHolder);
         if (oldOwner && newOwner && !isSameAction(*oldOwner, *newOwner)) {
             effect.keys.push_back({key.first, key.second, *std::move(oldOwner), *std::move(newOwner)});
         }
-    }
+    });
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ Actions actionsIn(const ActionCatalogue& catalogue) {
         record.inMenu = actions::effectiveValue(action.rmb);
         record.hasUsersShortcut = action.parentId < 1 && action.shortcut.overwritten;
         record.hasUsersMenu = action.parentId < 1 && action.rmb.overwritten;
-        actions.byId.emplace(id, std::move(record));
+        actions.byId.emplace_hint(actions.byId.end(), id, std::move(record));
     });
     catalogue.forEachHolder([&](std::string_view context, const std::string& shortcut, int id) {
         actions.holders.emplace(host::ActionState::Place(context, shortcut), id);
@@ -49,9 +49,11 @@ void apply(host::ActionEntryFinding finding, ActionEntryEffect& entry) {
     entry.findings.push_back(std::move(finding));
 }
 
-std::vector<ActionEntryEffect> entriesOf(const std::string& defaults, const std::string& user) {
+/// Loads into the catalogue and returns what the elements of the user's list bring about.
+std::vector<ActionEntryEffect> loadEntries(ActionCatalogue& catalogue, const std::string& defaults,
+                                           const std::string& user) {
     const json::Document document(user);
-    auto findings = host::actionEntryFindings(defaults, document.root());
+    auto findings = host::actionEntryFindings(catalogue, defaults, document.root());
     auto next = findings.begin();
     std::vector<ActionEntryEffect> entries;
     for (const json::View element : actions::userEntriesOf(document.root()).elements()) {
@@ -70,10 +72,10 @@ std::vector<ActionEntryEffect> entriesOf(const std::string& defaults, const std:
 Actions loadActions(const std::string& defaults, const std::string& user) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
-    catalogue.load(defaults, user);
+    std::vector<ActionEntryEffect> entries = loadEntries(catalogue, defaults, user);
     Actions actions = actionsIn(catalogue);
     actions.usersList = user;
-    actions.entries = entriesOf(defaults, user);
+    actions.entries = std::move(entries);
     return actions;
 }
 

@@ -147,7 +147,13 @@ class VainGifts {
 public:
     /// `loaded` is what a load of the shipped text and the entries has brought about.
     VainGifts(std::string_view defaultsText, const ActionCatalogue& loaded, std::vector<PlacedEntry> entries)
-        : defaultsText_(defaultsText), loaded_(loaded), state_(stateOf(loaded)), entries_(std::move(entries)) {}
+        : defaultsText_(defaultsText), loaded_(loaded), entries_(std::move(entries)) {
+        const bool isAnyForAChild = std::any_of(entries_.begin(), entries_.end(),
+                                                [&](const PlacedEntry& placed) { return isForAChild(placed); });
+        if (isAnyForAChild) {
+            state_ = stateOf(loaded);
+        }
+    }
 
     std::vector<PlacedFinding> run() const {
         std::vector<Gift> vain = lostGifts();
@@ -170,12 +176,14 @@ private:
         bool isShortcut = false;
     };
 
+    bool isForAChild(const PlacedEntry& placed) const { return loaded_.find(placed.entry.id)->parentId >= 1; }
+
     /// Returns what children do not have after the load. An entry that takes a shortcut away gives nothing.
     std::vector<Gift> lostGifts() const {
         std::vector<Gift> lost;
         for (std::size_t number = 0; number < entries_.size(); ++number) {
             const ActionEntry& entry = entries_[number].entry;
-            if (loaded_.find(entry.id)->parentId < 1) {
+            if (!isForAChild(entries_[number])) {
                 continue;
             }
             const ActionValues& has = valuesOf(state_, entry.id);
@@ -226,8 +234,9 @@ private:
 
     std::string_view defaultsText_;
     const ActionCatalogue& loaded_;
-    const ActionState state_;
     const std::vector<PlacedEntry> entries_;
+    /// Empty where no entry is for a child.
+    ActionState state_;
 };
 
 }  // namespace
@@ -235,10 +244,15 @@ private:
 std::vector<ActionEntryFinding> actionEntryFindings(std::string_view defaultsText, json::View user) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue again(nobody);
-    Retelling retelling(again);
-    again.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(user); });
+    return actionEntryFindings(again, defaultsText, user);
+}
+
+std::vector<ActionEntryFinding> actionEntryFindings(ActionCatalogue& catalogue, std::string_view defaultsText,
+                                                    json::View user) {
+    Retelling retelling(catalogue);
+    catalogue.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(user); });
     std::vector<PlacedFinding> placed = retelling.takeFindings();
-    for (PlacedFinding& vain : VainGifts(defaultsText, again, retelling.takeEntries()).run()) {
+    for (PlacedFinding& vain : VainGifts(defaultsText, catalogue, retelling.takeEntries()).run()) {
         placed.push_back(std::move(vain));
     }
     std::stable_sort(placed.begin(), placed.end(),

@@ -34,6 +34,10 @@ struct ActionEntryFinding {
 /// absent value is none of the form.
 std::vector<ActionEntryFinding> actionEntryFindings(std::string_view defaultsText, json::View user);
 
+/// Does the same and leaves in the catalogue what that load brings about.
+std::vector<ActionEntryFinding> actionEntryFindings(actions::ActionCatalogue& catalogue, std::string_view defaultsText,
+                                                    json::View user);
+
 /// Return which entries of the user's text have no effect when it is loaded after the shipped one, in the order of the
 /// text; of a catalogue those of its last load.
 std::vector<StartWarning> actionWarnings(std::string_view defaultsText, std::string_view userText);
