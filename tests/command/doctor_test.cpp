@@ -12,6 +12,7 @@
 
 #include "command/doctor_world.h"
 #include "support/common_library_stand_in.h"
+#include "support/sanitized.h"
 
 namespace zelutil::test {
 namespace {
@@ -98,7 +99,7 @@ private:
 };
 
 TEST(Doctor, FindsNothingInHealthyTreesAndSaysWhatTheLibraryReturns) {
-    for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < casesInTime(100U, 30U) && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         DoctorWorld world;
         RandomHealth(seed).change(world);

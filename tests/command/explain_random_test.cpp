@@ -11,6 +11,7 @@
 #include "command/explain/setting_account.h"
 #include "prefs/catalogue_of.h"
 #include "prefs/random_preferences.h"
+#include "support/sanitized.h"
 #include "support/twin_json.h"
 
 namespace {
@@ -23,7 +24,7 @@ using zelutil::json::Position;
 using zelutil::prefs::Catalogue;
 using zelutil::test::RandomPreferences;
 
-constexpr unsigned kCases = 800;
+constexpr unsigned kCases = zelutil::test::casesInTime(800U, 300U);
 /// Few of the random files have entries that a cut can take.
 constexpr unsigned kCutCases = 3000;
 

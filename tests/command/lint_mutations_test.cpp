@@ -9,11 +9,12 @@
 
 #include "command/lint_findings.h"
 #include "support/random_text.h"
+#include "support/sanitized.h"
 
 namespace zelutil::lint {
 namespace {
 
-constexpr std::size_t kMutations = 1000;
+constexpr std::size_t kMutations = zelutil::test::casesInTime(1000U, 300U);
 
 struct CleanFile {
     std::string text;
