@@ -80,14 +80,15 @@ int ActionCatalogue::idByCommand(std::string_view context, std::string_view comm
     return found == names->commands.end() ? 0 : found->second.action;
 }
 
-const ActionCatalogue::Holder* ActionCatalogue::findHolder(std::string_view context,
-                                                           const std::string& shortcut) const {
+const ActionCatalogue::Holder* ActionCatalogue::findHolder(std::string_view context, const std::string& shortcut,
+                                                           bool fallback) const {
     const Context* const names = tables_->findContext(context);
-    return names == nullptr ? nullptr : names->holderOf(shortcut);
+    const Holder* const holder = names == nullptr ? nullptr : names->holderOf(shortcut);
+    return holder == nullptr && fallback ? findHolder(kFallbackContext, shortcut, false) : holder;
 }
 
-int ActionCatalogue::idByShortcut(std::string_view context, const std::string& shortcut) const {
-    const Holder* const holder = findHolder(context, shortcut);
+int ActionCatalogue::idByShortcut(std::string_view context, const std::string& shortcut, bool fallback) const {
+    const Holder* const holder = findHolder(context, shortcut, fallback);
     return holder == nullptr ? 0 : holder->id;
 }
 
@@ -95,10 +96,7 @@ std::string_view ActionCatalogue::command(std::string_view context, const std::s
     if (shortcut.empty()) {
         return {};
     }
-    const Holder* holder = findHolder(context, shortcut);
-    if (holder == nullptr && fallback) {
-        holder = findHolder(kFallbackContext, shortcut);
-    }
+    const Holder* const holder = findHolder(context, shortcut, fallback);
     return holder == nullptr ? std::string_view() : holder->command;
 }
 

@@ -63,6 +63,12 @@ public:
         /// The id of the action that is in the way of giving this one the shortcut, whoever is below it; 0 for none.
         int inTheWay(const std::string& wanted) const;
 
+        /// Returns whether an action with this id and parent shares its shortcut with this one in one context: it is
+        /// the action, its parent or its child.
+        bool sharesWith(int holder, int parentOfHolder) const {
+            return holder == id || holder == parentId || parentOfHolder == id;
+        }
+
         /// The ids of all of them: there may be one in this context and one in the linked one.
         std::vector<int> allInTheWay(const std::string& wanted) const;
 
@@ -78,6 +84,9 @@ public:
 
     /// The context that `command` falls back to.
     static constexpr std::string_view kFallbackContext = "ucpedit";
+
+    /// Returns the context whose shortcuts count as taken in this one, too; empty for one that is linked with none.
+    static std::string_view linkedContext(std::string_view context);
 
     /// Counts the work of loads and edits, so that tests can tell how it grows.
     struct Work {
@@ -129,7 +138,8 @@ public:
     void forEachHolder(const std::function<void(std::string_view, const std::string&, int)>& call) const;
 
     int idByCommand(std::string_view context, std::string_view command) const;
-    int idByShortcut(std::string_view context, const std::string& shortcut) const;
+    /// Returns the action that holds the shortcut there or, with `fallback`, else in `kFallbackContext`; 0 for none.
+    int idByShortcut(std::string_view context, const std::string& shortcut, bool fallback = false) const;
 
     /// Empty for none. Valid until the next load.
     std::string_view command(std::string_view context, const std::string& shortcut, bool fallback) const;
@@ -160,7 +170,7 @@ private:
     void takeOverFromParent(int id, Refusals& refusals);
 
     Action* findForEdit(int id);
-    const Holder* findHolder(std::string_view context, const std::string& shortcut) const;
+    const Holder* findHolder(std::string_view context, const std::string& shortcut, bool fallback) const;
     std::optional<Conflict> firstConflict(int id, const std::string& shortcut, std::uint64_t& looks) const;
     int topLevelAbove(int id) const;
 

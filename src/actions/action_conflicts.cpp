@@ -51,7 +51,7 @@ void visitFamily(const Action& asker, Visit visit) {
 /// the shortcut is in the way of the second.
 int ActionCatalogue::Action::inTheWayIn(const Context* names, const std::string& wanted) const {
     const Holder* const holder = names == nullptr ? nullptr : names->holderOf(wanted);
-    const bool own = holder == nullptr || holder->id == id || holder->id == parentId || holder->parentId == id;
+    const bool own = holder == nullptr || sharesWith(holder->id, holder->parentId);
     return own ? 0 : holder->id;
 }
 

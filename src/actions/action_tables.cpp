@@ -11,15 +11,14 @@ namespace {
 /// The two contexts that are linked.
 constexpr std::string_view kLinked[] = {"ucpedit", "brisk3d"};
 
-/// Empty for a context that is linked with none.
-std::string_view linkedWith(std::string_view context) {
+}  // namespace
+
+std::string_view ActionCatalogue::linkedContext(std::string_view context) {
     if (context == kLinked[0]) {
         return kLinked[1];
     }
     return context == kLinked[1] ? kLinked[0] : std::string_view();
 }
-
-}  // namespace
 
 const ActionCatalogue::Holder* ActionCatalogue::Context::holderOf(const std::string& shortcut) const {
     const auto found = holders.find(shortcut);
@@ -132,7 +131,7 @@ ActionCatalogue::Context& ActionCatalogue::Tables::context(std::string_view name
 ActionCatalogue::Context& ActionCatalogue::Tables::addContext(std::string_view name) {
     const std::string_view kept = keep(name);
     Context& added = contexts.try_emplace(kept, kept, lasting).first->second;
-    const std::string_view linked = linkedWith(kept);
+    const std::string_view linked = linkedContext(kept);
     if (!linked.empty()) {
         added.linked = findContext(linked);
     }

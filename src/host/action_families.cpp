@@ -1,6 +1,7 @@
 #include "host/action_families.h"
 
 #include "actions/action_text.h"
+#include "host/action_obstacles.h"
 #include "json/writer.h"
 
 #include <algorithm>
@@ -30,12 +31,6 @@ public:
 private:
     std::vector<std::size_t> above_;
 };
-
-/// One name for the contexts that are linked.
-std::string_view keyboardOf(const std::string& context) {
-    constexpr std::string_view kLinked = "ucpedit";
-    return context == "brisk3d" ? kLinked : std::string_view(context);
-}
 
 /// Joins the actions that meet at one shortcut of one keyboard, at one command or in one family.
 class Grouping {

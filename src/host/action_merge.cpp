@@ -88,9 +88,8 @@ private:
         return merged(id, &ActionValues::inMenu, textOf, isOurs, isTheirs);
     }
 
-    /// Linked contexts are one keyboard.
     Claim claimOf(const ShippedAction& action, const std::string& shortcut) const {
-        return {std::min(action.context, linkedContext(action.context)), shortcut};
+        return {std::string(keyboardOf(action.context)), shortcut};
     }
 
     void settleClaims() {

@@ -82,10 +82,13 @@ NotRestored parentObstacle(const ShippedActions& shipped, const ActionState& rea
 }  // namespace
 
 std::string linkedContext(const std::string& context) {
-    if (context == "ucpedit") {
-        return "brisk3d";
-    }
-    return context == "brisk3d" ? "ucpedit" : context;
+    const std::string_view linked = actions::ActionCatalogue::linkedContext(context);
+    return linked.empty() ? context : std::string(linked);
+}
+
+std::string_view keyboardOf(std::string_view context) {
+    const std::string_view linked = actions::ActionCatalogue::linkedContext(context);
+    return linked.empty() ? context : std::min(context, linked);
 }
 
 bool followsAnother(const ShippedActions& shipped, const ActionState& aim, const std::set<int>& lost, int id) {

@@ -8,12 +8,16 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zelutil::host {
 
 /// Returns the context that is linked with this one, or the context itself.
 std::string linkedContext(const std::string& context);
+
+/// Returns one name for the contexts that are linked.
+std::string_view keyboardOf(std::string_view context);
 
 /// Whether it is clear without a search that no entries bring the action back together with all that are not `lost`: it
 /// follows a missing parent, or one that is not lost and has something else.
