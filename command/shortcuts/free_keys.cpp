@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "actions/action_catalogue.h"
+#include "actions/manager_access.h"
 #include "command/shortcuts/key_answer.h"
 #include "host/action_obstacles.h"
 
@@ -29,23 +29,25 @@ std::vector<std::string> allKeyNames() {
     return names;
 }
 
-/// Returns the shortcuts that are held in the context or in the one linked with it, in one spelling.
-std::set<std::string> spellingsHeldIn(const std::string& context, const std::vector<ShortcutRow>& rows) {
-    const std::string linked = host::linkedContext(context);
+const actions::ActionCatalogue& catalogueOfAll() {
+    return actions::ManagerAccess::catalogueOf(UCPActionManager::instance());
+}
+
+/// Returns the shortcuts that are held or shown in the context or in the one linked with it, in one spelling.
+std::set<std::string> spellingsIn(const std::string& context, const std::vector<ShortcutRow>& rows) {
+    const std::string_view keyboard = host::keyboardOf(context);
     std::set<std::string> spellings;
     for (const ShortcutRow& row : rows) {
-        const std::string& other = row.action.item.context;
-        if (row.action.runs && (other == context || other == linked)) {
+        if (host::keyboardOf(row.action.item.context) == keyboard) {
             spellings.insert(oneSpelling(row.action.shortcut));
         }
     }
+    catalogueOfAll().forEachHolder([&](std::string_view place, const std::string& shortcut, int) {
+        if (host::keyboardOf(place) == keyboard) {
+            spellings.insert(oneSpelling(shortcut));
+        }
+    });
     return spellings;
-}
-
-bool isHeld(const std::string& context, const std::string& shortcut) {
-    const UCPActionManager& manager = UCPActionManager::instance();
-    return manager.getActionIdByShortcut(context, shortcut) != 0 ||
-           manager.getActionIdByShortcut(host::linkedContext(context), shortcut) != 0;
 }
 
 }  // namespace
@@ -62,15 +64,13 @@ const std::vector<std::string>& keyNames() {
 }
 
 std::vector<FreeKey> freeKeys(const std::string& context, const std::vector<ShortcutRow>& rows) {
-    const std::set<std::string> held = spellingsHeldIn(context, rows);
-    const std::string fallback(actions::ActionCatalogue::kFallbackContext);
+    const std::set<std::string> taken = spellingsIn(context, rows);
     std::vector<FreeKey> keys;
     for (const std::string& modifiers : modifierSets()) {
         for (const std::string& name : keyNames()) {
             const std::string shortcut = modifiers.empty() ? name : modifiers + '+' + name;
-            if (!isHeld(context, shortcut) && held.count(oneSpelling(shortcut)) == 0) {
-                keys.push_back(
-                    {shortcut, modifiers, UCPActionManager::instance().getActionIdByShortcut(fallback, shortcut)});
+            if (taken.count(oneSpelling(shortcut)) == 0) {
+                keys.push_back({shortcut, modifiers, catalogueOfAll().idByShortcut(context, shortcut, true)});
             }
         }
     }

@@ -22,8 +22,8 @@ const std::vector<std::string>& modifierSets();
 /// Returns the keys that are looked at: A to Z, 0 to 9, F1 to F12 and those with names, such as "PgUp".
 const std::vector<std::string>& keyNames();
 
-/// Returns those of `modifierSets` with `keyNames` that no action of the context holds, and none of the one linked with
-/// it, in no spelling. An action with children elsewhere may be refused one of them all the same.
+/// Returns those of `modifierSets` with `keyNames` that no action of the context holds or shows, and none of the one
+/// linked with it, in no spelling. An action with children elsewhere may be refused one of them all the same.
 std::vector<FreeKey> freeKeys(const std::string& context, const std::vector<ShortcutRow>& rows);
 
 }  // namespace zelutil::shortcuts

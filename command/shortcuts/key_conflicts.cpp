@@ -2,8 +2,10 @@
 
 #include <zelutil/actions/action_manager.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "actions/manager_access.h"
@@ -44,7 +46,7 @@ private:
         }
         for (const int other : catalogueInForce().find(action.id)->allInTheWay(action.shortcut)) {
             const auto [first, second] = std::minmax(action.id, other);
-            if (pairs_.emplace(first, second).second) {
+            if (pairs_.emplace(action.shortcut, first, second).second) {
                 addPair(action, *actions_.at(other));
             }
         }
@@ -69,7 +71,7 @@ private:
     }
 
     std::map<int, const host::ActionInfo*> actions_;
-    std::set<std::pair<int, int>> pairs_;
+    std::set<std::tuple<std::string, int, int>> pairs_;
     std::vector<KeyConflict> conflicts_;
 };
 

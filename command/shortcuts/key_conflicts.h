@@ -30,7 +30,7 @@ struct KeyConflict {
     int otherInheritedFrom = 0;
 };
 
-/// Returns all conflicts of the actions in force, in the order of the rows, each pair once.
+/// Returns all conflicts of the actions in force, in the order of the rows, each pair once for a shortcut.
 std::vector<KeyConflict> keyConflicts(const std::vector<ShortcutRow>& rows);
 
 /// Returns "sameContext", "linkedContext" or "heldByNobody".

@@ -54,12 +54,20 @@ public:
         row.shortcutWithoutUser = values.shortcut;
         row.changedByUser = action.shortcut != row.shortcutWithoutUser;
         row.menuChangedByUser = action.inMenu != values.inMenu;
+        row.runsChangedByUser = !row.changedByUser && action.runs != runs(action);
         row.action = std::move(action);
         row.why = whyOf(row);
         return row;
     }
 
 private:
+    /// Returns whether the action holds the shortcut that it shows now.
+    bool runs(const ActionInfo& action) const {
+        const auto& holders = shipped_.loaded().holders;
+        const auto found = holders.find({action.item.context, action.shortcut});
+        return found != holders.end() && found->second == action.id;
+    }
+
     host::ShippedActions shipped_;
 };
 
@@ -78,6 +86,10 @@ std::vector<ShortcutRow> shortcutTable() {
                std::tie(right.action.item.context, right.action.id);
     });
     return rows;
+}
+
+bool isChangedByUser(const ShortcutRow& row) {
+    return row.changedByUser || row.menuChangedByUser || row.runsChangedByUser;
 }
 
 const ShortcutRow* findRow(const std::vector<ShortcutRow>& rows, int id) {
@@ -125,6 +137,7 @@ void writeRow(command::JsonWriter& json, const ShortcutRow& row) {
     json.member("shippedInMenu", action.shippedInMenu);
     json.member("menuChangedByUser", row.menuChangedByUser);
     json.member("runs", action.runs);
+    json.member("runsChangedByUser", row.runsChangedByUser);
     json.member("heldBy", action.heldBy);
     json.member("why", row.why);
 }

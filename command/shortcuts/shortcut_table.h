@@ -22,6 +22,9 @@ struct ShortcutRow {
     bool changedByUser = false;
     /// The same for the menu flag.
     bool menuChangedByUser = false;
+    /// Whether the action runs by its shortcut only because of the user's changes, or for them no longer does, although
+    /// it shows the same one: where a text ships a shortcut twice, another action may have come to hold it.
+    bool runsChangedByUser = false;
     /// Says in a few English words where the shortcut comes from, and where it runs something else, what runs instead.
     std::string why;
 };
@@ -29,6 +32,9 @@ struct ShortcutRow {
 /// Returns every action, ordered by context and id. Where nothing has loaded the actions yet, the preferences do, as
 /// `host::actions` says.
 std::vector<ShortcutRow> shortcutTable();
+
+/// Returns whether the user's changes make anything of the row different.
+bool isChangedByUser(const ShortcutRow& row);
 
 /// Returns the row of the action, or null.
 const ShortcutRow* findRow(const std::vector<ShortcutRow>& rows, int id);

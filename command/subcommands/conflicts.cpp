@@ -38,11 +38,16 @@ std::vector<KeyConflict> conflictsAround(const std::string& context, const Known
     return conflicts;
 }
 
+bool isActionOf(const std::string& context, int id, const KnownShortcuts& known) {
+    const ShortcutRow* const row = findRow(known.rows(), id);
+    return row != nullptr && row->action.item.context == context;
+}
+
 /// The user's file may ask for a shortcut that another action holds by then.
 void tellRefusedEntries(const std::string& context, const KnownShortcuts& known, Output& output) {
     for (const host::StartWarning& warning : host::startWarnings()) {
-        const ShortcutRow* const row = findRow(known.rows(), warning.action);
-        const bool isAround = context.empty() || (row != nullptr && row->action.item.context == context);
+        const bool isAround =
+            context.empty() || isActionOf(context, warning.action, known) || isActionOf(context, warning.holder, known);
         if (warning.kind == host::StartWarning::Kind::ShortcutRefused && isAround) {
             output.add({Severity::Warning, warning.text, "\"zelutil roundtrip\" says more.", std::nullopt});
         }

@@ -21,7 +21,7 @@ struct TableChoices {
 
 bool isInTable(const ShortcutRow& row, const TableChoices& choices) {
     return (choices.context.empty() || row.action.item.context == choices.context) &&
-           (!choices.changed || row.changedByUser || row.menuChangedByUser);
+           (!choices.changed || isChangedByUser(row));
 }
 
 std::vector<Cell> cellsOf(const ShortcutRow& row) {

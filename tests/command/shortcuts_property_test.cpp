@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "command/json_writer.h"
@@ -53,6 +53,7 @@ public:
         for (const int id : ids_) {
             shownWithoutUser_[id] = manager_.getShortcut(id);
             menuWithoutUser_[id] = inMenu(id);
+            runsWithoutUser_[id] = runs(id);
         }
         manager_.load(shippedText(shipped), user);
         for (const zelutil::host::ActionInfo& info : zelutil::host::actions()) {
@@ -89,6 +90,8 @@ public:
         EXPECT_EQ(truthIn(row, "menuChangedByUser"), inMenu(id) != menuWithoutUser_.at(id));
         const int holder = shortcut.empty() ? 0 : manager_.getActionIdByShortcut(item.context, shortcut);
         EXPECT_EQ(truthIn(row, "runs"), holder == id);
+        EXPECT_EQ(truthIn(row, "runsChangedByUser"),
+                  shortcut == shownWithoutUser_.at(id) && runs(id) != runsWithoutUser_.at(id));
         EXPECT_EQ(numberIn(row, "heldBy"), holder == id ? 0 : holder);
         EXPECT_EQ(textIn(row, "source"), zelutil::shortcuts::nameOf(sources_.at(id)));
     }
@@ -129,7 +132,7 @@ public:
     }
 
     /// Pairs of one shortcut, and 0 for nobody who holds it.
-    using Pairs = std::set<std::pair<int, int>>;
+    using Pairs = std::set<std::tuple<std::string, int, int>>;
 
     /// Asks for each action who holds its shortcut in its context and in the linked one.
     Pairs conflicts() const {
@@ -141,12 +144,12 @@ public:
                 continue;
             }
             if (manager_.getActionIdByShortcut(item.context, key) == 0) {
-                pairs.emplace(0, id);
+                pairs.emplace(key, 0, id);
             }
             for (const std::string& context : {item.context, linkedWith(item.context)}) {
                 const int holder = manager_.getActionIdByShortcut(context, key);
                 if (holder != 0 && holder != id && !areParentAndChild(id, holder)) {
-                    pairs.emplace(std::min(id, holder), std::max(id, holder));
+                    pairs.emplace(key, std::min(id, holder), std::max(id, holder));
                 }
             }
         }
@@ -158,7 +161,8 @@ public:
         for (const View conflict : conflicts.elements()) {
             const int action = numberIn(conflict, "action");
             const int other = numberIn(conflict, "other");
-            EXPECT_TRUE(told.emplace(std::min(action, other), std::max(action, other)).second);
+            const std::string key = textIn(conflict, "shortcut");
+            EXPECT_TRUE(told.emplace(key, std::min(action, other), std::max(action, other)).second);
             EXPECT_EQ(textIn(conflict, "shortcut"), manager_.getShortcut(action));
             EXPECT_EQ(textIn(conflict, "context"), manager_.getAction(action).second.context);
             EXPECT_EQ(textIn(conflict, "otherContext"), other == 0 ? "" : manager_.getAction(other).second.context);
@@ -171,6 +175,11 @@ public:
     }
 
 private:
+    /// Returns whether the action holds the shortcut that it shows.
+    bool runs(int id) const {
+        return id == manager_.getActionIdByShortcut(manager_.getAction(id).second.context, manager_.getShortcut(id));
+    }
+
     bool inMenu(int id) const {
         const UCPActionItem item = manager_.getAction(id).second;
         return item.rmb.overwritten ? item.rmb.userValue : item.rmb.defaultValue;
@@ -185,6 +194,7 @@ private:
     std::set<int> ids_;
     std::map<int, std::string> shownWithoutUser_;
     std::map<int, bool> menuWithoutUser_;
+    std::map<int, bool> runsWithoutUser_;
     std::map<int, zelutil::host::ShortcutSource> sources_;
 };
 

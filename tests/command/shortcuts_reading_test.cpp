@@ -55,7 +55,7 @@ TEST(Shortcuts, WritesJson) {
               R"({"zelutil":{"format":1,"command":"shortcuts"},"shortcuts":[{"id":1,"context":"ucpedit",)"
               R"("command":"zoom fit","name":"Fit","shortcut":"F1","shippedShortcut":"Home","changedByUser":true,)"
               R"("source":"user","parent":0,"inMenu":true,"shippedInMenu":true,"menuChangedByUser":false,)"
-              R"("runs":true,"heldBy":0,"why":"given by the user"}],"findings":[]})");
+              R"("runs":true,"runsChangedByUser":false,"heldBy":0,"why":"given by the user"}],"findings":[]})");
 }
 
 TEST(Shortcuts, AnUnknownContextIsAFinding) {
@@ -180,6 +180,41 @@ TEST(Conflicts, AnEntryOfTheUserThatWasRefusedIsFound) {
               "No two actions are in each other's way now.\n"
               "warning: Action 2 did not get the shortcut \"F1\": action 1 has it.\n"
               "    \"zelutil roundtrip\" says more.\n");
+}
+
+/// The holder of the shortcut lies in the context that is asked for, and the action that did not get it in the other.
+TEST(Conflicts, AnEntryThatWasRefusedBecauseOfThatContextIsFound) {
+    const ShortcutsWorld world;
+    world.writeUserActions(R"({"id":12,"shortcut":"R"})");
+    const ChildResult result = world.run({"conflicts", "--context", "ucpedit"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out,
+              "No two actions are in each other's way now.\n"
+              "warning: Action 12 did not get the shortcut \"R\": action 3 has it.\n"
+              "    \"zelutil roundtrip\" says more.\n");
+    EXPECT_EQ(world.run({"conflicts", "--context", "panel"}).out.find("Action 12"), std::string::npos);
+}
+
+/// Each of two children shows what the other one holds: neither can follow its parent.
+TEST(Conflicts, APairMayHaveTwo) {
+    const ShortcutsWorld world(R"({"actions":[
+        {"id":1,"parent_id":5,"context":"c","command":"one","shortcut":"F1"},
+        {"id":2,"parent_id":6,"context":"c","command":"two","shortcut":"F2"},
+        {"id":5,"context":"x","command":"five","shortcut":"F2"},
+        {"id":6,"context":"y","command":"six","shortcut":"F1"}]})");
+    expectConflicts(world.run({"conflicts"}),
+                    "SHORTCUT  CONTEXT  ID  COMMAND  CONFLICT\n"
+                    "F2        c        1   one      runs 2 instead, taken over from action 5\n"
+                    "F1        c        2   two      runs 1 instead, taken over from action 6\n"
+                    "warning: There are 2 conflicts.\n");
+}
+
+/// Nobody holds F1 any more, and two actions show it.
+TEST(Free, AKeyThatIsShownIsNotFree) {
+    const ShortcutsWorld world(kCrowded);
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"})");
+    const std::string out = world.run({"free", "--context", "c", "--modifiers", ""}).out;
+    EXPECT_NE(out.find(" 8 9 F3 F4 F5 F6 F7 F8 F10 F11 F12 "), std::string::npos) << out;
 }
 
 TEST(Free, ListsWhatNobodyHoldsThereOrInTheLinkedContext) {
