@@ -1,6 +1,5 @@
 #include "command/text.h"
 
-#include <fmt/format.h>
 #include <zelutil/host/native_path.h>
 
 #include <algorithm>
@@ -59,6 +58,11 @@ void forEachCharacter(std::string_view text, Take take) {
     }
 }
 
+std::string hexadecimal(unsigned char byte) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    return std::string("\\x") + kDigits[byte / 16] + kDigits[byte % 16];
+}
+
 std::string spelledOut(std::string_view character) {
     switch (character.front()) {
         case '\t':
@@ -68,7 +72,7 @@ std::string spelledOut(std::string_view character) {
         case '\r':
             return "\\r";
         default:
-            return fmt::format("\\x{:02x}", static_cast<unsigned char>(character.back()));
+            return hexadecimal(static_cast<unsigned char>(character.back()));
     }
 }
 

@@ -1,71 +1,96 @@
 #include "command/shortcuts/break_circles.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace zelutil::shortcuts {
 namespace {
 
-Waiting without(Waiting waiting, int id) {
+/// Finds those who wait for each other in circles, by two walks without recursion: one along who waits for whom, which
+/// puts everybody behind all whom a walk from there reaches, and one back, in the reverse of that order.
+class CircleGroups {
+public:
+    explicit CircleGroups(const Waiting& waiting) : waiting_(waiting) {
+        for (const auto& [waiter, others] : waiting) {
+            for (const int other : others) {
+                if (waiting.count(other) != 0) {
+                    waiters_[other].insert(waiter);
+                }
+            }
+        }
+    }
+
+    /// Returns the groups, each with the waiting of its members for each other.
+    std::vector<Waiting> groups() {
+        for (const auto& [waiter, others] : waiting_) {
+            walk(waiter, waiting_, [this](int id) { order_.push_back(id); });
+        }
+        seen_.clear();
+        std::vector<Waiting> groups;
+        for (auto id = order_.rbegin(); id != order_.rend(); ++id) {
+            std::set<int> members;
+            walk(*id, waiters_, [&](int member) { members.insert(member); });
+            Waiting group = among(members);
+            if (!group.empty()) {
+                groups.push_back(std::move(group));
+            }
+        }
+        return groups;
+    }
+
+private:
+    /// Calls `leave` with all that are reached and were not seen before, each behind those that it leads to.
+    template <typename Leave>
+    void walk(int from, const Waiting& ways, Leave leave) {
+        std::vector<std::pair<int, bool>> pending{{from, false}};
+        while (!pending.empty()) {
+            const auto [id, isLeft] = pending.back();
+            pending.pop_back();
+            if (isLeft) {
+                leave(id);
+                continue;
+            }
+            if (waiting_.count(id) == 0 || !seen_.insert(id).second) {
+                continue;
+            }
+            pending.emplace_back(id, true);
+            const auto way = ways.find(id);
+            if (way != ways.end()) {
+                for (const int other : way->second) {
+                    pending.emplace_back(other, false);
+                }
+            }
+        }
+    }
+
+    /// Returns who of them waits for whom of them; empty for one that does not wait for itself.
+    Waiting among(const std::set<int>& members) const {
+        Waiting group;
+        for (const int member : members) {
+            for (const int other : waiting_.at(member)) {
+                if (members.count(other) != 0) {
+                    group[member].insert(other);
+                }
+            }
+        }
+        return group;
+    }
+
+    const Waiting& waiting_;
+    Waiting waiters_;
+    std::set<int> seen_;
+    std::vector<int> order_;
+};
+
+/// Returns what is left of the waiting once the one has given way: only what is in circles.
+Waiting circlesWithout(int id, Waiting waiting) {
     waiting.erase(id);
-    for (auto& [waiter, others] : waiting) {
-        others.erase(id);
+    Waiting circles;
+    for (Waiting& group : CircleGroups(waiting).groups()) {
+        circles.merge(group);
     }
-    return waiting;
-}
-
-std::set<int> awaitedBy(const Waiting& waiting) {
-    std::set<int> awaited;
-    for (const auto& [waiter, others] : waiting) {
-        awaited.insert(others.begin(), others.end());
-    }
-    return awaited;
-}
-
-/// Takes away those who wait for nobody and those for whom nobody waits, again and again. What is left has a circle.
-Waiting circlesOf(Waiting waiting) {
-    while (true) {
-        const std::set<int> awaited = awaitedBy(waiting);
-        const auto isOutside = [&](const auto& entry) {
-            return entry.second.empty() || awaited.count(entry.first) == 0;
-        };
-        std::vector<int> outside;
-        for (const auto& entry : waiting) {
-            if (isOutside(entry)) {
-                outside.push_back(entry.first);
-            }
-        }
-        if (outside.empty()) {
-            return waiting;
-        }
-        for (const int id : outside) {
-            waiting = without(std::move(waiting), id);
-        }
-    }
-}
-
-/// Returns the one and all who are connected with it, whichever of two waits.
-std::set<int> connectedWith(int id, const Waiting& waiting) {
-    std::map<int, std::set<int>> both = waiting;
-    for (const auto& [waiter, others] : waiting) {
-        for (const int other : others) {
-            both[other].insert(waiter);
-        }
-    }
-    std::set<int> seen{id};
-    std::vector<int> pending{id};
-    while (!pending.empty()) {
-        const int next = pending.back();
-        pending.pop_back();
-        for (const int other : both[next]) {
-            if (seen.insert(other).second) {
-                pending.push_back(other);
-            }
-        }
-    }
-    return seen;
+    return circles;
 }
 
 /// Takes the one out with whom most others wait or for whom most do, until no circle is left.
@@ -83,7 +108,7 @@ std::set<int> someBreaks(Waiting waiting) {
             return left.second < right.second;
         });
         ids.insert(heaviest->first);
-        waiting = circlesOf(without(std::move(waiting), heaviest->first));
+        waiting = circlesWithout(heaviest->first, std::move(waiting));
     }
     return ids;
 }
@@ -106,8 +131,8 @@ public:
             if (id < from || left_ == 0) {
                 continue;
             }
-            --left_;
-            all_.push_back(circlesOf(without(waiting, id)));
+            left_ -= std::min(left_, waiting.size());
+            all_.push_back(circlesWithout(id, waiting));
             ids.insert(id);
             if (find(size - 1, id + 1, ids)) {
                 return true;
@@ -136,13 +161,8 @@ Breaks breakOneGroup(const Waiting& group, std::size_t& left) {
 }  // namespace
 
 Breaks breakCircles(const Waiting& waiting, std::size_t most) {
-    Waiting rest = circlesOf(waiting);
     Breaks all;
-    while (!rest.empty()) {
-        Waiting group;
-        for (const int id : connectedWith(rest.begin()->first, rest)) {
-            group.insert(rest.extract(id));
-        }
+    for (const Waiting& group : CircleGroups(waiting).groups()) {
         const Breaks breaks = breakOneGroup(group, most);
         all.ids.insert(breaks.ids.begin(), breaks.ids.end());
         all.isFewest = all.isFewest && breaks.isFewest;

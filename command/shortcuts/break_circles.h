@@ -17,7 +17,8 @@ struct Breaks {
     bool isFewest = true;
 };
 
-/// Returns the fewest who break all circles. Where that takes a look at more than `most` sets, it returns some who do.
+/// Returns the fewest who break all circles. Where that takes a look at more than `most` of those who wait, counted as
+/// often as they are looked at, it returns some who do.
 Breaks breakCircles(const Waiting& waiting, std::size_t most);
 
 }  // namespace zelutil::shortcuts

@@ -34,12 +34,11 @@ Import importWishes(const WishText& text) {
     import.wishes = nameWishes(text, catalogue);
     import.partial = planWhatCanBe(catalogue, import.wishes.keys);
     addRefusedWishes(import.partial, import.wishes);
-    applyWishes(import.partial.plan, import.wishes.menuFlags);
-    import.save = host::save();
+    import.save = applyWishes(import.partial.plan, import.wishes.menuFlags);
     return import;
 }
 
-void applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags) {
+host::SaveResult applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags) {
     UCPActionManager& manager = UCPActionManager::instance();
     for (const KeyWish& edit : plan.edits) {
         manager.updateShortcut(edit.action, edit.shortcut);
@@ -47,6 +46,7 @@ void applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags) {
     for (const auto& [id, inMenu] : menuFlags) {
         manager.updateRMBMenu(id, inMenu);
     }
+    return host::save();
 }
 
 }  // namespace zelutil::shortcuts

@@ -22,8 +22,9 @@ struct Import {
 /// Imports what a profile says. Menu flags are set also where the shortcut of the same action was skipped.
 Import importWishes(const WishText& text);
 
-/// Edits the manager of the actions: gives and takes away shortcuts in the order of the plan, and sets the menu flags.
-void applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags);
+/// Edits the manager of the actions and saves: gives and takes away shortcuts in the order of the plan, and sets the
+/// menu flags.
+host::SaveResult applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags);
 
 }  // namespace zelutil::shortcuts
 

@@ -4,19 +4,12 @@
 
 #include <set>
 
-#include "actions/action_catalogue.h"
+#include "actions/manager_access.h"
 #include "command/shortcut_keys.h"
 #include "host/action_obstacles.h"
 
 namespace zelutil::shortcuts {
 namespace {
-
-std::string whereItRuns(const KeyAnswer& answer) {
-    if (answer.action != 0) {
-        return answer.context;
-    }
-    return std::string(actions::ActionCatalogue::kFallbackContext);
-}
 
 std::string joinedParts(const std::vector<std::string>& parts) {
     std::string text;
@@ -42,17 +35,20 @@ std::string oneSpelling(const std::string& shortcut) {
     return tokens.empty() ? spelled : spelled + command::keyNamed(tokens.back());
 }
 
+std::string differenceOf(const std::string& shortcut, const std::string& other) {
+    return "\"" + shortcut + "\" is another shortcut than \"" + other + "\".";
+}
+
 KeyAnswer answerOf(const std::string& shortcut, const std::string& context, const std::vector<ShortcutRow>& rows) {
     const UCPActionManager& manager = UCPActionManager::instance();
+    const actions::ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(manager);
     KeyAnswer answer;
     answer.shortcut = shortcut;
     answer.context = context;
     answer.command = manager.getCommand(context, shortcut, false);
     answer.action = manager.getActionIdByShortcut(context, shortcut);
     answer.commandWithFallback = manager.getCommand(context, shortcut, true);
-    if (!answer.commandWithFallback.empty()) {
-        answer.actionWithFallback = manager.getActionIdByShortcut(whereItRuns(answer), shortcut);
-    }
+    answer.actionWithFallback = shortcut.empty() ? 0 : catalogue.idByShortcut(context, shortcut, true);
     const std::string linked = host::linkedContext(context);
     answer.linkedHolder = linked == context ? 0 : manager.getActionIdByShortcut(linked, shortcut);
     for (const ShortcutRow& row : rows) {
@@ -74,7 +70,7 @@ std::string whyOf(const KeyAnswer& answer, const std::vector<ShortcutRow>& rows)
     if (answer.action == 0) {
         parts.push_back("no action of " + answer.context + " holds it");
         if (row != nullptr) {
-            parts.push_back(whereItRuns(answer) + " is the fallback");
+            parts.push_back(std::string(actions::ActionCatalogue::kFallbackContext) + " is the fallback");
         }
     }
     if (row != nullptr) {

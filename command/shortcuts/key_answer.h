@@ -35,6 +35,10 @@ std::string whyOf(const KeyAnswer& answer, const std::vector<ShortcutRow>& rows)
 /// Writes the members of the JSON form.
 void writeAnswer(command::JsonWriter& json, const KeyAnswer& answer);
 
+/// Says that a shortcut is not the one that spells the same key, and why.
+std::string differenceOf(const std::string& shortcut, const std::string& other);
+inline constexpr char kHowCompared[] = "Shortcuts are compared byte by byte.";
+
 /// Returns the key in one spelling: its one name in small letters behind those of the modifiers, which stand in the
 /// order of the alphabet. Two shortcuts of one spelling are one key to people, and may be two to the library.
 ///

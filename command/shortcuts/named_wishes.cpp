@@ -1,5 +1,6 @@
 #include "command/shortcuts/named_wishes.h"
 
+#include <set>
 #include <utility>
 
 namespace zelutil::shortcuts {
@@ -38,10 +39,8 @@ private:
             result_.skipped.push_back({wish.place, 0, whyUnknown(wish)});
             return;
         }
-        if (const int parent = catalogue_.find(id)->parentId; parent > 0) {
-            result_.skipped.push_back({wish.place, id,
-                                       "Action " + std::to_string(id) + " takes over what its parent, action " +
-                                           std::to_string(parent) + ", has. Wish it for that one."});
+        if (catalogue_.find(id)->parentId > 0) {
+            result_.skipped.push_back({wish.place, id, whyNotForChild(id)});
             return;
         }
         if (!result_.places.emplace(id, wish.place).second) {
@@ -55,6 +54,27 @@ private:
         if (wish.inMenu) {
             result_.menuFlags[id] = *wish.inMenu;
         }
+    }
+
+    /// Says whom the wish is to be for instead, or that there is nobody.
+    std::string whyNotForChild(int id) const {
+        const int parent = catalogue_.find(id)->parentId;
+        const std::string takesOver = "Action " + std::to_string(id) + " takes over what its parent, action " +
+                                      std::to_string(parent) + ", has. ";
+        std::set<int> seen{id};
+        int top = parent;
+        while (find(top) != nullptr && find(top)->parentId > 0 && seen.insert(top).second) {
+            top = find(top)->parentId;
+        }
+        if (seen.count(top) != 0) {
+            return takesOver + "Its parents go round in a circle, so nobody can be given one for it.";
+        }
+        if (find(top) == nullptr) {
+            return takesOver + "No shipped text defines action " + std::to_string(top) +
+                   ", so nobody can be given one for it.";
+        }
+        return takesOver + "Wish it for " +
+               (top == parent ? "that one." : "the topmost one, action " + std::to_string(top) + ".");
     }
 
     /// Returns the action that no stand-in is, or null.

@@ -6,12 +6,18 @@
 #include "command/shortcuts/wish_text.h"
 
 namespace zelutil::shortcuts {
+namespace {
+
+/// Returns whether the user has decided about the shortcut. An action that shows it and no longer runs follows from
+/// what another one is given.
+bool hasShortcut(const ShortcutRow& row) { return row.changedByUser || (row.runsChangedByUser && row.action.runs); }
+
+}  // namespace
 
 std::vector<ShortcutRow> rowsOfProfile(const std::vector<ShortcutRow>& rows) {
     std::vector<ShortcutRow> chosen;
     std::copy_if(rows.begin(), rows.end(), std::back_inserter(chosen), [](const ShortcutRow& row) {
-        return row.action.item.id != 0 && row.action.item.parent_id == 0 &&
-               (row.changedByUser || row.menuChangedByUser);
+        return row.action.item.id != 0 && row.action.item.parent_id == 0 && (hasShortcut(row) || row.menuChangedByUser);
     });
     return chosen;
 }
@@ -25,7 +31,7 @@ std::string profileOf(const std::vector<ShortcutRow>& rows) {
         json.member("context", row.action.item.context);
         json.member("command", row.action.item.command);
         json.member("name", row.action.item.name);
-        if (row.changedByUser) {
+        if (hasShortcut(row)) {
             json.member("shortcut", row.action.shortcut);
         }
         if (row.menuChangedByUser) {

@@ -8,6 +8,7 @@
 #include "actions/action_text.h"
 #include "actions/manager_access.h"
 #include "actions/overwritable.h"
+#include "command/shortcuts/wish_attempt.h"
 #include "host/action_state.h"
 #include "host/action_warnings.h"
 #include "json/document.h"
@@ -17,30 +18,52 @@ namespace {
 
 using actions::ActionCatalogue;
 
-/// Returns the user's text in the form that is read, which an object alone is not.
-std::string inReadForm(const std::string& userText) {
-    return json::Document(userText).root().isObject() ? "[" + userText + "]" : userText;
+/// Holds what the last entries for actions ask for.
+struct Asked {
+    std::map<int, std::string> shortcuts;
+    std::map<int, bool> menuFlags;
+};
+
+/// Looks for entries in any form that somebody may have meant: in one object or several, with or without an array
+/// around them or the member "actions", and also behind an element without an id.
+void collectAsked(json::View value, Asked& asked) {
+    for (const json::View element : value.elements()) {
+        collectAsked(element, asked);
+    }
+    if (const json::View list = value.member("actions")) {
+        collectAsked(list, asked);
+        return;
+    }
+    const actions::UserEntry entry = actions::userEntryOf(value);
+    if (entry.id > 0 && value.member("shortcut").text()) {
+        asked.shortcuts[entry.id] = std::string(*entry.shortcut);
+    }
+    if (entry.id > 0 && value.member("rmb").isTruth()) {
+        asked.menuFlags[entry.id] = *entry.inMenu;
+    }
 }
 
-/// Returns what the last entry for an action asks for, where the action has another shortcut.
-std::vector<KeyWish> ungranted(const ActionCatalogue& catalogue) {
-    std::map<int, std::string> asked;
-    const std::string userText = inReadForm(catalogue.texts().user);
-    actions::UserEntryReader reader(userText);
-    for (actions::UserEntry entry; reader.next(entry);) {
-        if (entry.shortcut) {
-            asked[entry.id] = std::string(*entry.shortcut);
+/// Returns the action if it can be wished something: it has no parent and is no stand-in.
+const ActionCatalogue::Action* wishable(const ActionCatalogue& catalogue, int id) {
+    const ActionCatalogue::Action* const action = catalogue.find(id);
+    return action != nullptr && action->id != 0 && action->parentId == 0 ? action : nullptr;
+}
+
+void addUngranted(const ActionCatalogue& catalogue, RoundTrip& trip) {
+    const json::Document document(catalogue.texts().user);
+    Asked asked;
+    collectAsked(document.root(), asked);
+    for (const auto& [id, shortcut] : asked.shortcuts) {
+        if (wishable(catalogue, id) != nullptr && !isGranted(catalogue, {id, shortcut})) {
+            trip.wishes.push_back({id, shortcut});
         }
     }
-    std::vector<KeyWish> wishes;
-    for (const auto& [id, shortcut] : asked) {
-        const ActionCatalogue::Action* const action = catalogue.find(id);
-        if (action != nullptr && action->id != 0 && action->parentId == 0 &&
-            actions::effectiveValue(action->shortcut) != shortcut) {
-            wishes.push_back({id, shortcut});
+    for (const auto& [id, inMenu] : asked.menuFlags) {
+        const ActionCatalogue::Action* const action = wishable(catalogue, id);
+        if (action != nullptr && actions::effectiveValue(action->rmb) != inMenu) {
+            trip.menuWishes[id] = inMenu;
         }
     }
-    return wishes;
 }
 
 /// An empty text is not handed over by such a host, so the file keeps the one that it has.
@@ -66,8 +89,8 @@ RoundTrip roundTrip(const UCPActionManager& manager) {
     const ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(manager);
     RoundTrip trip;
     trip.withoutEffect = host::actionWarnings(catalogue.texts().defaults, catalogue.texts().user);
-    trip.wishes = ungranted(catalogue);
-    trip.cure = planWishes(catalogue, trip.wishes);
+    addUngranted(catalogue, trip);
+    trip.cure = planWhatCanBe(catalogue, trip.wishes);
     host::RestorableText text = host::restorableActionsText(manager);
     trip.notRestored = std::move(text.notRestored);
     trip.text = std::move(text.text);

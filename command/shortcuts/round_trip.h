@@ -5,6 +5,7 @@
 #include <zelutil/host/result.h>
 #include <zelutil/host/start.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,11 @@ namespace zelutil::shortcuts {
 struct RoundTrip {
     /// Lists the entries of the user's file that did nothing at the last start.
     std::vector<host::StartWarning> withoutEffect;
-    /// The shortcuts that entries ask for and that their actions do not have, and the way to them.
+    /// The shortcuts and menu flags that entries ask for, read or not, and that their actions do not have, and the way
+    /// to those that can be had.
     std::vector<KeyWish> wishes;
-    WishPlan cure;
+    std::map<int, bool> menuWishes;
+    PartialPlan cure;
     /// Lists what is in force now and would not come back after a save of the library.
     std::vector<host::NotRestored> notRestored;
     /// The actions of which a host that saves by the old calls, as docs/saving-by-the-old-calls.md has it, would lose

@@ -1,8 +1,11 @@
 #include "command/shortcuts/shortcut_changes.h"
 
+#include <set>
 #include <string>
+#include <utility>
 
 #include "command/saved_settings.h"
+#include "command/shortcuts/key_answer.h"
 #include "command/shortcuts/known_shortcuts.h"
 
 namespace zelutil::shortcuts {
@@ -75,17 +78,83 @@ void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::Save
     command::tellSaved({}, result, output);
 }
 
-void tellInTheWay(const std::vector<InTheWay>& inTheWay, const std::vector<ShortcutRow>& rows, Output& output) {
-    for (const InTheWay& one : inTheWay) {
-        output.add(
-            {Severity::Warning, textOf(one, rows), "Wish another shortcut for one of the two, or none.", std::nullopt});
+void addTheFirst(std::vector<command::Finding> findings, Output& output) {
+    const std::size_t more = findings.size() > kMostTold ? findings.size() - kMostTold : 0;
+    findings.resize(findings.size() - more);
+    for (command::Finding& finding : findings) {
+        output.add(std::move(finding));
+    }
+    if (more != 0) {
+        output.add({Severity::Note, "There are " + std::to_string(more) + " more of that kind.", "", std::nullopt});
     }
 }
 
+void tellInTheWay(const std::vector<InTheWay>& inTheWay, const std::vector<ShortcutRow>& rows, Output& output) {
+    std::vector<command::Finding> findings;
+    for (const InTheWay& one : inTheWay) {
+        findings.push_back(
+            {Severity::Warning, textOf(one, rows), "Wish another shortcut for one of the two, or none.", std::nullopt});
+    }
+    addTheFirst(std::move(findings), output);
+}
+
 void tellSideEffects(const WishPlan& plan, const std::vector<ShortcutRow>& rows, Output& output) {
-    for (const int id : plan.sideEffects) {
-        output.add({Severity::Warning, "What \"zelutil who\" says of action " + labelOf(rows, id) + " changes too.",
-                    "It shows a shortcut that another action holds or has held.", std::nullopt});
+    std::vector<command::Finding> findings;
+    for (const SideEffect& effect : plan.sideEffects) {
+        const std::string action = "Action " + labelOf(rows, effect.action);
+        for (const std::string& shortcut : effect.lost) {
+            findings.push_back({Severity::Warning, action + " loses \"" + shortcut + "\".",
+                                "Another action that shows it is given another one.", std::nullopt});
+        }
+        for (const std::string& shortcut : effect.gained) {
+            findings.push_back({Severity::Warning, action + " comes to hold \"" + shortcut + "\".", "", std::nullopt});
+        }
+    }
+    addTheFirst(std::move(findings), output);
+}
+
+void tellLost(const std::vector<host::NotRestored>& notRestored, Output& output) {
+    std::vector<command::Finding> findings;
+    for (const host::NotRestored& item : notRestored) {
+        findings.push_back({Severity::Warning, item.text, "", std::nullopt});
+    }
+    addTheFirst(std::move(findings), output);
+}
+
+void tellOtherSpellings(const std::vector<KeyWish>& wishes, const std::vector<ShortcutRow>& rows, Output& output) {
+    std::map<std::string, std::string> spelled;
+    std::set<std::string> shown;
+    for (const ShortcutRow& row : rows) {
+        spelled.emplace(oneSpelling(row.action.shortcut), row.action.shortcut);
+        shown.insert(row.action.shortcut);
+    }
+    std::vector<command::Finding> findings;
+    for (const KeyWish& wish : wishes) {
+        const auto other = spelled.find(oneSpelling(wish.shortcut));
+        if (shown.count(wish.shortcut) == 0 && !wish.shortcut.empty() && other != spelled.end()) {
+            findings.push_back(
+                {Severity::Note, differenceOf(wish.shortcut, other->second), kHowCompared, std::nullopt});
+        }
+    }
+    addTheFirst(std::move(findings), output);
+}
+
+std::map<int, bool> changedFlags(const std::map<int, bool>& menuFlags, const std::vector<ShortcutRow>& rows) {
+    std::map<int, bool> changed;
+    for (const ShortcutRow& row : rows) {
+        const auto flag = menuFlags.find(row.action.id);
+        if (flag != menuFlags.end() && flag->second != row.action.inMenu) {
+            changed.insert(*flag);
+        }
+    }
+    return changed;
+}
+
+void tellMenuFlags(const std::map<int, bool>& menuFlags, const std::vector<ShortcutRow>& rows, Output& output) {
+    for (const auto& [id, inMenu] : changedFlags(menuFlags, rows)) {
+        RowChange change{findRow(rows, id)->action, findRow(rows, id)->action};
+        change.now.inMenu = inMenu;
+        tellRowChange(change, output);
     }
 }
 
@@ -94,6 +163,30 @@ void writeSkipped(command::JsonWriter& json, const std::vector<SkippedWish>& ski
         json.member("place", wish.place);
         json.member("action", wish.action);
         json.member("why", wish.text);
+    });
+}
+
+void writeMenuFlags(command::JsonWriter& json, const std::map<int, bool>& menuFlags) {
+    json.objects("menuFlags", menuFlags, [&](const auto& flag) {
+        json.member("id", flag.first);
+        json.member("inMenu", flag.second);
+    });
+}
+
+void writeSideEffects(command::JsonWriter& json, const WishPlan& plan) {
+    const auto write = [&](const std::string& text) { json.text(text); };
+    json.objects("sideEffects", plan.sideEffects, [&](const SideEffect& effect) {
+        json.member("id", effect.action);
+        json.list("loses", effect.lost, write);
+        json.list("gains", effect.gained, write);
+    });
+}
+
+void writeNotRestored(command::JsonWriter& json, const std::vector<host::NotRestored>& notRestored) {
+    json.objects("notRestored", notRestored, [&](const host::NotRestored& item) {
+        json.member("action", item.action);
+        json.member("otherAction", item.otherAction);
+        json.member("text", item.text);
     });
 }
 

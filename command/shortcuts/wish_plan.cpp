@@ -6,8 +6,9 @@
 #include <set>
 #include <utility>
 
-#include "actions/overwritable.h"
 #include "command/shortcuts/break_circles.h"
+#include "command/shortcuts/plain_wishes.h"
+#include "command/shortcuts/wish_attempt.h"
 #include "host/action_families.h"
 #include "host/action_restore.h"
 #include "host/action_state.h"
@@ -30,127 +31,90 @@ std::string userTextOfNow(const ActionCatalogue& current) {
     return isAsLoaded ? current.texts().user : host::planActions(current, {}, std::nullopt).text;
 }
 
-/// Returns whether the action shows the shortcut and has it, alone or together with a child.
-bool isGranted(const ActionCatalogue& catalogue, const KeyWish& wish) {
-    const ActionCatalogue::Action* const action = catalogue.find(wish.action);
-    if (action == nullptr || actions::effectiveValue(action->shortcut) != wish.shortcut) {
-        return false;
-    }
-    if (wish.shortcut.empty()) {
-        return true;
-    }
-    const int holder = catalogue.idByShortcut(action->contextName(), wish.shortcut);
-    return holder == wish.action || (holder != 0 && catalogue.find(holder)->parentId == wish.action);
-}
-
-/// A copy of what is in force, in which wishes are granted as far as they can be.
-class Attempt {
-public:
-    Attempt(const std::string& defaultsText, const std::string& userText, const std::vector<KeyWish>& wishes)
-        : catalogue_(nobody_), wishes_(wishes) {
-        catalogue_.load(defaultsText, userText);
-    }
-
-    const ActionCatalogue& catalogue() const { return catalogue_; }
-    const std::vector<KeyWish>& edits() const { return edits_; }
-
-    /// Returns the wishes that are not granted now.
-    std::vector<KeyWish> open() const {
-        std::vector<KeyWish> open;
-        std::copy_if(wishes_.begin(), wishes_.end(), std::back_inserter(open),
-                     [this](const KeyWish& wish) { return !isGranted(catalogue_, wish); });
-        return open;
-    }
-
-    /// Takes away what these have, and then gives what can be given until nothing more can.
-    void run(const std::set<int>& first) {
-        std::for_each(first.begin(), first.end(), [this](int id) { edit({id, ""}); });
-        // An edit can undo another one where a text ships a shortcut twice, so the rounds are counted.
-        for (std::size_t round = 0; round <= wishes_.size(); ++round) {
-            bool any = false;
-            for (const KeyWish& wish : wishes_) {
-                any = (!isGranted(catalogue_, wish) && give(wish)) || any;
-            }
-            if (!any) {
-                return;
-            }
-        }
-    }
-
-private:
-    bool give(const KeyWish& wish) { return catalogue_.shortcutTakenBy(wish.action, wish.shortcut) == 0 && edit(wish); }
-
-    /// Returns whether that changed something.
-    bool edit(const KeyWish& wish) {
-        const std::uint64_t before = catalogue_.work().changes;
-        catalogue_.updateShortcut(wish.action, wish.shortcut);
-        const bool changed = catalogue_.work().changes != before;
-        if (changed) {
-            edits_.push_back(wish);
-        }
-        return changed;
-    }
-
-    actions::ObserverRegistry nobody_;
-    ActionCatalogue catalogue_;
-    const std::vector<KeyWish>& wishes_;
-    std::vector<KeyWish> edits_;
-};
-
 class WishPlanning {
 public:
     WishPlanning(const ActionCatalogue& current, const std::vector<KeyWish>& wishes)
         : shipped_(current.texts().defaults), userText_(userTextOfNow(current)), wishes_(wishes) {
         for (const KeyWish& wish : wishes) {
-            tops_.insert(wish.action);
+            wished_[wish.action] = wish.shortcut;
         }
     }
 
     WishPlan run() {
-        const Attempt before(shipped_.text(), userText_, wishes_);
-        isPlain_ = isPlain(before.catalogue());
-        const std::size_t openBefore = before.open().size();
-        const std::set<int> first = boundAlready(before);
-        Attempt attempt(shipped_.text(), userText_, wishes_);
-        attempt.run(first);
-        const Waiting waiting = whoWaits(attempt);
-        if (!plan_.inTheWay.empty()) {
-            return refuse(attempt);
-        }
-        const Breaks breaks = breakCircles(waiting, kMostBreaks);
-        std::set<int> all = breaks.ids;
-        all.insert(first.begin(), first.end());
-        Attempt second(shipped_.text(), userText_, wishes_);
-        second.run(all);
-        if (!second.open().empty()) {
-            // Two wishes for one shortcut come to light once its holder has given way.
-            whoWaits(second);
-            return refuse(second);
-        }
-        plan_.edits = second.edits();
-        plan_.isMinimal = plan_.edits.size() == openBefore ||
-                          (isPlain_ && breaks.isFewest && plan_.edits.size() == openBefore + all.size());
-        tellAfter(before, second);
-        return std::move(plan_);
+        const Attempt before(shipped_, userText_, wishes_);
+        isPlain_ = arePlain(before.catalogue(), shipped_, tops());
+        noteObstacles(before);
+        return plan_.inTheWay.empty() ? search(before) : impossible(before);
     }
 
 private:
-    /// Returns whether no action of the families with a wish shares its command with one before it, or is bound to a
-    /// shortcut that a stranger or nobody holds. Where one is and leaves the shortcut, the holder loses it too.
-    bool isPlain(const ActionCatalogue& catalogue) const {
-        bool isPlain = true;
-        catalogue.forEachAction([&](int id, const ActionCatalogue::Action& action) {
-            if (action.id == 0 || tops_.count(shipped_.topAbove(id)) == 0) {
-                return;
+    std::set<int> tops() const {
+        std::set<int> tops;
+        for (const auto& [id, shortcut] : wished_) {
+            tops.insert(id);
+        }
+        return tops;
+    }
+
+    /// Notes all who are in the way of wishes for good. Plain families can all lose what they have, and then nobody is
+    /// in the way but those without a wish and those who are to have the same.
+    void noteObstacles(const Attempt& before) {
+        if (leaveStrangersAlone(before.catalogue(), shipped_, tops())) {
+            noteStrangers(before);
+        }
+        if (isPlain_ && haveAllFollowed(before.catalogue(), shipped_, tops())) {
+            noteClashes(before);
+        }
+    }
+
+    void noteStrangers(const Attempt& before) {
+        forEachObstacle(before, [&](const InTheWay& one, int) {
+            if (!isMoved(one.holder)) {
+                plan_.inTheWay.push_back(one);
             }
-            const std::string& bound = action.boundTo();
-            const int holder = catalogue.idByShortcut(action.contextName(), bound);
-            const bool isOwn =
-                holder == id || holder == action.parentId || (holder != 0 && catalogue.find(holder)->parentId == id);
-            isPlain = isPlain && catalogue.idByCommand(action.contextName(), action.command) == id &&
-                      (bound.empty() || (holder != 0 && isOwn));
         });
-        return isPlain;
+    }
+
+    void noteClashes(const Attempt& before) {
+        std::vector<KeyWish> inOrder = wishes_;
+        std::stable_partition(inOrder.begin(), inOrder.end(),
+                              [&](const KeyWish& wish) { return isGranted(before.catalogue(), wish); });
+        // Linked contexts may be shipped with one shortcut, which both have then.
+        const std::set<int> open = idsOf(before.open());
+        const std::vector<InTheWay> clashes = clashesOf(inOrder, shipped_);
+        std::copy_if(clashes.begin(), clashes.end(), std::back_inserter(plan_.inTheWay),
+                     [&](const InTheWay& one) { return open.count(one.action) != 0; });
+    }
+
+    bool isMoved(int id) const { return wished_.count(shipped_.topAbove(id)) != 0; }
+
+    /// Has more and more actions lose what they have, until all wishes can be granted or nobody is left who could make
+    /// way.
+    WishPlan search(const Attempt& before) {
+        const std::set<int> bound = boundAlready(before);
+        std::set<int> lost = bound;
+        while (true) {
+            Attempt attempt(shipped_, userText_, wishes_);
+            attempt.run(lost);
+            if (attempt.open().empty()) {
+                return found(before, attempt, lost.size());
+            }
+            const std::set<int> more = whoCouldMakeWay(attempt);
+            const std::size_t size = lost.size();
+            lost.insert(more.begin(), more.end());
+            if (lost.size() == size) {
+                return unknown(attempt);
+            }
+            isFewest_ = isFewest_ && size == 0;
+        }
+    }
+
+    WishPlan found(const Attempt& before, const Attempt& after, std::size_t lost) {
+        const std::size_t open = before.open().size();
+        plan_.edits = after.edits();
+        plan_.isMinimal = plan_.edits.size() == open || (isPlain_ && isFewest_ && plan_.edits.size() == open + lost);
+        tellAfter(before, after);
+        return std::move(plan_);
     }
 
     /// Returns those that are bound to what they wish for and do not have it: giving it to them changes nothing, unless
@@ -166,54 +130,141 @@ private:
         return ids;
     }
 
-    /// Returns which open wishes wait for which, and notes who is in the way without one.
-    Waiting whoWaits(const Attempt& attempt) {
-        const std::vector<KeyWish> open = attempt.open();
-        std::set<int> openIds;
-        for (const KeyWish& wish : open) {
-            openIds.insert(wish.action);
-        }
-        Waiting waiting;
-        for (const KeyWish& wish : open) {
+    /// Calls `call` with everybody in the way of an open wish, and the topmost action above that one.
+    template <typename Call>
+    void forEachObstacle(const Attempt& attempt, Call call) const {
+        for (const KeyWish& wish : attempt.open()) {
             for (const auto& [asked, holder] : attempt.catalogue().conflicts(wish.action, wish.shortcut)) {
-                const int top = shipped_.topAbove(holder);
-                if (openIds.count(top) != 0) {
-                    waiting[wish.action].insert(top);
-                } else {
-                    plan_.inTheWay.push_back({wish.action, wish.shortcut, asked, holder});
-                }
+                call(InTheWay{wish.action, wish.shortcut, asked, holder}, shipped_.topAbove(holder));
             }
         }
-        return waiting;
     }
 
-    WishPlan refuse(const Attempt& attempt) {
-        for (const KeyWish& wish : attempt.open()) {
-            plan_.refused.push_back(wish.action);
+    /// Returns the fewest that break all circles in which open wishes wait for each other. A family whose wish is
+    /// granted may still hold what it has had before, where one of it could not follow: it can lose that.
+    std::set<int> whoCouldMakeWay(const Attempt& attempt) {
+        const std::set<int> open = idsOf(attempt.open());
+        Waiting waiting;
+        std::set<int> rest;
+        forEachObstacle(attempt, [&](const InTheWay& one, int top) {
+            if (open.count(top) != 0) {
+                waiting[one.action].insert(top);
+            } else if (const auto wish = wished_.find(top); wish != wished_.end() && wish->second != one.shortcut) {
+                rest.insert(top);
+            }
+        });
+        const Breaks breaks = breakCircles(waiting, kMostBreaks);
+        isFewest_ = isFewest_ && breaks.isFewest;
+        rest.insert(breaks.ids.begin(), breaks.ids.end());
+        return rest;
+    }
+
+    static std::set<int> idsOf(const std::vector<KeyWish>& wishes) {
+        std::set<int> ids;
+        for (const KeyWish& wish : wishes) {
+            ids.insert(wish.action);
         }
-        plan_.outcome = isPlain_ && !plan_.inTheWay.empty() ? Outcome::Impossible : Outcome::Unknown;
+        return ids;
+    }
+
+    WishPlan impossible(const Attempt& before) {
+        plan_.outcome = Outcome::Impossible;
+        return withoutThoseInVain(before);
+    }
+
+    /// Those who could not make way are in the way, as far as is known.
+    WishPlan unknown(const Attempt& attempt) {
+        plan_.outcome = Outcome::Unknown;
+        const std::set<int> open = idsOf(attempt.open());
+        forEachObstacle(attempt, [&](const InTheWay& one, int top) {
+            if (open.count(top) == 0) {
+                plan_.inTheWay.push_back(one);
+            }
+        });
+        return withoutThoseInVain(attempt);
+    }
+
+    WishPlan withoutThoseInVain(const Attempt& attempt) {
+        const std::set<int> open = idsOf(attempt.open());
+        std::multimap<int, InTheWay> waiting;
+        forEachObstacle(attempt, [&](const InTheWay& one, int top) {
+            if (open.count(top) != 0) {
+                waiting.emplace(top, one);
+            }
+        });
+        leaveOut(waiting);
+        if (plan_.refused.empty()) {
+            plan_.refused.assign(open.begin(), open.end());
+        }
         return std::move(plan_);
     }
 
+    /// Leaves out the wishes with somebody in the way who stays, and those that wait for the families of these. Two
+    /// wishes for one shortcut are in each other's way only once no other has to go: that may be one of the two.
+    void leaveOut(const std::multimap<int, InTheWay>& waiting) {
+        const auto isForGood = [&](const InTheWay& one) { return !isMoved(one.holder); };
+        const bool any = std::any_of(plan_.inTheWay.begin(), plan_.inTheWay.end(), isForGood);
+        std::set<int> left;
+        std::vector<int> pending;
+        const auto leave = [&](const InTheWay& one) {
+            plan_.becauseOf.push_back(one);
+            if (left.insert(one.action).second) {
+                pending.push_back(one.action);
+            }
+        };
+        for (const InTheWay& one : plan_.inTheWay) {
+            if (!any || isForGood(one)) {
+                leave(one);
+            }
+        }
+        while (!pending.empty()) {
+            const auto [begin, end] = waiting.equal_range(pending.back());
+            pending.pop_back();
+            std::for_each(begin, end, [&](const auto& entry) { leave(entry.second); });
+        }
+        plan_.refused.assign(left.begin(), left.end());
+    }
+
     void tellAfter(const Attempt& before, const Attempt& after) {
-        const std::set<int> different =
-            host::differentKeys(host::stateOf(before.catalogue()), host::stateOf(after.catalogue()));
-        std::copy_if(different.begin(), different.end(), std::back_inserter(plan_.sideEffects),
-                     [this](int id) { return tops_.count(shipped_.topAbove(id)) == 0; });
+        std::map<int, SideEffect> effects;
+        const auto note = [&](const Attempt& one, const Attempt& other, std::vector<std::string> SideEffect::*list) {
+            one.catalogue().forEachHolder([&](std::string_view context, const std::string& shortcut, int id) {
+                if (!isMoved(id) && other.catalogue().idByShortcut(context, shortcut) != id) {
+                    effects[id].action = id;
+                    (effects[id].*list).push_back(shortcut);
+                }
+            });
+        };
+        note(before, after, &SideEffect::lost);
+        note(after, before, &SideEffect::gained);
+        for (auto& [id, effect] : effects) {
+            std::sort(effect.lost.begin(), effect.lost.end());
+            std::sort(effect.gained.begin(), effect.gained.end());
+            plan_.sideEffects.push_back(std::move(effect));
+        }
     }
 
     host::ShippedActions shipped_;
     std::string userText_;
     const std::vector<KeyWish>& wishes_;
-    std::set<int> tops_;
+    /// The wishes by action.
+    std::map<int, std::string> wished_;
     bool isPlain_ = false;
+    bool isFewest_ = true;
     WishPlan plan_;
 };
 
 }  // namespace
 
 WishPlan planWishes(const ActionCatalogue& current, const std::vector<KeyWish>& wishes) {
-    return WishPlanning(current, wishes).run();
+    WishPlan plan = WishPlanning(current, wishes).run();
+    if (plan.outcome != Outcome::Unknown) {
+        return plan;
+    }
+    // Where members of a family are in each other's way, the order may decide.
+    const std::vector<KeyWish> reversed(wishes.rbegin(), wishes.rend());
+    WishPlan other = WishPlanning(current, reversed).run();
+    return other.outcome == Outcome::Possible ? other : plan;
 }
 
 std::vector<host::NotRestored> notRestoredAfter(const ActionCatalogue& current, const std::vector<KeyWish>& edits) {
@@ -230,18 +281,13 @@ PartialPlan planWhatCanBe(const ActionCatalogue& current, std::vector<KeyWish> w
     PartialPlan partial;
     while (true) {
         partial.plan = planWishes(current, wishes);
-        if (partial.plan.outcome == Outcome::Possible) {
+        const WishPlan& plan = partial.plan;
+        if (plan.outcome == Outcome::Possible) {
             return partial;
         }
-        std::set<int> left;
-        for (const InTheWay& one : partial.plan.inTheWay) {
-            left.insert(one.action);
-            partial.inTheWay.push_back(one);
-        }
-        if (left.empty()) {
-            left.insert(partial.plan.refused.begin(), partial.plan.refused.end());
-        }
-        partial.refused.insert(partial.refused.end(), left.begin(), left.end());
+        partial.inTheWay.insert(partial.inTheWay.end(), plan.becauseOf.begin(), plan.becauseOf.end());
+        partial.refused.insert(partial.refused.end(), plan.refused.begin(), plan.refused.end());
+        const std::set<int> left(plan.refused.begin(), plan.refused.end());
         wishes.erase(std::remove_if(wishes.begin(), wishes.end(),
                                     [&](const KeyWish& wish) { return left.count(wish.action) != 0; }),
                      wishes.end());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "command/text.h"
 #include "json/document.h"
 
 namespace zelutil::shortcuts {
@@ -10,13 +11,39 @@ namespace {
 
 using json::View;
 
-constexpr std::string_view kBlanksInLists = " \t\r";
+constexpr std::string_view kBlanksInLists = " \t";
+constexpr std::string_view kLineEnds = "\r\n";
 
 std::string_view withoutOuterBlanks(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(kBlanksInLists);
     return begin == std::string_view::npos ? std::string_view()
                                            : text.substr(begin, text.find_last_not_of(kBlanksInLists) - begin + 1);
 }
+
+/// Returns the text without the comment at its end. That begins with a # behind a blank, or is all that there is behind
+/// the equals sign; a # alone, or one behind a plus sign, is a key.
+std::string_view withoutComment(std::string_view text) {
+    std::size_t at = text.find('#');
+    while (at != std::string_view::npos) {
+        const std::string_view before = withoutOuterBlanks(text.substr(0, at));
+        const bool isKey = before.empty() ? withoutOuterBlanks(text) == "#" : before.back() == '+';
+        const bool isApart = at == 0 || kBlanksInLists.find(text[at - 1]) != std::string_view::npos;
+        if (isApart && !isKey) {
+            return text.substr(0, at);
+        }
+        at = text.find('#', at + 1);
+    }
+    return text;
+}
+
+/// Returns whether people can read and write the text: it is UTF-8 and has no control characters.
+bool isReadable(std::string_view text) { return command::printable(text) == text; }
+
+bool isReadable(const Wish& wish) {
+    return isReadable(wish.context) && isReadable(wish.command) && isReadable(wish.shortcut.value_or(""));
+}
+
+constexpr char kUnreadableText[] = "It has a control character or a byte that is no UTF-8.";
 
 bool isNumber(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
@@ -35,9 +62,9 @@ public:
     WishText read(std::string_view text) {
         result_.isLines = true;
         for (int number = 1; !text.empty(); ++number) {
-            const std::size_t end = text.find('\n');
+            const std::size_t end = std::min(text.find_first_of(kLineEnds), text.size());
             readLine(withoutOuterBlanks(text.substr(0, end)), number);
-            text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+            text.remove_prefix(end + (text.substr(end, 2) == "\r\n" ? 2 : end < text.size() ? 1 : 0));
         }
         return std::move(result_);
     }
@@ -54,11 +81,13 @@ private:
         }
         Wish wish;
         wish.place = number;
-        wish.shortcut = std::string(withoutOuterBlanks(line.substr(equals + 1)));
-        if (nameAction(withoutOuterBlanks(line.substr(0, equals)), wish)) {
-            result_.wishes.push_back(std::move(wish));
-        } else {
+        wish.shortcut = std::string(withoutOuterBlanks(withoutComment(line.substr(equals + 1))));
+        if (!nameAction(withoutOuterBlanks(line.substr(0, equals)), wish)) {
             result_.faults.push_back({number, "It names no action: that is an id, or a context and a command."});
+        } else if (!isReadable(wish)) {
+            result_.faults.push_back({number, kUnreadableText});
+        } else {
+            result_.wishes.push_back(std::move(wish));
         }
     }
 
@@ -93,6 +122,9 @@ std::string faultOf(View element, const Wish& wish) {
     }
     if ((shortcut && !shortcut.text()) || (flag && !flag.isTruth())) {
         return "Its \"shortcut\" is no text, or its \"inMenu\" is neither true nor false.";
+    }
+    if (!isReadable(wish)) {
+        return kUnreadableText;
     }
     return shortcut || flag ? "" : "It has neither a \"shortcut\" nor \"inMenu\".";
 }

@@ -42,13 +42,14 @@ struct WishText {
 
 /// Reads a wish list. A text that begins with a brace is JSON, {"actions": [...]}, and may be a profile. Any other one
 /// has a wish a line, ID = KEY or CONTEXT COMMAND = KEY, where KEY may be empty; blank lines and those that begin with
-/// # say nothing.
+/// # say nothing, and neither does what stands behind KEY, a blank and #. Lines end with LF, CR or both.
 ///
 ///     "33 = Ctrl+Home" => {33, "Ctrl+Home"}    "ucpedit view zoom_fit =" => {"ucpedit", "view zoom_fit", ""}
 WishText readWishes(std::string_view text);
 
 /// Reads a profile: {"zelutilProfile": 1, "actions": [...]}, where each action has "id", "context", "command" and
-/// "shortcut", "inMenu" or both. Members of other names are ignored.
+/// "shortcut", "inMenu" or both. Members of other names are ignored. In either form, a wish with a control character or
+/// a byte that is no UTF-8 is a fault.
 WishText readProfile(std::string_view text);
 
 }  // namespace zelutil::shortcuts

@@ -11,6 +11,7 @@
 #include "command/input_file.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/profile.h"
+#include "command/shortcuts/shortcut_changes.h"
 #include "command/shortcuts/wish_text.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -49,6 +50,28 @@ bool isUsersFileRead(const std::string& file, Output& output) {
     return isRead;
 }
 
+/// Entries of the user's file that did nothing at the start are not in the profile. Warnings without a name are of
+/// actions.
+void tellLeftOut(Output& output) {
+    std::vector<host::StartWarning> leftOut = host::startWarnings();
+    leftOut.erase(std::remove_if(leftOut.begin(), leftOut.end(),
+                                 [](const host::StartWarning& warning) { return !warning.name.empty(); }),
+                  leftOut.end());
+    std::vector<Finding> findings;
+    for (const host::StartWarning& warning : leftOut) {
+        findings.push_back({Severity::Warning, "Not in the profile: " + warning.text,
+                            "\"zelutil roundtrip\" says more.", std::nullopt});
+    }
+    shortcuts::addTheFirst(std::move(findings), output);
+    output.members([&](JsonWriter& json) {
+        json.objects("skipped", leftOut, [&](const host::StartWarning& warning) {
+            json.member("action", warning.action);
+            json.member("holder", warning.holder);
+            json.member("why", warning.text);
+        });
+    });
+}
+
 void exportProfile(const std::string& file, Output& output) {
     const KnownShortcuts known(output);
     if (!known.areThere() || !isUsersFileRead(file, output) || !mayBeWritten(file, output)) {
@@ -62,6 +85,7 @@ void exportProfile(const std::string& file, Output& output) {
     output.members([&](JsonWriter& json) {
         json.list("actions", rows, [&](const ShortcutRow& row) { json.integer(row.action.id); });
     });
+    tellLeftOut(output);
 }
 
 Work declareExport(CLI::App& arguments) {

@@ -17,10 +17,13 @@ using shortcuts::SkippedWish;
 
 void tellSkipped(const NamedWishes& wishes, Output& output) {
     output.members([&](JsonWriter& json) { writeSkipped(json, wishes.skipped); });
+    std::vector<Finding> findings;
     for (const SkippedWish& skipped : wishes.skipped) {
-        output.add({Severity::Warning, "Element " + std::to_string(skipped.place) + " was skipped: " + skipped.text, "",
-                    std::nullopt});
+        findings.push_back({Severity::Warning,
+                            "Element " + std::to_string(skipped.place) + " was skipped: " + skipped.text, "",
+                            std::nullopt});
     }
+    shortcuts::addTheFirst(std::move(findings), output);
 }
 
 void importProfile(const std::string& file, Output& output) {
@@ -41,7 +44,11 @@ void importProfile(const std::string& file, Output& output) {
     const shortcuts::Import import = shortcuts::importWishes(text);
     tellSavedShortcuts(known.rows(), import.save, output);
     tellSkipped(import.wishes, output);
-    output.members([&](JsonWriter& json) { writeInTheWay(json, import.partial.inTheWay); });
+    output.members([&](JsonWriter& json) {
+        writeInTheWay(json, import.partial.inTheWay);
+        writeSideEffects(json, import.partial.plan);
+    });
+    tellOtherSpellings(import.wishes.keys, known.rows(), output);
     tellSideEffects(import.partial.plan, known.rows(), output);
 }
 

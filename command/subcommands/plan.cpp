@@ -1,8 +1,7 @@
 // zelutil plan: the fewest edits that give the shortcuts of a wish list.
 #include <zelutil/actions/action_manager.h>
-#include <zelutil/host/save.h>
 
-#include <algorithm>
+#include <map>
 #include <memory>
 
 #include "actions/manager_access.h"
@@ -43,10 +42,14 @@ const char* nameOfOutcome(PlanOutcome outcome) {
 
 /// A list is granted as a whole, so a line that nobody understands stops all.
 bool isUnderstood(const shortcuts::WishText& text, const NamedWishes& wishes, Output& output) {
+    std::vector<Finding> findings;
     for (const shortcuts::SkippedWish& skipped : wishes.skipped) {
-        output.add({Severity::Error, "In " + placeIn(text, skipped.place) + ": " + skipped.text, "", std::nullopt});
+        findings.push_back(
+            {Severity::Error, "In " + placeIn(text, skipped.place) + ": " + skipped.text, "", std::nullopt});
     }
+    shortcuts::addTheFirst(std::move(findings), output);
     if (!wishes.skipped.empty()) {
+        output.members([&](JsonWriter& json) { writeSkipped(json, wishes.skipped); });
         output.add({Severity::Note, "Nothing was planned.", "", std::nullopt});
     }
     return wishes.skipped.empty();
@@ -65,23 +68,33 @@ void showEdits(const WishPlan& plan, const KnownShortcuts& known, Output& output
     shortcuts::showColumns({"STEP", "ID", "CONTEXT", "COMMAND", "SHORTCUT"}, lines, output);
 }
 
-void tellOutcome(const WishPlan& plan, const KnownShortcuts& known, Output& output) {
+void tellPossible(const WishPlan& plan, const std::map<int, bool>& flags, const KnownShortcuts& known, Output& output) {
+    if (plan.edits.empty() && flags.empty()) {
+        output.line("All is as wished for.");
+    }
+    if (!plan.edits.empty()) {
+        output.line("{} {}{}.", plan.edits.size(), plan.edits.size() == 1 ? "edit" : "edits",
+                    plan.isMinimal ? ", and no fewer do" : "");
+    }
+    tellMenuFlags(flags, known.rows(), output);
+}
+
+void tellOutcome(const WishPlan& plan, const NamedWishes& wishes, const KnownShortcuts& known, Output& output) {
+    const bool isPossible = plan.outcome == PlanOutcome::Possible;
+    const auto flags = isPossible ? changedFlags(wishes.menuFlags, known.rows()) : std::map<int, bool>();
     output.members([&](JsonWriter& json) {
         json.member("outcome", nameOfOutcome(plan.outcome));
         json.member("minimal", plan.isMinimal);
         writeEdits(json, plan.edits);
+        shortcuts::writeMenuFlags(json, flags);
         writeInTheWay(json, plan.inTheWay);
+        writeSideEffects(json, plan);
     });
     showEdits(plan, known, output);
     tellInTheWay(plan.inTheWay, known.rows(), output);
     switch (plan.outcome) {
         case PlanOutcome::Possible:
-            if (plan.edits.empty()) {
-                output.line("All is as wished for.");
-            } else {
-                output.line("{} {}{}.", plan.edits.size(), plan.edits.size() == 1 ? "edit" : "edits",
-                            plan.isMinimal ? ", and no fewer do" : "");
-            }
+            tellPossible(plan, flags, known, output);
             break;
         case PlanOutcome::Impossible:
             output.add({Severity::Error, "The wishes cannot be granted together.", "", std::nullopt});
@@ -89,12 +102,6 @@ void tellOutcome(const WishPlan& plan, const KnownShortcuts& known, Output& outp
         case PlanOutcome::Unknown:
             output.add({Severity::Error, "No order was found in which the wishes can be granted; there may be one.", "",
                         std::nullopt});
-    }
-}
-
-void tellLost(const std::vector<host::NotRestored>& notRestored, Output& output) {
-    for (const host::NotRestored& item : notRestored) {
-        output.add({Severity::Warning, item.text, "", std::nullopt});
     }
 }
 
@@ -119,16 +126,20 @@ void planKeys(const PlanChoices& choices, Output& output) {
         return;
     }
     const WishPlan plan = planWishes(catalogue, wishes.keys);
-    tellOutcome(plan, known, output);
+    tellOutcome(plan, wishes, known, output);
     if (plan.outcome != PlanOutcome::Possible) {
         return;
     }
+    tellOtherSpellings(wishes.keys, known.rows(), output);
     tellSideEffects(plan, known.rows(), output);
     if (choices.apply) {
-        applyWishes(plan, wishes.menuFlags);
-        tellSavedShortcuts(known.rows(), host::save(), output);
+        const host::SaveResult result = applyWishes(plan, wishes.menuFlags);
+        tellSavedShortcuts(known.rows(), result, output);
+        output.members([&](JsonWriter& json) { shortcuts::writeNotRestored(json, result.notRestored); });
     } else {
-        tellLost(notRestoredAfter(catalogue, plan.edits), output);
+        const std::vector<host::NotRestored> lost = notRestoredAfter(catalogue, plan.edits);
+        shortcuts::tellLost(lost, output);
+        output.members([&](JsonWriter& json) { shortcuts::writeNotRestored(json, lost); });
     }
 }
 

@@ -1,11 +1,20 @@
 // zelutil roundtrip: what of the user's shortcuts a restart does not bring back, and the cure.
 #include <zelutil/actions/action_manager.h>
 
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "command/arguments.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/round_trip.h"
 #include "command/shortcuts/shortcut_changes.h"
 #include "command/subcommands/table.h"
+#include "command/text.h"
 
 namespace zelutil::command {
 namespace {
@@ -32,16 +41,65 @@ std::string cureOf(host::Obstacle obstacle) {
     return "";
 }
 
-/// Tells the wish list that grants what the entries ask for, or who is in the way.
-void tellCure(const RoundTrip& trip, const KnownShortcuts& known, Output& output) {
-    if (trip.wishes.empty()) {
-        return;
+/// Returns the wishes that can be granted.
+std::vector<KeyWish> curable(const RoundTrip& trip) {
+    const std::set<int> refused(trip.cure.refused.begin(), trip.cure.refused.end());
+    std::vector<KeyWish> wishes;
+    std::copy_if(trip.wishes.begin(), trip.wishes.end(), std::back_inserter(wishes),
+                 [&](const KeyWish& wish) { return refused.count(wish.action) == 0; });
+    return wishes;
+}
+
+/// Writes the member "actions" of a wish list in the form of a profile.
+void writeCure(JsonWriter& json, const std::vector<KeyWish>& wishes, const std::map<int, bool>& menuFlags) {
+    std::map<int, const KeyWish*> byAction;
+    for (const auto& [id, inMenu] : menuFlags) {
+        byAction[id] = nullptr;
     }
-    if (trip.cure.outcome == shortcuts::WishPlan::Outcome::Possible) {
-        output.line("The user's file asks for shortcuts that their actions did not get. \"zelutil plan --apply\" of a");
-        output.line("file with these lines gives them:");
-        for (const KeyWish& wish : trip.wishes) {
-            output.line("  {} = {}", wish.action, output.shown(Role::Value, wish.shortcut));
+    for (const KeyWish& wish : wishes) {
+        byAction[wish.action] = &wish;
+    }
+    json.objects("actions", byAction, [&](const auto& entry) {
+        const auto flag = menuFlags.find(entry.first);
+        json.member("id", entry.first);
+        if (entry.second != nullptr) {
+            json.member("shortcut", entry.second->shortcut);
+        }
+        if (flag != menuFlags.end()) {
+            json.member("inMenu", flag->second);
+        }
+    });
+}
+
+/// A list with a wish a line has no menu flags, and the form of a profile has.
+std::vector<std::string> linesOfWishes(const std::vector<KeyWish>& wishes, const std::map<int, bool>& menuFlags) {
+    std::vector<std::string> lines;
+    for (const KeyWish& wish : wishes) {
+        lines.push_back(std::to_string(wish.action) + " = " + printable(wish.shortcut));
+    }
+    if (menuFlags.empty()) {
+        return lines;
+    }
+    JsonWriter json;
+    json.beginObject();
+    writeCure(json, wishes, menuFlags);
+    json.endObject();
+    std::istringstream text(json.take().value_or(""));
+    lines.clear();
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// Tells the wish list that grants what the entries ask for, and who is in the way of the rest.
+void tellCure(const RoundTrip& trip, const KnownShortcuts& known, Output& output) {
+    const std::vector<KeyWish> wishes = curable(trip);
+    if (!wishes.empty() || !trip.menuWishes.empty()) {
+        output.line("The user's file asks for what its actions did not get. \"zelutil plan --apply\" of a file with");
+        output.line("these lines gives it:");
+        for (const std::string& line : linesOfWishes(wishes, trip.menuWishes)) {
+            output.line("  {}", line);
         }
     }
     tellInTheWay(trip.cure.inTheWay, known.rows(), output);
@@ -68,7 +126,8 @@ void writeTrip(const RoundTrip& trip, JsonWriter& json) {
         json.member("id", wish.action);
         json.member("shortcut", wish.shortcut);
     });
-    writeEdits(json, trip.cure.edits);
+    shortcuts::writeMenuFlags(json, trip.menuWishes);
+    writeEdits(json, trip.cure.plan.edits);
     writeInTheWay(json, trip.cure.inTheWay);
     json.objects("notRestored", trip.notRestored, [&](const host::NotRestored& item) {
         json.member("action", item.action);
@@ -95,7 +154,7 @@ void tellRoundTrip(Output& output) {
     tellCure(trip, known, output);
     tellOldCalls(trip, known, output);
     output.members([&](JsonWriter& json) { writeTrip(trip, json); });
-    if (trip.withoutEffect.empty() && trip.wishes.empty() && trip.notRestored.empty()) {
+    if (trip.withoutEffect.empty() && trip.wishes.empty() && trip.menuWishes.empty() && trip.notRestored.empty()) {
         output.line("A restart brings back all shortcuts and menu flags.");
     }
 }

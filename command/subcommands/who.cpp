@@ -30,9 +30,8 @@ std::vector<Cell> cellsOfAnswer(const KeyAnswer& answer, const KnownShortcuts& k
 /// A key that runs nothing may be meant in the spelling of another one.
 void tellSpellings(const KeyAnswer& answer, Output& output) {
     if (answer.actionWithFallback == 0 && !answer.otherSpellings.empty()) {
-        output.add({Severity::Note,
-                    "\"" + answer.shortcut + "\" is another shortcut than \"" + answer.otherSpellings.front() + "\".",
-                    "Shortcuts are compared byte by byte.", std::nullopt});
+        output.add({Severity::Note, shortcuts::differenceOf(answer.shortcut, answer.otherSpellings.front()),
+                    shortcuts::kHowCompared, std::nullopt});
     }
 }
 

@@ -1,6 +1,6 @@
-// Each system call of an import fails in turn, and a process is killed at each of them. Whatever happens: the user's
-// file is the old or the new one, whole, the result says which, and the next import of the same profile finishes the
-// work. An import after that writes nothing. What "plan --apply" does is the same edits and the same save.
+// Each system call of an import, of an applied plan and of an export fails in turn, and a process is killed at each of
+// them. Whatever happens: the file is the old or the new one, whole, the result says which, and doing the same once
+// more finishes the work. Once more after that writes nothing into the user's file.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,9 +11,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
+#include <ostream>
 #include <string>
+#include <vector>
 
+#include "actions/manager_access.h"
+#include "command/html/result_file.h"
 #include "command/shortcuts/importing.h"
+#include "command/shortcuts/profile.h"
 #include "host/save_fault_tally.h"
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
@@ -36,14 +42,42 @@ shortcuts::WishText profileOfNumber(int number) {
                                   R"(},{"id":6,"shortcut":)" + key(number - 1) + "}]}");
 }
 
-class ImportFaults : public testing::Test {
+SaveResult importNumber(int number) {
+    const shortcuts::Import import = shortcuts::importWishes(profileOfNumber(number));
+    EXPECT_TRUE(import.wishes.skipped.empty());
+    return import.save;
+}
+
+/// Applies a plan that is to bring about the same.
+SaveResult applyNumber(int number) {
+    const auto& catalogue = actions::ManagerAccess::catalogueOf(UCPActionManager::instance());
+    const std::string list = "3 = Key" + std::to_string(number) + "\n6 = Key" + std::to_string(number - 1) + "\n";
+    const shortcuts::NamedWishes wishes = nameWishes(shortcuts::readWishes(list), catalogue);
+    const shortcuts::WishPlan plan = planWishes(catalogue, wishes.keys);
+    EXPECT_EQ(plan.outcome, shortcuts::WishPlan::Outcome::Possible);
+    return applyWishes(plan, wishes.menuFlags);
+}
+
+struct Change {
+    const char* name;
+    SaveResult (*make)(int number);
+    /// The save itself is tested with every error.
+    std::vector<int> errors;
+};
+
+/// Names the change in the list of the tests.
+void PrintTo(const Change& change, std::ostream* out) { *out << change.name; }
+
+class ShortcutFaults : public testing::TestWithParam<Change> {
 protected:
-    ImportFaults() {
+    ShortcutFaults() {
         world_.writeDefaults(defaultsOfWorld());
         UserPreferenceManager::GetInstance();
         host::save({{"part0::value0", "first"}});
-        EXPECT_TRUE(shortcuts::importWishes(profileOfNumber(0)).save.ok());
+        EXPECT_TRUE(change(0).ok());
     }
+
+    static SaveResult change(int number) { return GetParam().make(number); }
 
     std::string fileText() const { return readTextFile(world_.userFile()); }
 
@@ -57,14 +91,14 @@ protected:
                has(text, "\"Key" + std::to_string(number - 1) + "\"") && has(text, "\"first\"") && text.back() == '}';
     }
 
-    /// Finishes what an import began, and imports once more.
+    /// Finishes what a change began, and makes it once more.
     void expectFinished(int number) {
-        const SaveResult again = shortcuts::importWishes(profileOfNumber(number)).save;
+        const SaveResult again = change(number);
         const std::string text = fileText();
         const bool isThere = again.ok() && isOfNumber(text, number) && filesBeside() == 0;
         tally_.lost += isThere ? 0 : 1;
         EXPECT_TRUE(isThere) << again.text << '\n' << text;
-        EXPECT_EQ(shortcuts::importWishes(profileOfNumber(number)).save.status, Status::Unchanged);
+        EXPECT_EQ(change(number).status, Status::Unchanged);
         EXPECT_EQ(fileText(), text);
     }
 
@@ -81,41 +115,40 @@ protected:
     SaveFaultTally tally_;
 };
 
-TEST_F(ImportFaults, AnyCallMayFail) {
+TEST_P(ShortcutFaults, AnyCallMayFail) {
     int number = 0;
-    // The save itself is tested with every error.
-    forEachFaultOf({EACCES, ENOSPC, EINTR}, [&](const Fault& fault) {
+    forEachFaultOf(GetParam().errors, [&](const Fault& fault) {
         const std::string old = fileText();
         ++number;
-        shortcuts::Import import;
+        SaveResult result;
         bool happened = false;
         {
             const FaultInjection injection(fault);
-            import = shortcuts::importWishes(profileOfNumber(number));
+            result = change(number);
             happened = injection.happened();
         }
         tally_.broken += happened ? 1 : 0;
-        EXPECT_TRUE(import.wishes.skipped.empty());
         expectOldOrNew(old, number);
-        const bool isTrue = import.save.ok() == isOfNumber(fileText(), number);
+        const bool isTrue = result.ok() == isOfNumber(fileText(), number);
         tally_.untrue += isTrue ? 0 : 1;
-        EXPECT_TRUE(isTrue) << import.save.text;
+        EXPECT_TRUE(isTrue) << result.text;
         expectFinished(number);
         return happened;
     });
-    tally_.print("imports");
-    EXPECT_GT(tally_.broken, 100);
+    tally_.print(GetParam().name);
+    EXPECT_GT(tally_.broken, 40);
     EXPECT_GT(tally_.old, 0);
     EXPECT_GT(tally_.fresh, 0);
 }
 
-/// Imports in a process of its own, which ends at once just before the call. Returns whether it came to that.
-bool importKilledAt(const std::string& call, std::size_t occurrence, int number) {
+/// Does the work in a process of its own, which ends at once just before the call. Returns whether it came to that.
+template <typename Work>
+bool isKilledAt(const std::string& call, std::size_t occurrence, Work work) {
     constexpr int kKilled = 42;
     const pid_t child = ::fork();
     if (child == 0) {
         const CallHook hook(call, occurrence, [] { ::_exit(kKilled); });
-        shortcuts::importWishes(profileOfNumber(number));
+        work();
         ::_exit(0);
     }
     int status = 0;
@@ -124,13 +157,14 @@ bool importKilledAt(const std::string& call, std::size_t occurrence, int number)
     return WEXITSTATUS(status) == kKilled;
 }
 
-TEST_F(ImportFaults, AProcessMayBeKilledAtAnyCall) {
+TEST_P(ShortcutFaults, AProcessMayBeKilledAtAnyCall) {
     int number = 0;
     for (const std::string& call : wrappedCalls()) {
         for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
             SCOPED_TRACE(call + " " + std::to_string(occurrence));
             const std::string old = fileText();
-            const bool killed = importKilledAt(call, occurrence, ++number);
+            ++number;
+            const bool killed = isKilledAt(call, occurrence, [&] { change(number); });
             tally_.broken += killed ? 1 : 0;
             expectOldOrNew(old, number);
             expectFinished(number);
@@ -139,10 +173,98 @@ TEST_F(ImportFaults, AProcessMayBeKilledAtAnyCall) {
             }
         }
     }
-    tally_.print("killed imports");
+    tally_.print((std::string(GetParam().name) + ", killed").c_str());
     EXPECT_GT(tally_.broken, 15);
     EXPECT_GT(tally_.old, 0);
     EXPECT_GT(tally_.fresh, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Changes, ShortcutFaults,
+                         testing::Values(Change{"imports", importNumber, {EACCES, EINTR}},
+                                         Change{"plans", applyNumber, {ENOSPC}}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+/// Exports into a file that holds a profile of other shortcuts.
+class ExportFaults : public testing::Test {
+protected:
+    ExportFaults() {
+        world_.writeDefaults(defaultsOfWorld());
+        UserPreferenceManager::GetInstance();
+        EXPECT_TRUE(importNumber(1).ok());
+        fresh_ = shortcuts::profileOf(shortcuts::rowsOfProfile(shortcuts::shortcutTable()));
+        EXPECT_TRUE(has(fresh_, "\"Key1\"") && has(fresh_, "\"Key0\"")) << fresh_;
+        fs::create_directories(folder_);
+        writeTextFile(file(), kOld);
+    }
+
+    fs::path file() const { return folder_ / "profile.json"; }
+
+    /// Returns whether the command says that it has written the file.
+    bool exports() const {
+        command::Output output("export", command::FindingsAre::BesideResult, {true, command::ColorChoice::Never});
+        const auto rows = shortcuts::rowsOfProfile(shortcuts::shortcutTable());
+        return command::writeResult(file().u8string(), shortcuts::profileOf(rows), output);
+    }
+
+    /// Returns whether the file has the new profile; otherwise it is to have the old one.
+    bool isNew() const {
+        const std::string text = readTextFile(file());
+        EXPECT_TRUE(text == kOld || text == fresh_) << text;
+        return text == fresh_;
+    }
+
+    /// The next export finishes the work, and nothing lies beside the file.
+    void expectFinishedAgain() {
+        EXPECT_TRUE(exports());
+        EXPECT_TRUE(isNew());
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1);
+        writeTextFile(file(), kOld);
+    }
+
+    static constexpr char kOld[] = R"({"zelutilProfile":1,"actions":[{"id":3,"shortcut":"Old"}]})";
+
+    PreferenceWorld world_;
+    fs::path folder_ = world_.userFile().parent_path() / "profiles";
+    std::string fresh_;
+};
+
+TEST_F(ExportFaults, AnyCallMayFail) {
+    int broken = 0;
+    forEachFaultOf({EACCES, ENOSPC, EINTR}, [&](const Fault& fault) {
+        bool happened = false;
+        bool isWritten = false;
+        {
+            const FaultInjection injection(fault);
+            isWritten = exports();
+            happened = injection.happened();
+        }
+        broken += happened ? 1 : 0;
+        EXPECT_EQ(isWritten, isNew());
+        expectFinishedAgain();
+        return happened;
+    });
+    std::printf("exports: %d calls broken\n", broken);
+    EXPECT_GT(broken, 20);
+}
+
+TEST_F(ExportFaults, AProcessMayBeKilledAtAnyCall) {
+    int kills = 0;
+    int fresh = 0;
+    for (const std::string& call : wrappedCalls()) {
+        for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
+            SCOPED_TRACE(call + " " + std::to_string(occurrence));
+            const bool killed = isKilledAt(call, occurrence, [&] { exports(); });
+            kills += killed ? 1 : 0;
+            fresh += isNew() ? 1 : 0;
+            expectFinishedAgain();
+            if (!killed) {
+                break;
+            }
+        }
+    }
+    std::printf("exports: %d kills, %d times the new file\n", kills, fresh);
+    EXPECT_GT(kills, 5);
+    EXPECT_GT(fresh, 0);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The subcommands that change shortcuts or take them elsewhere: plan, export, import, roundtrip.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "command/shortcuts_world.h"
 
 namespace {
@@ -58,10 +60,10 @@ TEST(PlanCommand, ShowsTheStepsAndWritesNothing) {
     const FileWorld world;
     expectDone(world.runWith("plan", kSwap), kSwapSteps);
     EXPECT_EQ(world.userText(), "");
-    EXPECT_EQ(
-        world.json({"plan", world.fileText()}),
-        R"({"zelutil":{"format":1,"command":"plan"},"outcome":"possible","minimal":true,"edits":[)"
-        R"({"id":2,"shortcut":""},{"id":3,"shortcut":"M"},{"id":2,"shortcut":"R"}],"inTheWay":[],"findings":[]})");
+    EXPECT_EQ(world.json({"plan", world.fileText()}),
+              R"({"zelutil":{"format":1,"command":"plan"},"outcome":"possible","minimal":true,"edits":[)"
+              R"({"id":2,"shortcut":""},{"id":3,"shortcut":"M"},{"id":2,"shortcut":"R"}],"menuFlags":[],"inTheWay":[],)"
+              R"("sideEffects":[],"notRestored":[],"findings":[]})");
 }
 
 TEST(PlanCommand, AppliesTheStepsOnce) {
@@ -92,8 +94,8 @@ TEST(PlanCommand, NamesAllWhoAreInTheWay) {
     EXPECT_EQ(world.userText(), "");
     EXPECT_EQ(world.json({"plan", world.fileText()})
                   .find(R"({"zelutil":{"format":1,"command":"plan"},"outcome":"impossible","minimal":false,"edits":[],)"
-                        R"("inTheWay":[{"id":4,"shortcut":"Home","asked":4,"holder":1},)"
-                        R"({"id":4,"shortcut":"Home","asked":4,"holder":11}],"findings":[)"),
+                        R"("menuFlags":[],"inTheWay":[{"id":4,"shortcut":"Home","asked":4,"holder":1},)"
+                        R"({"id":4,"shortcut":"Home","asked":4,"holder":11}],"sideEffects":[],"findings":[)"),
               0U);
 }
 
@@ -113,6 +115,70 @@ TEST(PlanCommand, AListThatIsNotUnderstoodIsNotGrantedInPart) {
     expectNotDone(world.run({"plan", (world.home() / "none").u8string()}), 3,
                   "zelutil: error: The file \"" + (world.home() / "none").u8string() +
                       "\" could not be read.\n    See whether it is there, is a file and may be read.\n");
+}
+
+TEST(PlanCommand, NamesTheMenuFlagsToo) {
+    const FileWorld world;
+    constexpr char kFlags[] = R"({"actions":[{"id":4,"inMenu":true},{"id":1,"inMenu":true}]})";
+    expectDone(world.runWith("plan", kFlags), "4 ucpedit lock: into the menu\n");
+    EXPECT_EQ(world.userText(), "");
+    EXPECT_EQ(world.json({"plan", world.fileText()}),
+              R"({"zelutil":{"format":1,"command":"plan"},"outcome":"possible","minimal":true,"edits":[],)"
+              R"("menuFlags":[{"id":4,"inMenu":true}],"inTheWay":[],"sideEffects":[],"notRestored":[],"findings":[]})");
+    ASSERT_EQ(world.runWith("plan", kFlags, {"--apply"}).exitCode, 0);
+    expectDone(world.runWith("plan", kFlags), "All is as wished for.\n");
+}
+
+TEST(PlanCommand, SaysWhoLosesAShortcutBesides) {
+    const FileWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
+                          R"({"id":2,"context":"c","command":"b","shortcut":"F1"}]})");
+    const ChildResult result = world.runWith("plan", "2 = F2\n");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find("warning: Action 1 (c, a) loses \"F1\".\n"), std::string::npos) << result.err;
+    const std::string json = world.json({"plan", world.fileText()});
+    EXPECT_NE(json.find(R"("sideEffects":[{"id":1,"loses":["F1"],"gains":[]}],"notRestored":[)"), std::string::npos)
+        << json;
+}
+
+TEST(PlanCommand, NamesAKeyThatIsShownInAnotherSpelling) {
+    const FileWorld world;
+    const ChildResult result = world.runWith("plan", "4 = o\n");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "note: \"o\" is another shortcut than \"O\".\n    Shortcuts are compared byte by byte.\n");
+    EXPECT_EQ(world.runWith("plan", "4 = F5\n").err, "");
+}
+
+TEST(PlanCommand, SaysForWhomAWishIsToBeInstead) {
+    const FileWorld world(R"({"actions":[{"id":1,"context":"c","command":"a"},
+        {"id":2,"parent_id":1,"context":"d","command":"a"},{"id":3,"parent_id":2,"context":"e","command":"a"},
+        {"id":5,"parent_id":9,"context":"d","command":"b"},{"id":6,"parent_id":7,"context":"d","command":"c"},
+        {"id":7,"parent_id":6,"context":"d","command":"d"}]})");
+    expectNotDone(
+        world.runWith("plan", "2 = F1\n3 = F1\n5 = F1\n6 = F1\n"), 1,
+        "error: In line 1: Action 2 takes over what its parent, action 1, has. Wish it for that one.\n"
+        "error: In line 2: Action 3 takes over what its parent, action 2, has. Wish it for the topmost one, "
+        "action 1.\n"
+        "error: In line 3: Action 5 takes over what its parent, action 9, has. No shipped text defines action "
+        "9, so nobody can be given one for it.\n"
+        "error: In line 4: Action 6 takes over what its parent, action 7, has. Its parents go round in a "
+        "circle, so nobody can be given one for it.\n"
+        "note: Nothing was planned.\n");
+}
+
+TEST(PlanCommand, TellsTheFirstOfManyFaults) {
+    const FileWorld world;
+    std::string list;
+    for (int id = 101; id <= 130; ++id) {
+        list += std::to_string(id) + " = F1\n";
+    }
+    const ChildResult result = world.runWith("plan", list);
+    EXPECT_NE(result.err.find("error: In line 20: There is no action 120.\n"
+                              "note: There are 10 more of that kind.\n"
+                              "note: Nothing was planned.\n"),
+              std::string::npos)
+        << result.err;
+    const std::string json = world.json({"plan", world.fileText()});
+    EXPECT_NE(json.find(R"({"place":30,"action":0,"why":"There is no action 130."}])"), std::string::npos) << json;
 }
 
 // --- export and import
@@ -146,7 +212,55 @@ TEST(Profiles, HoldWhatTheUserChanged) {
     EXPECT_EQ(readTextFile(world.file()), kProfile);
     EXPECT_EQ(world.json({"export", world.fileText()}), R"({"zelutil":{"format":1,"command":"export"},"file":")" +
                                                             inJson(world.file()) +
-                                                            R"(","actions":[1,4],"findings":[]})");
+                                                            R"(","actions":[1,4],"skipped":[],"findings":[]})");
+}
+
+/// A user's file that is no JSON would make a profile that has nothing.
+TEST(Profiles, AreNotWrittenWhereTheUsersFileIsNotRead) {
+    const FileWorld world;
+    writeTextFile(world.file(), kProfile);
+    world.writeUser("{\"meta\":[");
+    const ChildResult result = world.run({"export", world.fileText()});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("zelutil: error: The user's file was not read, so \"" + world.fileText() +
+                              "\" is not written.\n    \"zelutil doctor\" says what is wrong with the user's file.\n"),
+              std::string::npos)
+        << result.err;
+    EXPECT_EQ(readTextFile(world.file()), kProfile);
+}
+
+TEST(Profiles, SayWhichEntriesTheyLack) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":4,"shortcut":"R"},{"shortcut":"F2"},{"id":3,"rmb":true})");
+    const ChildResult result = world.run({"export", world.fileText()});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "Written to " + world.fileText() + "\nActions in it: 1\n");
+    EXPECT_EQ(
+        result.err,
+        "warning: Not in the profile: Action 4 did not get the shortcut \"R\": action 3 has it.\n"
+        "    \"zelutil roundtrip\" says more.\n"
+        "warning: Not in the profile: Element 3 of the list of the changed actions has no id; it and all after it "
+        "are not read.\n"
+        "    \"zelutil roundtrip\" says more.\n");
+    const std::string json = world.json({"export", world.fileText()});
+    EXPECT_NE(json.find(R"("actions":[1],"skipped":[{"action":4,"holder":3,"why":"Action 4 did not get the shortcut )"
+                        R"(\"R\": action 3 has it."},{"action":0,"holder":0,"why":"Element 3 of)"),
+              std::string::npos)
+        << json;
+}
+
+/// Both actions are shipped with F1, and the first has it. The user gives it to the second.
+TEST(Profiles, HoldWhoHasAShortcutThatIsShippedTwice) {
+    const FileWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
+                          R"({"id":2,"context":"c","command":"b","shortcut":"F1"}]})");
+    world.writeUserActions(R"({"id":2,"shortcut":""},{"id":2,"shortcut":"F1"})");
+    EXPECT_EQ(world.run({"who", "F1", "--context", "c"}).out.find("F1        2   b"), 27U);
+    expectDone(world.run({"export", world.fileText()}), "Written to " + world.fileText() + "\nActions in it: 1\n");
+    std::filesystem::remove(world.userFile());
+    EXPECT_EQ(world.run({"who", "F1", "--context", "c"}).out.find("F1        1   a"), 27U);
+    world.run({"import", world.fileText()});
+    EXPECT_EQ(world.run({"who", "F1", "--context", "c"}).out.find("F1        2   b"), 27U);
 }
 
 TEST(Profiles, AreNotWrittenOverAnotherFile) {
@@ -204,7 +318,7 @@ TEST(Profiles, WriteJson) {
                   inJson(world.userFile()) +
                   R"("},"skipped":[{"place":1,"action":4,"why":"Action 4 (ucpedit, lock) cannot have \"R\": )"
                   R"(action 3 (ucpedit, rotate) has it."}],)"
-                  R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"findings":[)"
+                  R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"sideEffects":[],"findings":[)"
                   R"({"severity":"warning","text":"Element 1 was skipped: Action 4 (ucpedit, lock) cannot have )"
                   R"(\"R\": action 3 (ucpedit, rotate) has it."}]})");
 }
@@ -239,8 +353,8 @@ TEST(RoundTripCommand, NamesWhatWasRefusedAndTheCureThatBringsItBack) {
     const ChildResult result = world.run({"roundtrip"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out,
-              "The user's file asks for shortcuts that their actions did not get. \"zelutil plan --apply\" of a\n"
-              "file with these lines gives them:\n"
+              "The user's file asks for what its actions did not get. \"zelutil plan --apply\" of a file with\n"
+              "these lines gives it:\n"
               "  2 = R\n"
               "  3 = M\n"
               "warning: Action 2 did not get the shortcut \"R\": action 3 has it.\n"
@@ -265,13 +379,61 @@ TEST(RoundTripCommand, AnObjectOutsideAnArrayIsNotReadAndCanBeHad) {
     EXPECT_NE(result.out.find("not in the form that is read"), std::string::npos) << result.out;
 }
 
+/// Returns the wish list that the output shows.
+std::string listIn(const std::string& out) {
+    constexpr char kBefore[] = "these lines gives it:\n";
+    std::istringstream lines(out.substr(out.find(kBefore) + sizeof kBefore - 1));
+    std::string list;
+    for (std::string line; std::getline(lines, line) && line.substr(0, 2) == "  ";) {
+        list += line.substr(2) + '\n';
+    }
+    return list;
+}
+
+/// The list is a profile, since a line has no place for a menu flag.
+TEST(RoundTripCommand, TheCureHasMenuFlagsAndWhatStandsBehindAnElementWithoutAnId) {
+    const FileWorld world;
+    world.writeUserActions(
+        R"({"id":3,"shortcut":"F7"},{"shortcut":"F8"},{"id":4,"rmb":true},{"id":2,"shortcut":"F9"})");
+    const ChildResult result = world.run({"roundtrip"});
+    EXPECT_EQ(result.exitCode, 1);
+    const std::string list = listIn(result.out);
+    const ChildResult cure = world.runWith("plan", list, {"--apply"});
+    EXPECT_NE(cure.out.find(world.saved()), std::string::npos) << list << cure.err;
+    EXPECT_EQ(world.run({"shortcuts", "--changed", "--context", "ucpedit"}).out,
+              "CONTEXT  ID  COMMAND  SHORTCUT  SHIPPED  MENU  WHY\n"
+              "ucpedit  2   move     F9        M              given by the user\n"
+              "ucpedit  3   rotate   F7        R              given by the user\n"
+              "ucpedit  4   lock                        yes   shipped without a shortcut\n");
+}
+
+TEST(RoundTripCommand, TheCureHasEntriesInOtherWrappings) {
+    const FileWorld world;
+    for (const char* const entries :
+         {R"([{"actions":[{"id":3,"shortcut":"F7"}]},{"actions":[{"id":4,"shortcut":"F8"}]}])",
+          R"([[{"actions":[{"id":3,"shortcut":"F7"},{"id":4,"shortcut":"F8"}]}]])",
+          R"([{"id":3,"shortcut":"F7"},{"id":4,"shortcut":"F8"}])"}) {
+        world.writeUser(R"({"meta":[{"header":"Keys","attribute":"keys","overriddensettings":)" + std::string(entries) +
+                        "}]}");
+        EXPECT_EQ(listIn(world.run({"roundtrip"}).out), "3 = F7\n4 = F8\n") << entries;
+    }
+}
+
+/// Action 2 shows F1, as it is shipped, and action 1 holds it.
+TEST(RoundTripCommand, AShortcutThatIsOnlyShownIsNotGranted) {
+    const FileWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
+                          R"({"id":2,"context":"c","command":"b","shortcut":"F1"}]})");
+    world.writeUserActions(R"({"id":2,"shortcut":"F1"})");
+    EXPECT_EQ(listIn(world.run({"roundtrip"}).out), "2 = F1\n");
+}
+
 TEST(RoundTripCommand, WritesJson) {
     const FileWorld world;
     world.writeUserActions(R"({"id":4,"shortcut":"R"})");
     EXPECT_EQ(world.json({"roundtrip"}),
               R"({"zelutil":{"format":1,"command":"roundtrip"},"withoutEffect":[{"action":4,"holder":3,"refused":true,)"
               R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it."}],)"
-              R"("wishes":[{"id":4,"shortcut":"R"}],"edits":[],)"
+              R"("wishes":[{"id":4,"shortcut":"R"}],"menuFlags":[],"edits":[],)"
               R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"notRestored":[],"lostByOldCalls":[],)"
               R"("text":"[{\"actions\":[]}]","findings":[{"severity":"warning",)"
               R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it."},{"severity":"warning",)"
