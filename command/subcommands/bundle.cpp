@@ -7,11 +7,9 @@
 #include "command/arguments.h"
 #include "command/doctor/report.h"
 #include "command/subcommands/table.h"
-#include "command/system/console.h"
 #include "command/text.h"
 #include "command/world/bundle.h"
-#include "platform/environment.h"
-#include "platform/world.h"
+#include "command/world/identity.h"
 
 namespace zelutil::command {
 namespace {
@@ -34,23 +32,16 @@ constexpr char kReadme[] =
     "    doctor.txt    what \"zelutil doctor\" says\n"
     "    doctor.json   the same for programs\n";
 
-/// Returns the words that tell who the user is.
-std::set<std::string> wordsOfUser() {
-    const Account own = account();
-    std::set<std::string> words{own.user, own.host, own.host.substr(0, own.host.find('.'))};
-    for (const char* const name : {"USER", "USERNAME", "LOGNAME", "HOSTNAME", "COMPUTERNAME"}) {
-        words.insert(platform::environment(name).value_or(""));
-    }
-    return words;
+/// Returns the redaction of what tells who the user of the machine in force is.
+world::Redaction redactionOfUser() {
+    const world::Identity identity = world::identityInForce();
+    return {identity.words, identity.homes};
 }
 
-/// Returns the home as the library sees it, and as other programs do.
-std::string homesOfUser() {
-    std::string homes;
-    for (const char* const name : {"HOMEDRIVE", "HOMEPATH", "HOME", "USERPROFILE"}) {
-        homes += platform::environment(name).value_or("") + '/';
-    }
-    return homes;
+/// Returns a path as a shell takes it.
+std::string inCommand(const fs::path& path) {
+    const std::string text = textOf(path);
+    return text.find(' ') == std::string::npos ? text : '"' + text + '"';
 }
 
 void writeInto(const fs::path& file, const std::string& text) {
@@ -92,7 +83,7 @@ void tellBundle(const Bundle& bundle, const fs::path& directory, bool redacted, 
         output.line("{} ({})", output.shown(Role::Name, file.path), world::nameOf(file.kind));
     }
     output.line("The bundle is in {}. Ask it so: zelutil doctor --world {}",
-                output.shown(Role::Value, textOf(directory)), output.shown(Role::Value, textOf(directory)));
+                output.shown(Role::Value, textOf(directory)), output.shown(Role::Value, inCommand(directory)));
     output.members([&](JsonWriter& json) {
         json.member("directory", textOf(directory));
         json.member("redacted", redacted);
@@ -112,8 +103,7 @@ void runBundle(const BundleChoices& choices, Output& output) {
     if (!prepare(directory, output)) {
         return;
     }
-    const world::Redaction redaction =
-        choices.redact ? world::Redaction(wordsOfUser(), homesOfUser()) : world::Redaction();
+    const world::Redaction redaction = choices.redact ? redactionOfUser() : world::Redaction();
     try {
         const Bundle made = world::makeBundle(directory, redaction);
         writeInto(directory / "doctor.json", doctorsText(made.diagnosis, true));

@@ -13,12 +13,14 @@
 #include "command/doctor/file_state.h"
 #include "command/text.h"
 #include "command/world/bundled_world.h"
+#include "command/world/identity.h"
 #include "command/world/recording_world.h"
 #include "common_library/common_library.h"
 #include "json/document.h"
 #include "platform/environment.h"
 #include "platform/modules.h"
 #include "platform/native_paths.h"
+#include "platform/world.h"
 
 namespace zelutil::command::world {
 namespace {
@@ -30,8 +32,16 @@ using Verdict = text::Candidate::Verdict;
 /// Says whose a file's content is.
 enum class Content { Shipped, Users, Kept };
 
-/// Notes what the library's own loads ask beyond the searches of the doctor.
-void askTheRest() { platform::environment("QTX_ZELUTIL_DEBUG"); }
+/// Notes what is asked beyond the searches of the doctor: by the library's own loads, and by a redaction.
+void askTheRest() {
+    platform::environment("QTX_ZELUTIL_DEBUG");
+    identityInForce();
+}
+
+/// Returns the links of a bundle that is in force, which has none among its files.
+Links linksInForce() { return manifestInForce() == nullptr ? Links() : manifestInForce()->links; }
+
+Account accountInForce() { return manifestInForce() == nullptr ? account() : manifestInForce()->account; }
 
 CommonLibrary commonLibraryBy(const Diagnosis& diagnosis) {
     CommonLibrary library;
@@ -83,7 +93,7 @@ private:
         RecordingWorld recording;
         bundle_.diagnosis = diagnose();
         askTheRest();
-        source_ = Mirror({}, fs::path(recording.directory({})));
+        source_ = Mirror({}, fs::path(recording.directory({})), linksInForce());
         variables_ = recording.variables();
         for (const char* const name : {kUserFileReadStep, kUserFileWrittenStep}) {
             besideFile(stateOfFile(withoutQuotes(bundle_.diagnosis.step(name).result), FileUse::Users));
@@ -163,12 +173,27 @@ private:
             if (!fs::exists(status) || status.type() == fs::file_type::unknown) {
                 return;
             }
+            if (!takesPlace(path)) {
+                return;
+            }
             if (!fs::is_directory(status)) {
                 carryFile(path, status);
                 return;
             }
             fs::create_directories(placeFor(path));
         }
+    }
+
+    /// Returns whether the path has its place in the bundle for itself. Two that differ in a masked name have the same.
+    bool takesPlace(const fs::path& path) {
+        const fs::path& owner = owners_.emplace(placeFor(path), path).first->second;
+        if (owner != path && collided_.insert(path).second) {
+            bundle_.findings.push_back({Severity::Warning,
+                                        "Another path than \"" + textOf(redaction_.path(path)) +
+                                            "\" is the same when it is masked, and one of them is left out.",
+                                        "Say so to whoever gets the bundle.", std::nullopt});
+        }
+        return owner == path;
     }
 
     void carryFile(const fs::path& path, const fs::file_status& status) {
@@ -185,9 +210,12 @@ private:
         fs::create_directories(place.parent_path());
         const auto content = contents_.find(path);
         const BundledFile::Kind kind =
-            content == contents_.end() ? standIn(place, 0) : copy(path, place, content->second);
+            content == contents_.end() ? emptyStandIn(place) : copy(path, place, content->second);
         bundle_.files.push_back({textOf(redaction_.path(path)), kind});
         fs::permissions(place, status.permissions());
+        if (kind == BundledFile::Kind::Unreadable) {
+            unreadable_.insert(redaction_.path(path));
+        }
     }
 
     static void write(const fs::path& place, const std::string& bytes) {
@@ -199,17 +227,23 @@ private:
         }
     }
 
-    static BundledFile::Kind standIn(const fs::path& place, std::uintmax_t size) {
+    static BundledFile::Kind emptyStandIn(const fs::path& place) {
+        write(place, "");
+        return BundledFile::Kind::StandIn;
+    }
+
+    static BundledFile::Kind unreadStandIn(const fs::path& place, std::uintmax_t size) {
         write(place, "");
         fs::resize_file(place, size);
-        return size == 0 ? BundledFile::Kind::StandIn : BundledFile::Kind::Unreadable;
+        return BundledFile::Kind::Unreadable;
     }
 
     BundledFile::Kind copy(const fs::path& path, const fs::path& place, Content content) {
         const std::uintmax_t size = fs::file_size(here(path));
         std::ifstream stream(here(path), std::ios::binary);
-        if (size > json::kMaximumTextSize || !stream.is_open()) {
-            return standIn(place, size);
+        const bool mayRead = platform::worldInForce == nullptr || platform::worldInForce->mayRead(path.native());
+        if (size > json::kMaximumTextSize || !mayRead || !stream.is_open()) {
+            return unreadStandIn(place, size);
         }
         const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
         const std::string written = redacted(bytes, content);
@@ -248,6 +282,9 @@ private:
         for (const auto& [from, to] : source_.links()) {
             manifest.links[redaction_.path(from)] = redaction_.path(to);
         }
+        const Account own = accountInForce();
+        manifest.account = {redaction_.words(own.user), redaction_.words(own.host)};
+        manifest.unreadable = unreadable_;
         manifest.writeable = inBundle(writeable_);
         manifest.hidden = inBundle(hidden_);
         manifest.commonLibrary = commonLibraryBy(bundle_.diagnosis);
@@ -288,6 +325,11 @@ private:
     Rights hidden_;
     std::map<fs::path, Content> contents_;
     std::set<fs::path> done_;
+    /// The path of the machine to which each place in the bundle belongs, and those that found theirs taken.
+    std::map<fs::path, fs::path> owners_;
+    std::set<fs::path> collided_;
+    /// Paths of the bundle.
+    std::set<fs::path> unreadable_;
 };
 
 // --- The look at the bundle -----------------------------------------------------------------------------------------

@@ -96,6 +96,8 @@ NativeText BundledWorld::directory(NativeText /*own*/) { return manifest_.direct
 
 NativeText BundledWorld::file(NativeText path) { return mirror_.placeOf(fs::path(std::move(path))).native(); }
 
+bool BundledWorld::mayRead(NativeText path) { return manifest_.unreadable.count(mirror_.resolved(path)) == 0; }
+
 std::string BundledWorld::modulePath(std::string /*own*/) { return manifest_.module; }
 
 std::optional<void*> BundledWorld::openModule(const char* /*baseName*/, std::vector<platform::ModulePlace>* places) {
@@ -121,6 +123,12 @@ bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool
 
 namespace {
 
+/// The bundle in force, null for none.
+std::unique_ptr<BundledWorld>& bundleInForce() {
+    static std::unique_ptr<BundledWorld> bundle;
+    return bundle;
+}
+
 /// Returns the first thing below a directory that no bundle has, such as a link, which would lead to this machine's
 /// files; nothing for none.
 std::optional<fs::path> strangerIn(const fs::path& directory) {
@@ -144,7 +152,6 @@ std::optional<std::string> textOfManifestIn(const fs::path& bundle) {
 }
 
 std::string enterUnchecked(const fs::path& bundle) {
-    static std::unique_ptr<BundledWorld> world;
     const auto text = textOfManifestIn(bundle);
     if (!text) {
         return "There is no bundle in \"" + textOf(bundle) + "\": its " + kManifestName + " cannot be read.";
@@ -156,13 +163,16 @@ std::string enterUnchecked(const fs::path& bundle) {
     if (manifest->system != nameOfThisSystem()) {
         return "The bundle was made on another system (" + manifest->system + "), whose paths this one cannot have.";
     }
+    if (fs::symlink_status(bundle / kFilesName).type() == fs::file_type::not_found) {
+        return "The bundle in \"" + textOf(bundle) + "\" is not whole: it lacks its directory \"" + kFilesName + "\".";
+    }
     if (const auto stranger = strangerIn(bundle / kFilesName)) {
         return "In a bundle there is nothing like \"" + textOf(*stranger) + "\": it has directories and files alone.";
     }
     std::error_code error;
     const fs::path directory = fs::absolute(bundle, error);
-    world = std::make_unique<BundledWorld>(directory.lexically_normal(), *std::move(manifest));
-    platform::worldInForce = world.get();
+    bundleInForce() = std::make_unique<BundledWorld>(directory.lexically_normal(), *std::move(manifest));
+    platform::worldInForce = bundleInForce().get();
     return {};
 }
 
@@ -176,10 +186,13 @@ std::string enterWorld(const fs::path& bundle) {
     }
 }
 
-fs::path placeOfArgument(const fs::path& path) {
+const Manifest* manifestInForce() { return bundleInForce() == nullptr ? nullptr : &bundleInForce()->manifest(); }
+
+ArgumentPlace placeOfArgument(const fs::path& path) {
     const fs::path place = platform::placeInWorld(path);
     std::error_code ignored;
-    return fs::exists(place, ignored) ? place : path;
+    const bool isInBundle = platform::worldInForce != nullptr && fs::exists(place, ignored);
+    return {isInBundle ? place : path, platform::worldInForce != nullptr && !isInBundle};
 }
 
 }  // namespace zelutil::command::world

@@ -21,11 +21,14 @@ public:
     std::optional<std::string> variable(const char* name, std::optional<std::string> own) override;
     platform::NativeText directory(platform::NativeText own) override;
     platform::NativeText file(platform::NativeText path) override;
+    bool mayRead(platform::NativeText path) override;
     std::string modulePath(std::string own) override;
     std::optional<void*> openModule(const char* baseName, std::vector<platform::ModulePlace>* places) override;
     std::optional<void*> moduleFunction(void* module, const char* name) override;
     bool mayWrite(platform::NativeText path, bool own) override;
     bool isHidden(platform::NativeText path, bool own) override;
+
+    const Manifest& manifest() const { return manifest_; }
 
 private:
     bool recordedOr(const Rights& rights, const platform::NativeText& path, bool own) const;
@@ -38,9 +41,18 @@ private:
 /// that cannot be done, a sentence; empty where it is done.
 std::string enterWorld(const std::filesystem::path& bundle);
 
-/// Returns where this machine has the file that an argument names: in the bundle where that has it, and otherwise where
-/// the argument says.
-std::filesystem::path placeOfArgument(const std::filesystem::path& path);
+/// Returns what the bundle in force says of its machine; null where none is in force.
+const Manifest* manifestInForce();
+
+/// The file that an argument names, where this machine has it: in the bundle where that has it, and otherwise where the
+/// argument says.
+struct ArgumentPlace {
+    std::filesystem::path path;
+    /// Whether a bundle is in force and lacks the file.
+    bool isBesideBundle = false;
+};
+
+ArgumentPlace placeOfArgument(const std::filesystem::path& path);
 
 }  // namespace zelutil::command::world
 

@@ -25,6 +25,8 @@ public:
         text("module", manifest.module);
         key("variables", [&] { writeVariables(manifest.variables); });
         key("links", [&] { writeLinks(manifest.links); });
+        key("account", [&] { write(manifest.account); });
+        key("unreadable", [&] { writePaths(manifest.unreadable); });
         key("writeable", [&] { writeRights(manifest.writeable); });
         key("hidden", [&] { writeRights(manifest.hidden); });
         key("commonLibrary", [&] { write(manifest.commonLibrary); });
@@ -64,6 +66,21 @@ private:
             text("from", from.u8string());
             text("to", to.u8string());
             json_.endObject();
+        }
+        json_.endArray();
+    }
+
+    void write(const Account& account) {
+        json_.beginObject();
+        text("user", account.user);
+        text("host", account.host);
+        json_.endObject();
+    }
+
+    void writePaths(const std::set<fs::path>& paths) {
+        json_.beginArray();
+        for (const fs::path& path : paths) {
+            json_.text(path.u8string());
         }
         json_.endArray();
     }
@@ -177,6 +194,11 @@ std::optional<Manifest> manifestOf(std::string_view text) {
     }
     if (!manifest.directory.empty() && !staysInWorld(manifest.directory)) {
         return std::nullopt;
+    }
+    manifest.account = {stringOf(root.member("account").member("user")),
+                        stringOf(root.member("account").member("host"))};
+    for (const View path : root.member("unreadable").elements()) {
+        manifest.unreadable.insert(pathIn(path));
     }
     manifest.writeable = rightsOf(root.member("writeable"));
     manifest.hidden = rightsOf(root.member("hidden"));

@@ -3,10 +3,12 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "command/system/console.h"
 #include "command/world/mirror.h"
 #include "platform/modules.h"
 
@@ -41,6 +43,10 @@ struct Manifest {
     /// The variables that were asked for and are defined.
     std::map<std::string, std::string> variables;
     Links links;
+    /// The user and the machine; empty in a bundle of an earlier version.
+    Account account;
+    /// The files that are there and cannot be read, by paths without links.
+    std::set<std::filesystem::path> unreadable;
     Rights writeable;
     Rights hidden;
     CommonLibrary commonLibrary;

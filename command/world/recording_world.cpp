@@ -28,6 +28,8 @@ NativeText RecordingWorld::file(NativeText path) {
     return below_ == nullptr ? path : below_->file(std::move(path));
 }
 
+bool RecordingWorld::mayRead(NativeText path) { return below_ == nullptr || below_->mayRead(std::move(path)); }
+
 std::string RecordingWorld::modulePath(std::string own) {
     return below_ == nullptr ? own : below_->modulePath(std::move(own));
 }

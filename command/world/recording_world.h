@@ -23,6 +23,7 @@ public:
     std::optional<std::string> variable(const char* name, std::optional<std::string> own) override;
     platform::NativeText directory(platform::NativeText own) override;
     platform::NativeText file(platform::NativeText path) override;
+    bool mayRead(platform::NativeText path) override;
     std::string modulePath(std::string own) override;
     std::optional<void*> openModule(const char* baseName, std::vector<platform::ModulePlace>* places) override;
     std::optional<void*> moduleFunction(void* module, const char* name) override;

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zelutil::command::world {
 
@@ -17,25 +18,35 @@ public:
     /// Masks nothing.
     Redaction() = default;
 
-    /// Masks these words, whatever their case is, and the directories of the home; but not what every machine has, as
-    /// "home" and "Users", and no name that the library itself puts into paths.
+    /// Masks these words, whatever their case is, and the directories of the home, also the parts of those with blanks;
+    /// but not what every machine has, as "home" and "Users", and no name that the library itself puts into paths.
     Redaction(const std::set<std::string>& words, const std::string& home);
 
-    /// Returns a text with these words masked where they stand as such, between characters that are none of a word.
+    /// Returns a text with these words masked where they stand as such, between characters that are neither letters nor
+    /// digits, and where Windows has shortened them:
+    ///
+    ///     "C:\Users\ANNABE~1" => "C:\Users\xxxxxx~1" for "Annabel Lee"
     std::string words(std::string_view text) const;
     std::filesystem::path path(const std::filesystem::path& path) const;
 
     /// Returns the text of a user's file with its values masked, but for numbers, truth values, and texts that the
-    /// shipped defaults have as a value too. The names of sections, settings and members stay, and so do shortcuts.
+    /// shipped defaults have as a value too, however they are spelled: those become what `shippedFile` makes of them.
+    /// The names of sections, settings and members stay, and so do shortcuts.
     /// Where the text is no JSON, everything from the place of the error on is masked.
     std::string usersFile(std::string_view text, const std::set<std::string>& shippedValues) const;
 
-    /// Returns the text of a shipped file with the words masked in its values that are paths.
+    /// Returns the text of a shipped file with the words masked in its values that are paths. One that is no JSON, and
+    /// so may be anything, is masked as a user's file.
     std::string shippedFile(std::string_view text) const;
 
     bool isOn() const { return isOn_; }
 
 private:
+    std::vector<bool> maskOf(std::string_view text) const;
+    void maskShortNames(std::string_view text, std::vector<bool>& mask) const;
+    bool isShortNameOfWord(std::string_view name) const;
+    std::string shippedValue(std::string_view content) const;
+
     bool isOn_ = false;
     std::set<std::string> words_;
 };

@@ -12,6 +12,7 @@
 
 #include "platform/replacement_plan.h"
 #include "platform/replacement_primitives.h"
+#include "platform/world.h"
 
 namespace zelutil::platform {
 
@@ -386,6 +387,9 @@ WholeFile readWhole(const char* path, std::uint64_t maximumSize) {
     const auto target = nativePath(path);
     if (!target) {
         return {std::nullopt, false};
+    }
+    if (!mayReadInWorld(path)) {
+        return {std::nullopt, true};
     }
     std::optional<std::string> bytes;
     const StepResult result = retryingWhileBusy(kWhileHeld, [&] { return readOnce(*target, maximumSize, bytes); });

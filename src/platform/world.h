@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/modules.h"
+#include "platform/native_paths.h"
 #include "platform/replacement_name.h"
 
 namespace zelutil::platform {
@@ -23,6 +24,10 @@ public:
 
     /// Returns where this machine has the file that has this path in the world. The path may be relative.
     virtual NativeText file(NativeText path) = 0;
+
+    /// Returns whether the user may read the file with this path, as far as the world knows; true where this machine is
+    /// to be asked.
+    virtual bool mayRead(NativeText path) = 0;
 
     /// Returns what `platform::modulePath` returns; `own` is that of this process.
     virtual std::string modulePath(std::string own) = 0;
@@ -52,6 +57,11 @@ inline World* worldInForce = nullptr;
 /// Returns where this machine has the file that has this path: for what is done with files beside the seam.
 inline std::filesystem::path placeInWorld(const std::filesystem::path& path) {
     return worldInForce == nullptr ? path : std::filesystem::path(worldInForce->file(path.native()));
+}
+
+/// Returns whether the world in force lets the file that the text names be read.
+inline bool mayReadInWorld(const char* text) {
+    return worldInForce == nullptr || worldInForce->mayRead(nativePathOf(text).native());
 }
 
 /// Has the machine itself in force for its lifetime: for files that are this machine's whatever the world is.

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "command/command_world.h"
 #include "command/doctor_world.h"
 #include "command/subcommands/table.h"
 #include "command/world/mirror.h"
@@ -407,6 +408,74 @@ TEST(World, BundleWithALinkIsRefused) {
     EXPECT_EQ(readTextFile(outside), kUser);
 }
 
+/// Puts a member before the others of the manifest, which then counts.
+void putIntoManifest(const Machine& machine, const std::string& member) {
+    std::string manifest = readTextFile(machine.bundle / "world.json");
+    manifest.insert(manifest.find('{') + 1, member + ',');
+    writeTextFile(machine.bundle / "world.json", manifest);
+}
+
+TEST(World, WithoutItsDirectoryOfFilesIsNotWhole) {
+    Machine machine;
+    makeBundle(machine);
+    fs::remove_all(machine.bundle / "files");
+    const ChildResult result = machine.runFromBundle({"doctor"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("is not whole: it lacks its directory \"files\"."), std::string::npos) << result.err;
+}
+
+TEST(World, BundleOfABundleSaysTheSame) {
+    Machine machine;
+    if (!makeFileLink(machine.home, machine.work / "linked")) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    machine.setHome(machine.work / "linked");
+    // By both names it is the same product.
+    ASSERT_TRUE(makeFileLink(machine.product, machine.work / "current"));
+    machine.name("QTXROOT", machine.product);
+    machine.name("QTX_ROOT", machine.work / "current");
+    makeBundle(machine);
+    const std::string doctor = shown(machine.run({"doctor", "--json"}));
+    const std::string list = shown(machine.run({"list", "--changed"}));
+    EXPECT_NE(list.find("s::i::units=mil"), std::string::npos) << list;
+    machine.moveAway();
+    const fs::path second = machine.elsewhere / "second";
+    EXPECT_EQ(machine.runFromBundle({"bundle", second.u8string()}).exitCode, 0);
+    fs::remove_all(machine.bundle);
+    machine.bundle = second;
+    EXPECT_EQ(shown(machine.runFromBundle({"doctor", "--json"})), doctor);
+    EXPECT_EQ(shown(machine.runFromBundle({"list", "--changed"})), list);
+    machine.moveBack();
+}
+
+TEST(World, UnreadableFileIsSoForEverybody) {
+    Machine machine;
+    makeBundle(machine);
+    putIntoManifest(machine, "\"unreadable\":[\"" + inJson(machine.userFile()) + "\"]");
+    const ChildResult doctor = machine.runFromBundle({"doctor"});
+    EXPECT_EQ(doctor.exitCode, 1);
+    EXPECT_NE(doctor.out.find("cannot be read"), std::string::npos) << doctor.out;
+    EXPECT_EQ(machine.runFromBundle({"get", "units", "--value"}).out, "mm\n");
+}
+
+TEST(World, LintSaysWhereItChecksAFileOfThisMachine) {
+    Machine machine;
+    makeBundle(machine);
+    const fs::path mine = machine.elsewhere / "mine.cfg";
+    writeTextFile(mine, kUser);
+    const std::string note = "The bundle has no such file, so that this machine's was checked.";
+    EXPECT_NE(machine.runFromBundle({"lint", mine.u8string()}).out.find(note), std::string::npos);
+    EXPECT_EQ(machine.runFromBundle({"lint", machine.userFile().u8string()}).out.find(note), std::string::npos);
+}
+
+TEST(World, PrintsACommandThatAShellTakes) {
+    Machine machine;
+    machine.bundle = machine.elsewhere / "two words";
+    const ChildResult made = machine.run({"bundle", machine.bundle.u8string()});
+    EXPECT_NE(made.out.find("--world \"" + machine.bundle.u8string() + "\"\n"), std::string::npos) << made.out;
+}
+
 TEST(World, WithoutANameIsWrongUsage) {
     const Machine machine;
     const ChildResult result = machine.run({"set", "units=inch", "--world", ""});
@@ -469,13 +538,78 @@ TEST(WorldRedacted, SaysTheSameOfTheMachine) {
     machine.moveBack();
 }
 
+/// The names are those that the recorded machine has for its user, not those of the machine that redacts.
+TEST(WorldRedacted, BundleOfABundleHoldsNoName) {
+    MachineOfAnn machine;
+    machine.name("QTX_SITE", machine.work / "host_secret/guest-secret/castle-secret/login-secret/site");
+    machine.environment["LOGNAME"] = "login-secret";
+    makeBundle(machine);
+    EXPECT_NE(everythingIn(machine.bundle).find("guest-secret"), std::string::npos);
+    putIntoManifest(machine, R"("account":{"user":"guest-secret","host":"castle-secret.example"})");
+    machine.moveAway();
+    const fs::path second = machine.elsewhere / "second";
+    const ChildResult made = machine.runFromBundle({"bundle", second.u8string(), "--redact"});
+    EXPECT_EQ(made.exitCode, 0) << shown(made);
+    const std::string all = everythingIn(second);
+    EXPECT_EQ(all.find("secret"), std::string::npos) << all.substr(all.find("secret") - 50, 100);
+    EXPECT_NE(readTextFile(second / "world.json").find("xxxx_xxxxxx/xxxxx-xxxxxx"), std::string::npos);
+    machine.moveBack();
+}
+
+TEST(WorldRedacted, PathsThatTheMaskMakesOneAreTold) {
+    Machine machine;
+    machine.environment["USER"] = "eve";
+    machine.environment["USERNAME"] = "bob";
+    writeTextFile(machine.work / "eve/named.cfg", kSettings);
+    fs::create_directories(machine.work / "bob/site");
+    machine.name("tessel_settings", machine.work / "eve/named.cfg");
+    machine.name("QTX_SITE", machine.work / "bob/site");
+    const ChildResult made = machine.run({"bundle", machine.bundle.u8string(), "--redact"});
+    EXPECT_EQ(made.exitCode, 1) << shown(made);
+    EXPECT_NE(made.err.find("is the same when it is masked"), std::string::npos) << shown(made);
+}
+
 TEST(WorldRedacted, MasksWordsAndLeavesWhatTheLibraryPutsIntoPaths) {
     const Redaction redaction({"ann", "tools", "C"}, "/home/dept/ann");
     EXPECT_EQ(redaction.words("/home/dept/ann/pcbenv"), "/home/xxxx/xxx/pcbenv");
     EXPECT_EQ(redaction.words("C:\\Users\\ANN\\tools"), "C:\\Users\\xxx\\tools");
     EXPECT_EQ(redaction.words("/opt/joann/annex"), "/opt/joann/annex");
     EXPECT_EQ(redaction.words("ann"), "xxx");
+    EXPECT_EQ(redaction.words("/srv/backup_ann/ann_2/ann2"), "/srv/backup_xxx/xxx_2/ann2");
+    EXPECT_EQ(Redaction({"facet", "settings"}, "").words("facet_settings.cfg"), "facet_settings.cfg");
     EXPECT_EQ(Redaction().words("ann"), "ann");
+}
+
+TEST(WorldRedacted, MasksThePartsOfANameWithBlanks) {
+    const Redaction redaction({"Annabel Lee"}, "C:/Documents and Settings/lee.m");
+    EXPECT_EQ(redaction.words("C:\\Documents and Settings\\Annabel Lee\\annabel"),
+              "C:\\Documents and Settings\\xxxxxxx xxx\\xxxxxxx");
+    EXPECT_EQ(redaction.words("/srv/lee"), "/srv/xxx");
+}
+
+TEST(WorldRedacted, MasksNamesThatWindowsHasShortened) {
+    const Redaction redaction({"Annabel Lee", "k. li"}, "C:/Documents and Settings");
+    EXPECT_EQ(redaction.words("C:\\DOCUME~1\\ANNABE~1\\Temp"), "C:\\DOCUME~1\\xxxxxx~1\\Temp");
+    EXPECT_EQ(redaction.words("C:\\ANNAB~12;D:\\KLI~1"), "C:\\xxxxx~12;D:\\xxx~1");
+    EXPECT_EQ(redaction.words("C:\\AN5F2C~1"), "C:\\xx0x0x~1");
+    EXPECT_EQ(redaction.words("C:\\ANNA~1\\ANNABE~x\\PROGRA~1"), "C:\\ANNA~1\\ANNABE~x\\PROGRA~1");
+}
+
+/// The user's "/home/ann/p" is a shipped value too, and becomes what it becomes in the shipped file.
+TEST(WorldRedacted, ComparesAndMasksWhatStringsStandFor) {
+    const Redaction redaction({"ann", "jos\xC3\xA9"}, "");
+    EXPECT_EQ(redaction.usersFile(R"({"a":"m\u006d","b":"\/home\/ann\/p","c":"C:\\ann","d":"Jos\u00e9"})",
+                                  {"mm", "/home/ann/p", "C:\\\\ann"}),
+              R"({"a":"m\u006d","b":"\/home\/xxx\/p","c":"x:xxxxx","d":"xxxxx00x0"})");
+    EXPECT_EQ(redaction.shippedFile(R"({"p":"\/home\/Jos\u00e9\/x\u002fy","q":"/\u0061nn/\ud83d\ude00"})"),
+              R"({"p":"\/home\/xxxxxxxxx\/x\u002fy","q":"/xxxxxxxx/\ud83d\ude00"})");
+    EXPECT_EQ(redaction.shippedFile("{\"p\":\"/jos\xC3\xA9/x\"}"), R"({"p":"/xxxx/x"})");
+}
+
+TEST(WorldRedacted, MasksAShippedFileThatIsNoJson) {
+    const Redaction redaction({"ann"}, "");
+    EXPECT_EQ(redaction.shippedFile("My diary, 7 pages:\nann"), "xx xxxxx, 0 xxxxx:\nxxx");
+    EXPECT_EQ(redaction.shippedFile(R"({"name":"plan","a":["b","/c"})"), R"({"name":"xxxx","a":["x","/x"})");
 }
 
 TEST(WorldRedacted, MasksAFileThatIsNoJson) {

@@ -165,7 +165,7 @@ bool makeDirectories(const char* path) {
 
 std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize) {
     const auto file = systemPath(path);
-    if (!file) {
+    if (!file || !mayReadInWorld(path)) {
         return std::nullopt;
     }
     // Opening a pipe without a writer would wait for ever; it is no regular file and is refused below.

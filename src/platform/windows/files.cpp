@@ -166,6 +166,9 @@ bool makeDirectories(const char* path) {
 
 std::optional<std::string> readFile(const char* path, std::uint64_t maximumSize) {
     const std::wstring file = systemPath(path);
+    if (!mayReadInWorld(path)) {
+        return std::nullopt;
+    }
     for (int retries = kReadingRetries;; --retries) {
         auto bytes = readOnce(file, maximumSize);
         if (bytes || retries == 0 || !isHeldBySomebody(GetLastError())) {
