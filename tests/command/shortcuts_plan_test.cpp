@@ -379,6 +379,18 @@ TEST(Plan, WhoeverIsLeftOutIsInNobodysWay) {
     EXPECT_EQ(partial.plan.edits[0].action, 3);
 }
 
+/// 21 could not follow 2 to M, which 22 holds. Once 22 has left it, it is free for 5.
+TEST(Plan, AChildThatHasNotFollowedIsInNobodysWay) {
+    const Loaded now(R"({"actions":[{"id":2,"context":"c","command":"a","shortcut":"M"},
+        {"id":21,"parent_id":2,"context":"panel","command":"a"},
+        {"id":22,"context":"panel","command":"b","shortcut":"M"},{"id":5,"context":"panel","command":"d"}]})",
+                     "");
+    const WishPlan plan = planWishes(now.catalogue, {{2, "M"}, {22, "F1"}, {5, "M"}});
+    EXPECT_EQ(plan.outcome, Outcome::Possible);
+    EXPECT_EQ(plan.edits.size(), 2U);
+    EXPECT_TRUE(plan.isMinimal);
+}
+
 /// Each of a long row wishes for what the next one has, and the last one for what a stranger has.
 TEST(Plan, ALongRowIsLeftOutAtOnce) {
     constexpr int kActions = 300;
