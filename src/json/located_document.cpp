@@ -76,12 +76,15 @@ public:
 
     void run() {
         const View root = document_.root();
+        document_.places_.reserve(document_.notes_.offsets.size());
         document_.places_.push_back({0, *next_++});
+        descend(*root.value_);
         const char* const begin = bytesOf(root.value_);
         document_.blocks_.push_back({begin, begin + sizeof(rapidjson::Value), sizeof(rapidjson::Value), 0, false});
-        descend(*root.value_);
-        std::sort(document_.blocks_.begin(), document_.blocks_.end(),
-                  [](const Block& a, const Block& b) { return std::less<>()(a.begin, b.begin); });
+        const auto isBefore = [](const Block& a, const Block& b) { return std::less<>()(a.begin, b.begin); };
+        if (!std::is_sorted(document_.blocks_.begin(), document_.blocks_.end(), isBefore)) {
+            std::sort(document_.blocks_.begin(), document_.blocks_.end(), isBefore);
+        }
     }
 
 private:
@@ -98,7 +101,6 @@ private:
     void descendInto(const char* begin, std::size_t stride, std::size_t count, bool ofObject) {
         const std::size_t firstPlace = document_.places_.size();
         document_.places_.resize(firstPlace + count);
-        document_.blocks_.push_back({begin, begin + stride * count, stride, firstPlace, ofObject});
         for (std::size_t i = 0; i < count; ++i) {
             const auto* value = reinterpret_cast<const rapidjson::Value*>(begin + i * stride);
             if (ofObject) {
@@ -108,6 +110,9 @@ private:
             document_.places_[firstPlace + i].value = *next_++;
             descend(*value);
         }
+        // The parser makes a block when it has met the end of it, and each behind the last one as long as there is
+        // room.
+        document_.blocks_.push_back({begin, begin + stride * count, stride, firstPlace, ofObject});
     }
 
     const LocatedDocument& document_;
@@ -128,6 +133,11 @@ std::optional<LocatedDocument::Failure> LocatedDocument::failure() const {
 std::optional<Position> LocatedDocument::positionOf(View value) const {
     const Place* const place = placeOf(value);
     return place == nullptr ? std::nullopt : std::optional<Position>(positionAt(place->value));
+}
+
+std::optional<std::size_t> LocatedDocument::offsetOf(View value) const {
+    const Place* const place = placeOf(value);
+    return place == nullptr ? std::nullopt : std::optional<std::size_t>(place->value);
 }
 
 std::optional<Position> LocatedDocument::endOf(View value) const {
@@ -155,8 +165,13 @@ Position LocatedDocument::positionAt(std::size_t offset) const {
     if (begin == 0 && text_.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         begin = std::min(kByteOrderMark.size(), offset);
     }
-    const std::size_t later = laterBytesBefore(offset) - laterBytesBefore(begin);
-    return {offset, static_cast<std::size_t>(behind - lineBegins_.begin()), offset - begin - later + 1};
+    return {offset, static_cast<std::size_t>(behind - lineBegins_.begin()),
+            offset - begin - laterBytesBetween(begin, offset) + 1};
+}
+
+std::size_t LocatedDocument::laterBytesBetween(std::size_t begin, std::size_t end) const {
+    return end - begin <= kCountedBlock ? laterBytesIn(text_.substr(begin, end - begin))
+                                        : laterBytesBefore(end) - laterBytesBefore(begin);
 }
 
 std::size_t LocatedDocument::laterBytesBefore(std::size_t offset) const {
