@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "actions/action_catalogue.h"
 #include "actions/action_text.h"
@@ -11,7 +12,6 @@
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
 #include "command/lint/shortcut_spelling.h"
-#include "json/writer.h"
 
 namespace zelutil::lint {
 namespace {
@@ -43,23 +43,26 @@ public:
 
     void run() {
         collect();
-        for (const auto& [id, element] : elements_) {
-            checkAction(actions::definitionOf(element), element);
+        for (const auto& [definition, element] : taken_) {
+            checkAction(definition, element);
         }
     }
 
 private:
     /// Takes those that a load takes, in the order of the list.
     void collect() {
+        const std::size_t most = list_.elements().size();
+        taken_.reserve(most);
+        places_.reserve(most);
         for (const View element : list_.elements()) {
             const ActionDefinition definition = actions::definitionOf(element);
             const int id = definition.id;
             if (!definition.isUsable()) {
                 continue;
             }
-            const auto [first, isNew] = places_.try_emplace(id, elements_.size());
+            const auto [first, isNew] = places_.try_emplace(id, taken_.size());
             if (isNew) {
-                elements_.emplace_back(id, element);
+                taken_.emplace_back(definition, element);
             } else {
                 report_.add(Rule::RepeatedId, element.member(kId),
                             "The id " + std::to_string(id) + " is that of another action (" + lineOf(id) +
@@ -70,7 +73,7 @@ private:
 
     std::string lineOf(int id) const {
         const auto place = places_.find(id);
-        return place == places_.end() ? "not in the list" : report_.lineOf(elements_[place->second].second);
+        return place == places_.end() ? "not in the list" : report_.lineOf(taken_[place->second].second);
     }
 
     void checkAction(const ActionDefinition& definition, View element) {
@@ -130,7 +133,7 @@ private:
             at = action == nullptr ? 0 : action->parentId;
         }
         if (way.count(at) != 0) {
-            report_.add(Rule::CircleOfParents, elements_[places_.at(at)].second.member("parent_id"),
+            report_.add(Rule::CircleOfParents, taken_[places_.at(at)].second.member("parent_id"),
                         "The parents of " + actionText(at) + " lead back to it.");
         }
         known_.insert(way.begin(), way.end());
@@ -139,21 +142,25 @@ private:
     View list_;
     Report& report_;
     const ActionCatalogue& catalogue_;
-    std::vector<std::pair<int, View>> elements_;
+    std::vector<std::pair<ActionDefinition, View>> taken_;
     std::unordered_map<int, std::size_t> places_;
     /// Holds the ids of the actions that were followed to the top already.
-    std::set<int> known_;
+    std::unordered_set<int> known_;
 };
 
 /// Reports the children that a load gives their parent's shortcut although their context refuses it.
 void checkHeirs(View list, const ActionCatalogue& loaded, Report& report) {
-    std::set<int> seen;
+    std::unordered_set<int> seen;
     for (const View element : list.elements()) {
         const ActionDefinition definition = actions::definitionOf(element);
-        if (!definition.isUsable() || !seen.insert(definition.id).second || definition.parentId == 0) {
+        // Of one whose id is that of an earlier one nothing is loaded.
+        if (definition.parentId == 0 || !definition.isUsable() || !seen.insert(definition.id).second) {
             continue;
         }
         const ActionCatalogue::Action& child = *loaded.find(definition.id);
+        if (child.parentId == 0) {
+            continue;
+        }
         const std::string& shortcut = actions::effectiveValue(child.shortcut);
         const int holder = child.boundTo() == shortcut ? 0 : loaded.shortcutTakenBy(child.id, shortcut);
         if (holder != 0) {
@@ -192,8 +199,7 @@ void checkActions(View object, Report& report) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
     // Before children take over from their parents everything is as it is shipped.
-    catalogue.loadAndEdit(json::compactText(object).value_or(""),
-                          [&](ActionCatalogue& loading) { ShippedActions(list, report, loading).run(); });
+    catalogue.loadAndEdit(object, [&](ActionCatalogue& loading) { ShippedActions(list, report, loading).run(); });
     checkHeirs(list, catalogue, report);
 }
 

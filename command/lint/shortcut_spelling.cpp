@@ -119,6 +119,9 @@ void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report
             }
         }
     }
+    if (messages.empty()) {
+        return;
+    }
     for (const WrittenShortcut& shortcut : shortcuts) {
         const auto found = shortcut.place ? messages.find(shortcut.text) : messages.end();
         for (const std::string& message : found == messages.end() ? std::vector<std::string>() : found->second) {

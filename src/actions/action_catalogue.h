@@ -4,6 +4,7 @@
 #include <zelutil/actions/action_item.h>
 
 #include "actions/observer_registry.h"
+#include "json/view.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -112,6 +113,8 @@ public:
     /// Loads the shipped actions and calls `edit` where a load would apply the entries of a user's text: before
     /// children take over from their parents. What it edits is what a text with these entries in this order would edit.
     void loadAndEdit(std::string_view defaultsText, const std::function<void(ActionCatalogue&)>& edit);
+    /// Does the same with a value that was parsed. The catalogue does not learn the text.
+    void loadAndEdit(json::View defaults, const std::function<void(ActionCatalogue&)>& edit);
 
     /// Returns the texts of the last load: an edit forgets nothing that they say, but a load overwrites what is shipped
     /// of a child.
@@ -164,6 +167,7 @@ private:
     class Loading;
 
     static std::unique_ptr<Tables> tablesOf(std::string_view defaultsText);
+    void replaceAndEdit(std::unique_ptr<Tables> tables, Texts texts, const std::function<void(ActionCatalogue&)>& edit);
     void replace(std::unique_ptr<Tables> tables, Texts texts);
     void applyUserEntries(UserEntryReader& reader);
     void updateFromParents();

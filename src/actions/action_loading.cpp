@@ -74,7 +74,17 @@ void ActionCatalogue::load(std::string_view defaultsText, std::string_view userT
 }
 
 void ActionCatalogue::loadAndEdit(std::string_view defaultsText, const std::function<void(ActionCatalogue&)>& edit) {
-    replace(tablesOf(defaultsText), {std::string(defaultsText), std::string()});
+    replaceAndEdit(tablesOf(defaultsText), {std::string(defaultsText), std::string()}, edit);
+}
+
+void ActionCatalogue::loadAndEdit(json::View defaults, const std::function<void(ActionCatalogue&)>& edit) {
+    DefinitionReader reader(defaults);
+    replaceAndEdit(std::make_unique<Tables>(reader), {}, edit);
+}
+
+void ActionCatalogue::replaceAndEdit(std::unique_ptr<Tables> tables, Texts texts,
+                                     const std::function<void(ActionCatalogue&)>& edit) {
+    replace(std::move(tables), std::move(texts));
     const Loading loading(*this);
     edit(*this);
     updateFromParents();

@@ -79,8 +79,11 @@ ActionDefinition definitionOf(json::View element) {
 DefinitionReader::DefinitionReader(std::string_view text)
     : textSize_(text.size()),
       document_(text),
-      elements_(document_.root().member(kActions).elements()),
+      elements_(document_->root().member(kActions).elements()),
       next_(elements_.begin()) {}
+
+DefinitionReader::DefinitionReader(json::View root)
+    : textSize_(json::kMaximumTextSize), elements_(root.member(kActions).elements()), next_(elements_.begin()) {}
 
 std::size_t DefinitionReader::count() const {
     constexpr std::string_view kShortest = R"({"id":1,"context":"c","command":"c"})";

@@ -38,6 +38,8 @@ ActionDefinition definitionOf(json::View element);
 class DefinitionReader {
 public:
     explicit DefinitionReader(std::string_view text);
+    /// Reads a value that was parsed, whose document must stay.
+    explicit DefinitionReader(json::View root);
 
     /// The next element; false at the end.
     bool next(ActionDefinition& definition);
@@ -47,7 +49,7 @@ public:
 
 private:
     std::size_t textSize_;
-    json::Document document_;
+    std::optional<json::Document> document_;
     json::Elements elements_;
     json::Elements::Iterator next_;
 };
