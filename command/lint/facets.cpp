@@ -5,6 +5,7 @@
 #include "command/lint/checks.h"
 #include "command/lint/object_form.h"
 #include "command/nearest_names.h"
+#include "facet/facet_groups.h"
 
 namespace zelutil::lint {
 namespace {
@@ -12,7 +13,6 @@ namespace {
 using json::View;
 using Places = std::map<std::string_view, View>;
 
-constexpr std::string_view kNumerical = "Numerical";
 constexpr std::size_t kNear = 2;
 
 /// Reports a text that stood before. An empty one is reported by its type.
@@ -31,7 +31,7 @@ void checkRepeated(View name, Places& places, Rule rule, const std::string& what
 
 void checkFacetType(View type, Report& report) {
     const auto text = type.text();
-    if (text && *text != kNumerical && command::editDistance(*text, kNumerical) <= kNear) {
+    if (text && *text != facet::kNumericalType && command::editDistance(*text, facet::kNumericalType) <= kNear) {
         report.add(Rule::FacetType, type, "A facet is numerical only when its type is exactly \"Numerical\".",
                    "Did you mean Numerical?");
     }

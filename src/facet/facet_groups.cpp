@@ -8,7 +8,7 @@ namespace zelutil::facet {
 namespace {
 
 FacetType typeOf(json::View element) {
-    return element.member("type").text() == "Numerical" ? FacetType::Numerical : FacetType::Other;
+    return element.member("type").text() == kNumericalType ? FacetType::Numerical : FacetType::Other;
 }
 
 }  // namespace

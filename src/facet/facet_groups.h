@@ -13,6 +13,9 @@ namespace zelutil::facet {
 /// The name of the shipped file with the facets.
 inline constexpr char kFacetFileName[] = "facet_settings.cfg";
 
+/// The type in the text of a facet that is numerical; any other is not.
+inline constexpr std::string_view kNumericalType = "Numerical";
+
 enum class FacetType : std::int32_t { Other = 0, Numerical = 1 };
 
 /// The facets of each group, from the texts of facet files. A group does not change once it is there, and copies of
