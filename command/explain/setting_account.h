@@ -26,32 +26,38 @@ struct PairPlace {
 /// An entry of the user's file, as one setting sees it.
 struct UserEntry {
     enum class Effect {
-        InForce,         ///< Its value is the user's.
-        Overruled,       ///< A later entry sets the same setting.
-        SetsAnother,     ///< Its name means another setting first, which gets the value.
-        NoText,          ///< Its value is no string.
-        NoList,          ///< The entries of its section do not stand in an array.
-        UnknownSection,  ///< The defaults have no section as the one around it.
-        OfSubManager,    ///< The section around it belongs to a sub-manager and has no settings.
-        UnknownName,     ///< No setting has its name.
-        NotRead,         ///< It stands where no entry is read.
+        InForce,          ///< Its value is the user's.
+        Overruled,        ///< A later entry sets the same setting.
+        SetsAnother,      ///< Its name means another setting first, which gets the value.
+        NoText,           ///< Its value is no string.
+        NoList,           ///< The entries of its section do not stand in an array.
+        UnknownSection,   ///< The defaults have no section as the one around it.
+        GroupingSection,  ///< The defaults have that section, which has no settings.
+        OfSubManager,     ///< The section around it belongs to a sub-manager and has no settings.
+        UnknownName,      ///< No setting has its name.
+        NotRead,          ///< It stands where no entry is read.
     };
 
     std::string section;               ///< The attribute path where it stands; empty for outside of sections.
     std::string name;                  ///< As it is written.
     std::optional<std::string> value;  ///< Nothing where it is no string.
     Effect effect = Effect::InForce;
-    /// The full name of the setting that gets the value, for `SetsAnother`. For one that sets this setting from another
-    /// section, the setting of that section with the same name, where there is one. Empty otherwise.
+    /// Another setting that the entry concerns, by its full name: the one that its name means, or, where that is this
+    /// setting, the one of its section with that name. Empty where there is none.
     std::string other;
+    /// Whether the name means `other`, and not this setting.
+    bool meansOther = false;
     PairPlace place;
 };
 
 /// Returns the name in the form for programs: "in-force", "overruled".
 const char* nameOf(UserEntry::Effect effect);
 
-/// Returns a sentence that says why the entry has no effect; empty for one in force.
+/// Returns sentences that say why the entry has no effect on the setting; empty for one in force.
 std::string reasonOf(const UserEntry& entry);
+
+/// Returns what the entry does instead of setting the setting: "has no effect" or "sets another setting".
+const char* outcomeOf(const UserEntry& entry);
 
 /// All that is known of one setting.
 struct SettingAccount {
@@ -68,9 +74,6 @@ struct SettingAccount {
     PairPlace definition;
     /// The entries that set it or look as if they did, in the order of the file.
     std::vector<UserEntry> entries;
-    /// The settings, this one among them, whose sections lend the same bare name, in the order of the defaults: it
-    /// means the first of them, unless that is some setting's full name.
-    std::vector<Namesake> lenders;
     /// Later definitions with the same full name, which have no effect.
     std::vector<Namesake> repetitions;
 };
@@ -97,6 +100,9 @@ public:
     const PreferenceFile& defaultsFile() const;
     const PreferenceFile& userFile() const;
 
+    /// Returns whether there is no setting.
+    bool empty() const;
+
     /// Returns the numbers of all settings that some name finds, in the order of the defaults.
     const std::vector<std::uint32_t>& numbers() const;
 
@@ -111,6 +117,10 @@ public:
 
     /// Returns the account of a setting.
     SettingAccount account(std::uint32_t number) const;
+
+    /// Returns the settings, this one among them, whose sections lend the same bare name, in the order of the defaults:
+    /// it means the first of them, unless that is some setting's full name. Many may share one.
+    std::vector<SettingAccount::Namesake> lenders(std::uint32_t number) const;
 
     /// Returns the entries of the user's file that mean no setting, in the order of the file.
     const std::vector<UserEntry>& entriesWithoutSetting() const;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "command/explain/setting_account.h"
@@ -38,6 +39,18 @@ std::string textOfUserFile(PreferenceFile& user) {
     return text;
 }
 
+/// Returns a catalogue that holds the text and has read nothing of it yet.
+prefs::Catalogue catalogueWith(std::string defaultsText) {
+    prefs::Catalogue catalogue;
+    catalogue.setDefaultsText(std::move(defaultsText));
+    return catalogue;
+}
+
+/// Returns whether the library takes the entry's value, which a later entry may replace.
+bool setsSomething(const FoundEntry& entry) {
+    return entry.effect == UserEntry::Effect::InForce || entry.effect == UserEntry::Effect::Overruled;
+}
+
 }  // namespace
 
 /// Holds both documents and what the readers made of them and told.
@@ -52,9 +65,11 @@ public:
     const json::LocatedDocument& user() const { return user_; }
     const std::vector<FoundEntry>& entries() const { return entries_; }
     const std::vector<UserEntry>& entriesWithoutSetting() const { return entriesWithoutSetting_; }
+    bool empty() const { return definitions_.empty(); }
     const std::vector<std::uint32_t>& numbers() const;
     host::SettingInfo info(std::uint32_t number) const;
     SettingAccount account(std::uint32_t number) const;
+    std::vector<SettingAccount::Namesake> lenders(std::uint32_t number) const;
 
 private:
     /// Keys of definitions with the numbers of their records, in the order of both.
@@ -86,16 +101,18 @@ private:
     void take(const prefs::Definition& definition);
     void sortEntries();
     void makeKeys() const;
-    void addNamesakes(SettingAccount& account, std::uint32_t number) const;
+    /// Returns whether every definition has its keys for itself, as it mostly has. There are no namesakes then.
+    bool areNamesUnique() const { return catalogue_.settings().size() == keyCount_; }
+    void addRepetitions(SettingAccount& account, std::uint32_t number) const;
     std::string fullName(std::uint32_t number) const;
     SettingAccount::Namesake namesake(std::uint32_t number) const;
     UserEntry entryFor(std::uint32_t number, const FoundEntry& found) const;
 
-    const std::string defaultsText_;
+    /// Holds the text of the defaults, too.
+    prefs::Catalogue catalogue_;
     const std::string userText_;
     const json::LocatedDocument defaults_;
     const json::LocatedDocument user_;
-    prefs::Catalogue catalogue_;
     /// By the numbers of their records.
     std::vector<Definition> definitions_;
     std::vector<std::string> sections_;
@@ -115,15 +132,14 @@ SettingAccounts::Readings::Readings(PreferenceFile defaultsFileNow, std::string 
                                     PreferenceFile userFileNow, std::string userText)
     : defaultsFile(std::move(defaultsFileNow)),
       userFile(std::move(userFileNow)),
-      defaultsText_(std::move(defaultsText)),
+      catalogue_(catalogueWith(std::move(defaultsText))),
       userText_(std::move(userText)),
-      defaults_(defaultsText_),
+      defaults_(catalogue_.defaultsText()),
       user_(userText_) {
     defaultsFile.isRead = defaults_.valid();
     userFile.isRead = user_.valid();
     userFile.isUnread = userFile.isUnread || (!user_.valid() && !userText_.empty());
     prefs::readDefaults(defaults_.root(), catalogue_, [this](const prefs::Definition& each) { take(each); });
-    catalogue_.setDefaultsText(defaultsText_);
     entries_ = readUserEntries(user_, defaults_, catalogue_);
     sortEntries();
 }
@@ -199,32 +215,40 @@ UserEntry SettingAccounts::Readings::entryFor(std::uint32_t number, const FoundE
     entry.name = found.name;
     entry.value = found.value.text();
     entry.effect = found.effect;
-    entry.place = {found.nameAt, user_.positionOf(found.value).value_or(json::Position())};
-    if (found.seems == number) {
+    entry.place = {user_.keyPositionOf(found.value).value_or(json::Position()),
+                   user_.positionOf(found.value).value_or(json::Position())};
+    if (found.seems) {
+        entry.meansOther = found.seems == number;
+        entry.other = fullName(entry.meansOther ? *found.means : *found.seems);
+    }
+    if (entry.meansOther && setsSomething(found)) {
         entry.effect = UserEntry::Effect::SetsAnother;
-        entry.other = fullName(*found.means);
-    } else if (found.seems) {
-        entry.other = fullName(*found.seems);
     }
     return entry;
 }
 
-void SettingAccounts::Readings::addNamesakes(SettingAccount& account, std::uint32_t number) const {
-    // Where every definition has its keys for itself, as it mostly is, there is nothing to look for.
-    if (catalogue_.settings().size() == keyCount_) {
-        if (definitions_[number].lendsBareName) {
-            account.lenders.push_back(namesake(number));
-        }
+void SettingAccounts::Readings::addRepetitions(SettingAccount& account, std::uint32_t number) const {
+    if (areNamesUnique()) {
         return;
     }
     makeKeys();
-    bareKeys_.forEach(prefs::keyOf(definitions_[number].name),
-                      [&](std::uint32_t lender) { account.lenders.push_back(namesake(lender)); });
     fullKeys_.forEach(catalogue_.settings().record(number).key, [&](std::uint32_t other) {
         if (other > number) {
             account.repetitions.push_back(namesake(other));
         }
     });
+}
+
+std::vector<SettingAccount::Namesake> SettingAccounts::Readings::lenders(std::uint32_t number) const {
+    if (areNamesUnique()) {
+        return definitions_[number].lendsBareName ? std::vector{namesake(number)}
+                                                  : std::vector<SettingAccount::Namesake>();
+    }
+    makeKeys();
+    std::vector<SettingAccount::Namesake> lenders;
+    bareKeys_.forEach(prefs::keyOf(definitions_[number].name),
+                      [&](std::uint32_t lender) { lenders.push_back(namesake(lender)); });
+    return lenders;
 }
 
 SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
@@ -237,7 +261,7 @@ SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
             account.entries.push_back(entryFor(number, *entry));
         }
     }
-    addNamesakes(account, number);
+    addRepetitions(account, number);
     return account;
 }
 
@@ -267,6 +291,8 @@ const PreferenceFile& SettingAccounts::defaultsFile() const { return readings_->
 
 const PreferenceFile& SettingAccounts::userFile() const { return readings_->userFile; }
 
+bool SettingAccounts::empty() const { return readings_->empty(); }
+
 const std::vector<std::uint32_t>& SettingAccounts::numbers() const { return readings_->numbers(); }
 
 std::optional<std::uint32_t> SettingAccounts::find(std::string_view name) const {
@@ -281,6 +307,10 @@ bool SettingAccounts::isFullName(std::string_view name, std::uint32_t number) co
 host::SettingInfo SettingAccounts::info(std::uint32_t number) const { return readings_->info(number); }
 
 SettingAccount SettingAccounts::account(std::uint32_t number) const { return readings_->account(number); }
+
+std::vector<SettingAccount::Namesake> SettingAccounts::lenders(std::uint32_t number) const {
+    return readings_->lenders(number);
+}
 
 const std::vector<UserEntry>& SettingAccounts::entriesWithoutSetting() const {
     return readings_->entriesWithoutSetting();
@@ -297,11 +327,10 @@ std::vector<std::string> SettingAccounts::names() const {
 }
 
 std::vector<json::View> SettingAccounts::entriesThatSet(const std::vector<std::uint32_t>& numbers) const {
+    const std::unordered_set<std::uint32_t> wanted(numbers.begin(), numbers.end());
     std::vector<json::View> values;
     for (const FoundEntry& entry : readings_->entries()) {
-        const bool isAccepted =
-            entry.effect == UserEntry::Effect::InForce || entry.effect == UserEntry::Effect::Overruled;
-        if (isAccepted && std::find(numbers.begin(), numbers.end(), *entry.means) != numbers.end()) {
+        if (setsSomething(entry) && wanted.count(*entry.means) != 0) {
             values.push_back(entry.value);
         }
     }

@@ -2,7 +2,6 @@
 #include "command/explain/user_entries.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <string_view>
 #include <unordered_map>
@@ -15,50 +14,103 @@
 namespace zelutil::command {
 namespace {
 
+/// Has the sections of the defaults, also those without settings.
+class ShippedSections {
+public:
+    explicit ShippedSections(json::View defaults) : root_(defaults) {}
+
+    bool has(const std::string& attributePath) { return sections().count(attributePath) != 0; }
+
+    /// Returns whether the section has a member of that name, which a save copies into the user's file. The empty path
+    /// stands for the top, too.
+    bool hasMember(const std::string& attributePath, std::string_view name) {
+        const auto section = sections().find(attributePath);
+        if (section == sections().end()) {
+            return attributePath.empty() && root_.member(name);
+        }
+        return static_cast<bool>(section->second.member(name));
+    }
+
+private:
+    using Sections = std::unordered_map<std::string, json::View>;
+
+    const Sections& sections() {
+        if (!std::exchange(areThere_, true)) {
+            prefs::forEachSection(root_, [this](const prefs::VisitedSection& visited) {
+                sections_.try_emplace(visited.attributePath, visited.element);
+            });
+        }
+        return sections_;
+    }
+
+    json::View root_;
+    bool areThere_ = false;
+    Sections sections_;
+};
+
 /// Holds the entries that were found, by the places of their values.
 class EntryList {
 public:
     EntryList(const json::LocatedDocument& user, const prefs::Catalogue& catalogue)
         : user_(user), catalogue_(catalogue) {}
 
-    std::size_t placeOf(json::View value) const { return user_.positionOf(value).value_or(json::Position()).offset; }
-    bool has(json::View value) const { return entries_.count(placeOf(value)) != 0; }
+    std::size_t placeOf(json::View value) const { return user_.offsetOf(value).value_or(0); }
+    bool has(json::View value) const { return numbers_.count(placeOf(value)) != 0; }
 
-    FoundEntry& add(std::string_view section, const json::Member& member, UserEntry::Effect effect) {
+    /// Returns its number in the list.
+    std::size_t add(std::string_view section, const json::Member& member, UserEntry::Effect effect) {
         FoundEntry entry;
         entry.section = section;
         entry.name = member.key;
         entry.value = member.value;
-        entry.nameAt = user_.keyPositionOf(member.value).value_or(json::Position());
         entry.effect = effect;
         entry.means = meant(section, member.key);
-        return entries_.insert_or_assign(placeOf(member.value), std::move(entry)).first->second;
+        const auto there = numberOf(catalogue_.settings().find(
+            prefs::keyOf(member.key, prefs::keyOf(prefs::kNameSeparator, prefs::keyOf(section)))));
+        // An empty name means nothing, whatever a setting is called.
+        entry.seems = !entry.means || there == entry.means ? std::nullopt : there;
+        const auto [number, isNew] = numbers_.try_emplace(placeOf(member.value), entries_.size());
+        if (isNew) {
+            entries_.push_back(std::move(entry));
+        } else {
+            entries_[number->second] = std::move(entry);
+        }
+        return number->second;
     }
+
+    FoundEntry& operator[](std::size_t number) { return entries_[number]; }
 
     std::optional<std::uint32_t> meant(std::string_view section, std::string_view name) const {
-        const prefs::Setting* const setting = catalogue_.findEntry(name, section);
-        return setting == nullptr ? std::nullopt : std::optional(setting->number);
+        return numberOf(catalogue_.findEntry(name, section));
     }
 
+    /// Returns them in the order of the text.
     std::vector<FoundEntry> take() {
-        std::vector<FoundEntry> all;
-        all.reserve(entries_.size());
-        for (auto& [place, entry] : entries_) {
-            all.push_back(std::move(entry));
+        const auto isBefore = [this](const FoundEntry& a, const FoundEntry& b) {
+            return user_.offsetOf(a.value) < user_.offsetOf(b.value);
+        };
+        if (!std::is_sorted(entries_.begin(), entries_.end(), isBefore)) {
+            std::sort(entries_.begin(), entries_.end(), isBefore);
         }
-        return all;
+        return std::move(entries_);
     }
 
 private:
+    static std::optional<std::uint32_t> numberOf(const prefs::Setting* setting) {
+        return setting == nullptr ? std::nullopt : std::optional(setting->number);
+    }
+
     const json::LocatedDocument& user_;
     const prefs::Catalogue& catalogue_;
-    std::map<std::size_t, FoundEntry> entries_;
+    std::vector<FoundEntry> entries_;
+    /// Their numbers in that list, by the places of their values.
+    std::unordered_map<std::size_t, std::size_t> numbers_;
 };
 
 /// Takes down what the reader tells.
 class ToldEntries {
 public:
-    ToldEntries(EntryList& entries, const prefs::Catalogue& catalogue) : entries_(entries), catalogue_(catalogue) {}
+    ToldEntries(EntryList& entries, ShippedSections& shipped) : entries_(entries), shipped_(shipped) {}
 
     void find(const prefs::EntryFinding& finding, json::View place) {
         switch (finding.kind) {
@@ -75,11 +127,12 @@ public:
                 effectsInside_[entries_.placeOf(place)] = UserEntry::Effect::NoList;
                 return;
             case prefs::EntryFinding::Kind::UnknownSection:
-                effectsInside_[entries_.placeOf(place)] = UserEntry::Effect::UnknownSection;
+                effectsInside_[entries_.placeOf(place)] = shipped_.has(finding.section)
+                                                              ? UserEntry::Effect::GroupingSection
+                                                              : UserEntry::Effect::UnknownSection;
                 return;
+            // The list finds out itself which setting an entry means.
             case prefs::EntryFinding::Kind::AnotherSection:
-                ofAnotherSection_ = place;
-                return;
             case prefs::EntryFinding::Kind::NotOfTheForm:
                 return;
         }
@@ -87,15 +140,11 @@ public:
 
     void accept(const prefs::AcceptedEntry& accepted) {
         const std::uint32_t number = accepted.setting.number;
-        FoundEntry& entry = entries_.add(accepted.attributePath, accepted.entry, UserEntry::Effect::InForce);
-        if (accepted.entry.value.isSame(ofAnotherSection_)) {
-            const auto there = numberOf(accepted.attributePath + std::string(prefs::kNameSeparator) + entry.name);
-            entry.seems = there == number ? std::nullopt : there;
-        }
-        const auto [last, isFirst] = last_.try_emplace(number, &entry);
+        const std::size_t entry = entries_.add(accepted.attributePath, accepted.entry, UserEntry::Effect::InForce);
+        const auto [last, isFirst] = last_.try_emplace(number, entry);
         if (!isFirst) {
-            last->second->effect = UserEntry::Effect::Overruled;
-            last->second = &entry;
+            entries_[last->second].effect = UserEntry::Effect::Overruled;
+            last->second = entry;
         }
     }
 
@@ -109,39 +158,12 @@ public:
     }
 
 private:
-    std::optional<std::uint32_t> numberOf(const std::string& fullName) const {
-        const prefs::Setting* const setting = catalogue_.find(fullName);
-        return setting == nullptr ? std::nullopt : std::optional(setting->number);
-    }
-
     EntryList& entries_;
-    const prefs::Catalogue& catalogue_;
-    std::map<std::size_t, UserEntry::Effect> effectsInside_;
-    /// By the numbers of the settings. The list keeps its entries where they are.
-    std::unordered_map<std::uint32_t, FoundEntry*> last_;
-    json::View ofAnotherSection_;
-};
-
-/// Has the members of the defaults' sections that have nothing to do with settings: a save copies them into the user's
-/// file.
-class ShippedMembers {
-public:
-    explicit ShippedMembers(json::View defaults) : root_(defaults) {}
-
-    bool has(const std::string& attributePath, std::string_view name) {
-        if (sections_.empty()) {
-            prefs::forEachSection(root_, [this](const prefs::VisitedSection& visited) {
-                sections_.try_emplace(visited.attributePath, visited.element);
-            });
-            sections_.try_emplace("", root_);
-        }
-        const auto section = sections_.find(attributePath);
-        return section != sections_.end() && section->second.member(name);
-    }
-
-private:
-    json::View root_;
-    std::unordered_map<std::string, json::View> sections_;
+    ShippedSections& shipped_;
+    /// By the places of the containers.
+    std::unordered_map<std::size_t, UserEntry::Effect> effectsInside_;
+    /// The number of each setting's last entry.
+    std::unordered_map<std::uint32_t, std::size_t> last_;
 };
 
 /// Returns whether members of that name are of a section's form and never entries.
@@ -154,8 +176,8 @@ bool isOfSectionForm(std::string_view name) {
 /// Looks for texts with the names of settings where the reader has found no entry.
 class PassedOver {
 public:
-    PassedOver(EntryList& entries, const ToldEntries& told, const prefs::Catalogue& catalogue, json::View defaults)
-        : entries_(entries), told_(told), catalogue_(catalogue), shipped_(defaults) {}
+    PassedOver(EntryList& entries, const ToldEntries& told, const prefs::Catalogue& catalogue, ShippedSections& shipped)
+        : entries_(entries), told_(told), catalogue_(catalogue), shipped_(shipped) {}
 
     void search(json::View root) {
         searchElements(root, UserEntry::Effect::NotRead);
@@ -215,15 +237,19 @@ private:
     }
 
     void searchOddMember(const json::Member& member) {
-        if (!isOfSectionForm(member.key) && !shipped_.has(path_.text(), member.key)) {
+        if (!isOfSectionForm(member.key) && !shipped_.hasMember(path_.text(), member.key)) {
             consider(member, UserEntry::Effect::NotRead);
             searchAnything(member.value, UserEntry::Effect::NotRead);
         }
     }
 
     void consider(const json::Member& member, UserEntry::Effect effect) {
-        const bool isEntry = effect == UserEntry::Effect::UnknownSection || entries_.meant(path_.text(), member.key);
-        if (isEntry && member.value.text() && !entries_.has(member.value)) {
+        if (!member.value.text() || entries_.has(member.value)) {
+            return;
+        }
+        const bool isInSection =
+            effect == UserEntry::Effect::UnknownSection || effect == UserEntry::Effect::GroupingSection;
+        if (isInSection || entries_.meant(path_.text(), member.key)) {
             entries_.add(path_.text(), member, effect);
         }
     }
@@ -231,7 +257,7 @@ private:
     EntryList& entries_;
     const ToldEntries& told_;
     const prefs::Catalogue& catalogue_;
-    ShippedMembers shipped_;
+    ShippedSections& shipped_;
     prefs::JoinedNames path_;
 };
 
@@ -240,12 +266,13 @@ private:
 std::vector<FoundEntry> readUserEntries(const json::LocatedDocument& user, const json::LocatedDocument& defaults,
                                         prefs::Catalogue& catalogue) {
     EntryList entries(user, catalogue);
-    ToldEntries told(entries, catalogue);
+    ShippedSections shipped(defaults.root());
+    ToldEntries told(entries, shipped);
     prefs::readUserSettings(
         user.root(), catalogue,
         prefs::EntrySinks{[&](const prefs::EntryFinding& finding, json::View place) { told.find(finding, place); },
                           [&](const prefs::AcceptedEntry& accepted) { told.accept(accepted); }});
-    PassedOver(entries, told, catalogue, defaults.root()).search(user.root());
+    PassedOver(entries, told, catalogue, shipped).search(user.root());
     return entries.take();
 }
 

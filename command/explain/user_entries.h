@@ -17,11 +17,11 @@ struct FoundEntry {
     std::string section;
     std::string name;
     json::View value;
-    json::Position nameAt;
     UserEntry::Effect effect = UserEntry::Effect::InForce;
     /// The setting that it sets, or would set if it had an effect.
     std::optional<std::uint32_t> means;
-    /// The setting of its section that has its name, where it means another one.
+    /// The setting of its section that has its name, where it means another one: somebody who reads the entry takes it
+    /// for that one's.
     std::optional<std::uint32_t> seems;
 };
 

@@ -21,6 +21,7 @@ struct Explained {
     std::string asked;
     bool isFullName = false;
     SettingAccount account;
+    std::vector<SettingAccount::Namesake> lenders;
 };
 
 Place explainedPlace(const std::string& file, const json::Position& position) {
@@ -52,7 +53,7 @@ public:
     }
 
     void run(const std::vector<std::string>& names) {
-        if (accounts_.numbers().empty()) {
+        if (accounts_.empty()) {
             failWithoutDefaults("setting", output_);
             return;
         }
@@ -60,7 +61,8 @@ public:
         std::vector<Explained> all;
         for (const std::string& name : names) {
             if (const auto number = accounts_.find(name)) {
-                all.push_back({name, accounts_.isFullName(name, *number), accounts_.account(*number)});
+                all.push_back({name, accounts_.isFullName(name, *number), accounts_.account(*number),
+                               accounts_.lenders(*number)});
             } else {
                 tellUnknown(name);
             }
@@ -79,7 +81,7 @@ private:
     void addFindings(const SettingAccount& account);
     void print(const Explained& one);
     void printEntry(const UserEntry& entry, const std::string& section);
-    void printNamesakes(const SettingAccount& account);
+    void printNamesakes(const Explained& one);
     void write(JsonWriter& json, const Explained& one);
     void writeFunctions(JsonWriter& json, const host::SettingInfo& setting);
     void writePlace(JsonWriter& json, const std::string& file, const PairPlace& place);
@@ -102,7 +104,7 @@ void Explanation::tellUnknown(const std::string& name) {
 }
 
 void Explanation::addFinding(const UserEntry& entry) {
-    output_.add({Severity::Warning, "The entry \"" + entry.name + "\" has no effect. " + reasonOf(entry),
+    output_.add({Severity::Warning, "The entry \"" + entry.name + "\" " + outcomeOf(entry) + ". " + reasonOf(entry),
                  "\"zelutil lint\" checks the whole file.", explainedPlace(userFile_, entry.place.name)});
 }
 
@@ -136,23 +138,23 @@ void Explanation::print(const Explained& one) {
     output_.line("  zelutil_read_bool: {}, zelutil_read_int: {}, zelutil_read_double: {}",
                  value(typedText(host::boolOf(info.value))), value(typedText(host::intOf(info.value))),
                  value(typedText(host::doubleOf(info.value))));
-    printNamesakes(account);
+    printNamesakes(one);
     for (const UserEntry& entry : account.entries) {
         printEntry(entry, info.section);
     }
 }
 
-void Explanation::printNamesakes(const SettingAccount& account) {
+void Explanation::printNamesakes(const Explained& one) {
     const auto line = [&](const char* text, const SettingAccount::Namesake& other) {
         output_.line("  {} {}, at {}", text, output_.shown(Role::Name, other.fullName),
                      output_.shown(Role::Faint, textOfPlace(explainedPlace(defaultsFile_, other.place.name))));
     };
-    if (account.lenders.size() > 1) {
-        for (const SettingAccount::Namesake& lender : account.lenders) {
+    if (one.lenders.size() > 1) {
+        for (const SettingAccount::Namesake& lender : one.lenders) {
             line("the bare name is lent by", lender);
         }
     }
-    for (const SettingAccount::Namesake& repetition : account.repetitions) {
+    for (const SettingAccount::Namesake& repetition : one.account.repetitions) {
         line("defined again, without effect:", repetition);
     }
 }
@@ -160,7 +162,7 @@ void Explanation::printNamesakes(const SettingAccount& account) {
 void Explanation::printEntry(const UserEntry& entry, const std::string& section) {
     const std::string at = output_.shown(Role::Faint, textOfPlace(explainedPlace(userFile_, entry.place.name)));
     const std::string reason = reasonOf(entry);
-    const std::string effect = !reason.empty()            ? "no effect. " + reason
+    const std::string effect = !reason.empty()            ? std::string(outcomeOf(entry)) + ". " + reason
                                : entry.section == section ? "in force."
                                                           : "in force, from the section \"" + entry.section + "\".";
     output_.line("  entry {}, at {}: {}", output_.shown(Role::Name, entry.name), at,
@@ -227,7 +229,7 @@ void Explanation::write(JsonWriter& json, const Explained& one) {
             writePlace(json, defaultsFile_, other.place);
         });
     };
-    namesakes("lenders", account.lenders);
+    namesakes("lenders", one.lenders);
     namesakes("repetitions", account.repetitions);
 }
 

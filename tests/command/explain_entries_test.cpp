@@ -1,6 +1,7 @@
 // Every entry of a user's text, with the settings that it concerns and the reason for which it has no effect.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,6 +65,7 @@ struct EntryRow {
     std::vector<std::string> entries;
 };
 
+#define B_C_SECTION R"({"header":"B","attribute":"b","children":[{"header":"C","attribute":"c",)"
 #define A_SECTION R"({"header":"A","attribute":"a",)"
 
 const EntryRow kEntryRows[] = {
@@ -94,6 +96,29 @@ const EntryRow kEntryRows[] = {
      R"({"b::c::width":"9"}]}]}]})",
      "b::c::width",
      {"in-force b::c/b::c::width=9"}},
+    // Such an entry is the section's own to look at, also where it has no effect at all.
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":[{"width":9}]}]}]})",
+     "b::c::width",
+     {"no-text b::c/width=? a::width"}},
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":[{"width":9}]}]}]})",
+     "a::width",
+     {"no-text b::c/width=? b::c::width"}},
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":{"width":"9"}}]}]})",
+     "b::c::width",
+     {"no-list b::c/width=9 a::width"}},
+    {R"({"meta":[)" B_C_SECTION R"("overridensettings":[{"width":"9"}]}]}]})",
+     "b::c::width",
+     {"not-read b::c/width=9 a::width"}},
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":[],"overriddensettings":[{"width":"9"}]}]}]})",
+     "b::c::width",
+     {"not-read b::c/width=9 a::width"}},
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":[{"width":"8"},{"a::width":"9"}]}]}]})",
+     "b::c::width",
+     {"sets-another b::c/width=8 a::width"}},
+    // A full name means its setting in every section, whatever the name of a setting there is.
+    {R"({"meta":[)" B_C_SECTION R"("overriddensettings":[{"B::C::height":"9"}]}]}]})",
+     "b::c::b::c::height",
+     {"in-force b::c/B::C::height=9"}},
     // Values that are no texts, and entries that stand in no array.
     {R"({"meta":[)" A_SECTION R"("overriddensettings":[{"width":9},{"width":["8"]}]}]})",
      "a::width",
@@ -106,7 +131,7 @@ const EntryRow kEntryRows[] = {
      {"unknown-section x/width=9"}},
     {R"({"meta":[{"header":"B","attribute":"b","overriddensettings":[{"b::c::width":"9"}]}]})",
      "b::c::width",
-     {"unknown-section b/b::c::width=9"}},
+     {"grouping-section b/b::c::width=9"}},
     {R"({"meta":[{"header":"K","attribute":"keys","overriddensettings":[{"width":"9"},{"actions":[{"width":"8"}]}]}]})",
      "a::width",
      {"of-sub-manager keys/width=9"}},
@@ -150,6 +175,28 @@ TEST(ExplainEntries, AreToldWithTheirEffects) {
     }
 }
 
+/// Returns the reasons for which the entries of a text have no effect on the setting.
+std::vector<std::string> reasons(const char* user, const char* setting) {
+    const SettingAccounts accounts(kDefaults, user);
+    std::vector<std::string> texts;
+    for (const UserEntry& entry : accounts.account(accounts.find(setting).value()).entries) {
+        texts.push_back(zelutil::command::reasonOf(entry));
+    }
+    return texts;
+}
+
+TEST(ExplainEntries, HaveEveryReasonForWhichTheyHaveNoEffect) {
+    EXPECT_EQ(reasons(R"({"meta":[)" B_C_SECTION R"("overriddensettings":{"width":"9"}}]}]})", "b::c::width"),
+              std::vector<std::string>{"The entries of the section \"b::c\" do not stand in an array. "
+                                       "The name \"width\" means a::width first."});
+    EXPECT_EQ(reasons(R"({"meta":[)" B_C_SECTION R"("overriddensettings":{"width":"9"}}]}]})", "a::width"),
+              std::vector<std::string>{"The entries of the section \"b::c\" do not stand in an array."});
+    EXPECT_EQ(reasons(R"({"meta":[)" B_C_SECTION R"("overriddensettings":[{"width":"9"}]}]}]})", "b::c::width"),
+              std::vector<std::string>{"The name \"width\" means a::width first."});
+    EXPECT_EQ(reasons(R"({"meta":[{"header":"B","attribute":"b","overriddensettings":[{"width":"9"}]}]})", "a::width"),
+              std::vector<std::string>{"The section \"b\" has no settings in the defaults; it groups other sections."});
+}
+
 TEST(ExplainEntries, WithoutASettingAreToldApart) {
     const SettingAccounts accounts(kDefaults, R"({"meta":[)" A_SECTION R"("overriddensettings":[{"widht":"9","b":1}]},)"
                                               R"({"header":"X","attribute":"x","overriddensettings":[{"y":"8"}]}]})");
@@ -174,19 +221,48 @@ TEST(ExplainNames, AreResolvedAndLent) {
     const SettingAccount account = accounts.account(*width);
     EXPECT_EQ(account.info.fullName, "a::width");
     EXPECT_EQ(account.info.bareNames, std::vector<std::string>{"width"});
-    EXPECT_EQ(namesOf(account.lenders), (std::vector<std::string>{"a::width", "a::Width", "b::c::width"}));
+    EXPECT_EQ(namesOf(accounts.lenders(*width)), (std::vector<std::string>{"a::width", "a::Width", "b::c::width"}));
     EXPECT_EQ(namesOf(account.repetitions), std::vector<std::string>{"a::Width"});
     expectThere(kDefaults, account.definition, "\"width\"", "\"1\"");
     expectThere(kDefaults, account.repetitions.front().place, "\"Width\"", "\"4\"");
 
-    const SettingAccount only = accounts.account(accounts.find("a::n::only").value());
-    EXPECT_TRUE(only.info.bareNames.empty());
-    EXPECT_TRUE(only.lenders.empty());
+    const auto only = accounts.find("a::n::only");
+    EXPECT_TRUE(accounts.account(only.value()).info.bareNames.empty());
+    EXPECT_TRUE(accounts.lenders(only.value()).empty());
     EXPECT_FALSE(accounts.find("only"));
     // Its own name has the form of a full one.
     EXPECT_FALSE(accounts.isFullName("b::c::height", accounts.find("b::c::height").value()));
     EXPECT_EQ(accounts.names(), (std::vector<std::string>{"a::width", "width", "a::version", "version", "a::n::only",
                                                           "b::c::width", "b::c::b::c::height", "b::c::height"}));
+}
+
+/// Returns defaults of so many sections with a setting each.
+std::string manyDefaults(std::size_t count, bool haveOneName) {
+    std::string text = R"({"meta":[)";
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string number = std::to_string(i);
+        text += (i == 0 ? "" : ",") + (R"({"header":"","attribute":"s)" + number) +
+                R"(","tclCommand":"t","defaultsettings":[{"name":"n)" + (haveOneName ? "" : number) +
+                R"(","value":""}]})";
+    }
+    return text + "]}";
+}
+
+/// Returns how many seconds the accounts of all settings take.
+double secondsOfAccounts(const std::string& defaults, std::size_t count) {
+    const SettingAccounts accounts(defaults, "");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(accounts.numbers().size(), count);
+    for (const std::uint32_t number : accounts.numbers()) {
+        EXPECT_TRUE(accounts.account(number).repetitions.empty());
+    }
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+TEST(ExplainNames, OfManySettingsMayBeOne) {
+    constexpr std::size_t kCount = 400;
+    const double ofOneName = secondsOfAccounts(manyDefaults(kCount, true), kCount);
+    EXPECT_LT(ofOneName, 5 * secondsOfAccounts(manyDefaults(kCount, false), kCount));
 }
 
 TEST(ExplainNames, AreNoneWithoutDefaults) {
