@@ -144,10 +144,15 @@ void tellSaved(const std::vector<SettingInfo>& before, const SaveResult& result,
     tellChanged(result.ok() ? changesSince(before) : std::vector<SettingChange>(), result, output);
 }
 
-void tellChanged(const std::vector<SettingChange>& changes, const SaveResult& result, Output& output) {
+void tellChanged(const std::vector<SettingChange>& changes, const SaveResult& result, Output& output,
+                 const std::string& reason) {
     tellConflicts(result, output);
     tellObstacles(result, output);
     output.members([&](JsonWriter& json) { writeSave(changes, result, json); });
+    if (!reason.empty()) {
+        output.fail(reason, "Nothing was done. Try again once that is mended.");
+        return;
+    }
     if (!result.ok()) {
         tellFailure(result, output);
         return;

@@ -26,8 +26,10 @@ struct SettingChange {
 /// before the save.
 void tellSaved(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output);
 
-/// Does the same for changes that are known.
-void tellChanged(const std::vector<SettingChange>& changes, const host::SaveResult& result, Output& output);
+/// Does the same for changes that are known. Where nothing was written for a reason of its own, `reason` has the
+/// sentence for it.
+void tellChanged(const std::vector<SettingChange>& changes, const host::SaveResult& result, Output& output,
+                 const std::string& reason = {});
 
 }  // namespace zelutil::command
 

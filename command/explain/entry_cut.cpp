@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_set>
 
 #include "prefs/section_walk.h"
 
@@ -22,8 +23,11 @@ struct Item {
 
 class EntryCut {
 public:
-    EntryCut(const json::LocatedDocument& document, const std::vector<json::View>& values)
-        : document_(document), values_(values) {}
+    EntryCut(const json::LocatedDocument& document, const std::vector<json::View>& values) : document_(document) {
+        for (const json::View value : values) {
+            placesThatGo_.insert(beginOf(value));
+        }
+    }
 
     std::string run() {
         prefs::forEachSection(document_.root(), [this](const prefs::VisitedSection& visited) {
@@ -36,9 +40,7 @@ public:
     }
 
 private:
-    bool goes(json::View value) const {
-        return std::any_of(values_.begin(), values_.end(), [=](json::View one) { return one.isSame(value); });
-    }
+    bool goes(json::View value) const { return placesThatGo_.count(beginOf(value)) != 0; }
 
     std::size_t beginOf(json::View value) const {
         return document_.positionOf(value).value_or(json::Position()).offset;
@@ -104,7 +106,7 @@ private:
     }
 
     const json::LocatedDocument& document_;
-    const std::vector<json::View>& values_;
+    std::unordered_set<std::size_t> placesThatGo_;
     std::vector<Stretch> cuts_;
 };
 

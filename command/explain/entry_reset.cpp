@@ -36,7 +36,8 @@ host::SaveResult EntryReset::cut(const std::vector<std::uint32_t>& settings) {
     return result;
 }
 
-/// Replaces the file as a save does. A program that waits for no turn may have changed it since it was read.
+/// Replaces the file as a save does. It may have been changed since it was read, by a program that waits for no turn or
+/// where this one has none.
 void EntryReset::write(const std::string& text, host::SaveResult& result) const {
     prefs::UserSettingsFile file;
     bool isAsRead = false;

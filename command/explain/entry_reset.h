@@ -13,13 +13,18 @@
 
 namespace zelutil::command {
 
-/// Takes entries out of the user's file while no save of another process can come between the reading and the writing.
+/// Takes entries out of the user's file. From the reading to the writing it has the turn that saves take, so that none
+/// of another process comes between. Where that is not to be had it goes on without, and a file that was changed since
+/// it was read stays.
 class EntryReset {
 public:
     /// Waits for its turn and reads both preference files.
     EntryReset();
 
     const SettingAccounts& accounts() const { return accounts_; }
+
+    /// Returns whether other processes are kept from saving.
+    bool hasTurn() const { return turn_ && turn_->isTaken(); }
 
     /// Cuts every entry that sets one of these settings out of the file, and leaves every other byte alone. The result
     /// has a status, a path and the copy that was kept, and a text where the file stays for a reason of its own. Called

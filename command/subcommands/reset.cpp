@@ -1,6 +1,6 @@
 // zelutil reset: gives settings their shipped defaults again, by taking their entries out of the user's file.
-#include <algorithm>
 #include <memory>
+#include <unordered_set>
 
 #include "command/arguments.h"
 #include "command/explain/entry_reset.h"
@@ -21,13 +21,14 @@ struct ResetChoices {
 std::optional<std::vector<std::uint32_t>> settingsToReset(const ResetChoices& choices, const SettingAccounts& accounts,
                                                           Output& output) {
     std::vector<std::uint32_t> numbers;
+    std::unordered_set<std::uint32_t> known;
     bool areAllKnown = true;
     for (const std::string& name : choices.names) {
         const auto number = accounts.find(name);
         areAllKnown = areAllKnown && number;
         if (!number) {
             output.add(unknownSetting(name, accounts.names()));
-        } else if (std::find(numbers.begin(), numbers.end(), *number) == numbers.end()) {
+        } else if (known.insert(*number).second) {
             numbers.push_back(*number);
         }
     }
@@ -44,15 +45,17 @@ std::optional<std::vector<std::uint32_t>> settingsToReset(const ResetChoices& ch
 }
 
 void tellReset(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output) {
-    if (!result.text.empty()) {
-        output.fail(result.text, "Nothing was done. Try again once that is mended.");
-        return;
-    }
     std::vector<SettingChange> changes;
     for (const host::SettingInfo& setting : result.ok() ? before : std::vector<host::SettingInfo>()) {
         changes.push_back({setting, setting.defaultValue});
     }
-    tellChanged(changes, result, output);
+    tellChanged(changes, result, output, result.text);
+}
+
+void tellMissingTurn(Output& output) {
+    output.add({Severity::Warning,
+                "Other processes could not be kept from saving at the same moment, which this reset may have undone.",
+                "See whether their values are still there: \"zelutil diff\" shows all.", std::nullopt});
 }
 
 void resetSettings(const ResetChoices& choices, Output& output) {
@@ -74,12 +77,16 @@ void resetSettings(const ResetChoices& choices, Output& output) {
     for (const std::uint32_t number : *numbers) {
         before.push_back(accounts.info(number));
     }
-    tellReset(before, reset.cut(*numbers), output);
+    const host::SaveResult result = reset.cut(*numbers);
+    tellReset(before, result, output);
+    if (result.status == host::SaveResult::Status::Saved && !reset.hasTurn()) {
+        tellMissingTurn(output);
+    }
 }
 
 Work declareReset(CLI::App& arguments) {
     const auto choices = std::make_shared<ResetChoices>();
-    addTexts(arguments, "NAME", choices->names, "Settings, by bare or full name");
+    addTexts(arguments, "NAME", choices->names, "Settings, by bare or full name; either these or --all");
     arguments.add_flag("--all", choices->all, "Reset everything that the user has set");
     return [choices](Output& output) { resetSettings(*choices, output); };
 }
@@ -87,8 +94,10 @@ Work declareReset(CLI::App& arguments) {
 }  // namespace
 
 const Subcommand kReset{"reset",
-                        "Give settings their shipped defaults again and take them out of the user's file",
-                        "$ zelutil reset grid",
+                        "Take settings out of the user's file, so that they have their shipped defaults again",
+                        "$ zelutil reset grid\n"
+                        "display::grids::grid: 0.25 -> 0.635\n"
+                        "Saved in /home/ann/pcbenv/tessel/tessel_settings.cfg",
                         FindingsAre::BesideResult,
                         declareReset,
                         Completes::Settings};

@@ -1,15 +1,20 @@
 // zelutil reset takes entries out of the user's file and leaves every other byte alone.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 #include "command/command_world.h"
 #include "command/explain/entry_cut.h"
 #include "command/explain/setting_account.h"
+#include "platform/file_turn.h"
 
 namespace {
 
 using zelutil::command::SettingAccounts;
 using zelutil::test::ChildResult;
 using zelutil::test::CommandWorld;
+using zelutil::test::inJson;
 using zelutil::test::kCommandDefaults;
 using zelutil::test::readTextFile;
 
@@ -123,6 +128,58 @@ TEST(ExplainReset, LeavesAFileThatIsNoJson) {
     EXPECT_NE(result.err.find("Nothing can be taken out of the user's file"), std::string::npos) << result.err;
     EXPECT_EQ(readTextFile(world.userFile()), text);
     EXPECT_FALSE(std::filesystem::exists(world.userFile().u8string() + ".bad"));
+}
+
+TEST(ExplainReset, TellsProgramsToo) {
+    const CommandWorld world;
+    world.writeUser("no JSON");
+    const std::string json = world.json({"reset", "zoom"});
+    EXPECT_NE(json.find(R"("settings":[],"save":{"status":"notWritten","file":")" + inJson(world.userFile()) + R"("})"),
+              std::string::npos)
+        << json;
+}
+
+/// Returns how many seconds it takes to take the entries of the first settings out of a text with so many.
+double secondsOfCut(std::size_t chosen) {
+    constexpr std::size_t kCount = 6000;
+    std::string settings;
+    std::string entries;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        const std::string name = (i == 0 ? "" : ",") + (R"({"name":"n)" + std::to_string(i));
+        settings += name + R"(","value":""})";
+        entries += (i == 0 ? R"({"n)" : R"(,{"n)") + std::to_string(i) + R"(":"v"})";
+    }
+    const SettingAccounts accounts(
+        R"({"meta":[{"header":"","attribute":"display","tclCommand":"t","defaultsettings":[)" + settings + "]}]}",
+        userWith('[' + entries + ']'));
+    const std::vector<std::uint32_t> numbers(accounts.numbers().begin(), accounts.numbers().begin() + chosen);
+    const auto begin = std::chrono::steady_clock::now();
+    const auto values = accounts.entriesThatSet(numbers);
+    EXPECT_EQ(values.size(), chosen);
+    EXPECT_FALSE(zelutil::command::withoutEntries(accounts.userDocument(), values).empty());
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+TEST(ExplainCut, OfAllEntriesTakesLittleMoreTimeThanOfOne) { EXPECT_LT(secondsOfCut(6000), 6 * secondsOfCut(1)); }
+
+/// The test has the turn, as another program that saves; the reset waits.
+TEST(ExplainReset, WaitsUntilAnotherSaveIsDone) {
+    const CommandWorld world;
+    world.writeUser(kOddFile);
+    ChildResult result;
+    std::thread reset;
+    {
+        const zelutil::platform::FileTurn turn(zelutil::test::windowsText(world.userFile()).c_str());
+        ASSERT_TRUE(turn.isTaken());
+        reset = std::thread([&] { result = world.run({"reset", "units"}); });
+        // The reset is waiting by now, or comes later still.
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        EXPECT_EQ(readTextFile(world.userFile()), kOddFile);
+        world.writeUser(userWith(R"([{"units":"inch"},{"zoom":"7"}])"));
+    }
+    reset.join();
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(readTextFile(world.userFile()), userWith(R"([{"zoom":"7"}])"));
 }
 
 /// Saves go into the current directory then, and the file that is read stays.

@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "command/command_line.h"
 #include "command/explain/entry_reset.h"
 #include "host/save_fault_tally.h"
 #include "prefs/preference_world.h"
@@ -102,6 +103,50 @@ TEST_F(ExplainResetFaults, AnyCallMayFail) {
     EXPECT_GT(tally_.broken, 100);
     EXPECT_GT(tally_.old, 0);
     EXPECT_GT(tally_.fresh, 0);
+}
+
+TEST_F(ExplainResetFaults, AFileThatWasChangedMeanwhileStays) {
+    EntryReset reset;
+    ASSERT_TRUE(reset.hasTurn());
+    // A program that waits for no turn.
+    const std::string changed = zelutil::test::readTextFile(world_.userFile()) + " ";
+    world_.writeUser(changed);
+    const SaveResult result = reset.cut({reset.accounts().find("s::value").value()});
+    EXPECT_EQ(result.status, SaveResult::Status::NotWritten);
+    EXPECT_EQ(result.text, "The file stays, because another program is changing it.");
+    EXPECT_EQ(fileText(), changed);
+}
+
+/// The lock of the directory fails.
+TEST_F(ExplainResetFaults, WithoutATurnItIsDoneAndTold) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    zelutil::command::ExitCode code{};
+    {
+        const Fault fault{"flock", 1, EIO};
+        const zelutil::test::FaultInjection injection(fault);
+        code = zelutil::command::run({"reset", "s::value"});
+        EXPECT_TRUE(injection.happened());
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "s::value: w -> default\nSaved in " + world_.userFile().u8string() + "\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "warning: Other processes could not be kept from saving at the same moment, which this reset may have "
+              "undone.\n    See whether their values are still there: \"zelutil diff\" shows all.\n");
+    EXPECT_EQ(code, zelutil::command::ExitCode::Found);
+    EXPECT_EQ(fileText(), kFileWithout);
+}
+
+/// Nobody is kept from saving between the reading and the cut then.
+TEST_F(ExplainResetFaults, WithoutATurnWhatAnotherSavesMeanwhileStays) {
+    const Fault fault{"flock", 1, EIO};
+    const zelutil::test::FaultInjection injection(fault);
+    EntryReset reset;
+    ASSERT_FALSE(reset.hasTurn());
+    world_.writeUser(kFileWithout);
+    const SaveResult result = reset.cut({reset.accounts().find("s::value").value()});
+    EXPECT_EQ(result.status, SaveResult::Status::NotWritten);
+    EXPECT_EQ(fileText(), kFileWithout);
 }
 
 TEST_F(ExplainResetFaults, AKilledResetLosesNothing) {
