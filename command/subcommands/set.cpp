@@ -17,10 +17,23 @@ struct Assignment {
     std::string value;
 };
 
+void checkForm(const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+        if (text.find('=') == std::string::npos || text.front() == '=') {
+            throw UsageError("\"" + text + "\" is no assignment, which is NAME=VALUE.");
+        }
+    }
+}
+
+/// Takes a text apart at the first equals sign before which the name of a setting stands, which may have such signs in
+/// it; at the first of all where there is none.
 Assignment assignmentOf(const std::string& text) {
-    const std::size_t equals = text.find('=');
-    if (equals == std::string::npos || equals == 0) {
-        throw UsageError("\"" + text + "\" is no assignment, which is NAME=VALUE.");
+    std::size_t equals = text.find('=');
+    for (std::size_t at = equals; at != std::string::npos; at = text.find('=', at + 1)) {
+        if (host::setting(text.substr(0, at))) {
+            equals = at;
+            break;
+        }
     }
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -46,11 +59,12 @@ void checkEachOnce(const std::vector<Assignment>& assignments, const std::vector
 }
 
 void set(const std::vector<std::string>& texts, Output& output) {
-    const std::vector<Assignment> assignments = assignmentsOf(texts);
+    checkForm(texts);
     const KnownSettings known(output);
     if (!known.areThere()) {
         return;
     }
+    const std::vector<Assignment> assignments = assignmentsOf(texts);
     std::vector<std::string> names;
     std::map<std::string, std::string> values;
     for (const auto& [name, value] : assignments) {

@@ -47,6 +47,15 @@ TEST(Saving, AValueMayBeEmptyAndLookLikeAnOption) {
     expectFine(world.run({"get", "units", "zoom"}), "display::units=\ndisplay::zoom=--json\n");
 }
 
+TEST(Saving, ANameMayHaveEqualsSigns) {
+    const CommandWorld world;
+    writeTextFile(world.defaultsFile(), R"({"meta":[{"header":"","attribute":"a=b","tclCommand":"t","defaultsettings":[
+        {"name":"x","value":"1"},{"name":"y=z","value":"2"},{"name":"u","value":"3"}]}]})");
+    EXPECT_EQ(world.run({"set", "a=b::x=4", "y=z=5=6", "u=v=w"}).exitCode, 0);
+    expectFine(world.run({"list"}), "a=b::x=4\na=b::y=z=5=6\na=b::u=v=w\n");
+    EXPECT_NE(world.run({"set", "q=r=s"}).err.find("There is no setting \"q\"."), std::string::npos);
+}
+
 TEST(Saving, ResetBringsTheDefaultBack) {
     const CommandWorld world;
     const std::string saved = "Saved in " + world.userFile().u8string() + "\n";
