@@ -1,6 +1,7 @@
 // The forms of the sheet that are lines of text.
 #include <zelutil/util/ascii.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "command/sheet/sheet.h"
@@ -41,13 +42,32 @@ std::string markdownRow(const Entry& entry) {
     return row + "|\n";
 }
 
+bool isBlankOrControl(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
+
+/// Returns whether a spreadsheet may take the text for a formula. It may pass over blanks and control characters. A
+/// single sign is a key.
 bool isFormula(std::string_view text) {
-    constexpr std::string_view kBeginnings = "=+-@\t\r";
-    return text.size() > 1 && kBeginnings.find(text.front()) != std::string_view::npos;
+    constexpr std::string_view kBeginnings = "=+-@";
+    const auto begin = std::find_if_not(text.begin(), text.end(), isBlankOrControl);
+    return text.end() - begin > 1 && kBeginnings.find(*begin) != std::string_view::npos;
+}
+
+/// Puts an apostrophe before every formula. A spreadsheet may begin a cell behind other signs than a comma, even where
+/// quotation marks are around them.
+std::string withoutFormulas(std::string_view text) {
+    constexpr std::string_view kSeparators = ";\t\r\n";
+    const bool isSpaced = text.size() > 1 && (text.front() == '\t' || text.front() == '\r');
+    std::string spoilt = isSpaced && !isFormula(text) ? "'" : "";
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool beginsCell = at == 0 || kSeparators.find(text[at - 1]) != std::string_view::npos;
+        spoilt += beginsCell && isFormula(text.substr(at)) ? "'" : "";
+        spoilt += text[at];
+    }
+    return spoilt;
 }
 
 std::string csvText(std::string_view text) {
-    std::string cell = (isFormula(text) ? "'" : "") + validUtf8(text);
+    std::string cell = withoutFormulas(validUtf8(text));
     if (cell.find_first_of(",\"\r\n") == std::string::npos) {
         return cell;
     }

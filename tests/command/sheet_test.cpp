@@ -122,6 +122,16 @@ TEST(Sheet, QuotesValuesAndSpoilsFormulas) {
         {"+2", "'+2"},
         {"\tx", "'\tx"},
         {"\rx", "\"'\rx\""},
+        // A spreadsheet may pass over these, and may begin a cell behind other signs than a comma.
+        {"\x01\x02=1+1", "'\x01\x02=1+1"},
+        {" \x7F@x", "' \x7F@x"},
+        {"\n=1", "\"'\n'=1\""},
+        {"a;=1+1", "a;'=1+1"},
+        {"a; -2;+3", "a;' -2;'+3"},
+        {"a\t=1", "a\t'=1"},
+        {"a\r\n@x", "\"a\r'\n'@x\""},
+        {"Ctrl+;", "Ctrl+;"},
+        {"a;b", "a;b"},
         {"=HYPERLINK(\"x\",\"y\")", "\"'=HYPERLINK(\"\"x\"\",\"\"y\"\")\""},
         // A single sign is no formula but a key.
         {"+", "+"},
