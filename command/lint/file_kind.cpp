@@ -22,12 +22,18 @@ struct Votes {
     std::size_t left = kMostMembers;
 };
 
-void countMember(std::string_view key, Votes& votes) {
+/// Returns whether members inside have names of the user's or of a sub-manager's, which tell nothing.
+bool holdsNames(const json::Member& member) {
+    return member.key == prefs::kOverriddenSettings || member.key == prefs::kDefaultSettings;
+}
+
+void countMember(const json::Member& member, View object, Votes& votes) {
+    const std::string_view key = member.key;
     if (key == prefs::kDefaultSettings || key == prefs::kTclCommand) {
         ++votes.defaults;
     } else if (key == prefs::kOverriddenSettings) {
         ++votes.user;
-    } else if (key == "facets" || key == "type") {
+    } else if (key == "facets" ? member.value.isArray() : key == "type" && object.member(prefs::kName)) {
         ++votes.facets;
     }
 }
@@ -39,8 +45,10 @@ void countMembers(View value, Votes& votes) {
             return;
         }
         --votes.left;
-        countMember(member.key, votes);
-        countMembers(member.value, votes);
+        countMember(member, value, votes);
+        if (!holdsNames(member)) {
+            countMembers(member.value, votes);
+        }
     }
     for (const View element : value.elements()) {
         countMembers(element, votes);

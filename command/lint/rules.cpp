@@ -34,7 +34,7 @@ const std::array<RuleInfo, kRuleCount>& rules() {
         {Rule::UnknownSection, "ZU017", Severity::Warning, "The defaults have no such section"},
         {Rule::UnknownSetting, "ZU018", Severity::Warning, "The defaults have no such setting"},
         {Rule::AnotherSection, "ZU019", Severity::Warning, "An entry sets another section's setting"},
-        {Rule::RepeatedEntry, "ZU020", Severity::Warning, "A later entry sets the same setting"},
+        {Rule::RepeatedEntry, "ZU020", Severity::Warning, "A later entry sets the same"},
         // The user's actions.
         {Rule::NotWrapped, "ZU021", Severity::Error, "The user's actions are not in an array of one"},
         {Rule::EntriesWithoutId, "ZU022", Severity::Error, "An entry without an id ends the list"},

@@ -2,7 +2,9 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
+#include "actions/action_text.h"
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
 #include "command/sections.h"
@@ -49,6 +51,7 @@ public:
         prefs::DefinitionCount count;
         prefs::forEachSection(defaults, [&](const VisitedSection& visited) {
             paths_.push_back(visited.attributePath);
+            sections_.insert(visited.attributePath);
             count.inSection(visited, [&](std::uint32_t, const prefs::DefaultSetting& setting) {
                 fullNames_.push_back(fullNameOf(visited.attributePath, setting.name));
                 names_.emplace_back(setting.name);
@@ -56,6 +59,7 @@ public:
         });
     }
 
+    bool hasSection(const std::string& path) const { return sections_.count(path) != 0; }
     const std::string& fullName(std::uint32_t number) const { return fullNames_[number]; }
 
     std::string hintForSection(const std::string& path) { return hintFor(path, paths_); }
@@ -69,6 +73,7 @@ private:
     }
 
     std::vector<std::string> paths_;
+    std::unordered_set<std::string> sections_;
     std::vector<std::string> fullNames_;  ///< By the numbers of their records.
     std::vector<std::string> names_;
     std::size_t hints_ = 0;
@@ -123,8 +128,10 @@ public:
     AgainstDefaults(View root, View defaults, Report& report)
         : report_(report), names_(defaults), contents_(shippedActions(defaults), report) {
         prefs::readDefaults(defaults, catalogue_);
-        prefs::readUserSettings(root, catalogue_,
-                                [this](const EntryFinding& finding, View place) { tell(finding, place); });
+        prefs::readUserSettings(
+            root, catalogue_,
+            prefs::EntrySinks{[this](const EntryFinding& finding, View place) { tell(finding, place); },
+                              [this](const prefs::AcceptedEntry& accepted) { note(accepted); }});
         prefs::forEachSection(root, [this](const VisitedSection& visited) { inSection(visited); });
     }
 
@@ -132,10 +139,7 @@ private:
     void tell(const EntryFinding& finding, View place) {
         switch (finding.kind) {
             case EntryFinding::Kind::UnknownSection:
-                report_.add(
-                    Rule::UnknownSection, place.member(prefs::kAttribute),
-                    "The defaults have no section " + inQuotes(finding.section) + ", so its entries mean nothing.",
-                    names_.hintForSection(finding.section));
+                tellUnknown(finding.section, place.member(prefs::kAttribute));
                 return;
             case EntryFinding::Kind::UnknownName:
                 report_.addAtKey(Rule::UnknownSetting, place, finding.name,
@@ -153,6 +157,18 @@ private:
         }
     }
 
+    void tellUnknown(const std::string& section, View attribute) {
+        if (names_.hasSection(section)) {
+            report_.add(Rule::UnknownSection, attribute,
+                        "The section " + inQuotes(section) +
+                            " has no settings in the defaults; it groups other sections, so its entries mean nothing.");
+            return;
+        }
+        report_.add(Rule::UnknownSection, attribute,
+                    "The defaults have no section " + inQuotes(section) + ", so its entries mean nothing.",
+                    names_.hintForSection(section));
+    }
+
     void tellMeant(const EntryFinding& finding, View place) {
         const std::string meant = names_.fullName(catalogue_.findEntry(finding.name, finding.section)->number);
         report_.addAtKey(Rule::AnotherSection, place, finding.name,
@@ -166,26 +182,12 @@ private:
         if (section == catalogue_.sections().end()) {
             return;
         }
-        const prefs::SubManagerType type{section->second->submanagerId};
-        contents_.check(type, visited);
-        if (type == prefs::SubManagerType::None) {
-            checkRepeated(visited.element.member(prefs::kOverriddenSettings), visited.attributePath);
-        }
+        contents_.check(prefs::SubManagerType{section->second->submanagerId}, visited);
     }
 
-    void checkRepeated(View entries, const std::string& path) {
-        for (const View element : entries.elements()) {
-            for (const json::Member& entry : element.members()) {
-                const prefs::Setting* const setting =
-                    entry.value.text() ? catalogue_.findEntry(entry.key, path) : nullptr;
-                if (setting != nullptr) {
-                    noteEntry(setting->number, entry);
-                }
-            }
-        }
-    }
-
-    void noteEntry(std::uint32_t number, const json::Member& entry) {
+    void note(const prefs::AcceptedEntry& accepted) {
+        const std::uint32_t number = accepted.setting.number;
+        const json::Member& entry = accepted.entry;
         const auto [before, isNew] = entries_.try_emplace(number, entry);
         if (!isNew) {
             report_.addAtKey(Rule::RepeatedEntry, before->second.value, before->second.key,
@@ -202,6 +204,14 @@ private:
     std::unordered_map<std::uint32_t, json::Member> entries_;
 };
 
+/// Returns what a section holds as far as that can be told without the defaults: by its own number, or where it has
+/// none, by its content.
+prefs::SubManagerType typeByItself(View section) {
+    const bool looksLikeActions =
+        !section.member(prefs::kSubmanagerId) && actions::userEntriesOf(section.member(prefs::kOverriddenSettings));
+    return looksLikeActions ? prefs::SubManagerType::Actions : prefs::SubManagerType{prefs::subManagerNumber(section)};
+}
+
 }  // namespace
 
 void checkUser(View root, View defaults, Report& report) {
@@ -212,11 +222,8 @@ void checkUser(View root, View defaults, Report& report) {
         return;
     }
     SectionContents contents(View(), report);
-    prefs::forEachSection(root, [&](const VisitedSection& visited) {
-        // Without the defaults a section's own number tells what it holds.
-        contents.check(isOfActions(visited.element) ? prefs::SubManagerType::Actions : prefs::SubManagerType::None,
-                       visited);
-    });
+    prefs::forEachSection(
+        root, [&](const VisitedSection& visited) { contents.check(typeByItself(visited.element), visited); });
 }
 
 }  // namespace zelutil::lint

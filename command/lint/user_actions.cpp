@@ -1,6 +1,7 @@
 // The rules for the user's text for the actions. What an entry does is asked of the library's own warnings at a start.
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "actions/action_text.h"
@@ -57,6 +58,8 @@ class EntryFindings {
 public:
     explicit EntryFindings(Report& report) : report_(report) {}
 
+    bool isShortcutRefused(View entry) const { return refused_.count(placeOf(entry)) != 0; }
+
     void tell(const host::ActionEntryFinding& finding) {
         using Kind = host::ActionEntryFinding::Kind;
         switch (finding.kind) {
@@ -65,6 +68,7 @@ public:
                             "There is no action " + std::to_string(finding.warning.action) + '.');
                 return;
             case Kind::ShortcutRefused:
+                refused_.insert(placeOf(finding.entry));
                 return tellRefused(finding);
             case Kind::InVain:
                 return tellInVain(finding);
@@ -79,6 +83,10 @@ public:
     }
 
 private:
+    std::size_t placeOf(View entry) const {
+        return report_.document().positionOf(entry).value_or(json::Position()).offset;
+    }
+
     void tellRefused(const host::ActionEntryFinding& finding) {
         const View shortcut = finding.entry.member(kShortcut);
         const std::string holder = std::to_string(finding.warning.holder);
@@ -100,6 +108,48 @@ private:
 
     Report& report_;
     std::set<int> children_;
+    /// The places of entries that do not get their shortcuts.
+    std::set<std::size_t> refused_;
+};
+
+/// Looks for entries that give an action something else than an earlier one. To take a shortcut away first may be
+/// necessary, and an entry may give the same again.
+class RepeatedGifts {
+public:
+    explicit RepeatedGifts(Report& report) : report_(report) {}
+
+    void see(View element, bool isShortcutRefused) {
+        const actions::UserEntry entry = actions::userEntryOf(element);
+        Last& last = lasts_[entry.id];
+        if (entry.shortcut && !isShortcutRefused) {
+            if (last.shortcut.text().value_or("") != "" && last.shortcut.text() != entry.shortcut) {
+                tell(entry.id, last.shortcut, kShortcut, element);
+            }
+            last.shortcut = element.member(kShortcut);
+        }
+        if (entry.inMenu) {
+            if (last.menuFlag && last.menuFlag.isTrue() != *entry.inMenu) {
+                tell(entry.id, last.menuFlag, kMenuFlag, element);
+            }
+            last.menuFlag = element.member(kMenuFlag);
+        }
+    }
+
+private:
+    struct Last {
+        View shortcut;
+        View menuFlag;
+    };
+
+    void tell(int id, View earlier, std::string_view key, View later) {
+        report_.addAtKey(Rule::RepeatedEntry, earlier, key,
+                         "A later entry (" + report_.lineOf(later) + ") gives action " + std::to_string(id) +
+                             " another " + (key == kShortcut ? "shortcut" : "menu flag") +
+                             ", and the last one counts.");
+    }
+
+    Report& report_;
+    std::unordered_map<int, Last> lasts_;
 };
 
 void checkEntry(View entry, Report& report) {
@@ -119,19 +169,24 @@ void addShortcuts(View list, bool areNeighbours, std::vector<WrittenShortcut>& s
 
 void checkUserActions(View value, View shipped, Report& report) {
     const View list = listOf(value, report);
-    for (const View entry : readEntries(list, report)) {
+    const std::vector<View> entries = readEntries(list, report);
+    for (const View entry : entries) {
         checkEntry(entry, report);
     }
     std::vector<WrittenShortcut> shortcuts;
     addShortcuts(list, false, shortcuts);
     addShortcuts(shipped.member(kActions), true, shortcuts);
     checkSpelling(shortcuts, report);
+    EntryFindings findings(report);
     if (shipped) {
-        EntryFindings findings(report);
         for (const auto& finding :
              host::actionEntryFindings(json::compactText(shipped).value_or(std::string()), value)) {
             findings.tell(finding);
         }
+    }
+    RepeatedGifts gifts(report);
+    for (const View entry : entries) {
+        gifts.see(entry, findings.isShortcutRefused(entry));
     }
 }
 

@@ -34,6 +34,15 @@ TEST(LintCleanFiles, FilesAreToldApartByTheirContent) {
          FileKind::Defaults},
         {R"({"mta": [{"header": "A", "attribute": "a", "overriddensettings": []}]})", FileKind::User},
         {R"({"meta": [{"header": "A", "attribute": "a"}]})", FileKind::User},
+        // Neither do settings that are called as members of facet files.
+        {R"({"meta": [{"header": "A", "attribute": "a", "overriddensettings": [{"type": "x", "facets": "y"}]}]})",
+         FileKind::User},
+        {R"({"meta": [{"header": "A", "attribute": "a", "overridensettings": [{"type": "x", "facets": "y"}]}]})",
+         FileKind::User},
+        {R"({"meta": [{"header": "A", "attribute": "a", "tclCommand": "t", "submanagerId": 7, "defaultsettings":
+             {"facets": [{"name": "x", "type": "y"}, {"name": "z", "type": "y"}]}}]})",
+         FileKind::Defaults},
+        {R"({"meta": [{"header": "A", "facts": [{"name": "x", "type": "y"}]}]})", FileKind::Facets},
         {R"({"meta": [{"header": "A"}]})", FileKind::Facets},
         {R"({"meta": [{"header": "A", "facets": []}]})", FileKind::Facets},
         {R"({"actions": [{"id": 1, "context": "c", "command": "c"}]})", FileKind::Actions},

@@ -138,6 +138,61 @@ TEST(LintSections, ASecondOneOfTheUsersActionsIsToldOnceAndNotLookedInto) {
     EXPECT_EQ(placesOf(check(sectionsOf({first, elsewhere}), "")), "ZU007 at 3:30");
 }
 
+TEST(LintSections, OneOfTheDefaultsThatOnlyGroupsOthersIsNotUnknown) {
+    const std::string defaults = sectionsOf({R"({"header": "G", "attribute": "g", "children": [{"header": "D",)"
+                                             R"( "attribute": "d", "tclCommand": "t", "defaultsettings": []}]})"});
+    const auto user = [](const std::string& attribute) {
+        return sectionsOf(
+            {R"({"header": "G", "attribute": ")" + attribute + R"(", "overriddensettings": [{"x": "2"}]})"});
+    };
+    EXPECT_EQ(told(check(user("g"), defaults)),
+              "ZU017 at 2:30: The section \"g\" has no settings in the defaults; it groups other sections, so its "
+              "entries mean nothing. \n");
+    EXPECT_EQ(told(check(user("gg"), defaults)),
+              "ZU017 at 2:30: The defaults have no section \"gg\", so its entries mean nothing. Did you mean g?\n");
+}
+
+TEST(LintSections, OfAnotherSubManagerMayHoldAnything) {
+    const std::string other =
+        R"({"header": "H", "attribute": "h", "submanagerId": 7, "overriddensettings": {"x": [1, null]}})";
+    const std::string numbers = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": 2}]})";
+    const std::string actions =
+        R"({"header": "K", "attribute": "k", "overriddensettings": [{"actions": [{"id": 1, "shrtcut": "F2"}]}]})";
+    EXPECT_EQ(placesOf(lint(sectionsOf({other}))), "");
+    // Without a number the content tells.
+    EXPECT_EQ(placesOf(lint(sectionsOf({other, numbers}))), "ZU004 at 3:64");
+    EXPECT_EQ(placesOf(lint(sectionsOf({actions}))), "ZU025 at 2:71, ZU003 at 2:81");
+}
+
+// --- The user's actions
+// -----------------------------------------------------------------------------------------------
+
+std::string userActionsOf(const std::vector<std::string>& elements) { return '[' + actionsOf(elements) + ']'; }
+
+constexpr char kTwoActions[] = R"({"actions": [{"id": 1, "context": "c", "command": "a", "shortcut": "F1"},
+ {"id": 2, "context": "c", "command": "b", "shortcut": "F2"}]})";
+
+TEST(LintUserActions, OfWhatAnActionIsGivenTwiceTheFirstIsTold) {
+    const std::string f3 = R"({"id": 1, "shortcut": "F3"})";
+    const std::string f4 = R"({"id": 1, "shortcut": "F4"})";
+    const std::string none = R"({"id": 1, "shortcut": ""})";
+    const std::string inMenu = R"({"id": 1, "rmb": true})";
+    const std::string notInMenu = R"({"id": 1, "rmb": false})";
+    for (const char* const defaults : {kTwoActions, ""}) {
+        EXPECT_EQ(told(check(userActionsOf({f3, f4}), defaults)),
+                  "ZU020 at 2:11: A later entry (line 3) gives action 1 another shortcut, and the last one counts. \n");
+        EXPECT_EQ(placesOf(check(userActionsOf({f3, inMenu, none}), defaults)), "ZU020 at 2:11");
+        EXPECT_EQ(
+            told(check(userActionsOf({inMenu, notInMenu}), defaults)),
+            "ZU020 at 2:11: A later entry (line 3) gives action 1 another menu flag, and the last one counts. \n");
+        // A shortcut may be taken away first, and the same may be given again.
+        EXPECT_EQ(placesOf(check(userActionsOf({none, f3, inMenu, f3, inMenu}), defaults)), "");
+    }
+    // Action 2 has F2 by then, so F3 counts.
+    const std::string f2 = R"({"id": 1, "shortcut": "F2"})";
+    EXPECT_EQ(placesOf(check(userActionsOf({f3, f2}), kTwoActions)), "ZU024 at 3:23");
+}
+
 // --- Shortcuts
 // --------------------------------------------------------------------------------------------------------
 
