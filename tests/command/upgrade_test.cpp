@@ -487,6 +487,14 @@ std::string childOf(int parent, int id, const std::string& shortcut) {
            R"(,"name":"","icon":"","context":"board","command":"child","shortcut":")" + shortcut + R"(","rmb":false})";
 }
 
+constexpr char kFlagOfTwo[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"rmb":true}]}]}]})";
+constexpr char kTwoLists[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"shortcut":"F9"}]}]},)"
+    R"({"header":"B","attribute":"b","overriddensettings":[{"actions":[{"id":2,"shortcut":"F8"}]}]}]})";
+constexpr char kSecondList[] =
+    R"(,{"header":"B","attribute":"b","tclCommand":"t","submanagerId":100,"defaultsettings":{"actions":[]}}]})";
+
 struct UpgradeRow {
     const char* name;
     std::string oldDefaults;
@@ -518,11 +526,11 @@ const std::vector<UpgradeRow>& meaninglessRows() {
          sectionOf(""),
          kGridAndZoom,
          {"s zoom"}},
-        // Nobody reads the member, which the old defaults have, too.
+        // Nobody reads such a member, and it is told unless the defaults have it, too.
         {"member that the defaults lose",
-         sectionOf(R"({"name":"grid","value":"1"},{"name":"zoom","value":"1"})", R"(,"note":"x")"),
+         sectionOf(R"({"name":"grid","value":"1"},{"name":"zoom","value":"1"})", R"(,"children":"none")"),
          sectionOf(R"({"name":"grid","value":"1"},{"name":"zoom","value":"1"})"),
-         R"({"meta":[{"header":"S","attribute":"s","note":"x","overriddensettings":[{"grid":"7"}]}]})",
+         R"({"meta":[{"header":"S","attribute":"s","children":"none","overriddensettings":[{"grid":"7"}]}]})",
          {}},
         // The name means the first section's setting before, which sets it.
         {"name of another section that goes",
@@ -563,6 +571,19 @@ const std::vector<UpgradeRow>& meaninglessRows() {
          defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
          defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
          kKeyOfTwo,
+         {}},
+        {"child whose flag was in vain and that goes",
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
+         defaultsWith(""),
+         kFlagOfTwo,
+         {}},
+        {"second list of the user's, which was not read",
+         [] {
+             const std::string one = defaultsWith("", shippedAction(2, "copy", "C"));
+             return one.substr(0, one.size() - 2) + kSecondList;
+         }(),
+         defaultsWith("", shippedAction(2, "copy", "C")),
+         kTwoLists,
          {}},
         {"action that becomes a child",
          defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "c", "")),

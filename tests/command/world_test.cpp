@@ -459,6 +459,15 @@ TEST(World, UnreadableFileIsSoForEverybody) {
     EXPECT_EQ(machine.runFromBundle({"get", "units", "--value"}).out, "mm\n");
 }
 
+TEST(World, FileThatMayNotBeWrittenStaysSo) {
+    Machine machine;
+    makeBundle(machine);
+    EXPECT_EQ(machine.runFromBundle({"doctor"}).out.find("is read-only"), std::string::npos);
+    putIntoManifest(machine, "\"writeable\":{\"" + inJson(machine.userFile()) + "\":false}");
+    const ChildResult doctor = machine.runFromBundle({"doctor"});
+    EXPECT_NE(doctor.out.find("is read-only"), std::string::npos) << doctor.out;
+}
+
 TEST(World, LintSaysWhereItChecksAFileOfThisMachine) {
     Machine machine;
     makeBundle(machine);
@@ -567,6 +576,8 @@ TEST(WorldRedacted, PathsThatTheMaskMakesOneAreTold) {
     const ChildResult made = machine.run({"bundle", machine.bundle.u8string(), "--redact"});
     EXPECT_EQ(made.exitCode, 1) << shown(made);
     EXPECT_NE(made.err.find("is the same when it is masked"), std::string::npos) << shown(made);
+    const std::string all = everythingIn(machine.bundle);
+    EXPECT_NE(all.find("xxx/named.cfg\n") == std::string::npos, all.find("xxx/site\n") == std::string::npos) << all;
 }
 
 TEST(WorldRedacted, MasksWordsAndLeavesWhatTheLibraryPutsIntoPaths) {
@@ -598,9 +609,10 @@ TEST(WorldRedacted, MasksNamesThatWindowsHasShortened) {
 /// The user's "/home/ann/p" is a shipped value too, and becomes what it becomes in the shipped file.
 TEST(WorldRedacted, ComparesAndMasksWhatStringsStandFor) {
     const Redaction redaction({"ann", "jos\xC3\xA9"}, "");
-    EXPECT_EQ(redaction.usersFile(R"({"a":"m\u006d","b":"\/home\/ann\/p","c":"C:\\ann","d":"Jos\u00e9"})",
-                                  {"mm", "/home/ann/p", "C:\\\\ann"}),
-              R"({"a":"m\u006d","b":"\/home\/xxx\/p","c":"x:xxxxx","d":"xxxxx00x0"})");
+    EXPECT_EQ(
+        redaction.usersFile(R"({"a":"m\u006d","b":"\/home\/ann\/p","c":"C:\\ann","d":"Jos\u00e9","e":"\ud83d\ude00"})",
+                            {"mm", "\xF0\x9F\x98\x80", "/home/ann/p", "C:\\\\ann"}),
+        R"({"a":"m\u006d","b":"\/home\/xxx\/p","c":"x:xxxxx","d":"xxxxx00x0","e":"\ud83d\ude00"})");
     EXPECT_EQ(redaction.shippedFile(R"({"p":"\/home\/Jos\u00e9\/x\u002fy","q":"/\u0061nn/\ud83d\ude00"})"),
               R"({"p":"\/home\/xxxxxxxxx\/x\u002fy","q":"/xxxxxxxx/\ud83d\ude00"})");
     EXPECT_EQ(redaction.shippedFile("{\"p\":\"/jos\xC3\xA9/x\"}"), R"({"p":"/xxxx/x"})");
