@@ -91,7 +91,7 @@ void tellObstacles(const SaveResult& result, Output& output) {
     }
     if (!result.keptCopy.empty()) {
         output.add({Severity::Warning,
-                    "The file that was there could not be read; it is kept as \"" +
+                    "What was there could not be taken over whole; it is kept as \"" +
                         nativeOrAsItStands(result.keptCopy) + "\".",
                     "Take from it by hand whatever is still wanted.", std::nullopt});
     }

@@ -42,6 +42,7 @@ public:
         }
         mergeHolders();
         findSettled();
+        merged_.known.shortcutChangedHere = std::move(ours_);
         return std::move(merged_);
     }
 

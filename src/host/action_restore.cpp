@@ -8,6 +8,7 @@
 #include "host/action_merge.h"
 #include "host/action_obstacles.h"
 #include "host/action_state.h"
+#include "host/ungranted_entries.h"
 
 #include <algorithm>
 #include <map>
@@ -82,11 +83,10 @@ std::map<ActionState::Place, int> heldIn(const ActionState& written, const Actio
 }
 
 /// Returns the aim where the file is known.
-MergedActions mergeWith(std::string_view fileText, const ActionCatalogue& current, const ShippedActions& shipped,
+MergedActions mergeWith(const ActionState& file, const ActionCatalogue& current, const ShippedActions& shipped,
                         const ActionsBase& before, const std::set<int>& touched) {
     const ActionsBase base = wholeBase(current, before);
     const ActionState here = stateOf(current);
-    const ActionState file = loadedState(current, fileText);
     const ActionState fileBefore = loadedState(current, *base.fileText);
     return mergeActions(shipped, {here, base.inForce, {base.aim, base.aimHolders}, file, fileBefore, touched});
 }
@@ -192,14 +192,17 @@ ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& befor
                         std::optional<std::string_view> fileText, const std::set<int>& touched,
                         std::size_t searchLoads) {
     const ShippedActions shipped(current.texts().defaults);
-    MergedActions merged = fileText ? mergeWith(*fileText, current, shipped, before, touched)
-                                    : MergedActions{stateOf(current), {}, {}, {}};
+    const ActionState file = fileText ? loadedState(current, *fileText) : ActionState();
+    MergedActions merged =
+        fileText ? mergeWith(file, current, shipped, before, touched) : MergedActions{stateOf(current), {}, {}, {}};
     const ActionEntries inFile = knownEntries(fileText.value_or(std::string_view()), shipped);
     AimPlan aimed = isWritten(fileText, merged.aim, current, before)
                         ? AimPlan{inFile, notRestoredBy(shipped, merged.aim, inFile)}
                         : planAim(shipped, merged.aim, merged.known, inFile, searchLoads);
     const std::string& fileBefore = fileTextOf(before, current);
+    const ActionEntries ungranted = ungrantedEntries(shipped, inFile, file, merged.known.shortcutChangedHere);
     ActionsPlan plan;
+    plan.losesEntries = !keepUngranted(current, ungranted, aimed.entries);
     setText(plan, aimed.entries, foreignEntries(fileText.value_or(fileBefore), idsOf(shipped)));
     plan.notRestored = std::move(aimed.notRestored);
     plan.conflicts = std::move(merged.conflicts);

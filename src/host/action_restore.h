@@ -73,6 +73,9 @@ struct ActionsPlan {
     std::vector<Conflict> conflicts;
     /// Ids of the actions for which the text has what another process saved and what is not in force here.
     std::vector<int> ofOthers;
+    /// Whether the file gives a shortcut that its action does not get, and that the text cannot give without bringing
+    /// about something else.
+    bool losesEntries = false;
     /// To be handed to the next `planActions` once the file holds `text`.
     ActionsBase base;
 };

@@ -347,6 +347,7 @@ void expectTheSameASecondTime(unsigned seed, const Kind& kind) {
         catalogue->load(text, "");
     }
     std::string file;
+    bool isWhole = true;
     for (int turn = 0; turn < 6; ++turn) {
         const int who = numberBelow(random, 2);
         editAtRandom(random, *catalogues[who], shipped, kind, numberBelow(random, 4));
@@ -357,6 +358,8 @@ void expectTheSameASecondTime(unsigned seed, const Kind& kind) {
         ASSERT_EQ(again.ofOthers, plan.ofOthers) << text << plan.text;
         ASSERT_TRUE(again.conflicts.empty()) << text << plan.text;
         ASSERT_NO_FATAL_FAILURE(expectNoOtherWarnings(text, plan));
+        ASSERT_FALSE(isWhole && plan.losesEntries) << text << file << plan.text;
+        isWhole = plan.notRestored.empty();
         file = plan.text;
         bases[who] = plan.base;
     }
@@ -374,6 +377,83 @@ TEST(ActionMerge, SavesTheSameASecondTime) {
         expectTheSameASecondTime(seed, families);
         expectTheSameASecondTime(seed, twice);
     }
+}
+
+// --- Entries that the load of a file refuses
+// --------------------------------------------------------------------------
+
+TEST(ActionUngranted, AnEntryThatWasRefusedStays) {
+    const std::string refused = R"({"id":1,"shortcut":"F3"})";
+    ActionProcess here(kFour, userText(refused));
+    EXPECT_EQ(here.shortcut(1), "F1");
+    std::string file = userText(refused);
+    here.catalogue.updateShortcut(2, "F9");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":2,"shortcut":"F9"},{"id":1,"shortcut":"F3"})"));
+    EXPECT_FALSE(plan.losesEntries);
+    EXPECT_EQ(plan.savedActions, (std::vector<int>{1, 2}));
+    // The next process reads what was in force and keeps the entry as well.
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F1");
+    EXPECT_EQ(here.shortcut(2), "F9");
+    here.catalogue.updateMenu(4, true);
+    EXPECT_FALSE(here.save(file).losesEntries);
+    EXPECT_EQ(file, userText(R"({"id":2,"shortcut":"F9"},{"id":4,"rmb":true},{"id":1,"shortcut":"F3"})"));
+}
+
+TEST(ActionUngranted, AnEntryThatWouldGetItsShortcutNowIsToldAsLost) {
+    const std::string refused = R"({"id":1,"shortcut":"F3"})";
+    ActionProcess here(kFour, userText(refused));
+    std::string file = userText(refused);
+    here.catalogue.updateShortcut(3, "F9");
+    const ActionsPlan plan = here.save(file);
+    EXPECT_EQ(file, userText(R"({"id":3,"shortcut":"F9"})"));
+    EXPECT_TRUE(plan.losesEntries);
+    here.restart(file);
+    EXPECT_EQ(here.shortcut(1), "F1");
+}
+
+TEST(ActionUngranted, OfSeveralTheOthersStay) {
+    const std::string refused = R"({"id":1,"shortcut":"F3"},{"id":2,"shortcut":"F4"})";
+    ActionProcess here(kFour, userText(refused));
+    std::string file = userText(refused);
+    here.catalogue.updateShortcut(3, "F9");
+    EXPECT_TRUE(here.save(file).losesEntries);
+    EXPECT_EQ(file, userText(R"({"id":3,"shortcut":"F9"},{"id":2,"shortcut":"F4"})"));
+}
+
+TEST(ActionUngranted, AnActionThatWasChangedHereHasWhatItGotHere) {
+    const std::string refused = R"({"id":1,"shortcut":"F3"})";
+    ActionProcess here(kFour, userText(refused));
+    std::string file = userText(refused);
+    here.catalogue.updateShortcut(1, "F9");
+    EXPECT_FALSE(here.save(file).losesEntries);
+    EXPECT_EQ(file, userText(R"({"id":1,"shortcut":"F9"})"));
+    // So does one that was reset.
+    ActionProcess other(kFour, userText(refused));
+    file = userText(refused);
+    EXPECT_FALSE(other.save(file, {1}).losesEntries);
+    EXPECT_EQ(file, userText(""));
+}
+
+TEST(ActionUngranted, AnActionWhoseMenuFlagIsChangedKeepsItToo) {
+    const std::string refused = R"({"id":1,"shortcut":"F3"})";
+    ActionProcess here(kFour, userText(refused));
+    std::string file = userText(refused);
+    here.catalogue.updateMenu(1, true);
+    EXPECT_FALSE(here.save(file).losesEntries);
+    EXPECT_EQ(file, userText(R"({"id":1,"rmb":true},{"id":1,"shortcut":"F3"})"));
+}
+
+TEST(ActionUngranted, AnEntryForAChildThatFollowsItsParentIsNone) {
+    const std::vector<std::string> family = {shippedAction(1, "board", "F1"), shippedAction(2, "panel", "F1", 1)};
+    const std::string inVain = R"({"id":2,"shortcut":"F7"})";
+    ActionProcess here(family, userText(inVain));
+    EXPECT_EQ(here.shortcut(2), "F1");
+    std::string file = userText(inVain);
+    here.catalogue.updateMenu(1, true);
+    EXPECT_FALSE(here.save(file).losesEntries);
+    EXPECT_EQ(file, userText(R"({"id":1,"rmb":true})"));
 }
 
 }  // namespace
