@@ -360,6 +360,7 @@ TEST(Plan, AProofNamesAllWhoAreInTheWayAlsoBehindOthers) {
     EXPECT_EQ(plan.inTheWay[0].holder, 4);
     EXPECT_EQ(plan.inTheWay[1].action, 3);
     EXPECT_EQ(plan.inTheWay[1].holder, 2);
+    EXPECT_EQ(plan.refused, (std::vector<int>{1, 2, 3}));
     const PartialPlan partial = planWhatCanBe(now.catalogue, wishes);
     EXPECT_EQ(partial.refused, (std::vector<int>{1, 2, 3}));
     ASSERT_EQ(partial.inTheWay.size(), 3U);
@@ -389,6 +390,16 @@ TEST(Plan, AChildThatHasNotFollowedIsInNobodysWay) {
     EXPECT_EQ(plan.outcome, Outcome::Possible);
     EXPECT_EQ(plan.edits.size(), 2U);
     EXPECT_TRUE(plan.isMinimal);
+}
+
+/// Two of linked contexts are shipped with F1, and each has it in its own.
+TEST(Plan, ThoseWhoHaveTheSameAlreadyKeepIt) {
+    const Loaded now(R"({"actions":[{"id":1,"context":"ucpedit","command":"a","shortcut":"F1"},
+        {"id":2,"context":"brisk3d","command":"b","shortcut":"F1"}]})",
+                     "");
+    const WishPlan plan = planWishes(now.catalogue, {{1, "F1"}, {2, "F1"}});
+    EXPECT_EQ(plan.outcome, Outcome::Possible);
+    EXPECT_TRUE(plan.edits.empty());
 }
 
 /// Each of a long row wishes for what the next one has, and the last one for what a stranger has.
