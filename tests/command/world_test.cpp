@@ -256,7 +256,7 @@ void makeBundle(const Machine& machine, std::vector<std::string> options = {}) {
 std::string everythingIn(const fs::path& bundle) {
     std::string all;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(bundle)) {
-        all += entry.path().lexically_relative(bundle).u8string() + '\n';
+        all += entry.path().lexically_relative(bundle).generic_u8string() + '\n';
         all += entry.is_regular_file() ? readTextFile(entry.path()) : "";
     }
     return all;
