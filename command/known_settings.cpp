@@ -1,30 +1,14 @@
 #include "command/known_settings.h"
 
-#include <zelutil/host/start.h>
-
 #include <utility>
 
+#include "command/explain/unread_user_file.h"
 #include "command/nearest_names.h"
 #include "command/text.h"
 #include "file/hierarchy_root.h"
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
-
-void tellUnreadFile(Output& output) {
-    for (host::StartWarning& warning : host::startWarnings()) {
-        if (warning.kind == host::StartWarning::Kind::FileNotRead) {
-            // People know the file by its path on the system.
-            const std::string path = prefs::userFilePath();
-            const std::size_t at = path.empty() ? std::string::npos : warning.text.find(path);
-            if (at != std::string::npos) {
-                warning.text.replace(at, path.size(), nativeOrAsItStands(path));
-            }
-            output.add({Severity::Warning, std::move(warning.text),
-                        "The shipped defaults are in force until the file is mended or taken away.", std::nullopt});
-        }
-    }
-}
 
 bool areDefaultsNamed() {
     ZelU::File::Path root;
@@ -52,7 +36,7 @@ KnownSettings::KnownSettings(Output& output) {
         failWithoutDefaults("setting", output);
         return;
     }
-    tellUnreadFile(output);
+    tellUnreadUserFile(output);
 }
 
 Finding KnownSettings::unknown(const std::string& name) const {

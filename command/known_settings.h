@@ -42,9 +42,6 @@ bool areDefaultsNamed();
 /// because they cannot be used.
 void failWithoutDefaults(const std::string& thing, Output& output);
 
-/// Tells `output` where the user's file could not be read.
-void tellUnreadFile(Output& output);
-
 /// Returns the finding for a name that no setting has, with the nearest of the known names.
 Finding unknownSetting(const std::string& name, const std::vector<std::string>& known);
 

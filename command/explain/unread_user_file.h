@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_COMMAND_EXPLAIN_UNREAD_USER_FILE_H
 #define ZELUTIL_COMMAND_EXPLAIN_UNREAD_USER_FILE_H
 
+#include <string>
+
 #include "command/explain/setting_account.h"
 #include "command/output.h"
 
@@ -8,6 +10,12 @@ namespace zelutil::command {
 
 /// Tells `output` a user's file that is there and of which nothing is read, and why.
 void tellUnreadUserFile(const SettingAccounts& accounts, Output& output);
+
+/// Does the same of the file that this process has read, or not.
+void tellUnreadUserFile(Output& output);
+
+/// Returns whether that file is there and was not read.
+bool isUserFileUnread();
 
 }  // namespace zelutil::command
 

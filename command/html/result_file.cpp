@@ -1,6 +1,7 @@
 #include "command/html/result_file.h"
 
 #include "command/text.h"
+#include "json/document.h"
 #include "platform/files.h"
 #include "platform/native_paths.h"
 #include "platform/replace_file.h"
@@ -18,7 +19,31 @@ void tellUnwritten(const std::string& file, platform::Replaced result, Output& o
     }
 }
 
+/// Only what may be JSON at all is read whole.
+bool holdsJson(const std::string& file) {
+    const platform::OutsideTheWorld thisMachine;
+    const auto libraryPath = platform::textOfNativePath(pathOf(file));
+    const auto bytes = libraryPath && platform::namesFile(libraryPath->c_str())
+                           ? platform::readFile(libraryPath->c_str(), json::kMaximumTextSize)
+                           : std::nullopt;
+    if (!bytes) {
+        return false;
+    }
+    const std::size_t first = bytes->find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    return first != std::string::npos && ((*bytes)[first] == '{' || (*bytes)[first] == '[') &&
+           json::Document(*bytes).valid();
+}
+
 }  // namespace
+
+bool writePage(const std::string& file, const std::string& text, Output& output) {
+    if (holdsJson(file)) {
+        output.fail("\"" + file + "\" is there and holds JSON, as preferences and profiles do, so it stays as it is.",
+                    "Name another file, or take it away.");
+        return false;
+    }
+    return writeResult(file, text, output);
+}
 
 bool writeResult(const std::string& file, const std::string& text, Output& output) {
     // Also with another machine's files in the place of this one's.

@@ -12,6 +12,10 @@ namespace zelutil::command {
 /// that it could not be written and why. Returns whether it was.
 bool writeResult(const std::string& file, const std::string& text, Output& output);
 
+/// Does the same with a text for people, but not over a file that holds JSON: the preferences, a profile and the parts
+/// of a bundle are such, and no text for people is.
+bool writePage(const std::string& file, const std::string& text, Output& output);
+
 }  // namespace zelutil::command
 
 #endif

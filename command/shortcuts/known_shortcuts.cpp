@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/nearest_names.h"
+#include "host/current_preferences.h"
 
 namespace zelutil::shortcuts {
 
@@ -15,10 +17,14 @@ KnownShortcuts::KnownShortcuts(command::Output& output) {
         return;
     }
     rows_ = shortcutTable();
-    command::tellUnreadFile(output);
+    const prefs::Preferences* const preferences = host::currentPreferences();
+    if (rows_.empty() && (preferences == nullptr || preferences->catalogue.sections().empty())) {
+        command::failWithoutDefaults("action", output);
+        return;
+    }
+    command::tellUnreadUserFile(output);
     if (rows_.empty()) {
-        output.add({Severity::Warning, "The shipped defaults were not read, or have no actions.",
-                    "\"zelutil doctor\" says where they were looked for.", std::nullopt});
+        output.add({Severity::Warning, "The shipped defaults have no actions.", "", std::nullopt});
     }
 }
 

@@ -12,8 +12,8 @@ namespace zelutil::shortcuts {
 /// The shortcuts of this installation and user, as the subcommands read them.
 class KnownShortcuts {
 public:
-    /// Reads them. Where there are no shipped defaults, `output` is told a failure; where these have no actions or the
-    /// user's file could not be read, it is told a finding.
+    /// Reads them. Where no shipped defaults were read, `output` is told a failure; where these have no actions or
+    /// the user's file was not read, it is told a finding.
     explicit KnownShortcuts(command::Output& output);
 
     bool areThere() const { return !rows_.empty(); }

@@ -7,6 +7,7 @@
 #include <zelutil/host/start.h>
 
 #include "command/arguments.h"
+#include "command/explain/unread_user_file.h"
 #include "command/html/result_file.h"
 #include "command/input_file.h"
 #include "command/shortcuts/known_shortcuts.h"
@@ -39,10 +40,7 @@ bool mayBeWritten(const std::string& file, Output& output) {
 
 /// Whether what the user changed is known. A profile without it would take the place of one that has it.
 bool isUsersFileRead(const std::string& file, Output& output) {
-    const std::vector<host::StartWarning> warnings = host::startWarnings();
-    const bool isRead = std::none_of(warnings.begin(), warnings.end(), [](const host::StartWarning& warning) {
-        return warning.kind == host::StartWarning::Kind::FileNotRead;
-    });
+    const bool isRead = !isUserFileUnread();
     if (!isRead) {
         output.fail("The user's file was not read, so \"" + file + "\" is not written.",
                     "\"zelutil doctor\" says what is wrong with the user's file.");

@@ -32,7 +32,7 @@ void makeReport(const std::string& file, Output& output) {
     std::string page = report::pageOf(*data);
     output.members([&](JsonWriter& json) { writeCounts(json, content); });
     if (!file.empty()) {
-        writeResult(file, page, output);
+        writePage(file, page, output);
         return;
     }
     page.pop_back();  // A line has its own end.

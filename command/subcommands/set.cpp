@@ -8,6 +8,8 @@
 #include "command/known_settings.h"
 #include "command/saved_settings.h"
 #include "command/subcommands/table.h"
+#include "command/text.h"
+#include "prefs/preference_files.h"
 
 namespace zelutil::command {
 namespace {
@@ -21,6 +23,9 @@ void checkForm(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         if (text.find('=') == std::string::npos || text.front() == '=') {
             throw UsageError("\"" + text + "\" is no assignment, which is NAME=VALUE.");
+        }
+        if (validUtf8(text) != text) {
+            throw UsageError("\"" + validUtf8(text) + "\" is not in UTF-8, as the user's file is.");
         }
     }
 }
@@ -58,6 +63,23 @@ void checkEachOnce(const std::vector<Assignment>& assignments, const std::vector
     }
 }
 
+/// Whether the user's file gives the settings these values already. A save would spell the names in it anew.
+bool isInFile(const std::vector<Assignment>& assignments, const std::vector<host::SettingInfo>& settings) {
+    for (std::size_t number = 0; number < settings.size(); ++number) {
+        if (!settings[number].setByUser || settings[number].value != assignments[number].value) {
+            return false;
+        }
+    }
+    return !prefs::isWrittenUserFileRedirected();
+}
+
+host::SaveResult nothingToSave() {
+    host::SaveResult result;
+    result.status = host::SaveResult::Status::Unchanged;
+    result.path = prefs::writtenUserFilePath();
+    return result;
+}
+
 void set(const std::vector<std::string>& texts, Output& output) {
     checkForm(texts);
     const KnownSettings known(output);
@@ -76,7 +98,7 @@ void set(const std::vector<std::string>& texts, Output& output) {
         return;
     }
     checkEachOnce(assignments, *before);
-    tellSaved(*before, host::save(values), output);
+    tellSaved(*before, isInFile(assignments, *before) ? nothingToSave() : host::save(values), output);
 }
 
 Work declareSet(CLI::App& arguments) {

@@ -72,7 +72,7 @@ void makeSheet(const SheetChoices& choices, Output& output) {
     output.members([&](JsonWriter& json) { writeContexts(json, contexts); });
     std::string text = form(contexts);
     if (!choices.file.empty()) {
-        writeResult(choices.file, text, output);
+        writePage(choices.file, text, output);
         return;
     }
     text.pop_back();  // A line has its own end.

@@ -104,10 +104,28 @@ TEST(Reading, TellsAUsersFileThatIsNoJson) {
     const ChildResult result = world.run({"get", "grid"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out, "display::grids::grid=0.5\n");
-    EXPECT_EQ(result.err.find("warning: "), 0U) << result.err;
-    EXPECT_NE(result.err.find("until the file is mended"), std::string::npos) << result.err;
-    EXPECT_NE(result.err.find("The file " + nativeTextOf(world.userFile()) + " could not be read"), std::string::npos)
+    EXPECT_EQ(
+        result.err.find(nativeTextOf(world.userFile()) + ":1:2: warning: Nothing of the user's file is in force. "), 0U)
         << result.err;
+    EXPECT_NE(result.err.find("\n    \"zelutil doctor\" says more of it.\n"), std::string::npos) << result.err;
+}
+
+TEST(Reading, TellsAUsersFileWhosePathHasABlank) {
+    const CommandWorld world;
+    const std::filesystem::path home = world.home().path() / "mary ann";
+    const std::string drive = zelutil::test::windowsText(home);
+    const zelutil::test::EnvironmentChanges there = {{"HOMEPATH", drive.substr(2)}};
+    for (const bool isThere : {false, true}) {
+        if (isThere) {
+            zelutil::test::writeTextFile(home / "pcbenv/tessel/tessel_settings.cfg", zelutil::test::kCommandUser);
+        }
+        for (const std::vector<std::string>& arguments :
+             std::vector<std::vector<std::string>>{{"get", "grid"}, {"diff"}}) {
+            const ChildResult result = world.run(arguments, there);
+            EXPECT_EQ(result.exitCode, isThere ? 1 : 0) << arguments.front();
+            EXPECT_EQ(result.err.find("because its path has a blank") != std::string::npos, isThere) << result.err;
+        }
+    }
 }
 
 TEST(Reading, SaysThatTheShippedDefaultsCannotBeUsed) {

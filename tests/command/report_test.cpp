@@ -14,6 +14,7 @@ using zelutil::test::ChildResult;
 using zelutil::test::CommandWorld;
 using zelutil::test::kCommandUser;
 using zelutil::test::readTextFile;
+using zelutil::test::writeTextFile;
 namespace report = zelutil::command::report;
 
 report::Setting gridSetting() {
@@ -127,6 +128,22 @@ TEST(ReportCommand, WritesThePage) {
     EXPECT_EQ(world.json({"report", "-o", "r.html"}),
               R"({"zelutil":{"format":1,"command":"report"},"settings":5,"changedSettings":1,"actions":0,)"
               R"("conflicts":0,"symptoms":1,"file":"r.html","findings":[]})");
+}
+
+TEST(ReportCommand, IsNotWrittenOverAFileThatHoldsJson) {
+    const CommandWorld world;
+    const std::string defaults = readTextFile(world.defaultsFile());
+    const ChildResult result = world.run({"report", "-o", world.defaultsFile().u8string()});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(readTextFile(world.defaultsFile()), defaults);
+    // A page may be written over a page, whatever that begins with.
+    const std::filesystem::path page = world.home().path() / "page.html";
+    for (const char* const old : {"<html>", "{ no JSON", ""}) {
+        writeTextFile(page, old);
+        EXPECT_EQ(world.run({"report", "-o", page.u8string()}).exitCode, 0) << old;
+        EXPECT_EQ(readTextFile(page).substr(0, 2), "<!") << old;
+    }
 }
 
 TEST(ReportCommand, TellsOfSearchesWithoutAnInstallation) {

@@ -41,6 +41,26 @@ TEST(Saving, SettingTheSameValueAgainWritesNothing) {
     EXPECT_EQ(readTextFile(world.userFile()), before);
 }
 
+TEST(Saving, AFileThatGivesTheValueByABareNameStaysAsItIs) {
+    const CommandWorld world;
+    const std::string user =
+        R"({"meta": [{"header": "", "attribute": "display", "overriddensettings": [{"grid": "0.25"}]}]} )";
+    world.writeUser(user);
+    expectFine(world.run({"set", "grid=0.25"}),
+               "display::grids::grid: 0.25, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+    EXPECT_EQ(readTextFile(world.userFile()), user);
+}
+
+// Arguments are UTF-16 on Windows, and reach a program as UTF-8.
+#ifndef _WIN32
+TEST(Saving, AValueThatIsNotUtf8IsRefused) {
+    const CommandWorld world;
+    expectNothingDone(world, world.run({"set", "units=\xff"}), 2,
+                      "zelutil: error: \"units=\xEF\xBF\xBD\" is not in UTF-8, as the user's file is.\n"
+                      "    \"zelutil set --help\" says how it is called.\n");
+}
+#endif
+
 TEST(Saving, AValueMayBeEmptyAndLookLikeAnOption) {
     const CommandWorld world;
     EXPECT_EQ(world.run({"set", "units=", "zoom=--json"}).exitCode, 0);

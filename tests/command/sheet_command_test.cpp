@@ -82,6 +82,14 @@ TEST_F(SheetCommand, WritesAFileInTheFormOfItsEnding) {
     EXPECT_EQ(files, 3U) << "Nothing else is left beside them.";
 }
 
+TEST_F(SheetCommand, IsNotWrittenOverAFileThatHoldsJson) {
+    const ChildResult result = world_.run({"sheet", "--md", "-o", world_.userFile().u8string()});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err.find("zelutil: error: \"" + world_.userFile().u8string() + "\" is there and holds JSON"), 0U)
+        << result.err;
+    EXPECT_EQ(readTextFile(world_.userFile()), kSheetUser);
+}
+
 TEST_F(SheetCommand, WritesJson) {
     EXPECT_EQ(world_.json({"sheet", "--context", "3d"}),
               R"({"zelutil":{"format":1,"command":"sheet"},"contexts":[{"context":"3d","shortcuts":[{"id":2,)"

@@ -76,9 +76,18 @@ TEST(Shortcuts, AMissingParentIsShownAsAStandIn) {
 
 TEST(Shortcuts, WithoutActionsThereIsNothingToShow) {
     const ShortcutsWorld world(R"({"actions":[]})");
-    expectRefused(world.run({"shortcuts"}), 1,
-                  "warning: The shipped defaults were not read, or have no actions.\n"
-                  "    \"zelutil doctor\" says where they were looked for.\n");
+    expectRefused(world.run({"shortcuts"}), 1, "warning: The shipped defaults have no actions.\n");
+}
+
+TEST(Shortcuts, WithoutDefaultsNoneCanBeShown) {
+    const ShortcutsWorld world("{");
+    for (const char* const subcommand : {"shortcuts", "conflicts", "roundtrip", "sheet"}) {
+        const ChildResult result = world.run({subcommand});
+        EXPECT_EQ(result.exitCode, 3) << subcommand;
+        EXPECT_EQ(result.out, "") << subcommand;
+        EXPECT_EQ(result.err.find("zelutil: error: No action is known, because the shipped defaults "), 0U)
+            << subcommand << result.err;
+    }
 }
 
 TEST(Who, SaysWhatRunsThereByTheFallbackOrNot) {
