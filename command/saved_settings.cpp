@@ -4,6 +4,7 @@
 
 #include "command/known_settings.h"
 #include "command/text.h"
+#include "prefs/preference_files.h"
 
 namespace zelutil::command {
 namespace {
@@ -114,6 +115,16 @@ void writeSave(const std::vector<SettingChange>& changes, const SaveResult& resu
 }
 
 }  // namespace
+
+std::optional<SaveResult> nothingToSave() {
+    if (prefs::isWrittenUserFileRedirected()) {
+        return std::nullopt;
+    }
+    SaveResult result;
+    result.status = Status::Unchanged;
+    result.path = prefs::writtenUserFilePath();
+    return result;
+}
 
 std::string nameOf(Status status) {
     switch (status) {

@@ -4,6 +4,7 @@
 #include <zelutil/host/result.h>
 #include <zelutil/host/settings.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,10 @@ namespace zelutil::command {
 
 /// Returns the outcome as the JSON form names it: "saved", "unchanged", "noDefaults" and so on.
 std::string nameOf(host::SaveResult::Status status);
+
+/// Returns the result of a save without need: what is wanted was in force at the start. A save would spell anew what
+/// the file says already. Nothing where saves go to another file than the one that was read.
+std::optional<host::SaveResult> nothingToSave();
 
 /// A setting before the save and after it.
 struct SettingChange {

@@ -235,7 +235,8 @@ private:
                 return;
             case FileState::Kind::Directory:
                 return addAbout(Kind::IsDirectory, step, "is a directory.",
-                                "Remove the directory or give it another name.");
+                                isNamedByVariable(step) ? "Let the variable name the file itself."
+                                                        : "Move the directory away, or give it another name.");
             case FileState::Kind::TooLarge:
                 return addAbout(Kind::TooLarge, step, "is larger than 64 MiB, so it is not read.", "Make it smaller.");
             case FileState::Kind::Unreadable:
@@ -253,9 +254,14 @@ private:
         return isStep(step, kDefaultsStep) || isStep(step, kFacetsStep);
     }
 
+    static bool isNamedByVariable(const SearchStep& step) {
+        return !step.candidates.empty() && step.candidates.front().source == Candidate::Source::Variable &&
+               step.candidates.front().verdict == Verdict::Taken;
+    }
+
     void addMissing(const SearchStep& step) {
         const Candidate& first = step.candidates.front();
-        const bool isNamed = first.source == Candidate::Source::Variable && first.verdict == Verdict::Taken;
+        const bool isNamed = isNamedByVariable(step);
         const std::string file = "The file " + shown(isNamed ? first.seen : step.candidates.back().seen);
         const std::string why =
             isNamed ? ", which the variable " + first.variable + " names, is missing" : " is missing";

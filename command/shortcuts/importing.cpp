@@ -4,9 +4,12 @@
 #include <zelutil/host/save.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "actions/manager_access.h"
+#include "command/saved_settings.h"
 #include "command/shortcuts/shortcut_changes.h"
+#include "host/action_state.h"
 
 namespace zelutil::shortcuts {
 namespace {
@@ -26,6 +29,10 @@ void addRefusedWishes(const PartialPlan& partial, NamedWishes& wishes) {
                      [](const SkippedWish& left, const SkippedWish& right) { return left.place < right.place; });
 }
 
+host::ActionState stateNow() {
+    return host::stateOf(actions::ManagerAccess::catalogueOf(UCPActionManager::instance()));
+}
+
 }  // namespace
 
 Import importWishes(const WishText& text) {
@@ -40,13 +47,17 @@ Import importWishes(const WishText& text) {
 
 host::SaveResult applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags) {
     UCPActionManager& manager = UCPActionManager::instance();
+    const host::ActionState before = stateNow();
     for (const KeyWish& edit : plan.edits) {
         manager.updateShortcut(edit.action, edit.shortcut);
     }
     for (const auto& [id, inMenu] : menuFlags) {
         manager.updateRMBMenu(id, inMenu);
     }
-    return host::save();
+    const host::ActionState now = stateNow();
+    const bool isSame = now.values == before.values && now.holders == before.holders;
+    const auto result = isSame ? command::nothingToSave() : std::nullopt;
+    return result ? *result : host::save();
 }
 
 }  // namespace zelutil::shortcuts

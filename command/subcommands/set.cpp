@@ -9,7 +9,6 @@
 #include "command/saved_settings.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
-#include "prefs/preference_files.h"
 
 namespace zelutil::command {
 namespace {
@@ -70,14 +69,7 @@ bool isInFile(const std::vector<Assignment>& assignments, const std::vector<host
             return false;
         }
     }
-    return !prefs::isWrittenUserFileRedirected();
-}
-
-host::SaveResult nothingToSave() {
-    host::SaveResult result;
-    result.status = host::SaveResult::Status::Unchanged;
-    result.path = prefs::writtenUserFilePath();
-    return result;
+    return true;
 }
 
 void set(const std::vector<std::string>& texts, Output& output) {
@@ -98,7 +90,8 @@ void set(const std::vector<std::string>& texts, Output& output) {
         return;
     }
     checkEachOnce(assignments, *before);
-    tellSaved(*before, isInFile(assignments, *before) ? nothingToSave() : host::save(values), output);
+    const auto result = isInFile(assignments, *before) ? nothingToSave() : std::nullopt;
+    tellSaved(*before, result ? *result : host::save(values), output);
 }
 
 Work declareSet(CLI::App& arguments) {

@@ -119,6 +119,21 @@ private:
     std::vector<std::uint32_t>::const_iterator next_;
 };
 
+namespace {
+
+/// Whether the text begins with a byte-order mark of UTF-16, or with a sign of ASCII in two bytes.
+bool isUtf16(std::string_view text) {
+    if (text.size() < 2) {
+        return false;
+    }
+    const auto first = static_cast<unsigned char>(text[0]);
+    const auto second = static_cast<unsigned char>(text[1]);
+    const bool isMarked = (first == 0xFF && second == 0xFE) || (first == 0xFE && second == 0xFF);
+    return isMarked || (first == 0) != (second == 0);
+}
+
+}  // namespace
+
 LocatedDocument::LocatedDocument(std::string_view text) : text_(text), document_(text, notes_) {
     lookForEarlierFailure(text, notes_);
 }
@@ -126,6 +141,9 @@ LocatedDocument::LocatedDocument(std::string_view text) : text_(text), document_
 std::optional<LocatedDocument::Failure> LocatedDocument::failure() const {
     if (notes_.failure == nullptr) {
         return std::nullopt;
+    }
+    if (isUtf16(text_)) {
+        return Failure{positionAt(0), "The text is in UTF-16, and only UTF-8 is read: save it as that."};
     }
     return Failure{positionAt(notes_.failureOffset), notes_.failure};
 }

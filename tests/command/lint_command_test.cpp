@@ -72,6 +72,11 @@ TEST_F(LintCommand, WithoutDefaultsAUsersFileIsCheckedByItsFormAndANoteSaysSo) {
 TEST_F(LintCommand, RulesCanBeChosen) {
     EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--rule", "ZU001"}).exitCode, 0);
     EXPECT_EQ(lint({"user.cfg", "defaults.cfg", "--rule", "ZU001", "--rule", "zu018"}).exitCode, 1);
+    // That a file cannot be read is told in any case.
+    write("bad.cfg", "{\"meta\": [],}");
+    const ChildResult result = lint({"bad.cfg", "--rule", "ZU018"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out.find("bad.cfg:1:13: error: "), 0U) << result.out;
 }
 
 TEST_F(LintCommand, AnOptionTakesOneValueAndLeavesTheFilesBehindIt) {

@@ -82,6 +82,17 @@ TEST(PlanCommand, AppliesTheStepsOnce) {
                "M         3   rotate   given by the user\n");
 }
 
+TEST(PlanCommand, LeavesAFileAloneThatSaysItAlready) {
+    const FileWorld world;
+    world.writeUserActions(R"( {"id": 2, "shortcut": "F7"} )");
+    const std::string text = world.userText();
+    expectDone(world.runWith("plan", "2 = F7\n", {"--apply"}), "All is as wished for.\n" + world.unchanged());
+    EXPECT_EQ(world.userText(), text);
+    ASSERT_EQ(world.run({"export", world.fileText()}).exitCode, 0);
+    expectDone(world.run({"import", world.fileText()}), world.unchanged());
+    EXPECT_EQ(world.userText(), text);
+}
+
 /// The second one is a child of the first, in the linked context.
 TEST(PlanCommand, NamesAllWhoAreInTheWay) {
     const FileWorld world;

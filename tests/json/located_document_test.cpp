@@ -276,6 +276,22 @@ TEST(LocatedDocument, TheDeepestTextHasPositionsOnASmallStackAndADeeperOneAnErro
     });
 }
 
+TEST(LocatedDocument, ATextInUtf16SaysSo) {
+    using namespace std::string_view_literals;
+    for (const std::string_view text : {"\xFF\xFE{\0}\0"sv, "\xFE\xFF\0{\0}"sv, "{\0}\0"sv, "\0{\0}"sv}) {
+        const auto failure = LocatedDocument(text).failure();
+        ASSERT_TRUE(failure.has_value());
+        EXPECT_EQ(failure->position.line, 1U);
+        EXPECT_EQ(failure->position.column, 1U);
+        EXPECT_STREQ(failure->text, "The text is in UTF-16, and only UTF-8 is read: save it as that.");
+    }
+    for (const std::string_view text : {"\0\0"sv, "\0"sv, "\xFF{"sv, "{}\0"sv}) {
+        const auto failure = LocatedDocument(text).failure();
+        ASSERT_TRUE(failure.has_value());
+        EXPECT_EQ(std::string_view(failure->text).find("UTF-16"), std::string_view::npos);
+    }
+}
+
 TEST(LocatedDocument, ATextThatIsTooLargeSaysSo) {
     const std::string text(kMaximumTextSize + 1, ' ');
     const auto failure = LocatedDocument(text).failure();
