@@ -247,7 +247,7 @@ const Subcommand kExplain{"explain",
                           "display::grids::grid=0.635\n"
                           "  asked for as grid, its bare name\n"
                           "  section: display::grids\n"
-                          "  default: 0.635, at /opt/product/.../tessel_settings.cfg:36:58\n"
+                          "  default: 0.635, at /opt/product/.../tessel_settings.cfg:154:51\n"
                           "  user's value: none",
                           FindingsAre::BesideResult,
                           declareExplain,
