@@ -36,6 +36,10 @@ void tellChanges(const std::vector<SettingChange>& changes, Output& output) {
 void tellFile(const SaveResult& result, Output& output) {
     const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing to do in";
     output.line("{} {}", outcome, output.shown(Role::Faint, nativeOrAsItStands(result.path)));
+    if (prefs::isWrittenUserFileRedirected()) {
+        output.add({Severity::Note, "The variable regression_testing has files saved in the current directory.",
+                    "They are read from where \"zelutil doctor\" says.", std::nullopt});
+    }
 }
 
 /// Tells why nothing was saved, or not all.

@@ -41,6 +41,8 @@ struct FileState {
     std::string shutDirectory;
     /// Why it is no JSON, with the text there.
     std::optional<Remark> malformed;
+    /// Whether a section of it has default settings.
+    bool hasDefaults = false;
     /// The attribute paths that an earlier section has too, where the later one stands.
     std::vector<Remark> repeatedSections;
     /// Names of files beside it that an earlier save kept, or left when it was killed. Both are the system's own.
@@ -77,6 +79,7 @@ struct Symptom {
         TooLarge,
         Unreadable,
         NotJson,
+        NoSettings,
         ReadOnly,
         Blocked,
         KeptCopy,

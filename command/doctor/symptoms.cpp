@@ -244,6 +244,10 @@ private:
             case FileState::Kind::Malformed:
                 return addMalformed(step);
             case FileState::Kind::Fine:
+                if (isStep(step, kDefaultsStep) && !step.file->hasDefaults) {
+                    addAbout(Kind::NoSettings, step, "has no default settings, so there are no settings.",
+                             "Put the file there that the product ships.");
+                }
                 return;
         }
     }
@@ -364,6 +368,8 @@ const char* nameOf(Symptom::Kind kind) {
             return "unreadable";
         case Kind::NotJson:
             return "not-json";
+        case Kind::NoSettings:
+            return "no-settings";
         case Kind::ReadOnly:
             return "read-only";
         case Kind::Blocked:

@@ -61,6 +61,17 @@ TEST(Saving, AValueThatIsNotUtf8IsRefused) {
 }
 #endif
 
+TEST(Saving, SaysThatARegressionTestSavesElsewhere) {
+    const CommandWorld world;
+    const ChildResult result = world.run({"set", "grid=8"}, {{"regression_testing", "1"}});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err,
+              "note: The variable regression_testing has files saved in the current directory.\n"
+              "    They are read from where \"zelutil doctor\" says.\n");
+    EXPECT_TRUE(std::filesystem::exists(world.home().path() / "tessel_settings.cfg"));
+    EXPECT_EQ(world.run({"get", "grid", "--value"}).out, "0.5\n");
+}
+
 TEST(Saving, AValueMayBeEmptyAndLookLikeAnOption) {
     const CommandWorld world;
     EXPECT_EQ(world.run({"set", "units=", "zoom=--json"}).exitCode, 0);
