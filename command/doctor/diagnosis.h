@@ -41,8 +41,8 @@ struct FileState {
     std::string shutDirectory;
     /// Why it is no JSON, with the text there.
     std::optional<Remark> malformed;
-    /// Whether a section of it has default settings.
-    bool hasDefaults = false;
+    /// Whether it is JSON of which no section has default settings.
+    bool lacksDefaults = false;
     /// The attribute paths that an earlier section has too, where the later one stands.
     std::vector<Remark> repeatedSections;
     /// Names of files beside it that an earlier save kept, or left when it was killed. Both are the system's own.

@@ -59,8 +59,9 @@ void readInto(FileState& state, const std::string& path) {
     state.kind = document.valid() ? FileState::Kind::Fine : FileState::Kind::Malformed;
     if (document.valid()) {
         state.repeatedSections = repeatedSectionsIn(document);
+        state.lacksDefaults = true;
         prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
-            state.hasDefaults = state.hasDefaults || visited.element.member(prefs::kDefaultSettings);
+            state.lacksDefaults = state.lacksDefaults && !visited.element.member(prefs::kDefaultSettings);
         });
     } else {
         state.malformed = malformedBy(document);

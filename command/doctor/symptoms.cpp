@@ -244,7 +244,7 @@ private:
             case FileState::Kind::Malformed:
                 return addMalformed(step);
             case FileState::Kind::Fine:
-                if (isStep(step, kDefaultsStep) && !step.file->hasDefaults) {
+                if (isStep(step, kDefaultsStep) && step.file->lacksDefaults) {
                     addAbout(Kind::NoSettings, step, "has no default settings, so there are no settings.",
                              "Put the file there that the product ships.");
                 }

@@ -89,7 +89,8 @@ TEST(LintExamples, RulesCanBeChosen) {
     for (const Described& rule : document.rules) {
         const Rule other = *ruleOf(rule.number == "ZU001" ? "zu002" : "zu001");
         EXPECT_FALSE(check(rule.bad, document.defaults, {*ruleOf(rule.number)}).empty()) << rule.number;
-        EXPECT_TRUE(check(rule.bad, document.defaults, {other}).empty()) << rule.number;
+        // That a file cannot be read is told whatever rules are chosen.
+        EXPECT_EQ(check(rule.bad, document.defaults, {other}).empty(), rule.number != "ZU001") << rule.number;
     }
     EXPECT_FALSE(ruleOf("ZU000").has_value());
     EXPECT_FALSE(ruleOf("ZU1").has_value());

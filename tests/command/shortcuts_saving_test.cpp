@@ -88,6 +88,7 @@ TEST(PlanCommand, LeavesAFileAloneThatSaysItAlready) {
     const std::string text = world.userText();
     expectDone(world.runWith("plan", "2 = F7\n", {"--apply"}), "All is as wished for.\n" + world.unchanged());
     EXPECT_EQ(world.userText(), text);
+    std::filesystem::remove(world.file());
     ASSERT_EQ(world.run({"export", world.fileText()}).exitCode, 0);
     expectDone(world.run({"import", world.fileText()}), world.unchanged());
     EXPECT_EQ(world.userText(), text);

@@ -285,7 +285,7 @@ TEST(LocatedDocument, ATextInUtf16SaysSo) {
         EXPECT_EQ(failure->position.column, 1U);
         EXPECT_STREQ(failure->text, "The text is in UTF-16, and only UTF-8 is read: save it as that.");
     }
-    for (const std::string_view text : {"\0\0"sv, "\0"sv, "\xFF{"sv, "{}\0"sv}) {
+    for (const std::string_view text : {"\0\0"sv, "\0"sv, "\xFF{"sv, "{,\0"sv}) {
         const auto failure = LocatedDocument(text).failure();
         ASSERT_TRUE(failure.has_value());
         EXPECT_EQ(std::string_view(failure->text).find("UTF-16"), std::string_view::npos);
