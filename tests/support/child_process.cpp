@@ -99,6 +99,11 @@ struct Streams {
     HANDLE err = nullptr;
 };
 
+/// Under Wine a start fails once in some thousands where the machine is loaded; a program that is not there fails each
+/// time.
+constexpr int kStarts = 3;
+constexpr DWORD kMillisecondsBetweenStarts = 300;
+
 /// Returns the handle of the process.
 HANDLE start(const ChildProcess& process, const Streams& streams) {
     STARTUPINFOA startup{};
@@ -110,15 +115,23 @@ HANDLE start(const ChildProcess& process, const Streams& streams) {
     PROCESS_INFORMATION child{};
     std::string line = commandLine(process);
     std::string block = environmentBlock(process.environment);
-    const BOOL started = CreateProcessA(process.program.string().c_str(), line.data(), nullptr, nullptr, TRUE, 0,
-                                        block.data(), process.directory.string().c_str(), &startup, &child);
+    BOOL started = 0;
+    DWORD error = 0;
+    for (int attempt = 0; attempt < kStarts && started == 0; ++attempt) {
+        if (attempt > 0) {
+            Sleep(kMillisecondsBetweenStarts);
+        }
+        started = CreateProcessA(process.program.string().c_str(), line.data(), nullptr, nullptr, TRUE, 0, block.data(),
+                                 process.directory.string().c_str(), &startup, &child);
+        error = GetLastError();
+    }
     for (const HANDLE stream : {streams.in, streams.out, streams.err}) {
         if (stream != nullptr) {
             CloseHandle(stream);
         }
     }
     if (started == 0) {
-        throw std::runtime_error("cannot start " + process.program.string());
+        throw std::runtime_error("cannot start " + process.program.string() + ", error " + std::to_string(error));
     }
     CloseHandle(child.hThread);
     return child.hProcess;
