@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "actions/manager_access.h"
+#include "actions/observer_registry.h"
 #include "command/saved_settings.h"
 #include "command/shortcuts/shortcut_changes.h"
 #include "host/action_state.h"
@@ -29,8 +30,14 @@ void addRefusedWishes(const PartialPlan& partial, NamedWishes& wishes) {
                      [](const SkippedWish& left, const SkippedWish& right) { return left.place < right.place; });
 }
 
-host::ActionState stateNow() {
-    return host::stateOf(actions::ManagerAccess::catalogueOf(UCPActionManager::instance()));
+/// Whether all is as the user's file brought it about at the start.
+bool isAsLoaded(const actions::ActionCatalogue& catalogue) {
+    const actions::ObserverRegistry nobody;
+    actions::ActionCatalogue loaded(nobody);
+    loaded.load(catalogue.texts().defaults, catalogue.texts().user);
+    const host::ActionState now = host::stateOf(catalogue);
+    const host::ActionState then = host::stateOf(loaded);
+    return now.values == then.values && now.holders == then.holders;
 }
 
 }  // namespace
@@ -47,16 +54,14 @@ Import importWishes(const WishText& text) {
 
 host::SaveResult applyWishes(const WishPlan& plan, const std::map<int, bool>& menuFlags) {
     UCPActionManager& manager = UCPActionManager::instance();
-    const host::ActionState before = stateNow();
     for (const KeyWish& edit : plan.edits) {
         manager.updateShortcut(edit.action, edit.shortcut);
     }
     for (const auto& [id, inMenu] : menuFlags) {
         manager.updateRMBMenu(id, inMenu);
     }
-    const host::ActionState now = stateNow();
-    const bool isSame = now.values == before.values && now.holders == before.holders;
-    const auto result = isSame ? command::nothingToSave() : std::nullopt;
+    const bool isInFile = isAsLoaded(actions::ManagerAccess::catalogueOf(manager));
+    const auto result = isInFile ? command::nothingToSave() : std::nullopt;
     return result ? *result : host::save();
 }
 
