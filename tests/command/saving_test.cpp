@@ -51,16 +51,6 @@ TEST(Saving, AFileThatGivesTheValueByABareNameStaysAsItIs) {
     EXPECT_EQ(readTextFile(world.userFile()), user);
 }
 
-// Arguments are UTF-16 on Windows, and reach a program as UTF-8.
-#ifndef _WIN32
-TEST(Saving, AValueThatIsNotUtf8IsRefused) {
-    const CommandWorld world;
-    expectNothingDone(world, world.run({"set", "units=\xff"}), 2,
-                      "zelutil: error: \"units=\xEF\xBF\xBD\" is not in UTF-8, as the user's file is.\n"
-                      "    \"zelutil set --help\" says how it is called.\n");
-}
-#endif
-
 TEST(Saving, SaysThatARegressionTestSavesElsewhere) {
     const CommandWorld world;
     const ChildResult result = world.run({"set", "grid=8"}, {{"regression_testing", "1"}});

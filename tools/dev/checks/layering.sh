@@ -37,8 +37,8 @@ checkPublicIncludes() {
 checkSourcesListed() {
     local file status=0
     while IFS= read -r file; do
-        if ! git grep -qw --untracked "$(basename "$file" .cpp)" -- '*CMakeLists.txt'; then
-            printf '%s: no CMakeLists.txt names it\n' "$file"
+        if ! git grep -qw --untracked "$(basename "$file" .cpp)" -- '*CMakeLists.txt' '*.cmake'; then
+            printf '%s: no file of CMake names it\n' "$file"
             status=1
         fi
     done < <(projectFiles 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' 'examples/*.cpp' 'command/*.cpp')
