@@ -19,7 +19,7 @@ void tellUnwritten(const std::string& file, platform::Replaced result, Output& o
     }
 }
 
-/// Only what may be JSON at all is read whole.
+/// Returns whether the file is there and is JSON that begins with a bracket.
 bool holdsJson(const std::string& file) {
     const platform::OutsideTheWorld thisMachine;
     const auto libraryPath = platform::textOfNativePath(pathOf(file));

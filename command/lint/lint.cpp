@@ -49,7 +49,7 @@ std::vector<Finding> lint(const Source& source, const Choices& choices) {
     }
     std::vector<Finding> findings = report.take();
     const auto isUnwanted = [&](const Finding& finding) {
-        // Of a file that cannot be read, nothing else can be said.
+        // No other rule can be checked in a file that is no JSON.
         return !choices.rules.empty() && choices.rules.count(finding.rule) == 0 && finding.rule != Rule::NotJson;
     };
     findings.erase(std::remove_if(findings.begin(), findings.end(), isUnwanted), findings.end());

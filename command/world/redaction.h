@@ -18,8 +18,9 @@ public:
     /// Masks nothing.
     Redaction() = default;
 
-    /// Masks these words, whatever their case is, and the directories of the home, also the parts of those with blanks;
-    /// but not what every machine has, as "home" and "Users", and no name that the library itself puts into paths.
+    /// Masks these words in upper and lower case, and the names of the directories that lead to the user's home: each
+    /// as a whole, and each word of one with blanks. Leaves what every machine has, as "home" and "Users", and the
+    /// names that the library itself puts into paths.
     Redaction(const std::set<std::string>& words, const std::string& home);
 
     /// Returns a text with these words masked where they stand as such, between characters that are neither letters nor

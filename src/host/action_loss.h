@@ -12,7 +12,7 @@ namespace zelutil::host {
 struct ActionsKnown {
     /// The ids of the actions that were changed here since the file was last shared.
     std::set<int> changedHere;
-    /// Those of them whose shortcut was.
+    /// Holds the ids of those whose shortcut was changed, and not the menu flag alone.
     std::set<int> shortcutChangedHere;
     /// The ids of the actions that have what the aim wants here and in the file.
     std::set<int> settled;

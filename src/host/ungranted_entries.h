@@ -10,12 +10,12 @@
 
 namespace zelutil::host {
 
-/// Returns the shortcuts that the entries of a file give to actions and that another action held when they were loaded;
-/// `loaded` is what the load brought about. The actions `replaced` are passed over, and so are children: what they are
-/// given follows their parents, and may be there for what others get meanwhile.
+/// Returns the entries of a file whose shortcuts were refused, because another action held them; `loaded` is the state
+/// after the load of the file. The actions `replaced` are passed over. So are children: they follow their parents, and
+/// an entry for one may only make room for others during the load.
 ///
-/// An example: {"id":1,"shortcut":"Ctrl+O"}, where action 3 is shipped with Ctrl+O. The user asked for it all the same,
-/// and may get it from a later version.
+/// An example is {"id":1,"shortcut":"Ctrl+O"}, where action 3 is shipped with Ctrl+O. The user asked for it all the
+/// same, and may get it from a later version.
 ActionEntries ungrantedEntries(const ShippedActions& shipped, const ActionEntries& inFile, const ActionState& loaded,
                                const std::set<int>& replaced);
 

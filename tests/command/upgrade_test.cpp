@@ -163,7 +163,7 @@ struct Loaded {
     std::map<int, UCPActionItem> actions;
     std::map<int, std::string> shortcuts;
     std::map<std::pair<std::string, std::string>, int> holders;
-    /// What keys run, the fallback included, by context and shortcut.
+    /// Holds the commands that run by context and shortcut, also those that the fallback finds.
     std::map<std::pair<std::string, std::string>, std::string> commands;
     /// The sections and names of what has no effect in the user's file.
     std::set<std::pair<std::string, std::string>> withoutEffect;
