@@ -7,6 +7,7 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/actions/action_observer.h>
 #include <zelutil/c_api.h>
+#include <zelutil/enums/name_index.h>
 #include <zelutil/enums/named_enum.h>
 #include <zelutil/enums/panel_enums.h>
 #include <zelutil/export.h>

@@ -1,5 +1,5 @@
 #  [FILTER]: Build the benchmarks optimised and run them (those whose name matches)
-need "${buildPackages[@]}" libbenchmark-dev libboost-dev nlohmann-json3-dev qtbase5-dev
+need "${buildPackages[@]}" libbenchmark-dev gperf libboost-dev nlohmann-json3-dev qtbase5-dev
 buildPreset bench
 count=0
 for program in build/bench/bin/*_bench; do

@@ -1,8 +1,8 @@
 #ifndef ZELUTIL_ENUMS_NAMED_ENUM_H
 #define ZELUTIL_ENUMS_NAMED_ENUM_H
 
+#include <zelutil/enums/name_index.h>
 #include <zelutil/export.h>
-#include <zelutil/util/ascii.h>
 
 #include <cstdint>
 #include <type_traits>
@@ -80,17 +80,15 @@ protected:
 };
 
 /// The map itself, on a table of `N` texts, none of them null, that is best declared `constexpr`: the names are then
-/// put in order by the compiler.
+/// indexed by the compiler.
 template <typename E, int N, const char* const (&table)[N]>
 class HRES_Impl final : public HRES<E> {
-    static_assert(N <= UINT16_MAX + 1, "values are kept in 16 bits");
+    static_assert(N <= UINT16_MAX + 1, "tables of more names take too much of a compiler");
 
 public:
-    constexpr HRES_Impl() {
-        for (int value = 0; value < N; ++value) {
-            insert(value);
-        }
-    }
+    // Kept deliberately: of names that are equal ignoring case the first keeps the place. The later value has a name
+    // that leads to the first one; a table needs no check for that to be usable.
+    constexpr HRES_Impl() : m_index(table) {}
 
     int Size() const override { return N; }
 
@@ -98,56 +96,10 @@ public:
 
     const char* Name(int value) const override { return value >= N ? nullptr : table[value]; }
 
-    int RawLookup(const char* name) const override {
-        if (name == nullptr) {
-            return N;
-        }
-        const Position position = find(name);
-        return position.found ? m_sorted[position.index] : N;
-    }
+    int RawLookup(const char* name) const override { return name == nullptr ? N : m_index.find(name); }
 
 private:
-    struct Position {
-        /// Where the name is, or else where it would have to be inserted.
-        int index;
-        bool found;
-    };
-
-    constexpr Position find(const char* name) const {
-        int begin = 0;
-        int end = m_count;
-        while (begin < end) {
-            const int middle = begin + (end - begin) / 2;
-            const int order = zelutil::ascii::compareIgnoringCase(table[m_sorted[middle]], name);
-            if (order == 0) {
-                return {middle, true};
-            }
-            if (order < 0) {
-                end = middle;
-            } else {
-                begin = middle + 1;
-            }
-        }
-        return {begin, false};
-    }
-
-    constexpr void insert(int value) {
-        const Position position = find(table[value]);
-        if (position.found) {
-            // Kept deliberately: of names that are equal ignoring case the first keeps the place. The later value has
-            // a name that leads to the first one; a table needs no check for that to be usable.
-            return;
-        }
-        for (int index = m_count; index > position.index; --index) {
-            m_sorted[index] = m_sorted[index - 1];
-        }
-        m_sorted[position.index] = static_cast<std::uint16_t>(value);
-        ++m_count;
-    }
-
-    /// The values in descending order of their names, each name once.
-    std::uint16_t m_sorted[N] = {};
-    int m_count = 0;
+    zelutil::enums::NameIndex<N> m_index;
 };
 
 }  // namespace Smart::Enum
