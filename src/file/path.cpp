@@ -31,7 +31,7 @@ Path::Path(const char* dir, const char* name) {
 
 Path::Path(const std::string& text) : text_(text) { fix(0); }
 
-Path::Path(const char* text) : Path(orEmpty(text)) {}
+Path::Path(const char* text) : text_(orEmpty(text)) { fix(0); }
 
 Path::Path(Path&& other) noexcept
     : text_(std::move(other.text_)),
@@ -109,7 +109,13 @@ Path Path::Parent() const {
     // Kept deliberately: the parent is a path of its own, made from text. That of a text that was left relative gets
     // the current directory in front; only one without a separator is copied with what it remembers.
     const std::size_t separator = text_.rfind(zelutil::file::kSeparator);
-    return separator == std::string::npos ? *this : Path(text_.substr(0, separator));
+    if (separator == std::string::npos) {
+        return *this;
+    }
+    Path parent;
+    parent.text_ = std::string(text_, 0, separator);
+    parent.fix(0);
+    return parent;
 }
 
 std::string Path::Extension() const {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "file/plain_text.h"
 #include "text/ascii.h"
 
 // Both passes over a text work in place with two positions: `in` reads, `out` writes and never overtakes. What lies
@@ -209,17 +210,27 @@ void removeDotComponents(std::string& text, PathFlags& flags, std::size_t start)
 }  // namespace
 
 void normalise(std::string& text, PathFlags& flags, std::size_t start, const CurrentDirectory& currentDirectory) {
-    const bool blank = fixCharacters(text, start);
+    const PlainText look = lookAtText(text, start);
+    bool blank = look.blank;
+    if (!look.plain) {
+        blank = fixCharacters(text, start);
+    } else if (look.slash) {
+        convertSeparators(text, start);
+    }
     const bool blankBefore = start != 0 && flags.hasSpace;
     flags.hasSpace = !text.empty() && (blank || blankBefore);
     removeTrailingSeparators(text);
     if (text.empty()) {
         return;
     }
-    if (!flags.absolute && !beginsAbsolute(text)) {
+    const bool relative = !flags.absolute && !beginsAbsolute(text);
+    if (relative) {
         putCurrentDirectoryInFront(text, flags, currentDirectory());
     }
-    removeDotComponents(text, flags, start);
+    // A plain text has none, but for one at its very beginning, which then follows the current directory.
+    if (relative || !look.plain) {
+        removeDotComponents(text, flags, start);
+    }
 }
 
 }  // namespace zelutil::file
