@@ -30,6 +30,7 @@ hasPackage() {
         libcli11-dev) [[ -e /usr/include/CLI/CLI.hpp || -e /usr/local/include/CLI/CLI.hpp ]] ;;
         python3-jsonschema) python3 -c 'import jsonschema' ;;
         libfmt-dev) [[ -e /usr/include/fmt/format.h || -e /usr/local/include/fmt/format.h ]] ;;
+        libglib2.0-dev) compgen -G '/usr/include/glib-2.0' ;;
         libboost-dev) [[ -e /usr/include/boost/version.hpp ]] ;;
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
         qt6-base-dev) compgen -G '/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ||
