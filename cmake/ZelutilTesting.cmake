@@ -24,6 +24,19 @@ if(MINGW)
 endif()
 target_compile_options(zelutil_test_headers PRIVATE ${ZELUTIL_TEST_OPTIMISATION})
 
+# zelutil_random_cases(VARIABLE LONG SANITIZED): sets VARIABLE to the number of cases that a random test tries. LONG cases
+# take about a minute; a quarter of them is tried unless ZELUTIL_LONG_TESTS is on, and SANITIZED under a sanitizer.
+function(zelutil_random_cases variable long sanitized)
+    if(ZELUTIL_SANITIZERS)
+        set(cases ${sanitized})
+    elseif(ZELUTIL_LONG_TESTS)
+        set(cases ${long})
+    else()
+        math(EXPR cases "${long} / 4")
+    endif()
+    set(${variable} ${cases} PARENT_SCOPE)
+endfunction()
+
 # The labels of the tests are those in the variable ZELUTIL_TEST_LABELS.
 function(zelutil_add_gtest name)
     # A few sources of one program at a time: what GoogleTest's macros make of templates is compiled once for them.

@@ -7,5 +7,5 @@ namespace detail {
 template FMT_API void buffer<char>::append(const char*, const char*);
 template FMT_API auto thousands_sep_impl<char>(locale_ref) -> thousands_sep_result<char>;
 template FMT_API auto decimal_point_impl<char>(locale_ref) -> char;
-} // namespace detail
+}  // namespace detail
 FMT_END_NAMESPACE

@@ -23,9 +23,8 @@ need "${packages[@]}"
 status=0
 if $native; then
     testPreset native dev "$pattern" || status=1
-    # Sources that are compiled together must not define a name twice.
-    if [[ -z $pattern ]] && ! buildPreset library; then
-        countBroken library "could not be built"
+    if [[ -z $pattern ]] && ! buildTogether; then
+        countBroken library "could not be built from many sources at a time"
         status=1
     fi
 fi
