@@ -15,15 +15,23 @@ struct CorpusSetting {
     std::string bareName;
     std::string defaultValue;
     std::string userValue;  ///< Empty where the user changed nothing.
+    bool hasBareName;       ///< Whether its section is unique.
 
     const std::string& value() const { return userValue.empty() ? defaultValue : userValue; }
+};
+
+/// Says what the names of a corpus are like.
+enum class CorpusNames {
+    Alike,   ///< All of much the same length, and all sections are unique.
+    Varied,  ///< In both cases and 11 to 61 characters long in full; every other section is unique.
 };
 
 /// Settings in sections two levels deep, 20 to a section; the user changed every tenth, or as told. Bare names are
 /// unique.
 class SettingsCorpus {
 public:
-    explicit SettingsCorpus(std::size_t count, std::size_t userChangesEvery = 10);
+    explicit SettingsCorpus(std::size_t count, std::size_t userChangesEvery = 10,
+                            CorpusNames names = CorpusNames::Alike);
 
     const std::vector<CorpusSetting>& settings() const { return settings_; }
     /// Texts of the two preference files, laid out as the shipped ones are.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace zelutil::actions {
 namespace {
@@ -78,7 +79,7 @@ ActionDefinition definitionOf(json::View element) {
 
 DefinitionReader::DefinitionReader(std::string_view text)
     : textSize_(text.size()),
-      document_(text),
+      document_(std::in_place, json::TextStays(), text),
       elements_(document_->root().member(kActions).elements()),
       next_(elements_.begin()) {}
 

@@ -16,7 +16,7 @@
 /// here.
 namespace zelutil::actions {
 
-/// One element of a shipped text. The texts live as long as their reader.
+/// One element of a shipped text. The texts live as long as their reader and its text.
 struct ActionDefinition {
     int id = 0;
     int parentId = 0;
@@ -37,6 +37,7 @@ ActionDefinition definitionOf(json::View element);
 /// Reads {"actions":[...]}. Any other text has no elements.
 class DefinitionReader {
 public:
+    /// The text must stay.
     explicit DefinitionReader(std::string_view text);
     /// Reads a value that was parsed, whose document must stay.
     explicit DefinitionReader(json::View root);

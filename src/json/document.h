@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <vector>
 
+#include "json/tape.h"
 #include "json/view.h"
 
 /// The one place that knows how JSON text is read and written, and by which parser. Everything that comes from a file
@@ -21,26 +21,18 @@ inline constexpr unsigned kMaximumDepth = 1024;
 /// At the beginning of a text it is skipped.
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Holds what a parse can report besides the document.
-struct ParseNotes {
-    /// Holds where the parser stood at each value and each key of an object, in the order of the text: an object stands
-    /// before its keys, and a key before its value. The offsets count bytes from the beginning of the text.
-    std::vector<std::uint32_t> offsets;
-    /// Says for people why the text is malformed; null for one that is not.
-    const char* failure = nullptr;
-    std::size_t failureOffset = 0;
-    bool stoppedAtControlCharacter = false;
-};
+/// Says that a text stays, unchanged, as long as the document that is made of it.
+struct TextStays {};
 
-/// A JSON text, parsed. The text itself may go away afterwards.
+/// A JSON text, parsed. The text itself may go away afterwards unless `TextStays` says otherwise.
 ///
 /// Malformed is what RapidJSON refuses with its default flags, and also a text that nests deeper than `kMaximumDepth`,
 /// is longer than `kMaximumTextSize` or holds a number that is not finite. A leading byte-order mark is skipped.
 class Document {
 public:
     explicit Document(std::string_view text, Numbers numbers = Numbers::Fast);
-    /// Parses in the same way and fills the notes, which are empty before.
-    Document(std::string_view text, ParseNotes& notes);
+    /// Does the same without a copy of the text.
+    Document(TextStays tag, std::string_view text, Numbers numbers = Numbers::Fast);
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
@@ -48,15 +40,12 @@ public:
     bool valid() const { return valid_; }
 
     /// The whole value; absent for a malformed text.
-    View root() const { return valid_ ? View(document_) : View(); }
+    View root() const { return valid_ ? View(tape_, 0) : View(); }
 
 private:
-    template <typename Notes>
-    bool parse(std::string_view text, Numbers numbers, Notes notes);
-
-    /// The document's strings point into it.
-    std::unique_ptr<char[]> buffer_;
-    rapidjson::Document document_;
+    /// The tape points into it, or into the text that stays.
+    std::unique_ptr<char[]> copy_;
+    Tape tape_;
     bool valid_ = false;
 };
 

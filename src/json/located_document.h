@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "json/document.h"
+#include "json/parse_failure.h"
 #include "json/view.h"
 
 namespace zelutil::json {
@@ -56,32 +57,14 @@ public:
     Position positionAt(std::size_t offset) const;
 
 private:
-    struct Place {
-        std::uint32_t key = 0;
-        std::uint32_t value = 0;
-    };
-    /// The members of an object or the elements of an array lie side by side in memory.
-    struct Block {
-        const char* begin = nullptr;
-        const char* end = nullptr;
-        std::size_t stride = 0;
-        std::size_t firstPlace = 0;
-        bool ofObject = false;
-    };
-    class Survey;
-
     std::size_t laterBytesBetween(std::size_t begin, std::size_t end) const;
     std::size_t laterBytesBefore(std::size_t offset) const;
-    const Place* placeOf(View value) const;
-    const Block* blockOf(View value) const;
-    void makeTable() const;
+    bool isHere(View value) const { return value && value.tape() == document_.root().tape(); }
 
     std::string_view text_;
-    ParseNotes notes_;
     Document document_;
+    std::optional<ParseFailure> failure_;
     // The tables are made when somebody asks: many documents are only searched.
-    mutable std::vector<Place> places_;
-    mutable std::vector<Block> blocks_;
     mutable std::vector<std::size_t> lineBegins_;
     /// Holds for each block of the text how many bytes before it are later ones of a character: a file may be one long
     /// line, on which each column would be counted from its beginning.

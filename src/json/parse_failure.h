@@ -1,15 +1,20 @@
 #ifndef ZELUTIL_JSON_PARSE_FAILURE_H
 #define ZELUTIL_JSON_PARSE_FAILURE_H
 
-#include <rapidjson/error/error.h>
+#include <cstddef>
+#include <optional>
+#include <string_view>
 
 namespace zelutil::json {
 
-inline constexpr char kTooLargeText[] = "The text is larger than 64 MiB.";
-inline constexpr char kControlCharacterText[] = "A control character may not stand here.";
+/// Says for people why a text is malformed, and where: the offset counts bytes from its beginning.
+struct ParseFailure {
+    const char* text = nullptr;
+    std::size_t offset = 0;
+};
 
-/// Returns a sentence for people about an error of the parser; `there` is the character at which it stopped.
-const char* failureText(rapidjson::ParseErrorCode code, char there);
+/// Returns why a document refuses a text; nothing for one that it takes. The text is read anew for that, by RapidJSON.
+std::optional<ParseFailure> parseFailureOf(std::string_view text);
 
 }  // namespace zelutil::json
 

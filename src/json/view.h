@@ -6,27 +6,12 @@
 #include <optional>
 #include <string_view>
 
-// Vector instructions nearly halve the time of a parse. The parser then reads whole aligned blocks of 16 bytes, past
-// the end of the text too; Document pads its copy for that.
-#if defined(__SSE2__) || defined(_M_X64)
-#define RAPIDJSON_SSE2
-#endif
-#include <rapidjson/document.h>
+#include "json/tape.h"
 
 namespace zelutil::json {
 
-/// Says how numbers that are no integers are read and written.
-enum class Numbers {
-    Fast,   ///< Up to a few units in the last place off.
-    Exact,  ///< So that reading and writing them again and again changes none.
-};
-
 class Elements;
-class LocatedDocument;
 class Members;
-enum class Layout;
-template <Layout>
-class Writer;
 
 /// A value in a document, to be read; valid as long as the document. A view of nothing is "absent": a member that is
 /// not there is, and whatever is asked of an absent value is absent, false or empty in its turn, as it is when the
@@ -38,21 +23,23 @@ public:
     /// Absent.
     View() = default;
 
-    /// For this folder only: nobody else names the parser.
-    explicit View(const rapidjson::Value& value) : value_(&value) {}
+    // For this folder only: nobody else names the tape.
+    View(const Tape& tape, std::uint32_t place) : tape_(&tape), place_(place) {}
+    const Tape* tape() const { return tape_; }
+    std::uint32_t place() const { return place_; }
 
     /// False when absent. The value null is a value.
-    explicit operator bool() const { return value_ != nullptr; }
+    explicit operator bool() const { return tape_ != nullptr; }
 
     /// Whether both are one and the same value of a document, or both absent; equal values are not looked at.
-    bool isSame(View other) const { return value_ == other.value_; }
+    bool isSame(View other) const { return tape_ == other.tape_ && place_ == other.place_; }
 
-    bool isArray() const { return value_ != nullptr && value_->IsArray(); }
-    bool isObject() const { return value_ != nullptr && value_->IsObject(); }
+    bool isArray() const { return is(Node::Kind::Array); }
+    bool isObject() const { return is(Node::Kind::Object); }
     /// Whether this is the literal `true`.
-    bool isTrue() const { return value_ != nullptr && value_->IsTrue(); }
+    bool isTrue() const { return is(Node::Kind::True); }
     /// Whether this is one of the literals `true` and `false`.
-    bool isTruth() const { return value_ != nullptr && value_->IsBool(); }
+    bool isTruth() const { return isTrue() || is(Node::Kind::False); }
 
     /// The bytes of a string, zeros inside included, valid as long as the document.
     std::optional<std::string_view> text() const;
@@ -70,11 +57,11 @@ public:
     Members members() const;
 
 private:
-    friend class LocatedDocument;
-    template <Layout>
-    friend class Writer;
+    bool is(Node::Kind kind) const { return tape_ != nullptr && (*tape_)[place_].kind() == kind; }
+    bool isText() const { return is(Node::Kind::Text) || is(Node::Kind::EscapedText); }
 
-    const rapidjson::Value* value_ = nullptr;
+    const Tape* tape_ = nullptr;
+    std::uint32_t place_ = 0;
 };
 
 /// The elements of an array.
@@ -83,20 +70,19 @@ public:
     class Iterator {
     public:
         Iterator() = default;
-        explicit Iterator(const rapidjson::Value* element) : element_(element) {}
+        Iterator(const Tape* tape, std::uint32_t place) : tape_(tape), place_(place) {}
 
-        View operator*() const { return View(*element_); }
+        View operator*() const { return {*tape_, place_}; }
         Iterator& operator++() {
-            ++element_;
+            place_ = tape_->behind(place_);
             return *this;
         }
-        bool operator==(Iterator other) const { return element_ == other.element_; }
-        bool operator!=(Iterator other) const { return element_ != other.element_; }
+        bool operator==(Iterator other) const { return place_ == other.place_; }
+        bool operator!=(Iterator other) const { return place_ != other.place_; }
 
     private:
-        friend class Elements;
-
-        const rapidjson::Value* element_ = nullptr;
+        const Tape* tape_ = nullptr;
+        std::uint32_t place_ = 0;
     };
 
     Elements() = default;
@@ -105,7 +91,8 @@ public:
     Iterator begin() const { return begin_; }
     Iterator end() const { return end_; }
     bool empty() const { return begin_ == end_; }
-    std::size_t size() const { return static_cast<std::size_t>(end_.element_ - begin_.element_); }
+    /// Counts them, from the first to the last.
+    std::size_t size() const;
 
 private:
     Iterator begin_;
@@ -123,20 +110,20 @@ public:
     class Iterator {
     public:
         Iterator() = default;
-        explicit Iterator(rapidjson::Value::ConstMemberIterator member) : member_(member) {}
+        /// The place is that of the key.
+        Iterator(const Tape* tape, std::uint32_t place) : tape_(tape), place_(place) {}
 
-        Member operator*() const {
-            return {{member_->name.GetString(), member_->name.GetStringLength()}, View(member_->value)};
-        }
+        Member operator*() const { return {tape_->text(place_), View(*tape_, place_ + 1)}; }
         Iterator& operator++() {
-            ++member_;
+            place_ = tape_->behind(place_ + 1);
             return *this;
         }
-        bool operator==(Iterator other) const { return member_ == other.member_; }
-        bool operator!=(Iterator other) const { return member_ != other.member_; }
+        bool operator==(Iterator other) const { return place_ == other.place_; }
+        bool operator!=(Iterator other) const { return place_ != other.place_; }
 
     private:
-        rapidjson::Value::ConstMemberIterator member_;
+        const Tape* tape_ = nullptr;
+        std::uint32_t place_ = 0;
     };
 
     Members() = default;
@@ -151,14 +138,7 @@ private:
 };
 
 inline std::optional<std::string_view> View::text() const {
-    if (value_ == nullptr || !value_->IsString()) {
-        return std::nullopt;
-    }
-    return std::string_view(value_->GetString(), value_->GetStringLength());
-}
-
-inline std::optional<std::int32_t> View::integer() const {
-    return value_ != nullptr && value_->IsInt() ? std::optional<std::int32_t>(value_->GetInt()) : std::nullopt;
+    return isText() ? std::optional<std::string_view>(tape_->text(place_)) : std::nullopt;
 }
 
 inline View View::member(std::string_view name) const {
@@ -171,13 +151,11 @@ inline View View::member(std::string_view name) const {
 }
 
 inline Elements View::elements() const {
-    return isArray() ? Elements(Elements::Iterator(value_->Begin()), Elements::Iterator(value_->End())) : Elements();
+    return isArray() ? Elements({tape_, place_ + 1}, {tape_, tape_->behind(place_)}) : Elements();
 }
 
 inline Members View::members() const {
-    return value_ != nullptr && value_->IsObject()
-               ? Members(Members::Iterator(value_->MemberBegin()), Members::Iterator(value_->MemberEnd()))
-               : Members();
+    return isObject() ? Members({tape_, place_ + 1}, {tape_, tape_->behind(place_)}) : Members();
 }
 
 }  // namespace zelutil::json

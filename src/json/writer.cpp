@@ -3,6 +3,7 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+#include "json/rapid_text.h"
 
 #include <charconv>
 #include <cmath>
@@ -10,6 +11,7 @@
 #include <type_traits>
 
 #include "json/document.h"
+#include "json/number.h"
 
 namespace zelutil::json {
 namespace {
@@ -73,6 +75,60 @@ const char* charactersOf(std::string_view text) { return text.empty() ? kEmpty :
 rapidjson::SizeType sizeOf(std::string_view text) { return static_cast<rapidjson::SizeType>(text.size()); }
 
 bool isTooLong(std::string_view text) { return text.size() > kMaximumTextSize; }
+
+/// Writes what stands on a tape.
+template <typename Target>
+class TapeCopy {
+public:
+    TapeCopy(const Tape& tape, Target& target) : tape_(tape), target_(target) {}
+
+    /// Recurses as deep as a document nests. Returns false from the first value on that cannot be written.
+    bool value(std::uint32_t place) {
+        switch (tape_[place].kind()) {
+            case Node::Kind::Null:
+                return target_.Null();
+            case Node::Kind::False:
+            case Node::Kind::True:
+                return target_.Bool(tape_[place].kind() == Node::Kind::True);
+            case Node::Kind::Number:
+                return number(tape_.digits(place));
+            case Node::Kind::Array:
+                return target_.StartArray() && elements(place + 1, tape_.behind(place)) && target_.EndArray();
+            case Node::Kind::Object:
+                return target_.StartObject() && members(place + 1, tape_.behind(place)) && target_.EndObject();
+            default:
+                return target_.String(charactersOf(tape_.text(place)), sizeOf(tape_.text(place)));
+        }
+    }
+
+private:
+    bool number(std::string_view digits) {
+        const std::optional<rapidjson::Value> value = rapidNumber(digits, tape_.numbers());
+        return value && value->Accept(target_);
+    }
+
+    bool elements(std::uint32_t place, std::uint32_t end) {
+        for (; place != end; place = tape_.behind(place)) {
+            if (!value(place)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool members(std::uint32_t key, std::uint32_t end) {
+        for (; key != end; key = tape_.behind(key + 1)) {
+            const std::string_view name = tape_.text(key);
+            if (!target_.Key(charactersOf(name), sizeOf(name)) || !value(key + 1)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    const Tape& tape_;
+    Target& target_;
+};
 
 }  // namespace
 
@@ -139,7 +195,7 @@ void Writer<kLayout>::truth(bool value) {
 
 template <Layout kLayout>
 void Writer<kLayout>::copy(View value) {
-    whole_ = whole_ && value && value.value_->Accept(target_->writer);
+    whole_ = whole_ && value && TapeCopy(*value.tape(), target_->writer).value(value.place());
 }
 
 template <Layout kLayout>

@@ -171,7 +171,7 @@ void UserTextReader<Sinks>::reportUnread(View root) {
     if (unread.empty()) {
         return;
     }
-    const json::Document defaults(catalogue_.defaultsText());
+    const json::Document defaults(json::TextStays(), catalogue_.defaultsText());
     const auto ofDefaults = unreadContentOf(defaults.root());
     for (const UnreadContent& content : unread) {
         if (ofDefaults.count(content) == 0) {
@@ -217,7 +217,7 @@ void readDefaults(View root, Catalogue& catalogue, const DefinitionSink& sink) {
 void readDefaults(std::string text, Catalogue& catalogue) {
     SettingIndex::Builder builder;
     {
-        const json::Document document(text);
+        const json::Document document(json::TextStays(), text);
         readSections(document.root(), catalogue, builder, NoDefinitionSink());
     }
     // After the document is gone: the index takes over its memory, which the system would have to find anew.
@@ -226,7 +226,7 @@ void readDefaults(std::string text, Catalogue& catalogue) {
 }
 
 bool readUserSettings(std::string_view text, Catalogue& catalogue) {
-    const json::Document document(text);
+    const json::Document document(json::TextStays(), text);
     readUser(document.root(), catalogue, NoEntrySinks());
     return document.valid();
 }
