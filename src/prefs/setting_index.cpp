@@ -8,17 +8,17 @@ namespace zelutil::prefs {
 namespace {
 
 constexpr unsigned kKeyBits = 64;
-constexpr std::size_t kEntriesPerBucket = 2;
+constexpr std::size_t kBucketsPerEntry = 2;
 
 }  // namespace
 
-std::size_t SettingIndex::placeOf(std::uint64_t key) const {
-    const std::size_t bucket = bucketOf(key);
-    const auto begin = entries_.begin() + directory_[bucket];
-    const auto end = entries_.begin() + directory_[bucket + 1];
+/// Goes on from a place in the key's bucket whose key comes before it.
+std::size_t SettingIndex::searchInBucket(std::uint64_t key, std::size_t place) const {
+    const auto begin = entries_.begin() + static_cast<std::ptrdiff_t>(place);
+    const auto end = entries_.begin() + directory_[bucketOf(key) + 1];
     const auto found =
         std::lower_bound(begin, end, key, [](const Entry& entry, std::uint64_t wanted) { return entry.key < wanted; });
-    return found == end || found->key != key ? size() : static_cast<std::size_t>(found - entries_.begin());
+    return static_cast<std::size_t>(found - entries_.begin());
 }
 
 std::uint32_t SettingIndex::Builder::add(std::uint64_t key, std::string_view defaultValue) {
@@ -37,56 +37,57 @@ void SettingIndex::Builder::addKey(std::uint64_t key) {
 
 SettingIndex SettingIndex::Builder::build() {
     chooseDirectorySize();
-    const std::vector<std::uint32_t> begins = bucketBegins();
-    std::vector<Addition> additions = dealtOut(begins);
+    dealOut();
     additions_ = {};
-    const auto isBefore = [](const Addition& a, const Addition& b) {
-        return a.key != b.key ? a.key < b.key : a.setting < b.setting;
-    };
-    index_.entries_.reserve(additions.size());
-    index_.directory_.clear();
-    for (std::size_t bucket = 0; bucket + 1 < begins.size(); ++bucket) {
-        index_.directory_.push_back(static_cast<std::uint32_t>(index_.entries_.size()));
-        const auto begin = additions.begin() + begins[bucket];
-        const auto end = additions.begin() + begins[bucket + 1];
-        std::sort(begin, end, isBefore);
-        for (auto addition = begin; addition != end; ++addition) {
-            // The first setting of a key stays.
-            if (addition == begin || addition->key != (addition - 1)->key) {
-                index_.entries_.push_back({addition->key, &index_.settings_[addition->setting]});
-            }
-        }
-    }
-    index_.directory_.push_back(static_cast<std::uint32_t>(index_.entries_.size()));
+    sortBuckets();
     return std::move(index_);
 }
 
 void SettingIndex::Builder::chooseDirectorySize() {
     unsigned bits = 1;
-    while ((std::size_t{1} << bits) < additions_.size() / kEntriesPerBucket) {
+    while ((std::size_t{1} << bits) < additions_.size() * kBucketsPerEntry) {
         ++bits;
     }
     index_.shift_ = kKeyBits - bits;
 }
 
-/// Returns where each bucket will begin, and after the last one where it ends.
-std::vector<std::uint32_t> SettingIndex::Builder::bucketBegins() const {
-    std::vector<std::uint32_t> begins((std::size_t{1} << (kKeyBits - index_.shift_)) + 1, 0);
+/// Makes the additions entries, bucket by bucket: to sort them within their buckets afterwards takes much less time
+/// than to sort them all. The directory holds where each bucket ends.
+void SettingIndex::Builder::dealOut() {
+    std::vector<std::uint32_t>& directory = index_.directory_;
+    directory.assign((std::size_t{1} << (kKeyBits - index_.shift_)) + 1, 0);
     for (const Addition& addition : additions_) {
-        ++begins[index_.bucketOf(addition.key) + 1];
+        ++directory[index_.bucketOf(addition.key) + 1];
     }
-    std::partial_sum(begins.begin(), begins.end(), begins.begin());
-    return begins;
+    std::partial_sum(directory.begin(), directory.end(), directory.begin());
+    index_.entries_.assign(additions_.size() + 1, kLast);
+    for (const Addition& addition : additions_) {
+        const std::uint32_t place = directory[index_.bucketOf(addition.key)]++;
+        index_.entries_[place] = {addition.key, &index_.settings_[addition.setting]};
+    }
 }
 
-/// Returns the additions bucket by bucket. To sort them within their buckets afterwards takes much less time than to
-/// sort them all.
-std::vector<SettingIndex::Builder::Addition> SettingIndex::Builder::dealtOut(std::vector<std::uint32_t> begins) const {
-    std::vector<Addition> additions(additions_.size());
-    for (const Addition& addition : additions_) {
-        additions[begins[index_.bucketOf(addition.key)]++] = addition;
+/// Sorts each bucket, keeps the first setting of each key and has the directory hold where each bucket begins.
+void SettingIndex::Builder::sortBuckets() {
+    std::vector<Entry>& entries = index_.entries_;
+    const auto isBefore = [](const Entry& a, const Entry& b) {
+        return a.key != b.key ? a.key < b.key : a.setting->number < b.setting->number;
+    };
+    auto begin = entries.begin();
+    auto kept = entries.begin();
+    for (auto bucket = index_.directory_.begin(); bucket != index_.directory_.end() - 1; ++bucket) {
+        const auto end = entries.begin() + *bucket;
+        *bucket = static_cast<std::uint32_t>(kept - entries.begin());
+        std::sort(begin, end, isBefore);
+        for (; begin != end; ++begin) {
+            if (kept == entries.begin() || (kept - 1)->key != begin->key) {
+                *kept++ = *begin;
+            }
+        }
     }
-    return additions;
+    index_.directory_.back() = static_cast<std::uint32_t>(kept - entries.begin());
+    *kept = kLast;
+    entries.erase(kept + 1, entries.end());
 }
 
 }  // namespace zelutil::prefs

@@ -1,11 +1,13 @@
 #ifndef ZELUTIL_PREFS_SETTING_INDEX_H
 #define ZELUTIL_PREFS_SETTING_INDEX_H
 
-// An ordered map from keys to settings, in flat arrays. It is here for the rows of bench/settings_lookup_bench.cpp
-// (10000 settings) and bench/cold_start_bench.cpp: it is filled once, by the thousand, and then only searched.
+// An ordered map from keys to settings, in flat arrays. It has this shape for bench/settings_lookup_bench.cpp (10000
+// settings in random order) and bench/start_bench.cpp: it is filled once, by the thousand, and then only searched, by
+// keys that the processor cannot foresee.
 //
-// The keys are hashes and so spread evenly; a directory by their highest bits leads to the few entries that share them,
-// and within these a binary search keeps even keys made to collide from costing more than a map would.
+// The keys are hashes and so spread evenly; a directory by their highest bits has more buckets than there are keys, so
+// that the first key of a bucket mostly is the one that is sought, and no branch on the way to it is a surprise. Where
+// keys were made to share their highest bits, a binary search keeps them from costing more than a map would.
 
 #include <cstddef>
 #include <cstdint>
@@ -34,7 +36,7 @@ public:
     // The keys have places from 0 on, in their order, so that a table of one's own can stand beside the index. A
     // setting with two keys has two places.
 
-    std::size_t size() const { return entries_.size(); }
+    std::size_t size() const { return entries_.size() - 1; }
     std::uint64_t keyAt(std::size_t place) const { return entries_[place].key; }
     const Setting& at(std::size_t place) const { return *entries_[place].setting; }
 
@@ -46,23 +48,40 @@ public:
     Setting& record(std::size_t number) { return settings_[number]; }
 
     /// Returns the place of a key; `size()` for one that is not there.
-    std::size_t placeOf(std::uint64_t key) const;
+    std::size_t placeOf(std::uint64_t key) const {
+        const std::size_t place = placeNotBefore(key);
+        return entries_[place].key == key ? place : size();
+    }
 
 private:
     struct Entry {
         std::uint64_t key;
         Setting* setting;
     };
+    static constexpr Entry kLast = {~std::uint64_t{0}, nullptr};
 
     std::size_t bucketOf(std::uint64_t key) const { return static_cast<std::size_t>(key >> shift_); }
     Setting* locate(std::uint64_t key) const {
-        const std::size_t place = placeOf(key);
-        return place == size() ? nullptr : entries_[place].setting;
+        const Entry& entry = entries_[placeNotBefore(key)];
+        return entry.key == key ? entry.setting : nullptr;
     }
+    std::size_t placeNotBefore(std::uint64_t key) const {
+        std::size_t place = directory_[bucketOf(key)];
+        for (unsigned steps = 0; entries_[place].key < key; ++place, ++steps) {
+            if (steps == kMostSteps) {
+                return searchInBucket(key, place);
+            }
+        }
+        return place;
+    }
+    std::size_t searchInBucket(std::uint64_t key, std::size_t place) const;
+
+    /// A bucket that holds more keys is searched by halves.
+    static constexpr unsigned kMostSteps = 8;
 
     std::deque<Setting> settings_;
-    /// In key order.
-    std::vector<Entry> entries_;
+    /// In key order. The last one ends every search: it has the greatest key and no setting.
+    std::vector<Entry> entries_ = {kLast};
     /// Holds the place where each bucket of entries begins, and after the last one where it ends.
     std::vector<std::uint32_t> directory_ = {0, 0, 0};
     unsigned shift_ = 63;
@@ -87,8 +106,8 @@ private:
     };
 
     void chooseDirectorySize();
-    std::vector<std::uint32_t> bucketBegins() const;
-    std::vector<Addition> dealtOut(std::vector<std::uint32_t> begins) const;
+    void dealOut();
+    void sortBuckets();
 
     SettingIndex index_;
     /// A deque copies nothing when it grows.
