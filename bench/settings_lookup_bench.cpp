@@ -178,11 +178,10 @@ void compareLimits(const std::string& task, const Questions& questions, Peers& p
         };
     };
     Comparison byName(task, questions.names.size());
-    compareMaps(byName, questions, peers, lengthOf).peer("the hash alone", limit(foldingHash));
+    compareMaps(byName, questions, peers, lengthOf).peer("limit: the hash alone", limit(foldingHash));
     Comparison byMember(task + ", by the member function", questions.names.size());
-    compareMaps(byMember, questions, peers, memberLengthOf).peer("hash of a copy alone", limit([](std::string name) {
-                                                                     return foldingHash(name);
-                                                                 }));
+    compareMaps(byMember, questions, peers, memberLengthOf)
+        .peer("limit: hash of a copy alone", limit([](std::string name) { return foldingHash(name); }));
 }
 
 }  // namespace

@@ -44,6 +44,7 @@ struct Start {
 struct Options {
     std::size_t repetitions = 15;
     std::regex filter{"."};
+    std::string output;
     bool growth = false;
 };
 
@@ -55,6 +56,8 @@ Options optionsOf(int argc, char** argv) {
             options.repetitions = std::stoul(value);
         } else if (argument.rfind("--benchmark_filter=", 0) == 0) {
             options.filter = std::regex(value);
+        } else if (argument.rfind("--benchmark_out=", 0) == 0) {
+            options.output = value;
         } else {
             options.growth = options.growth || argument == "--growth";
         }
@@ -97,6 +100,7 @@ public:
         writeIni(corpus_, directory_.path() + "/settings.ini");
     }
 
+    const std::string& directory() const { return directory_.path(); }
     const CorpusSetting& last() const { return corpus_.settings().back(); }
     std::size_t size() const { return corpus_.defaultsText().size() + corpus_.userText().size(); }
 
@@ -143,7 +147,8 @@ void printMemory(const Files& files, const std::vector<std::vector<Start>>& star
     }
 }
 
-void compare(std::size_t count, const Options& options) {
+/// Adds one comparison to the samples of all.
+void compare(std::size_t count, const Options& options, std::vector<Sample>& all) {
     const std::string name = "start with " + std::to_string(count) + " settings";
     if (!std::regex_search(name, options.filter)) {
         return;
@@ -161,6 +166,20 @@ void compare(std::size_t count, const Options& options) {
     }
     std::cout << comparisonTable(samples);
     printMemory(files, starts);
+    all.insert(all.end(), samples.begin(), samples.end());
+}
+
+/// Writes what tools/dev/bench/record.py reads of the outputs of Google Benchmark.
+void writeOutput(const std::vector<Sample>& samples, const std::string& path) {
+    std::ofstream file(path);
+    file << "{\"benchmarks\": [";
+    const char* separator = "\n";
+    for (const Sample& sample : samples) {
+        file << separator << R"({"name": ")" << sample.comparison << '/' << sample.side
+             << R"(", "run_type": "iteration", "family_index": 0, "cpu_time": )" << sample.nanosecondsPerCall << '}';
+        separator = ",\n";
+    }
+    file << "\n]}\n";
 }
 
 /// Prints the medians for one number of items: the number, nanoseconds and bytes for each.
@@ -170,8 +189,20 @@ void printGrowth(const char* what, std::size_t count, const std::vector<Start>& 
               << medianOf(starts, &Start::held) / items << '\n';
 }
 
+/// Takes the indentation out of a file: a text of a million settings is too large to be read with it.
+void compact(const std::string& path) {
+    std::string text;
+    std::ifstream file(path, std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        text += line.substr(std::min(line.find_first_not_of(' '), line.size()));
+    }
+    std::ofstream(path, std::ios::binary) << text;
+}
+
 void growSettings(std::size_t count, std::size_t repetitions) {
     const Files files(count);
+    compact(files.directory() + "/defaults.cfg");
+    compact(files.directory() + "/pcbenv/tessel/tessel_settings.cfg");
     std::vector<Start> starts;
     for (std::size_t repetition = 0; repetition < repetitions; ++repetition) {
         starts.push_back(files.start(kSides[0]));
@@ -207,7 +238,11 @@ int main(int argc, char** argv) {
         printGrowth(options.repetitions);
         return EXIT_SUCCESS;
     }
+    std::vector<Sample> samples;
     for (const std::size_t count : {100U, 10'000U}) {
-        compare(count, options);
+        compare(count, options, samples);
+    }
+    if (!options.output.empty()) {
+        writeOutput(samples, options.output);
     }
 }

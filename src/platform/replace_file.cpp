@@ -219,7 +219,8 @@ WriteBesideResult writeBeside(const NativeText& target, const Target* found, std
 std::optional<std::string> readToEnd(const OpenFile& file, std::uint64_t size) {
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(size));
-    std::string buffer(kCopyBufferSize, '\0');
+    // A small file is read at every start: a buffer for a large one would cost more than the reading.
+    std::string buffer(static_cast<std::size_t>(std::min<std::uint64_t>(kCopyBufferSize, size + 1)), '\0');
     for (;;) {
         const auto count = readBytes(file, buffer);
         if (!count) {

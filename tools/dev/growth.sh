@@ -1,0 +1,18 @@
+# : Measure how a start grows with settings and actions, for docs/growth.md
+need "${buildPackages[@]}" gnuplot-nox libbenchmark-dev libglib2.0-dev nlohmann-json3-dev pkg-config
+buildPreset bench
+measured=build/bench/growth.txt
+build/bench/bin/start_bench --growth --benchmark_repetitions=5 >"$measured"
+gnuplot -e "measured='$measured'" tools/dev/growth/growth.gp >docs/images/growth.svg
+
+# The rows of the table for one kind of item.
+rowsOf() {
+    awk -v kind="$1" '$1 == kind { printf "| %d | %s | %.0f | %.0f |\n", $2, kind, $3, $4 }' "$measured"
+}
+
+{
+    cat tools/dev/growth/head.md
+    rowsOf settings
+    rowsOf actions
+} >docs/growth.md
+say "docs/growth.md and docs/images/growth.svg have the results"
