@@ -1,5 +1,5 @@
 # : Measure how a start grows with settings and actions, for docs/growth.md
-need "${buildPackages[@]}" gnuplot-nox libbenchmark-dev libglib2.0-dev nlohmann-json3-dev pkg-config
+need "${buildPackages[@]}" gnuplot-nox libbenchmark-dev gperf libboost1.81-dev libglib2.0-dev libsimdjson-dev nlohmann-json3-dev pkg-config qtbase5-dev
 buildPreset bench
 measured=build/bench/growth.txt
 build/bench/bin/start_bench --growth --benchmark_repetitions=5 >"$measured"

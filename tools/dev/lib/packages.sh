@@ -31,7 +31,9 @@ hasPackage() {
         python3-jsonschema) python3 -c 'import jsonschema' ;;
         libfmt-dev) [[ -e /usr/include/fmt/format.h || -e /usr/local/include/fmt/format.h ]] ;;
         libglib2.0-dev) compgen -G '/usr/include/glib-2.0' ;;
-        libboost-dev) [[ -e /usr/include/boost/version.hpp ]] ;;
+        libboost1.81-dev) [[ -e /usr/include/boost/unordered/unordered_flat_map.hpp ]] ;;
+        libsimdjson-dev) [[ -e /usr/include/simdjson.h ]] ;;
+        gnuplot-nox) command -v gnuplot ;;
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
         qt6-base-dev) compgen -G '/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ||
             compgen -G '/usr/lib*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ;;
