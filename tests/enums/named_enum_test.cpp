@@ -147,7 +147,7 @@ TEST(NamedEnum, AMapOfOneFindsItsOnlyName) {
     EXPECT_EQ(map.Name(1), nullptr);
 }
 
-TEST(NamedEnum, OddityOfNamesEqualButForCaseTheFirstIsFound) {
+TEST(NamedEnum, OfNamesEqualButForCaseTheFirstIsFoundOddity) {
     const HRES<Repeated>& map = HRES<Repeated>::Instance();
     EXPECT_EQ(map.RawLookup("Pad"), 0);
     EXPECT_EQ(map.RawLookup("PAD"), 0);

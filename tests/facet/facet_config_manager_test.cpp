@@ -104,7 +104,7 @@ TEST_F(FacetFile, ShippedExampleIsRead) {
     expectUnknown("Region", "Length");
 }
 
-TEST_F(FacetFile, OddityFacetsOfASecondEntryWithTheSameHeaderAreUnknown) {
+TEST_F(FacetFile, FacetsOfASecondEntryWithTheSameHeaderAreUnknownOddity) {
     write(R"({"meta":[{"header":"g","facets":[{"name":"a","type":"Text"}]},
                       {"header":"g","facets":[{"name":"a","type":"Numerical"},{"name":"b","type":"Text"}]}]})");
     expectType("g", "a", 0);
@@ -164,7 +164,7 @@ TEST_F(FacetFile, OfTheSiteIsNotLookedFor) {
     expectUnknown("Net", "Length");
 }
 
-TEST_F(FacetFile, OddityBelowARootWithABlankIsNotRead) {
+TEST_F(FacetFile, BelowARootWithABlankIsNotReadOddity) {
     const auto root = product() / "with blank";
     zelutil::test::makeInstallation(root);
     zelutil::test::writeTextFile(root / kFile, kNet);

@@ -120,7 +120,7 @@ TEST(FacetGroups, EveryRow) {
     }
 }
 
-TEST(FacetGroups, OddityFacetsOfALaterEntryWithTheSameHeaderAreDropped) {
+TEST(FacetGroups, FacetsOfALaterEntryWithTheSameHeaderAreDroppedOddity) {
     FacetGroups groups;
     groups.add(R"({"meta":[
         {"header":"g","facets":[{"name":"a","type":"Text"}]},
@@ -131,7 +131,7 @@ TEST(FacetGroups, OddityFacetsOfALaterEntryWithTheSameHeaderAreDropped) {
     EXPECT_EQ(typeIn(groups, "h", "c"), 0);
 }
 
-TEST(FacetGroups, OddityAnEmptyFirstEntryHidesTheFacetsOfTheNext) {
+TEST(FacetGroups, AnEmptyFirstEntryHidesTheFacetsOfTheNextOddity) {
     FacetGroups groups;
     groups.add(R"({"meta":[{"header":"g"},{"header":"g","facets":[{"name":"a"}]}]})");
     EXPECT_EQ(typeIn(groups, "g", "a"), kUnknown);

@@ -99,7 +99,7 @@ TEST_F(DefaultsFile, IsTheSitesNowhere) {
     EXPECT_EQ(value(), "installed");
 }
 
-TEST_F(DefaultsFile, OddityIsNotReadBelowARootWithABlank) {
+TEST_F(DefaultsFile, IsNotReadBelowARootWithABlankOddity) {
     const InstallationTree product;
     const auto root = product.root() / "with blank";
     makeInstallation(root);
@@ -249,7 +249,7 @@ TEST_F(UserFile, IsLookedForBelowTheCurrentDirectoryWithoutAHome) {
     EXPECT_EQ(value(), "user");
 }
 
-TEST_F(UserFile, OddityIsNotReadBelowAHomeWithABlank) {
+TEST_F(UserFile, IsNotReadBelowAHomeWithABlankOddity) {
     const auto home = world_.home() / "with blank";
     writeTextFile(home / "pcbenv/tessel/tessel_settings.cfg", userWithValue("user"));
     world_.setHome(home);

@@ -212,7 +212,7 @@ TEST_F(Save, WhoseDirectoryCannotBeMadeIsLostQuietlyButInForce) {
     EXPECT_EQ(listener.calls, 1);
 }
 
-TEST_F(Save, OddityBelowAHomeWithABlankMakesNothing) {
+TEST_F(Save, BelowAHomeWithABlankMakesNothingOddity) {
     const fs::path home = world_.home() / "with blank";
     fs::create_directory(home);
     fs::current_path(home);
@@ -224,7 +224,7 @@ TEST_F(Save, OddityBelowAHomeWithABlankMakesNothing) {
     EXPECT_EQ(listener.calls, 1);
 }
 
-TEST_F(Save, OddityInACurrentDirectoryWithABlankMakesNothing) {
+TEST_F(Save, InACurrentDirectoryWithABlankMakesNothingOddity) {
     const fs::path directory = world_.home() / "with blank";
     fs::create_directory(directory);
     fs::current_path(directory);

@@ -129,7 +129,7 @@ TEST(SavedText, ReadBackGivesTheValuesInForceWhereNoBareNamesAreLent) {
 }
 
 // The file names a value by its short name, and a short name is tried as a bare one first.
-TEST(SavedText, OddityAValueWhoseBareNameAnotherSectionLendsComesBackAsThatSections) {
+TEST(SavedText, AValueWhoseBareNameAnotherSectionLendsComesBackAsThatSectionsOddity) {
     const std::string defaults = withMeta(
         R"([{"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"x","value":"1"}]},
             {"header":"B","attribute":"b","tclCommand":"t","defaultsettings":[{"name":"x","value":"2"}]}])");

@@ -148,7 +148,7 @@ TEST_F(Lookup, AnswersNullFromInsideTheSearchForTheUsersFile) {
 }
 
 // The other function does not look whether a search is going on, so another thread gets its answer, but late.
-TEST_F(Lookup, OddityOfADefaultWaitsForTheSearchForTheUsersFile) {
+TEST_F(Lookup, ADefaultWaitsForTheSearchForTheUsersFileOddity) {
     CommonLibraryState& commonLibrary = loadCommonLibrary();
     std::atomic<bool> searching{false};
     std::atomic<bool> answeredWhileSearching{false};

@@ -29,7 +29,7 @@ using Function = const char* (*)(const char* name);
     std::exit(0);
 }
 
-TEST(SharedTeardown, OddityMakesOneFunctionAnswerNullAndTheOtherThrow) {
+TEST(SharedTeardown, OneFunctionAnswersNullAndTheOtherThrowsOddity) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(endAfterUse(), testing::ExitedWithCode(0), "^user null, default threw true\r?\n$");
 }

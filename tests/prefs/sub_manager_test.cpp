@@ -140,7 +140,7 @@ private:
     bool modified_;
 };
 
-TEST(SubManagers, OddityOnApplyModifiedOnesAreAskedByTypeAndTheirTextsDropped) {
+TEST(SubManagers, OnApplyModifiedOnesAreAskedByTypeAndTheirTextsDroppedOddity) {
     std::vector<std::string> log;
     Recorder first(log, "first", true);
     Recorder untouched(log, "untouched", false);

@@ -38,7 +38,7 @@ void reportTwice() {
     reportAfterTeardown();
 }
 
-TEST(Teardown, OddityMakesOneFunctionAnswerNullAndTheOtherThrow) {
+TEST(Teardown, OneFunctionAnswersNullAndTheOtherThrowsOddity) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {

@@ -184,7 +184,7 @@ TEST(ManagersSubManagers, AreNoneWithoutTheirSection) {
     EXPECT_EQ(UserPreferenceManager::GetInstance().GetSubManager(Type::Actions), nullptr);
 }
 
-TEST(ManagersSubManagers, OddityApplyingTheirChangesSavesNothing) {
+TEST(ManagersSubManagers, ApplyingTheirChangesSavesNothingOddity) {
     const PreferenceWorld world;
     world.writeDefaults(R"({"meta":[{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":
         {"actions":[{"id":1,"context":"c","command":"new","shortcut":"N"}]}}]})");

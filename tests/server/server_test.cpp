@@ -87,7 +87,7 @@ TEST(ServerRegistration, NumbersEditorsInTheOrderOfRegistration) {
     EXPECT_EQ(server().getApplicationId(kEditorA), 2);
 }
 
-TEST(ServerRegistration, OddityTheFirstEditorSharesItsIdWithUnknownOnes) {
+TEST(ServerRegistration, TheFirstEditorSharesItsIdWithUnknownOnesOddity) {
     server().registerApp(kEditorA);
     server().registerApp(kEditorB);
     EXPECT_EQ(server().getApplicationId(kEditorA), 0);
@@ -222,7 +222,7 @@ TEST(ServerNotifyEditorSwitch, MakesTheEditorsIdActiveAndNotifies) {
     EXPECT_EQ(observer.told, (Notifications{{1, true}}));
 }
 
-TEST(ServerNotifyEditorSwitch, OddityNotifiesAlsoWhenTheIdIsActiveAlready) {
+TEST(ServerNotifyEditorSwitch, NotifiesAlsoWhenTheIdIsActiveAlreadyOddity) {
     RecordingObserver first;
     RecordingObserver second;
     server().attach(&first);

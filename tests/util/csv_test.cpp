@@ -125,7 +125,7 @@ TEST_F(CsvFile, EveryDelimiterRow) {
     }
 }
 
-TEST_F(CsvFile, OddityWithoutADelimiterTheLastCharacterLookedAtIsAnswered) {
+TEST_F(CsvFile, WithoutADelimiterTheLastCharacterLookedAtIsAnsweredOddity) {
     const std::vector<DelimiterRow> kRows = {
         {"names;x", kKeys, 's'},       {"nameS;x", kKeys, 's'},       {"name1;x", kKeys, '1'},
         {"name ", kKeys, ' '},         {"name \t", kKeys, '\t'},      {"name value;x", kKeys, 'v'},
@@ -139,7 +139,7 @@ TEST_F(CsvFile, OddityWithoutADelimiterTheLastCharacterLookedAtIsAnswered) {
     }
 }
 
-TEST_F(CsvFile, OddityATabIsNeverTheDelimiter) {
+TEST_F(CsvFile, ATabIsNeverTheDelimiterOddity) {
     EXPECT_EQ(delimiterOf("Name\tValue\n1\t2\n", kKeys), 'v');
     EXPECT_EQ(delimiterOf("Name\t\"Value\"\n", kKeys), '"');
 }
@@ -333,7 +333,7 @@ TEST(RemoveQuotes, EveryRow) {
     }
 }
 
-TEST(RemoveQuotes, OddityCharactersAreCutByTheNumberOfQuotes) {
+TEST(RemoveQuotes, CharactersAreCutByTheNumberOfQuotesOddity) {
     const std::vector<QuotesRow> kRows = {
         {R"( "ab" )", R"("ab")", 1, 1, true}, {R"( "ab")", R"("ab)", 1, 1, true},   {R"("ab" )", R"(ab")", 1, 1, true},
         {R"( "ab)", R"("ab)", 1, 0, false},   {R"(ab" )", R"(ab")", 0, 1, false},   {R"(" "ab)", R"("ab)", 2, 0, false},

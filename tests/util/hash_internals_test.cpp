@@ -25,7 +25,7 @@ constexpr std::uint64_t kSizes[] = {
     13055587, 16319519, 20399411, 25499291, 31874149, 39842687, 49803361, 237481091, 296851369,
 };
 
-TEST(HashSizes, OddityTheStepsAreUneven) {
+TEST(HashSizes, TheStepsAreUnevenOddity) {
     std::uint64_t count = 0;
     for (const std::uint64_t size : kSizes) {
         count = hash::grownBucketCount(count);
@@ -34,7 +34,7 @@ TEST(HashSizes, OddityTheStepsAreUneven) {
     EXPECT_EQ(hash::grownBucketCount(count), 296851369U);
 }
 
-TEST(HashSizes, OddityEachIsReachedFromTwoBelowAtTheMost) {
+TEST(HashSizes, EachIsReachedFromTwoBelowAtTheMostOddity) {
     for (std::size_t i = 0; i + 1 < std::size(kSizes); ++i) {
         EXPECT_EQ(hash::grownBucketCount(kSizes[i] - 2), kSizes[i]);
         EXPECT_EQ(hash::grownBucketCount(kSizes[i] - 1), kSizes[i + 1]);
@@ -86,7 +86,7 @@ TEST(FoldedMurmur, ReadsAKeyAtAnyAddress) {
     }
 }
 
-TEST(FoldedMurmur, OddityIgnoresBitFiveOfEveryByte) {
+TEST(FoldedMurmur, IgnoresBitFiveOfEveryByteOddity) {
     EXPECT_EQ(hash::foldedMurmur("Net/CLOCK"), hash::foldedMurmur("nET/clock"));
     EXPECT_EQ(hash::foldedMurmur("\x41\x40"), hash::foldedMurmur("\x61\x60"));
     EXPECT_EQ(hash::foldedMurmur("\xC4\x0F^"), hash::foldedMurmur("\xE4/~"));
@@ -125,7 +125,7 @@ TEST_F(InsideOfTheTable, AHitPassesNoMoreThanWasPassedAtTheAddition) {
     }
 }
 
-TEST_F(InsideOfTheTable, OddityRemovalIsNotCountedBack) {
+TEST_F(InsideOfTheTable, RemovalIsNotCountedBackOddity) {
     EXPECT_EQ(table.insertions(), 0);
     table.Acquire("via");
     table.Acquire("VIA");

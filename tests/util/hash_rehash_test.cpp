@@ -50,7 +50,7 @@ protected:
 
 // --- The moment -----------------------------------------------------------------------------------------------------
 
-TEST_F(RehashingTable, OddityTheNinthKeyOfABucketMovesTheTableAndSaysSo) {
+TEST_F(RehashingTable, TheNinthKeyOfABucketMovesTheTableAndSaysSoOddity) {
     fill(8);
     EXPECT_EQ(acquire(together[8]), "Rehashing 211 (7)\n");
     EXPECT_EQ(log.asked.size(), 9U);
@@ -151,7 +151,7 @@ struct SizeRow {
     std::uint64_t buckets;
 };
 
-TEST(HashTableSizes, OddityATableTakesTheNextSizeAboveTheOneAskedForPlusOne) {
+TEST(HashTableSizes, ATableTakesTheNextSizeAboveTheOneAskedForPlusOneOddity) {
     constexpr SizeRow kRows[] = {
         {0, 211},
         {1, 211},
@@ -185,7 +185,7 @@ TEST(HashTableSizes, OddityATableTakesTheNextSizeAboveTheOneAskedForPlusOne) {
     }
 }
 
-TEST(HashTableSizes, OddityEveryFurtherKeyOfOneHashTakesAStepThroughTheSizes) {
+TEST(HashTableSizes, EveryFurtherKeyOfOneHashTakesAStepThroughTheSizesOddity) {
     // Such keys stay together in every size: the walk, and so a step, comes with each addition from the ninth on.
     constexpr std::uint64_t kSizes[] = {
         211,    431,    863,     1609,    3221,    4799,    6577,    8231,     10289,  12889,

@@ -42,7 +42,7 @@ struct Pair {
     const char* b;
 };
 
-TEST_F(HashTable, OddityKeysThatHashAlikeAreYetTwoKeysUnlessOnlyTheCaseOfLettersDiffers) {
+TEST_F(HashTable, KeysThatHashAlikeAreYetTwoKeysUnlessOnlyTheCaseOfLettersDiffersOddity) {
     constexpr Pair kDifferent[] = {
         // 32 apart, but no letters: one hash, two keys.
         {"\x41\x40", "\x61\x60"},

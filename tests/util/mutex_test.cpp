@@ -114,7 +114,7 @@ TEST(Mutex, HolderMayTakeItAgain) {
     EXPECT_TRUE(contender.gotIt());
 }
 
-TEST(Mutex, OddityReadsAsFreeAfterTheFirstOfTwoReleases) {
+TEST(Mutex, ReadsAsFreeAfterTheFirstOfTwoReleasesOddity) {
     Mutex mutex;
     const Lock first(mutex);
     {
@@ -124,7 +124,7 @@ TEST(Mutex, OddityReadsAsFreeAfterTheFirstOfTwoReleases) {
     EXPECT_FALSE(mutex.IsLocked());
 }
 
-TEST(Mutex, OddityReadsAsLockedWhileAThreadWaits) {
+TEST(Mutex, ReadsAsLockedWhileAThreadWaitsOddity) {
     Mutex mutex;
     Mutex sameLock;
     sameLock = mutex;
@@ -218,7 +218,7 @@ TEST(Mutex, OnlyItsHolderReleasesItByDestroying) {
     holder.join();
 }
 
-TEST(Mutex, OddityAssignedOnesShareTheLock) {
+TEST(Mutex, AssignedOnesShareTheLockOddity) {
     Mutex mutex;
     Mutex sameLock;
     sameLock = mutex;
@@ -229,7 +229,7 @@ TEST(Mutex, OddityAssignedOnesShareTheLock) {
     EXPECT_TRUE(contender.gotIt());
 }
 
-TEST(Mutex, OddityAssignmentCopiesTheFlag) {
+TEST(Mutex, AssignmentCopiesTheFlagOddity) {
     Mutex held;
     const Lock lock(held);
     Mutex copy;

@@ -246,7 +246,7 @@ TEST(RegistryMisuse, TheOrderOfTheOthersStays) {
     EXPECT_EQ(router.find(), &bottom);
 }
 
-TEST(RegistryMisuse, OddityAValueLentTwiceIsRegisteredWithItsFirstPlace) {
+TEST(RegistryMisuse, AValueLentTwiceIsRegisteredWithItsFirstPlaceOddity) {
     Tool* const tool = new Tool("twice");
     router.lend(*tool);
     EXPECT_EQ(&router.lend(*tool), tool);
@@ -330,7 +330,7 @@ TEST(RegistryMisuse, AProperWithdrawalIsSilentWhileAnotherExceptionIsInFlight) {
     EXPECT_EQ(router.find(), &below);
 }
 
-TEST(RegistryMisuse, OddityANameDeclaredAfterTheFirstUseHasNoSlot) {
+TEST(RegistryMisuse, ANameDeclaredAfterTheFirstUseHasNoSlotOddity) {
     EXPECT_EQ(router.find(), nullptr);
     const ToolShortcut late("declared too late");
     const ToolShortcut again("declared too late");

@@ -140,7 +140,7 @@ TEST(RemoveTrailingZerosInPlace, EveryRow) {
     }
 }
 
-TEST(RemoveTrailingZeros, OddityUpperCaseExponentLosesItsZeros) {
+TEST(RemoveTrailingZeros, UpperCaseExponentLosesItsZerosOddity) {
     constexpr ZerosRow kRows[] = {
         {"1.0E10", "1.0E1", "1.0E1"}, {"1.0E100", "1.0E1", "1.0E1"}, {"1.E0", "1.E", "1.E"},
         {"1E10", "1E10", "1E10"},     {"1E.0", "1E", "1E"},          {"1.0E+20", "1.0E+2", "1.0E+2"},

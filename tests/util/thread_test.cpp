@@ -494,7 +494,7 @@ TEST(Thread, CopyCanWaitForTheThread) {
     EXPECT_FALSE(moved.IsRunning());
 }
 
-TEST(Thread, OddityACopyIsNotToldOfTheEnd) {
+TEST(Thread, ACopyIsNotToldOfTheEndOddity) {
     std::atomic<int> calls{0};
     Thread thread;
     thread.Start(count, &calls, 50);
@@ -507,7 +507,7 @@ TEST(Thread, OddityACopyIsNotToldOfTheEnd) {
     EXPECT_EQ(calls, 1);
 }
 
-TEST(Thread, OddityTheObjectIsNotToldOfACopysKill) {
+TEST(Thread, TheObjectIsNotToldOfACopysKillOddity) {
     Progress progress{0};
     Thread thread(sleepForEver, &progress);
     Thread copy(thread);
@@ -579,7 +579,7 @@ struct Self {
     std::atomic<bool> returned{false};
 };
 
-TEST(Thread, OddityAFunctionThatJoinsItsOwnThreadWaitsForEver) {
+TEST(Thread, AFunctionThatJoinsItsOwnThreadWaitsForEverOddity) {
     Self self;
     self.thread.Start(
         [](void* argument) -> void* {
@@ -598,7 +598,7 @@ TEST(Thread, OddityAFunctionThatJoinsItsOwnThreadWaitsForEver) {
     EXPECT_FALSE(self.thread.IsRunning());
 }
 
-TEST(Thread, OddityAFunctionThatKillsItsOwnThreadStillReadsAsRunning) {
+TEST(Thread, AFunctionThatKillsItsOwnThreadStillReadsAsRunningOddity) {
     Self self;
     self.thread.Start(
         [](void* argument) -> void* {
