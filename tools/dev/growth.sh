@@ -10,9 +10,18 @@ rowsOf() {
     awk -v kind="$1" '$1 == kind { printf "| %d | %s | %.0f | %.0f |\n", $2, kind, $3, $4 }' "$measured"
 }
 
+# The rows of the table of what each side holds.
+rowsOfMemory() {
+    build/bench/bin/start_bench --benchmark_filter=10000 --benchmark_repetitions=5 |
+        awk '/^memory/ { isMemory = 1; next }
+             isMemory { held = $1; touched = $2; $1 = $2 = ""; sub(/^ +/, ""); printf "| %s | %s | %s |\n", $0, held, touched }'
+}
+
 {
     cat tools/dev/growth/head.md
     rowsOf settings
     rowsOf actions
+    cat tools/dev/growth/memory.md
+    rowsOfMemory
 } >docs/growth.md
 say "docs/growth.md and docs/images/growth.svg have the results"
