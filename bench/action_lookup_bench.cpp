@@ -5,7 +5,9 @@
 #include <QKeySequence>
 #include <QPair>
 #include <QString>
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -21,7 +23,10 @@ using zelutil::bench::CorpusAction;
 constexpr std::size_t kContexts = 10;
 constexpr std::size_t kActionsPerContext = 500;
 
+using NamePair = std::pair<std::string_view, std::string_view>;
+
 struct Tables {
+    boost::unordered_flat_map<NamePair, std::pair<std::string, int>> flat;
     std::unordered_map<std::string, std::unordered_map<std::string, std::pair<std::string, int>>> standard;
     QHash<QString, QHash<QKeySequence, QPair<QString, int>>> qt;
 };
@@ -29,6 +34,7 @@ struct Tables {
 Tables makeTables(const std::vector<CorpusAction>& actions) {
     Tables tables;
     for (const CorpusAction& action : actions) {
+        tables.flat[NamePair(action.context, action.shortcut)] = {action.command, action.id};
         tables.standard[action.context][action.shortcut] = {action.command, action.id};
         tables.qt[QString::fromStdString(action.context)][QKeySequence(QString::fromStdString(action.shortcut))] = {
             QString::fromStdString(action.command), action.id};
@@ -44,6 +50,7 @@ struct Question {
     QString qtContext;
     QKeySequence keys;
     int asker;
+    std::size_t action;
 };
 
 std::vector<Question> makeQuestions(const std::vector<CorpusAction>& actions) {
@@ -53,7 +60,7 @@ std::vector<Question> makeQuestions(const std::vector<CorpusAction>& actions) {
         const bool lastOfContext = (i + 1) % kActionsPerContext == 0;
         questions.push_back({action.context, action.shortcut, QString::fromStdString(action.context),
                              QKeySequence(QString::fromStdString(action.shortcut)),
-                             lastOfContext ? action.id - 1 : action.id + 1});
+                             lastOfContext ? action.id - 1 : action.id + 1, i});
     }
     return questions;
 }
@@ -89,6 +96,18 @@ void zelutil::bench::addComparisons() {
                              tables.standard.find(q.context)->second.find(q.shortcut)->second.first;
                          return command.size();
                      }))
+        .peer("flat map of pairs", asking(questions,
+                                          [](const Question& q) {
+                                              const std::string command =
+                                                  tables.flat.find(NamePair(q.context, q.shortcut))->second.first;
+                                              return command.size();
+                                          }))
+        .peer("limit: copy of the command", asking(questions,
+                                                   [](const Question& q) {
+                                                       const std::string command = actions[q.action].command;
+                                                       benchmark::DoNotOptimize(command.data());
+                                                       return command.size();
+                                                   }))
         .peer("QHash, QKeySequence of the text", asking(questions,
                                                         [](const Question& q) {
                                                             const QKeySequence keys(q.shortcut.c_str());
@@ -109,6 +128,10 @@ void zelutil::bench::addComparisons() {
                      [](const Question& q) {
                          return tables.standard.find(q.context)->second.find(q.shortcut)->second.second;
                      }))
+        .peer("flat map of pairs", asking(questions,
+                                          [](const Question& q) {
+                                              return tables.flat.find(NamePair(q.context, q.shortcut))->second.second;
+                                          }))
         .peer("QHash, QKeySequence of the text",
               asking(questions,
                      [](const Question& q) {

@@ -21,8 +21,7 @@ std::string_view ActionCatalogue::linkedContext(std::string_view context) {
 }
 
 const ActionCatalogue::Holder* ActionCatalogue::Context::holderOf(const std::string& shortcut) const {
-    const auto found = holders.find(shortcut);
-    return found == holders.end() ? nullptr : &found->second;
+    return holders.find(shortcut);
 }
 
 ActionCatalogue::Tables::Tables(DefinitionReader& reader) {
@@ -114,8 +113,8 @@ ActionCatalogue::Action& ActionCatalogue::Tables::findOrStandIn(int id) {
 }
 
 ActionCatalogue::Context* ActionCatalogue::Tables::findContext(std::string_view name) {
-    const auto found = contexts.find(name);
-    return found == contexts.end() ? nullptr : &found->second;
+    Context* const* const found = contextsByName.find(name);
+    return found == nullptr ? nullptr : *found;
 }
 
 /// The context's record, made at its first action.
@@ -130,7 +129,10 @@ ActionCatalogue::Context& ActionCatalogue::Tables::context(std::string_view name
 
 ActionCatalogue::Context& ActionCatalogue::Tables::addContext(std::string_view name) {
     const std::string_view kept = keep(name);
+    // The index first: where there is no memory for the context, the index has none for that name.
+    Context*& indexed = *contextsByName.try_emplace(kept, nullptr).first;
     Context& added = contexts.try_emplace(kept, kept, lasting).first->second;
+    indexed = &added;
     const std::string_view linked = linkedContext(kept);
     if (!linked.empty()) {
         added.linked = findContext(linked);

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "text/flat_map.h"
+
 namespace zelutil::actions {
 
 struct ActionDefinition;
@@ -45,7 +47,7 @@ struct ActionCatalogue::Context {
     /// The context whose shortcuts count as taken here, or null.
     Context* linked = nullptr;
     std::pmr::unordered_map<std::string_view, Command> commands;
-    std::unordered_map<std::string, Holder> holders;
+    text::FlatMap<std::string, Holder> holders;
     /// The place that the last survey of `Followers` gave the last action of this context.
     std::size_t place = 0;
 };
@@ -53,8 +55,7 @@ struct ActionCatalogue::Context {
 /// All that one load makes.
 ///
 /// The nodes of actions and commands lie in blocks that go as a whole: "load 10000 actions" of
-/// bench/action_load_bench.cpp takes 15 % longer when each is allocated for itself. The holders' nodes do not: the
-/// standard library's pool did not outlive a lack of memory.
+/// bench/action_load_bench.cpp takes 15 % longer when each is allocated for itself.
 struct ActionCatalogue::Tables {
     Tables() = default;
     explicit Tables(DefinitionReader& reader);
@@ -77,6 +78,8 @@ struct ActionCatalogue::Tables {
     /// For what stays until the next load.
     std::pmr::monotonic_buffer_resource lasting;
     std::unordered_map<std::string_view, Context> contexts;
+    /// Finds those by name.
+    text::FlatMap<std::string_view, Context*> contextsByName;
     std::pmr::unordered_map<int, Action> actions{&lasting};
     /// The actions of the text, ascending by id.
     std::vector<std::pair<int, const Action*>> ordered;
