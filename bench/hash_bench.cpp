@@ -3,6 +3,7 @@
 #include <zelutil/util/hash.h>
 
 #include <algorithm>
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <cstdint>
 #include <memory>
 #include <random>
@@ -45,6 +46,7 @@ struct FoldedEqual {
     bool operator()(const char* a, const char* b) const { return zelutil::ascii::compareIgnoringCase(a, b) == 0; }
 };
 
+using FlatMap = boost::unordered_flat_map<const char*, std::unique_ptr<Net>, FoldedHash, FoldedEqual>;
 using PeerMap = std::unordered_map<const char*, std::unique_ptr<Net>, FoldedHash, FoldedEqual>;
 
 const Net& acquire(PeerMap& map, const char* key) {
@@ -89,6 +91,16 @@ void compareFilling(const std::string& task, const Keys& keys, std::size_t size)
 void compareAsking(const std::string& label, const Keys& keys, const Keys& present, const Keys& absent) {
     const Smart::Pointer<Table> table = filledTable(keys, 0);
     const auto map = std::make_shared<PeerMap>(filledMap(keys, 0));
+    const auto flat = std::make_shared<FlatMap>();
+    for (const std::string& key : keys) {
+        auto net = std::make_unique<Net>(key.c_str());
+        const char* const own = net->Key();
+        flat->emplace(own, std::move(net));
+    }
+    std::vector<const Net*> nets;
+    for (const std::string& key : present) {
+        nets.push_back(map->find(key.c_str())->second.get());
+    }
     zelutil::bench::Comparison(label + ", found", present.size())
         .zelutil([&present, table] {
             std::uint64_t pins = 0;
@@ -97,10 +109,28 @@ void compareAsking(const std::string& label, const Keys& keys, const Keys& prese
             }
             return pins;
         })
-        .peer("unordered_map", [&present, map] {
+        .peer("unordered_map",
+              [&present, map] {
+                  std::uint64_t pins = 0;
+                  for (const std::string& key : present) {
+                      pins += map->find(key.c_str())->second->pins();
+                  }
+                  return pins;
+              })
+        .peer("flat map",
+              [&present, flat] {
+                  std::uint64_t pins = 0;
+                  for (const std::string& key : present) {
+                      pins += flat->find(key.c_str())->second->pins();
+                  }
+                  return pins;
+              })
+        .peer("limit: hash and one comparison", [&present, nets] {
             std::uint64_t pins = 0;
-            for (const std::string& key : present) {
-                pins += map->find(key.c_str())->second->pins();
+            for (std::size_t i = 0; i < nets.size(); ++i) {
+                const char* const key = present[i].c_str();
+                benchmark::DoNotOptimize(zelutil::hash::foldedMurmur(key));
+                pins += FoldedEqual()(key, nets[i]->Key()) ? nets[i]->pins() : 0;
             }
             return pins;
         });
@@ -157,9 +187,11 @@ struct Data {
 }  // namespace
 
 void zelutil::bench::addComparisons() {
-    static const Data data[] = {Data(100'000), Data(1'000'000)};
+    static const Data data[] = {Data(1'000), Data(100'000), Data(1'000'000)};
     for (const Data& some : data) {
-        const std::string label = some.keys.size() == 100'000 ? "100,000 keys" : "1,000,000 keys";
+        const std::string label = some.keys.size() == 1'000     ? "1,000 keys"
+                                  : some.keys.size() == 100'000 ? "100,000 keys"
+                                                                : "1,000,000 keys";
         compareFilling(label + ", filled", some.keys, 0);
         compareFilling(label + ", filled, size given", some.keys, some.keys.size());
         compareAsking(label, some.keys, some.present, some.absent);

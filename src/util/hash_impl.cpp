@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <new>
@@ -60,7 +61,12 @@ Hash<const char*>::IEntry& Hash<const char*>::Acquire(const char* key) {
     Initialize();
     key = orEmpty(key);
     const std::uint32_t hash = FullHash(key);
-    const Link link = lookUp(key, hash);
+    if (index_.isWhole()) {
+        if (IEntry* const entry = findByIndex(key, hash)) {
+            return *entry;
+        }
+    }
+    const Link link = index_.isWhole() ? endOfChain(hash) : lookUp(key, hash);
     if (*link != nullptr) {
         return *(*link)->entry;
     }
@@ -77,8 +83,28 @@ Hash<const char*>::IEntry* Hash<const char*>::Find(const char* key) {
         return nullptr;
     }
     key = orEmpty(key);
-    const Node* const node = *lookUp(key, FullHash(key));
-    return node != nullptr ? node->entry : nullptr;
+    const std::uint32_t hash = FullHash(key);
+    if (!index_.isWhole()) {
+        const Node* const node = *lookUp(key, hash);
+        return node != nullptr ? node->entry : nullptr;
+    }
+    IEntry* const entry = findByIndex(key, hash);
+    if (entry == nullptr) {
+        recordMiss(hash);
+    }
+    return entry;
+}
+
+/// A walk to an entry that is there need not be recorded: none is longer than that of its addition or of its last move.
+Hash<const char*>::IEntry* Hash<const char*>::findByIndex(const char* key, std::uint32_t hash) {
+    return index_.find(hash, [this, key](const IEntry& entry) { return Equal(entry.Key(), key); });
+}
+
+/// Records the walk of a look-up that has found nothing: it passes all nodes but the first of the chain.
+void Hash<const char*>::recordMiss(std::uint32_t hash) {
+    if (const Node* const first = *bucketOf(hash)) {
+        recordWalk(first->chainLength - 1);
+    }
 }
 
 void Hash<const char*>::Remove(const char* key) {
@@ -86,12 +112,18 @@ void Hash<const char*>::Remove(const char* key) {
         return;
     }
     key = orEmpty(key);
-    const Link link = lookUp(key, FullHash(key));
+    const std::uint32_t hash = FullHash(key);
+    const Link link = lookUp(key, hash);
     if (*link == nullptr) {
         return;
     }
+    const std::uint32_t length = (*bucketOf(hash))->chainLength;
     const std::unique_ptr<Node> node(*link);
     *link = node->next;
+    if (Node* const first = *bucketOf(hash)) {
+        first->chainLength = length - 1;
+    }
+    index_.remove(hash, *node->entry);
     ++changes_;
     delete node->entry;  // last: its destructor may use the table
 }
@@ -157,17 +189,25 @@ void Hash<const char*>::recordWalk(std::size_t walk) {
 
 Hash<const char*>::Node& Hash<const char*>::add(const char* key, std::uint32_t hash, Link end) {
     // Before the entry, so that nothing can fail once there is one.
-    auto node = std::make_unique<Node>(Node{nullptr, nullptr, hash});
+    auto node = std::make_unique<Node>(Node{nullptr, nullptr, hash, 0});
     const std::uint64_t changes = changes_;
     node->entry = newEntry(key);
     if (changes_ != changes) {
         end = endOfChain(hash);  // the factory has used the table
     }
-    *end = node.get();
+    append(*node, end);
+    index_.add(hash, *node->entry);
     ++changes_;
     // Kept deliberately: removal does not count back, this is no number of entries.
     insertions_ += insertions_ < std::numeric_limits<std::int32_t>::max() ? 1 : 0;
     return *node.release();
+}
+
+/// Puts a node without a successor at the end of its chain.
+void Hash<const char*>::append(Node& node, Link end) {
+    node.chainLength = 0;
+    *end = &node;
+    ++(*bucketOf(node.hash))->chainLength;
 }
 
 Hash<const char*>::IEntry* Hash<const char*>::newEntry(const char* key) {
@@ -203,13 +243,16 @@ void Hash<const char*>::moveAll(const Buckets& from, std::uint64_t count) {
         for (Node* node = from[i]; node != nullptr;) {
             Node* const next = node->next;
             node->next = nullptr;
-            *endOfChain(node->hash) = node;
+            append(*node, endOfChain(node->hash));
             node = next;
         }
     }
 }
 
-bool StringHash::Equal(const char* a, const char* b) const { return zelutil::ascii::compareIgnoringCase(a, b) == 0; }
+/// Most keys are asked for as they were entered, and the C library compares many bytes at once.
+bool StringHash::Equal(const char* a, const char* b) const {
+    return std::strcmp(a, b) == 0 || zelutil::ascii::compareIgnoringCase(a, b) == 0;
+}
 
 unsigned StringHash::Index(const char* key) const {
     return bucketCount_ == 0 ? 0 : static_cast<unsigned>(FullHash(orEmpty(key)) % bucketCount_);

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "util/entry_index.h"
+
 // NOLINTBEGIN(readability-identifier-naming): these names continue those of the public class.
 namespace ZelU::Hash::Impl {
 
@@ -18,7 +20,8 @@ class Hash;
 /// to the derived class.
 ///
 /// A node keeps the full hash of its entry's key. So a look-up asks only entries that are all but certain to be the one
-/// for their key, and a rehash asks none.
+/// for their key, and a rehash asks none. What is there is found by an index beside the chains; these say where an
+/// entry is added, how far a look-up that finds nothing walks, and in which order entries go.
 template <>
 class Hash<const char*> : public ZelU::Hash::Hash<const char*> {
 public:
@@ -54,6 +57,8 @@ private:
         IEntry* entry;
         Node* next;
         std::uint32_t hash;
+        /// Counts the nodes of the chain, in the first of them.
+        std::uint32_t chainLength;
     };
     /// What points to a node: a bucket or the node before.
     using Link = Node**;
@@ -70,6 +75,9 @@ private:
     Link bucketOf(std::uint32_t hash) { return &buckets_[hash % static_cast<std::uint32_t>(bucketCount_)]; }
 
     bool holds(const Node& node, const char* key, std::uint32_t hash) const;
+    IEntry* findByIndex(const char* key, std::uint32_t hash);
+    void recordMiss(std::uint32_t hash);
+    void append(Node& node, Link end);
     Link lookUp(const char* key, std::uint32_t hash);
     Link endOfChain(std::uint32_t hash);
     void recordWalk(std::size_t walk);
@@ -79,6 +87,7 @@ private:
     void moveAll(const Buckets& from, std::uint64_t count);
 
     Buckets buckets_;
+    zelutil::hash::EntryIndex<IEntry> index_;
     bool initialised_ = false;
     std::int32_t insertions_ = 0;
     bool autoRehash_;

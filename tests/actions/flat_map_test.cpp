@@ -84,7 +84,7 @@ TEST(FlatMap, RandomChangesLeaveWhatAStandardMapHas) {
     for (int round = 0; round < 30; ++round) {
         Map map;
         std::map<std::string, int> standard;
-        const unsigned texts = 1 + random() % 70;
+        const std::size_t texts = 1 + random() % 70;
         for (int step = 0; step < 600; ++step) {
             const std::string text = "Ctrl+" + std::to_string(random() % texts);
             if (random() % 2 == 0) {

@@ -59,6 +59,25 @@ TEST_F(HashTableOutOfMemory, AcquireAddsTheEntryOrChangesNothing) {
     EXPECT_TRUE(log.deleted.empty());
 }
 
+TEST_F(HashTableOutOfMemory, WithoutMemoryForItsIndexATableFindsEntriesByTheirChains) {
+    StringHash table(0, &factory, false);
+    table.Initialize();
+    // Each time but the last some allocation fails; the one that is let fail quietly is that of the index.
+    for (int allowed = 0; failsWith(allowed, [&] { table.Acquire(keys[0].c_str()); }); ++allowed) {
+    }
+    for (const std::string& key : keys) {
+        table.Acquire(key.c_str());
+    }
+    EXPECT_EQ(table.insertions(), 12);
+    EXPECT_EQ(table.longestWalk(), 10);
+    table.Remove(keys[3].c_str());
+    for (const std::string& key : keys) {
+        EXPECT_EQ(table.Find(key.c_str()) == nullptr, key == keys[3]) << key;
+    }
+    EXPECT_EQ(&table.Acquire(keys[5].c_str()), table.Find(keys[5].c_str()));
+    EXPECT_EQ(table.insertions(), 12);
+}
+
 TEST_F(HashTableOutOfMemory, ARehashThatCannotBeMadeKeepsTheOldBucketsAndTheNewEntry) {
     StringHash table(0, &factory, true);
     for (int i = 0; i < 8; ++i) {
