@@ -99,9 +99,12 @@ Path Hierarchy::FindDll(const char* name, const char* dir) {
     }
     const Path base = belowRoot(dir);
     const std::string baseName(name);
-    for (const Path& directory : {base, base + "bin", base + "lib", base + "lib" + "64bit"}) {
-        for (const char* const suffix : {"64.dll", ".dll"}) {
-            Path candidate = directory + (baseName + suffix);
+    const std::string names[] = {baseName + "64.dll", baseName + ".dll"};
+    // One after the other, so that a directory is made only where it is looked into.
+    for (const char* const below : {"", "bin", "lib", "lib/64bit"}) {
+        const Path directory = *below == '\0' ? base : base + below;
+        for (const std::string& file : names) {
+            Path candidate = directory + file.c_str();
             if (candidate.Exists()) {
                 return candidate;
             }

@@ -1,26 +1,19 @@
 #include "file/plain_text.h"
 
 #include <array>
-#include <cstdint>
 #include <cstring>
 
 #include "file/path_text.h"
+#include "text/blocks.h"
 
 namespace zelutil::file {
 namespace {
 
-/// Characters that are compared and exchanged together; a comparison yields 0xFF for true.
-using Block = unsigned char __attribute__((vector_size(16)));
-
-constexpr std::size_t kBlock = sizeof(Block);
-
-Block blockAt(const char* text) {
-    Block block;
-    std::memcpy(&block, text, kBlock);
-    return block;
-}
-
-Block equal(Block block, char c) { return reinterpret_cast<Block>(block == static_cast<unsigned char>(c)); }
+using text::any;
+using text::Block;
+using text::blockAt;
+using text::equal;
+using text::kBlock;
 
 bool isSeparator(char c) { return c == '/' || c == '\\'; }
 
@@ -36,13 +29,6 @@ Block unusualOf(Block block) {
 /// Marks separators and dots. Bit 0 is all in which "/" and "." differ.
 Block separatorsAndDotsOf(Block block) {
     return equal(block | static_cast<unsigned char>('/' ^ '.'), '/') | equal(block, '\\');
-}
-
-bool any(Block marks) {
-    std::uint64_t halves[2];
-    static_assert(sizeof halves == kBlock);
-    std::memcpy(halves, &marks, kBlock);
-    return (halves[0] | halves[1]) != 0;
 }
 
 /// What has been found in some blocks.
@@ -64,19 +50,16 @@ struct Marks {
     PlainText result() const { return {!any(unusual), any(slashes), any(blanks)}; }
 };
 
-/// A text that is shorter than a block, with what may be read behind it.
+/// A text that is shorter than a block, with ordinary characters behind it.
 struct ShortText {
-    ShortText(const char* text, std::size_t size) { std::memcpy(characters.data(), text, size); }
-    std::array<char, kBlock + 1> characters{};
+    ShortText(const char* text, std::size_t size) {
+        characters.fill('x');
+        std::memcpy(characters.data(), text, size);
+    }
+    std::array<char, kBlock + 1> characters;
 };
 
-void convertBlock(char* text) {
-    const Block block = blockAt(text);
-    const Block slashes = equal(block, '/');
-    // A slash and a backslash differ in these bits.
-    const Block converted = block ^ (slashes & static_cast<unsigned char>('/' ^ kSeparator));
-    std::memcpy(text, &converted, kBlock);
-}
+void convertBlock(char* text) { text::replaceInBlock(text, '/', kSeparator); }
 
 }  // namespace
 
@@ -93,10 +76,7 @@ PlainText lookAtText(const std::string& text, std::size_t start) {
         return marks.result();
     }
     // The end of the string is the one character that is read behind the last block.
-    for (std::size_t at = 0; at + kBlock < size; at += kBlock) {
-        marks.look(begin + at);
-    }
-    marks.look(begin + size - kBlock);
+    text::forEachBlock(begin, size, [&marks](const char* block) { marks.look(block); });
     return marks.result();
 }
 
@@ -109,10 +89,7 @@ void convertSeparators(std::string& text, std::size_t start) {
         std::memcpy(begin, copy.characters.data(), size);
         return;
     }
-    for (std::size_t at = 0; at + kBlock < size; at += kBlock) {
-        convertBlock(begin + at);
-    }
-    convertBlock(begin + size - kBlock);
+    text::forEachBlock(begin, size, convertBlock);
 }
 
 }  // namespace zelutil::file

@@ -1,6 +1,7 @@
 #include "platform/posix/drive_text.h"
 
 #include "text/ascii.h"
+#include "text/blocks.h"
 #include "text/list.h"
 
 namespace zelutil::platform {
@@ -15,7 +16,40 @@ bool hasDrive(std::string_view text) { return text.size() >= 2 && ascii::isLette
 
 bool isNetworkText(std::string_view text) { return text.size() >= 2 && isSeparator(text[0]) && isSeparator(text[1]); }
 
-std::string withSlashes(std::string_view text) {
+text::Block separatorsOf(text::Block block) { return text::equal(block, '/') | text::equal(block, '\\'); }
+
+/// Marks the characters of no name.
+text::Block namelessOf(text::Block block) {
+    text::Block marks{};
+    for (const char c : kCharactersOfNoName) {
+        marks |= text::equal(block, c);
+    }
+    return marks;
+}
+
+/// Returns whether the text needs nothing but other separators. It is false for short texts too.
+bool isPlain(std::string_view text) {
+    if (text.size() <= text::kBlock || kCharactersOfNoName.find(text[0]) != std::string_view::npos) {
+        return false;
+    }
+    text::Block marks{};
+    text::forEachBlock(text.data() + 1, text.size() - 1, [&marks](const char* place) {
+        const text::Block block = text::blockAt(place);
+        marks |= namelessOf(block) | (separatorsOf(block) & separatorsOf(text::blockAt(place - 1)));
+    });
+    return !text::any(marks);
+}
+
+/// Returns the text with one slash for each run of separators; nothing where a character is of no name.
+std::optional<std::string> withSlashes(std::string_view text) {
+    if (isPlain(text)) {
+        std::string path(text);
+        text::forEachBlock(path.data(), path.size(), [](char* block) { text::replaceInBlock(block, '\\', '/'); });
+        return path;
+    }
+    if (text.find_first_of(kCharactersOfNoName) != std::string_view::npos) {
+        return std::nullopt;
+    }
     std::string path;
     path.reserve(text.size());
     for (const char c : text) {
@@ -31,7 +65,7 @@ std::string withSlashes(std::string_view text) {
 }  // namespace
 
 std::optional<std::string> systemPathFromText(std::string_view text) {
-    if (text.empty() || isNetworkText(text) || text.find_first_of(kCharactersOfNoName) != std::string_view::npos) {
+    if (text.empty() || isNetworkText(text)) {
         return std::nullopt;
     }
     if (!hasDrive(text)) {
@@ -41,7 +75,7 @@ std::optional<std::string> systemPathFromText(std::string_view text) {
         return std::nullopt;
     }
     text.remove_prefix(2);
-    return text.empty() ? "/" : withSlashes(text);
+    return text.empty() ? std::optional<std::string>("/") : withSlashes(text);
 }
 
 std::string textFromSystemPath(std::string_view path) {

@@ -30,6 +30,7 @@ hasPackage() {
         libcli11-dev) [[ -e /usr/include/CLI/CLI.hpp || -e /usr/local/include/CLI/CLI.hpp ]] ;;
         python3-jsonschema) python3 -c 'import jsonschema' ;;
         libfmt-dev) [[ -e /usr/include/fmt/format.h || -e /usr/local/include/fmt/format.h ]] ;;
+        libboost-filesystem1.81-dev) compgen -G '/usr/lib/*/libboost_filesystem.so' || compgen -G '/usr/lib*/libboost_filesystem.so' ;;
         libglib2.0-dev) compgen -G '/usr/include/glib-2.0' ;;
         libboost1.81-dev) [[ -e /usr/include/boost/unordered/unordered_flat_map.hpp ]] ;;
         libsimdjson-dev) [[ -e /usr/include/simdjson.h ]] ;;
