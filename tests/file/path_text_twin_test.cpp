@@ -97,6 +97,20 @@ TEST(PathTextTwin, FirstChainsOfRandomTexts) { compareChains(1, 200'000); }
 TEST(PathTextTwin, SecondChainsOfRandomTexts) { compareChains(2, 200'000); }
 TEST(PathTextTwin, RandomTextsNewFromARandomPlace) { compareSplits(3, 250'000); }
 
+/// Long texts of ordinary characters with a few others among them, so that each of these meets every place of a block.
+TEST(PathTextTwin, RandomLongTextsWithFewSpecialCharacters) {
+    constexpr std::string_view kSpecial = R"(/\.." *?<>|=)";
+    RandomText random(5);
+    for (int i = 0; i < 20'000 && !HasFatalFailure(); ++i) {
+        std::string text = "c:/" + std::string(random.below(70), 'n');
+        for (std::size_t changes = random.below(4); changes > 0; --changes) {
+            text[random.below(text.size())] = kSpecial[random.below(kSpecial.size())];
+        }
+        Case tried{text, random.below(2) == 0 ? 0 : random.below(text.size() + 1), {false, false}, R"(C:\work)"};
+        expectSame(tried);
+    }
+}
+
 /// Every text up to a length over the characters that matter.
 TEST(PathTextTwin, EveryShortText) {
     constexpr std::string_view kCharacters = R"(/\."a: )";

@@ -41,6 +41,27 @@ TEST(DriveText, NamesAFileOnTheDriveOfTheRoot) {
     }
 }
 
+TEST(DriveText, EveryPlaceOfALongTextCounts) {
+    for (std::size_t size = 1; size < 50; ++size) {
+        const std::string name(size, 'n');
+        EXPECT_EQ(systemPathFromText("Z:\\" + name), "/" + name);
+        for (std::size_t place = 0; place < size; ++place) {
+            std::string text = "Z:\\" + name;
+            std::string path = "/" + name;
+            for (const char c : {'"', '*', '?', '<', '>', '|'}) {
+                text[3 + place] = c;
+                EXPECT_EQ(systemPathFromText(text), std::nullopt) << text;
+            }
+            text[3 + place] = '\\';
+            path[1 + place] = '/';
+            if (place == 0) {
+                path.erase(0, 1);  // it follows the first one
+            }
+            EXPECT_EQ(systemPathFromText(text), path) << text;
+        }
+    }
+}
+
 TEST(DriveText, WithoutADriveIsBelowTheRootOrTheCurrentDirectory) {
     constexpr Row kRows[] = {
         {R"(\home\ann)", "/home/ann"},
