@@ -171,12 +171,11 @@ ExitCode CommandLine::runNow(const Declared& declared) const {
 
 /// Has the machine of a bundle in force, where one is named.
 ExitCode CommandLine::enterWorld() const {
-    const std::string obstacle = world_.empty() ? "" : world::enterWorld(pathOf(world_));
-    if (obstacle.empty()) {
+    const world::Obstacle obstacle = world_.empty() ? world::Obstacle() : world::enterWorld(pathOf(world_));
+    if (!obstacle) {
         return ExitCode::Fine;
     }
-    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), obstacle,
-                                    "\"zelutil bundle DIR\" makes one on the machine that is asked about."));
+    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), obstacle.text, obstacle.advice));
     return ExitCode::Failed;
 }
 

@@ -141,7 +141,7 @@ private:
         kept_.insert(state.leftovers.begin(), state.leftovers.end());
     }
 
-    /// A link that cannot be followed, as one that leads to itself, stays what it is: nothing is there.
+    /// A link that leads round in a circle has itself as its target.
     void noteLinks(const fs::path& path) {
         const fs::path absolute = source_.directory() / path;
         fs::path place = absolute.root_path();
@@ -150,7 +150,9 @@ private:
             std::error_code error;
             if (fs::is_symlink(here(place), error)) {
                 const fs::path target = fs::weakly_canonical(place, error);
-                if (!error && target != place) {
+                if (error == std::errc::too_many_symbolic_link_levels) {
+                    source_.addLink(place, place);
+                } else if (!error && target != place) {
                     source_.addLink(place, target);
                     place = target;
                 }
@@ -212,7 +214,8 @@ private:
         const BundledFile::Kind kind =
             content == contents_.end() ? emptyStandIn(place) : copy(path, place, content->second);
         bundle_.files.push_back({textOf(redaction_.path(path)), kind});
-        fs::permissions(place, status.permissions());
+        // Whoever packs the bundle reads its files; the manifest has which ones its maker could not.
+        fs::permissions(place, status.permissions() | fs::perms::owner_read);
         if (kind == BundledFile::Kind::Unreadable) {
             unreadable_.insert(redaction_.path(path));
         }
@@ -383,8 +386,8 @@ Bundle makeBundle(const fs::path& directory, const Redaction& redaction) {
     Bundle bundle = BundleMaker(directory, redaction).run();
     const std::vector<Symptom> before = bundle.diagnosis.symptoms;
     redact(bundle.diagnosis, redaction);
-    if (std::string why = enterWorld(directory); !why.empty()) {
-        throw std::runtime_error(why);
+    if (const Obstacle obstacle = enterWorld(directory)) {
+        throw std::runtime_error(obstacle.text);
     }
     lookAgain(bundle.diagnosis);
     if (!isSame(before, bundle.diagnosis.symptoms)) {

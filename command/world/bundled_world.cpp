@@ -116,6 +116,12 @@ bool BundledWorld::mayWrite(NativeText path, bool own) { return recordedOr(manif
 
 bool BundledWorld::isHidden(NativeText path, bool own) { return recordedOr(manifest_.hidden, path, own); }
 
+bool BundledWorld::leadsRound(const fs::path& path) const {
+    const fs::path place = mirror_.resolved(path);
+    const auto link = manifest_.links.find(place);
+    return link != manifest_.links.end() && link->second == place;
+}
+
 bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool own) const {
     const auto recorded = rights.find(mirror_.resolved(path));
     return recorded == rights.end() ? own : recorded->second;
@@ -151,6 +157,17 @@ std::optional<std::string> textOfManifestIn(const fs::path& bundle) {
     return fs::is_regular_file(fs::symlink_status(file, ignored)) ? bytesOf(file) : std::nullopt;
 }
 
+/// Returns whether the user has no right to read the manifest or the files.
+bool isShut(const fs::path& bundle) {
+    std::error_code manifest;
+    const bool isThere = fs::exists(bundle / kManifestName, manifest);
+    std::error_code files;
+    const fs::directory_iterator ignored(bundle / kFilesName, files);
+    return manifest == std::errc::permission_denied || files == std::errc::permission_denied ||
+           (isThere && fs::is_regular_file(fs::symlink_status(bundle / kManifestName, manifest)) &&
+            !std::ifstream(bundle / kManifestName).is_open());
+}
+
 std::string enterUnchecked(const fs::path& bundle) {
     const auto text = textOfManifestIn(bundle);
     if (!text) {
@@ -178,15 +195,30 @@ std::string enterUnchecked(const fs::path& bundle) {
 
 }  // namespace
 
-std::string enterWorld(const fs::path& bundle) {
+Obstacle enterWorld(const fs::path& bundle) {
+    if (isShut(bundle)) {
+        return {"The bundle in \"" + textOf(bundle) + "\" may not be read by this user.",
+                "Ask it as the user who has it, or have that user give the right to read it."};
+    }
+    constexpr char kAdvice[] = "\"zelutil bundle DIR\" makes one on the machine that is asked about.";
     try {
-        return enterUnchecked(bundle);
+        const std::string text = enterUnchecked(bundle);
+        return {text, text.empty() ? "" : kAdvice};
     } catch (const std::exception& error) {
-        return "The bundle in \"" + textOf(bundle) + "\" cannot be read: " + error.what();
+        return {"The bundle in \"" + textOf(bundle) + "\" cannot be read: " + error.what(), kAdvice};
     }
 }
 
 const Manifest* manifestInForce() { return bundleInForce() == nullptr ? nullptr : &bundleInForce()->manifest(); }
+
+bool leadsRound(const fs::path& path) {
+    if (bundleInForce() != nullptr) {
+        return bundleInForce()->leadsRound(path);
+    }
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    return type == fs::file_type::none && error == std::errc::too_many_symbolic_link_levels;
+}
 
 ArgumentPlace placeOfArgument(const fs::path& path) {
     const fs::path place = platform::placeInWorld(path);

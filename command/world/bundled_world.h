@@ -28,6 +28,9 @@ public:
     bool mayWrite(platform::NativeText path, bool own) override;
     bool isHidden(platform::NativeText path, bool own) override;
 
+    /// Returns whether the path is a link that led round in a circle.
+    bool leadsRound(const std::filesystem::path& path) const;
+
     const Manifest& manifest() const { return manifest_; }
 
 private:
@@ -37,12 +40,24 @@ private:
     Mirror mirror_;
 };
 
+/// Says in a sentence why something cannot be done, and in another one what to do next. Both are empty where it is
+/// done.
+struct Obstacle {
+    std::string text;
+    std::string advice;
+
+    explicit operator bool() const { return !text.empty(); }
+};
+
 /// Puts the machine of a bundle in force for the rest of the process, before anything has asked the seam. Returns why
-/// that cannot be done, a sentence; empty where it is done.
-std::string enterWorld(const std::filesystem::path& bundle);
+/// that cannot be done.
+Obstacle enterWorld(const std::filesystem::path& bundle);
 
 /// Returns what the bundle in force says of its machine; null where none is in force.
 const Manifest* manifestInForce();
+
+/// Returns whether the machine in force has a link there that leads round in a circle, or one on the way.
+bool leadsRound(const std::filesystem::path& path);
 
 /// The file that an argument names, where this machine has it: in the bundle where that has it, and otherwise where the
 /// argument says.
