@@ -7,6 +7,7 @@
 
 #include "command/arguments.h"
 #include "command/doctor/candidate_text.h"
+#include "command/lint/lint.h"
 #include "command/progress.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -54,12 +55,18 @@ std::optional<std::string> readShipped(const std::string& argument, Output& outp
                     "Name a file of shipped defaults, or an installation.");
         return std::nullopt;
     }
-    if (!upgrade::Version(*text).hasSections()) {
-        output.fail("\"" + argument + "\" holds no shipped defaults: it is no JSON, or has no sections.",
-                    "\"zelutil lint\" says more of it.");
-        return std::nullopt;
+    if (upgrade::Version(*text).hasSections()) {
+        return text;
     }
-    return text;
+    const lint::Source source(*text);
+    if (source.document().valid()) {
+        output.fail("\"" + argument + "\" holds no shipped defaults, but " + lint::nameOf(source.kind()) + '.',
+                    "Name the old shipped defaults, then the new ones, and then the users' files.");
+    } else {
+        output.fail("\"" + argument + "\" holds no shipped defaults, because it is no JSON.",
+                    "\"zelutil lint\" says more of it.");
+    }
+    return std::nullopt;
 }
 
 /// Tells of links that may lead to users' files and that were not followed.

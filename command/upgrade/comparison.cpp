@@ -110,8 +110,8 @@ void compareKeys(const Actions& before, const Actions& after, Effect& effect) {
     forEachKey(before, after, [&](const host::ActionState::Place& key, const int* oldHolder, const int* newHolder) {
         auto oldOwner = ownerOf(before, key.second, oldHolder);
         auto newOwner = ownerOf(after, key.second, newHolder);
-        if (oldOwner && newOwner && !isSameAction(*oldOwner, *newOwner)) {
-            effect.keys.push_back({key.first, key.second, *std::move(oldOwner), *std::move(newOwner)});
+        if (oldOwner && (!newOwner || !isSameAction(*oldOwner, *newOwner))) {
+            effect.keys.push_back({key.first, key.second, *std::move(oldOwner), std::move(newOwner)});
         }
     });
 }

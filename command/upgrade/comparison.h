@@ -61,7 +61,7 @@ struct LostMenuFlag {
     std::optional<bool> now;
 };
 
-/// A key that ran one action and runs another one.
+/// A key that ran one action and runs another one, or none any more.
 struct ChangedKey {
     struct Owner {
         int action = 0;
@@ -73,7 +73,7 @@ struct ChangedKey {
     std::string context;
     std::string shortcut;
     Owner before;
-    Owner now;
+    std::optional<Owner> now;
 };
 
 /// Lists what an upgrade does to one user's file.

@@ -76,7 +76,9 @@ void writeActions(JsonWriter& json, const Effect& effect) {
         json.member("context", key.context);
         json.member("shortcut", key.shortcut);
         writeOwner(json, "before", key.before);
-        writeOwner(json, "now", key.now);
+        if (key.now) {
+            writeOwner(json, "now", *key.now);
+        }
     });
 }
 
@@ -184,7 +186,7 @@ private:
         }
         for (const ChangedKey& one : effect.keys) {
             output_.line("  key: \"{}\" in {} ran {}, now {}", value(one.shortcut), name(one.context),
-                         owner(Role::Old, one.before), owner(Role::Value, one.now));
+                         owner(Role::Old, one.before), one.now ? owner(Role::Value, *one.now) : "nothing");
         }
     }
 
@@ -197,6 +199,11 @@ private:
 };
 
 Finding aboutUnread(const UserResult& result) {
+    if (result.status == Status::Defaults) {
+        return {Severity::Warning, "The file holds shipped defaults and is no user's, so it is not compared.",
+                "Name OLD and NEW first, and users' files behind them.",
+                Place{textOf(result.file), std::nullopt, std::nullopt}};
+    }
     const bool isMissing = result.status == Status::Missing;
     return {Severity::Warning,
             isMissing ? "The file is not there." : "The file cannot be read or is no JSON, so nothing of it counts.",
@@ -255,7 +262,7 @@ void tell(const Outcome& outcome, Output& output) {
     }
     const Summary summary = summaryOf(outcome);
     output.line(
-        "Users: {}. Losing something: {}. With a value over a changed default: {}. With a key of another action: {}. "
+        "Users: {}. Losing something: {}. With a value over a changed default: {}. With a changed key: {}. "
         "Not read: {}. Not seen: {}.",
         summary.users, summary.losing, summary.masked, summary.keys, summary.unread, summary.notSeen);
     output.members([&](JsonWriter& json) {

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <thread>
 
+#include "command/lint/file_kind.h"
 #include "json/document.h"
 #include "platform/native_paths.h"
 #include "prefs/user_settings_file.h"
@@ -30,7 +31,9 @@ void compareFile(Comparison& comparison, UserResult& result) {
     prefs::UserSettingsFile file;
     file.read(*path, [&](std::string_view text) {
         const json::Document document(text);
-        if (document.valid()) {
+        if (lint::kindOf(document.root()) == lint::FileKind::Defaults) {
+            result.status = Status::Defaults;
+        } else if (document.valid()) {
             result.effect = comparison.effectOn(document.root());
             result.status = Status::Compared;
         }
@@ -127,6 +130,8 @@ const char* nameOf(Status status) {
             return "compared";
         case Status::Missing:
             return "missing";
+        case Status::Defaults:
+            return "defaults";
         case Status::Unread:
             break;
     }

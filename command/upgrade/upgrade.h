@@ -15,8 +15,9 @@ namespace zelutil::command::upgrade {
 struct UserResult {
     enum class Status {
         Compared,
-        Missing,  ///< No such file is there.
-        Unread,   ///< It cannot be read, or is no JSON, so that neither version takes anything from it.
+        Missing,   ///< No such file is there.
+        Unread,    ///< It cannot be read, or is no JSON, so that neither version takes anything from it.
+        Defaults,  ///< It holds shipped defaults, and is no user's.
     };
 
     std::filesystem::path file;
@@ -24,7 +25,7 @@ struct UserResult {
     Effect effect;
 };
 
-/// Returns "compared", "missing" or "unread".
+/// Returns "compared", "missing", "unread" or "defaults".
 const char* nameOf(UserResult::Status status);
 
 /// Is called now and then, on the calling thread, with the number of files that are done.

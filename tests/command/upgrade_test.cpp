@@ -302,9 +302,9 @@ std::string ownerIn(const Loaded& loaded, const std::pair<std::string, std::stri
 void expectedOfKeys(const Loaded& before, const Loaded& after, Lines& lines) {
     for (const auto& [place, command] : before.commands) {
         const bool isOwn = holderIn(before, place) != 0 || holderIn(after, place) != 0;
-        if (isOwn && after.commands.count(place) != 0 && ownerIn(before, place) != ownerIn(after, place)) {
-            lines.insert("key " + place.first + " " + place.second + " " + ownerIn(before, place) + " now " +
-                         ownerIn(after, place));
+        const std::string now = after.commands.count(place) != 0 ? ownerIn(after, place) : "nothing";
+        if (isOwn && ownerIn(before, place) != now) {
+            lines.insert("key " + place.first + " " + place.second + " " + ownerIn(before, place) + " now " + now);
         }
     }
 }
@@ -336,7 +336,8 @@ Lines linesOf(const Effect& effect) {
     }
     for (const auto& one : effect.keys) {
         lines.insert("key " + one.context + " " + one.shortcut + " " + std::to_string(one.before.action) +
-                     one.before.command + " now " + std::to_string(one.now.action) + one.now.command);
+                     one.before.command + " now " +
+                     (one.now ? std::to_string(one.now->action) + one.now->command : "nothing"));
     }
     return lines;
 }
@@ -460,7 +461,8 @@ TEST(Upgrade, NewActionWithTheUsersKeyRefusesItAndOwnsIt) {
     EXPECT_EQ(effect.shortcuts[0].now, "M");
     ASSERT_EQ(effect.keys.size(), 1U);
     EXPECT_EQ(effect.keys[0].before.command, "move");
-    EXPECT_EQ(effect.keys[0].now.command, "copy");
+    ASSERT_TRUE(effect.keys[0].now);
+    EXPECT_EQ(effect.keys[0].now->command, "copy");
 }
 
 /// Both entries are for one action. The later one gives it the same shortcut in both versions.
@@ -633,9 +635,21 @@ TEST(Upgrade, KeyThatFallsBackToAnotherActionIsTold) {
     EXPECT_EQ(effect.keys[0].shortcut, "F5");
     EXPECT_EQ(effect.keys[0].before.action, 1);
     EXPECT_FALSE(effect.keys[0].before.byFallback);
-    EXPECT_EQ(effect.keys[0].now.action, 2);
-    EXPECT_EQ(effect.keys[0].now.command, "copy");
-    EXPECT_TRUE(effect.keys[0].now.byFallback);
+    ASSERT_TRUE(effect.keys[0].now);
+    EXPECT_EQ(effect.keys[0].now->action, 2);
+    EXPECT_EQ(effect.keys[0].now->command, "copy");
+    EXPECT_TRUE(effect.keys[0].now->byFallback);
+}
+
+TEST(Upgrade, KeyThatRunsNothingAnyMoreIsTold) {
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "F5")),
+                          defaultsWith("", shippedAction(1, "move", "F6")));
+    const Effect effect = comparison.effectOn(json::Document("{}").root());
+    ASSERT_EQ(effect.keys.size(), 1U);
+    EXPECT_EQ(effect.keys[0].shortcut, "F5");
+    EXPECT_EQ(effect.keys[0].before.action, 1);
+    EXPECT_FALSE(effect.keys[0].now);
+    EXPECT_FALSE(effect.losesAnything());
 }
 
 TEST(Upgrade, SameVersionDoesNothing) {
@@ -778,20 +792,22 @@ TEST_F(UpgradeCommand, TellsEachUserAndTheSummary) {
     const ChildResult result = upgrade({homes().u8string()});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(
-        result.out,
-        userFile("ann").u8string() +
-            "\n  dropped: s::grid=7, there is no such setting\n"
-            "  meaningless: grid in the section s\n"
-            "  meaningless: The entry for action 1 is for none of the shipped actions.\n"
-            "  shortcut: action 1 had \"F9\", there is no such action\n"
-            "Users: 3. Losing something: 1. With a value over a changed default: 0. With a key of another action: 0. "
-            "Not read: 1. Not seen: 0.\n" +
-            userFile("ann").u8string() +
-            ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
-            userFile("eve").u8string() +
-            ": warning: The file cannot be read or is no JSON, so nothing of it counts.\n"
-            "    \"zelutil lint\" shows where it is wrong.\n");
+    EXPECT_EQ(result.out,
+              userFile("ann").u8string() +
+                  "\n  dropped: s::grid=7, there is no such setting\n"
+                  "  meaningless: grid in the section s\n"
+                  "  meaningless: The entry for action 1 is for none of the shipped actions.\n"
+                  "  shortcut: action 1 had \"F9\", there is no such action\n"
+                  "  key: \"F9\" in board ran m (action 1), now nothing\n" +
+                  userFile("bob").u8string() +
+                  "\n  key: \"M\" in board ran m (action 1), now nothing\n"
+                  "Users: 3. Losing something: 1. With a value over a changed default: 0. With a changed key: 2. "
+                  "Not read: 1. Not seen: 0.\n" +
+                  userFile("ann").u8string() +
+                  ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
+                  userFile("eve").u8string() +
+                  ": warning: The file cannot be read or is no JSON, so nothing of it counts.\n"
+                  "    \"zelutil lint\" shows where it is wrong.\n");
 }
 
 TEST_F(UpgradeCommand, NothingLostIsFine) {
@@ -831,9 +847,14 @@ TEST_F(UpgradeCommand, UserThatCannotBeSeenIsAFinding) {
     const std::string pattern = (homes() / "*" / "pcbenv").u8string();
     const ChildResult result = upgrade({pattern});
     EXPECT_EQ(result.exitCode, 1);
+    std::string keys;
+    for (const char* const user : {"ann", "bob", "eve"}) {
+        keys += userFile(user).u8string() + "\n  key: \"M\" in board ran m (action 1), now nothing\n";
+    }
     EXPECT_EQ(result.out,
-              "Users: 3. Losing something: 0. With a value over a changed default: 0. With a key of another action: 0. "
-              "Not read: 0. Not seen: 1.\n" +
+              keys +
+                  "Users: 3. Losing something: 0. With a value over a changed default: 0. With a changed key: 3. "
+                  "Not read: 0. Not seen: 1.\n" +
                   (homes() / "zoe").u8string() +
                   ": warning: This link leads nowhere, so that users' files behind it do not count.\n"
                   "    See whether what it leads to has to be mounted first.\n");
@@ -910,6 +931,30 @@ TEST_F(UpgradeCommand, DefaultsThatAreNoneAreAFailure) {
     EXPECT_EQ(upgrade({homes().u8string()}).exitCode, 3);
     EXPECT_EQ(upgrade({}).exitCode, 2);
     EXPECT_EQ(upgrade({homes().u8string(), "--jobs", "0"}).exitCode, 2);
+}
+
+TEST_F(UpgradeCommand, AUsersFileInThePlaceOfDefaultsIsNamedAsSuch) {
+    writeTextFile(directory_ / "old.cfg",
+                  R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"a":"1"}]}]})");
+    EXPECT_NE(upgrade({homes().u8string()})
+                  .err.find("\" holds no shipped defaults, but user's preferences.\n"
+                            "    Name the old shipped defaults, then the new ones, and then the users' files.\n"),
+              std::string::npos);
+    writeTextFile(directory_ / "old.cfg", "{");
+    EXPECT_NE(upgrade({homes().u8string()}).err.find("\" holds no shipped defaults, because it is no JSON.\n"),
+              std::string::npos);
+}
+
+TEST_F(UpgradeCommand, DefaultsInThePlaceOfAUsersFileAreNamedAsSuch) {
+    const std::string old = (directory_ / "old.cfg").u8string();
+    const ChildResult result = upgrade({old});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(
+        result.out.find(old + ": warning: The file holds shipped defaults and is no user's, so it is not compared.\n"
+                              "    Name OLD and NEW first, and users' files behind them.\n"),
+        std::string::npos)
+        << result.out;
+    EXPECT_NE(upgrade({old, "--json"}).out.find("\"status\": \"defaults\""), std::string::npos);
 }
 
 TEST_F(UpgradeCommand, ArgumentThatMeansNoFileIsAFinding) {
