@@ -2,6 +2,7 @@
 
 #include <zelutil/actions/action_manager.h>
 
+#include <algorithm>
 #include <set>
 
 #include "actions/manager_access.h"
@@ -19,20 +20,31 @@ std::string joinedParts(const std::vector<std::string>& parts) {
     return text;
 }
 
+/// Returns the number of the token that is the key: the last one, but where that is a modifier and one before it is
+/// none, that one.
+std::size_t placeOfKey(const std::vector<std::string_view>& tokens) {
+    const auto isKey = [](std::string_view token) { return command::modifierNamed(token).empty(); };
+    const auto key = std::find_if(tokens.rbegin(), tokens.rend(), isKey);
+    return key == tokens.rend() ? tokens.size() - 1 : static_cast<std::size_t>(tokens.rend() - key) - 1;
+}
+
 }  // namespace
 
 std::string oneSpelling(const std::string& shortcut) {
     const std::vector<std::string_view> tokens = command::tokensOf(shortcut);
+    const std::size_t key = placeOfKey(tokens);
     std::set<std::string> modifiers;
-    for (std::size_t place = 0; place + 1 < tokens.size(); ++place) {
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
         const std::string_view modifier = command::modifierNamed(tokens[place]);
-        modifiers.insert(modifier.empty() ? command::keyNamed(tokens[place]) : std::string(modifier));
+        if (place != key) {
+            modifiers.insert(modifier.empty() ? command::keyNamed(tokens[place]) : std::string(modifier));
+        }
     }
     std::string spelled;
     for (const std::string& modifier : modifiers) {
         spelled += modifier + '+';
     }
-    return tokens.empty() ? spelled : spelled + command::keyNamed(tokens.back());
+    return spelled + command::keyNamed(tokens[key]);
 }
 
 std::string differenceOf(const std::string& shortcut, const std::string& other) {

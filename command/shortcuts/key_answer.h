@@ -40,9 +40,11 @@ std::string differenceOf(const std::string& shortcut, const std::string& other);
 inline constexpr char kHowCompared[] = "Shortcuts are compared byte by byte.";
 
 /// Returns the key in one spelling: its one name in small letters behind those of the modifiers, which stand in the
-/// order of the alphabet. Two shortcuts of one spelling are one key to people, and may be two to the library.
+/// order of the alphabet, wherever the text has them. Two shortcuts of one spelling are one key to people, and may be
+/// two to the library.
 ///
-///     "Ctrl+Shift+S" => "ctrl+shift+s"    "shift + CTRL + s" => "ctrl+shift+s"    "Ctrl++" => "ctrl++"
+///     "Ctrl+Shift+S" => "ctrl+shift+s"    "shift + CTRL + s" => "ctrl+shift+s"    "Ctrl++" => "ctrl++"    "S+Ctrl" =>
+///     "ctrl+s"
 std::string oneSpelling(const std::string& shortcut);
 
 }  // namespace zelutil::shortcuts

@@ -1,4 +1,9 @@
-// zelutil reset: gives settings their shipped defaults again, by taking their entries out of the user's file.
+// zelutil reset: gives settings their shipped defaults again, by taking their entries out of the user's file, and
+// actions their shipped shortcuts, by the library's own reset.
+#include <zelutil/host/save.h>
+
+#include <algorithm>
+#include <charconv>
 #include <memory>
 #include <unordered_set>
 
@@ -7,6 +12,8 @@
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/saved_settings.h"
+#include "command/shortcuts/known_shortcuts.h"
+#include "command/shortcuts/shortcut_changes.h"
 #include "command/subcommands/table.h"
 
 namespace zelutil::command {
@@ -15,6 +22,7 @@ namespace {
 struct ResetChoices {
     std::vector<std::string> names;
     bool all = false;
+    bool shortcuts = false;
 };
 
 /// Returns the numbers of the settings that are to be reset, each once; nothing where a name is unknown.
@@ -84,19 +92,78 @@ void resetSettings(const ResetChoices& choices, Output& output) {
     }
 }
 
+// --- Shortcuts ------------------------------------------------------------------------------------------------------
+
+std::vector<int> idsOf(const std::vector<std::string>& texts) {
+    std::vector<int> ids;
+    for (const std::string& text : texts) {
+        int id = 0;
+        const char* const end = text.data() + text.size();
+        if (std::from_chars(text.data(), end, id).ptr != end || id < 1) {
+            throw UsageError('"' + text + "\" is no id of an action.");
+        }
+        ids.push_back(id);
+    }
+    return ids;
+}
+
+/// Returns whether each of the actions can be reset, and tells of those that cannot.
+bool areResettable(const std::vector<int>& ids, const shortcuts::KnownShortcuts& known, Output& output) {
+    bool areAll = true;
+    for (const int id : ids) {
+        const shortcuts::ShortcutRow* const row = findRow(known.rows(), id);
+        const int parent = row == nullptr ? 0 : row->action.item.parent_id;
+        areAll = areAll && row != nullptr && parent < 1;
+        if (row == nullptr) {
+            output.add({Severity::Error, "There is no action " + std::to_string(id) + '.',
+                        "\"zelutil shortcuts\" shows all.", std::nullopt});
+        } else if (parent >= 1) {
+            output.add(
+                {Severity::Error,
+                 "Action " + labelOf(known.rows(), id) + " follows its parent and has nothing of its own to reset.",
+                 "Name its parent, action " + labelOf(known.rows(), parent) + '.', std::nullopt});
+        }
+    }
+    if (!areAll) {
+        output.add({Severity::Note, "Nothing was done.", "", std::nullopt});
+    }
+    return areAll;
+}
+
+void resetShortcuts(const ResetChoices& choices, Output& output) {
+    const std::vector<int> ids = idsOf(choices.names);
+    if (choices.all != ids.empty()) {
+        throw UsageError("A reset of shortcuts takes either ids of actions or --all.");
+    }
+    const shortcuts::KnownShortcuts known(output);
+    if (known.areThere() && areResettable(ids, known, output)) {
+        tellSavedShortcuts(known.rows(), choices.all ? host::resetAllShortcuts() : host::resetShortcuts(ids), output);
+    }
+}
+
+void reset(const ResetChoices& choices, Output& output) {
+    choices.shortcuts ? resetShortcuts(choices, output) : resetSettings(choices, output);
+}
+
 Work declareReset(CLI::App& arguments) {
     const auto choices = std::make_shared<ResetChoices>();
-    addTexts(arguments, "NAME", choices->names, "Settings, by bare or full name; either these or --all");
-    arguments.add_flag("--all", choices->all, "Reset everything that the user has set");
-    return [choices](Output& output) { resetSettings(*choices, output); };
+    addTexts(arguments, "NAME", choices->names,
+             "Settings, by bare or full name, or with --shortcuts ids of actions; either these or --all");
+    arguments.add_flag("--all", choices->all, "Reset all settings, or with --shortcuts all actions");
+    arguments.add_flag("--shortcuts", choices->shortcuts,
+                       "Give actions their shipped shortcuts and menu flags again, and no settings");
+    return [choices](Output& output) { reset(*choices, output); };
 }
 
 }  // namespace
 
 const Subcommand kReset{"reset",
-                        "Take settings out of the user's file, so that they have their shipped defaults again",
+                        "Give settings, or actions their shortcuts, as they are shipped, again",
                         "$ zelutil reset grid\n"
                         "display::grids::grid: 0.25 -> 0.635\n"
+                        "Saved in /home/ann/pcbenv/tessel/tessel_settings.cfg\n"
+                        "$ zelutil reset --shortcuts 1\n"
+                        "1 ucpedit design new: Ctrl+K -> Ctrl+N\n"
                         "Saved in /home/ann/pcbenv/tessel/tessel_settings.cfg",
                         FindingsAre::BesideResult,
                         declareReset,

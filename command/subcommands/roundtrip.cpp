@@ -41,6 +41,13 @@ std::string cureOf(host::Obstacle obstacle) {
     return "";
 }
 
+/// Says what to do about an entry for an action that takes over what its parent has; empty for another entry.
+std::string cureOf(const host::StartWarning& warning, const KnownShortcuts& known) {
+    const shortcuts::ShortcutRow* const row = findRow(known.rows(), warning.action);
+    const int parent = row == nullptr ? 0 : row->action.item.parent_id;
+    return parent < 1 ? "" : "Write the entry for its parent, action " + labelOf(known.rows(), parent) + '.';
+}
+
 /// Returns the wishes that can be granted.
 std::vector<KeyWish> curable(const RoundTrip& trip) {
     const std::set<int> refused(trip.cure.refused.begin(), trip.cure.refused.end());
@@ -115,12 +122,13 @@ void tellOldCalls(const RoundTrip& trip, const KnownShortcuts& known, Output& ou
     }
 }
 
-void writeTrip(const RoundTrip& trip, JsonWriter& json) {
+void writeTrip(const RoundTrip& trip, const KnownShortcuts& known, JsonWriter& json) {
     json.objects("withoutEffect", trip.withoutEffect, [&](const host::StartWarning& warning) {
         json.member("action", warning.action);
         json.member("holder", warning.holder);
         json.member("refused", warning.kind == host::StartWarning::Kind::ShortcutRefused);
         json.member("text", warning.text);
+        json.member("cure", cureOf(warning, known));
     });
     json.objects("wishes", trip.wishes, [&](const KeyWish& wish) {
         json.member("id", wish.action);
@@ -146,14 +154,14 @@ void tellRoundTrip(Output& output) {
     }
     const RoundTrip trip = shortcuts::roundTrip(UCPActionManager::instance());
     for (const host::StartWarning& warning : trip.withoutEffect) {
-        output.add({Severity::Warning, warning.text, "", std::nullopt});
+        output.add({Severity::Warning, warning.text, cureOf(warning, known), std::nullopt});
     }
     for (const host::NotRestored& item : trip.notRestored) {
         output.add({Severity::Warning, item.text, cureOf(item.obstacle), std::nullopt});
     }
     tellCure(trip, known, output);
     tellOldCalls(trip, known, output);
-    output.members([&](JsonWriter& json) { writeTrip(trip, json); });
+    output.members([&](JsonWriter& json) { writeTrip(trip, known, json); });
     if (trip.withoutEffect.empty() && trip.wishes.empty() && trip.menuWishes.empty() && trip.notRestored.empty()) {
         output.line("A restart brings back all shortcuts and menu flags.");
     }

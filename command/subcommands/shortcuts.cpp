@@ -24,15 +24,24 @@ bool isInTable(const ShortcutRow& row, const TableChoices& choices) {
            (!choices.changed || isChangedByUser(row));
 }
 
+/// Says why the menu flag is another one than without the user's changes; empty where it is the same.
+std::string whyOfMenuFlag(const ShortcutRow& row) {
+    if (!row.menuChangedByUser) {
+        return {};
+    }
+    const std::string where = row.action.inMenu ? "into the menu" : "out of the menu";
+    if (row.action.item.parent_id >= 1) {
+        return "; follows it " + where;
+    }
+    return (row.action.inMenu ? "; put " : "; taken ") + where + " by the user";
+}
+
 std::vector<Cell> cellsOf(const ShortcutRow& row) {
     const host::ActionInfo& action = row.action;
-    return {{action.item.context, Role::Faint},
-            {std::to_string(action.id), Role::Faint},
-            {action.item.command, Role::Name},
-            {action.shortcut, Role::Value},
-            {action.shippedShortcut, Role::Old},
-            {action.inMenu ? "yes" : "", Role::Value},
-            {row.why, Role::Faint}};
+    return {{action.item.context, Role::Faint},         {std::to_string(action.id), Role::Faint},
+            {action.item.command, Role::Name},          {action.shortcut, Role::Value},
+            {action.shippedShortcut, Role::Old},        {action.inMenu ? "yes" : "", Role::Value},
+            {row.why + whyOfMenuFlag(row), Role::Faint}};
 }
 
 void showTable(const TableChoices& choices, Output& output) {

@@ -1,4 +1,5 @@
 // zelutil who: the action that a shortcut runs.
+#include <algorithm>
 #include <memory>
 
 #include "command/arguments.h"
@@ -36,6 +37,9 @@ void tellSpellings(const KeyAnswer& answer, Output& output) {
 }
 
 void answerKeys(const KeyQuestion& question, Output& output) {
+    if (std::find(question.keys.begin(), question.keys.end(), "") != question.keys.end()) {
+        throw UsageError("\"\" is no shortcut.");
+    }
     const KnownShortcuts known(output);
     if (!known.areThere() || !known.hasContext(question.context, output)) {
         return;

@@ -37,15 +37,28 @@ TEST(Shortcuts, AreShownByContextWithWhereTheyComeFrom) {
 TEST(Shortcuts, TheUsersChangesAreNamedAlsoWhereAChildFollowsOne) {
     const ShortcutsWorld world;
     world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":3,"shortcut":""},{"id":4,"rmb":true})");
-    expectPrinted(world.run({"shortcuts", "--changed"}),
-                  "CONTEXT  ID  COMMAND   SHORTCUT  SHIPPED  MENU  WHY\n"
-                  "brisk3d  11  zoom fit  F1                 yes   taken over from action 1, which the user changed\n"
-                  "ucpedit  1   zoom fit  F1        Home     yes   given by the user\n"
-                  "ucpedit  3   rotate              R              taken away by the user\n"
-                  "ucpedit  4   lock                         yes   shipped without a shortcut\n");
+    expectPrinted(
+        world.run({"shortcuts", "--changed"}),
+        "CONTEXT  ID  COMMAND   SHORTCUT  SHIPPED  MENU  WHY\n"
+        "brisk3d  11  zoom fit  F1                 yes   taken over from action 1, which the user changed\n"
+        "ucpedit  1   zoom fit  F1        Home     yes   given by the user\n"
+        "ucpedit  3   rotate              R              taken away by the user\n"
+        "ucpedit  4   lock                         yes   shipped without a shortcut; put into the menu by the "
+        "user\n");
     expectPrinted(world.run({"shortcuts", "--changed", "--context", "brisk3d"}),
                   "CONTEXT  ID  COMMAND   SHORTCUT  SHIPPED  MENU  WHY\n"
                   "brisk3d  11  zoom fit  F1                 yes   taken over from action 1, which the user changed\n");
+}
+
+/// Action 11 has the shortcut and the menu flag of 1.
+TEST(Shortcuts, AChangedMenuFlagIsNamedAlsoWhereAChildFollows) {
+    const ShortcutsWorld world;
+    world.writeUserActions(R"({"id":1,"rmb":false})");
+    expectPrinted(
+        world.run({"shortcuts", "--changed"}),
+        "CONTEXT  ID  COMMAND   SHORTCUT  SHIPPED  MENU  WHY\n"
+        "brisk3d  11  zoom fit  Home                     taken over from action 1; follows it out of the menu\n"
+        "ucpedit  1   zoom fit  Home      Home           shipped; taken out of the menu by the user\n");
 }
 
 TEST(Shortcuts, WritesJson) {
@@ -100,6 +113,21 @@ TEST(Who, SaysWhatRunsThereByTheFallbackOrNot) {
               "Home      11  zoom fit  taken over from action 1; action 1 holds it in the linked context\n"
               "o         -             no action of brisk3d holds it\n");
     EXPECT_EQ(result.err, "note: \"o\" is another shortcut than \"O\".\n    Shortcuts are compared byte by byte.\n");
+}
+
+TEST(Who, FindsTheKeyThatStandsBeforeItsModifiers) {
+    const ShortcutsWorld world(R"({"actions":[{"id":1,"context":"c","command":"save","shortcut":"Ctrl+Shift+S"}]})");
+    for (const char* const asked : {"S+Ctrl+Shift", "Ctrl+S+Shift"}) {
+        EXPECT_EQ(world.run({"who", asked, "--context", "c"}).err, "note: \"" + std::string(asked) +
+                                                                       "\" is another shortcut than \"Ctrl+Shift+S\".\n"
+                                                                       "    Shortcuts are compared byte by byte.\n");
+    }
+}
+
+TEST(Who, AnEmptyTextIsNoShortcut) {
+    const ShortcutsWorld world;
+    expectRefused(world.run({"who", "M", "", "--context", "ucpedit"}), 2,
+                  "zelutil: error: \"\" is no shortcut.\n    \"zelutil who --help\" says how it is called.\n");
 }
 
 TEST(Who, NamesThoseWhoShowAShortcutAndDoNotRun) {

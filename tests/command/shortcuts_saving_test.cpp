@@ -33,10 +33,10 @@ public:
     std::string unchanged() const { return "Nothing to do in " + userFile().u8string() + "\n"; }
 };
 
-void expectDone(const ChildResult& result, const std::string& out) {
+void expectDone(const ChildResult& result, const std::string& out, const std::string& err = "") {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, out);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, err);
 }
 
 void expectNotDone(const ChildResult& result, int exitCode, const std::string& err) {
@@ -344,6 +344,63 @@ TEST(Profiles, OfAnotherFormAreNotImported) {
     EXPECT_EQ(world.userText(), "");
 }
 
+// --- reset
+// ------------------------------------------------------------------------------------------------------------
+
+TEST(ResetShortcuts, GivesActionsWhatIsShippedAndTakesTheirEntriesOut) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":1,"shortcut":"F1","rmb":false},{"id":3,"shortcut":"F3"},{"id":4,"shortcut":"F4"})");
+    expectDone(world.run({"reset", "--shortcuts", "1", "3"}),
+               "11 brisk3d zoom fit: F1 -> Home, into the menu\n"
+               "1 ucpedit zoom fit: F1 -> Home, into the menu\n"
+               "3 ucpedit rotate: F3 -> R\n" +
+                   world.saved());
+    EXPECT_EQ(world.userText().find("F1"), std::string::npos) << world.userText();
+    EXPECT_NE(world.userText().find("F4"), std::string::npos) << world.userText();
+    const std::string text = world.userText();
+    expectDone(world.run({"reset", "--shortcuts", "1", "3"}), world.unchanged());
+    EXPECT_EQ(world.userText(), text);
+    expectDone(world.run({"reset", "--shortcuts", "--all"}), "4 ucpedit lock: F4 -> none\n" + world.saved());
+    expectDone(world.run({"shortcuts", "--changed"}), "", "note: No action is as asked for.\n");
+    EXPECT_EQ(world.json({"reset", "--shortcuts", "--all"}),
+              R"({"zelutil":{"format":1,"command":"reset"},"changes":[],"settings":[],"save":{"status":"unchanged",)"
+              R"("file":")" +
+                  inJson(world.userFile()) + R"("},"findings":[]})");
+}
+
+/// Action 4 has R, which is shipped for 3.
+TEST(ResetShortcuts, WhatAnotherActionHasIsNotGiven) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":3,"shortcut":""},{"id":4,"shortcut":"R"})");
+    const ChildResult result = world.run({"reset", "--shortcuts", "3"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "warning: Action 3 does not get back the shortcut \"R\": action 4 has it.\n");
+    EXPECT_EQ(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         4   lock"), 27U);
+    EXPECT_EQ(world.run({"reset", "--shortcuts", "3", "4"}).exitCode, 0);
+    EXPECT_EQ(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         3   rotate"), 27U);
+}
+
+TEST(ResetShortcuts, DoesNothingWhereAnIdIsNone) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":1,"shortcut":"F1"})");
+    const std::string text = world.userText();
+    expectNotDone(world.run({"reset", "--shortcuts", "1", "99"}), 1,
+                  "error: There is no action 99.\n    \"zelutil shortcuts\" shows all.\nnote: Nothing was done.\n");
+    expectNotDone(world.run({"reset", "--shortcuts", "1", "11"}), 1,
+                  "error: Action 11 (brisk3d, zoom fit) follows its parent and has nothing of its own to reset.\n"
+                  "    Name its parent, action 1 (ucpedit, zoom fit).\nnote: Nothing was done.\n");
+    constexpr char kHelp[] = "    \"zelutil reset --help\" says how it is called.\n";
+    expectNotDone(world.run({"reset", "--shortcuts", "F1"}), 2,
+                  std::string("zelutil: error: \"F1\" is no id of an action.\n") + kHelp);
+    for (const auto& arguments : {std::vector<std::string>{"reset", "--shortcuts"},
+                                  std::vector<std::string>{"reset", "--shortcuts", "--all", "1"}}) {
+        expectNotDone(
+            world.run(arguments), 2,
+            std::string("zelutil: error: A reset of shortcuts takes either ids of actions or --all.\n") + kHelp);
+    }
+    EXPECT_EQ(world.userText(), text);
+}
+
 // --- roundtrip
 // --------------------------------------------------------------------------------------------------------
 
@@ -412,11 +469,12 @@ TEST(RoundTripCommand, TheCureHasMenuFlagsAndWhatStandsBehindAnElementWithoutAnI
     const std::string list = listIn(result.out);
     const ChildResult cure = world.runWith("plan", list, {"--apply"});
     EXPECT_NE(cure.out.find(world.saved()), std::string::npos) << list << cure.err;
-    EXPECT_EQ(world.run({"shortcuts", "--changed", "--context", "ucpedit"}).out,
-              "CONTEXT  ID  COMMAND  SHORTCUT  SHIPPED  MENU  WHY\n"
-              "ucpedit  2   move     F9        M              given by the user\n"
-              "ucpedit  3   rotate   F7        R              given by the user\n"
-              "ucpedit  4   lock                        yes   shipped without a shortcut\n");
+    EXPECT_EQ(
+        world.run({"shortcuts", "--changed", "--context", "ucpedit"}).out,
+        "CONTEXT  ID  COMMAND  SHORTCUT  SHIPPED  MENU  WHY\n"
+        "ucpedit  2   move     F9        M              given by the user\n"
+        "ucpedit  3   rotate   F7        R              given by the user\n"
+        "ucpedit  4   lock                        yes   shipped without a shortcut; put into the menu by the user\n");
 }
 
 TEST(RoundTripCommand, TheCureHasEntriesInOtherWrappings) {
@@ -439,12 +497,29 @@ TEST(RoundTripCommand, AShortcutThatIsOnlyShownIsNotGranted) {
     EXPECT_EQ(listIn(world.run({"roundtrip"}).out), "2 = F1\n");
 }
 
+/// Action 12 has O. Action 11 would not keep it, since it follows action 1.
+TEST(RoundTripCommand, SendsFromAChildToItsParent) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":11,"shortcut":"O"},{"id":11,"rmb":false})");
+    const ChildResult result = world.run({"roundtrip"});
+    EXPECT_EQ(result.exitCode, 1);
+    constexpr char kParent[] = "    Write the entry for its parent, action 1 (ucpedit, zoom fit).\n";
+    EXPECT_EQ(result.out,
+              std::string("warning: Action 11 did not get the shortcut \"O\": action 12 has it.\n") + kParent +
+                  "warning: The menu flag that action 11 is given has no effect, because it follows its parent, action "
+                  "1.\n" +
+                  kParent);
+    EXPECT_NE(
+        world.json({"roundtrip"}).find(R"("cure":"Write the entry for its parent, action 1 (ucpedit, zoom fit).")"),
+        std::string::npos);
+}
+
 TEST(RoundTripCommand, WritesJson) {
     const FileWorld world;
     world.writeUserActions(R"({"id":4,"shortcut":"R"})");
     EXPECT_EQ(world.json({"roundtrip"}),
               R"({"zelutil":{"format":1,"command":"roundtrip"},"withoutEffect":[{"action":4,"holder":3,"refused":true,)"
-              R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it."}],)"
+              R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it.","cure":""}],)"
               R"("wishes":[{"id":4,"shortcut":"R"}],"menuFlags":[],"edits":[],)"
               R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"notRestored":[],"lostByOldCalls":[],)"
               R"("text":"[{\"actions\":[]}]","findings":[{"severity":"warning",)"
