@@ -6,6 +6,7 @@
 #include "command/nearest_names.h"
 #include "command/text.h"
 #include "file/hierarchy_root.h"
+#include "platform/environment.h"
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
@@ -16,11 +17,21 @@ bool areDefaultsNamed() {
     return file::locateRoot(root, silent) || prefs::namedDefaultsFile();
 }
 
+std::string adviceWithoutInstallation() {
+    for (const char* const variable : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
+        const std::string value = platform::environment(variable).value_or("");
+        if (!value.empty()) {
+            return "The variable " + std::string(variable) + " is \"" + value +
+                   "\", which leads to no installation; \"zelutil doctor\" says why.";
+        }
+    }
+    return "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.";
+}
+
 void failWithoutDefaults(const std::string& thing, Output& output) {
     const std::string file = areDefaultsNamed() ? nativeOrAsItStands(prefs::defaultsFilePath()) : std::string();
     if (file.empty()) {
-        output.fail("No " + thing + " is known, because no shipped defaults were read.",
-                    "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.");
+        output.fail("No " + thing + " is known, because no shipped defaults were read.", adviceWithoutInstallation());
     } else {
         output.fail("No " + thing + " is known, because the shipped defaults \"" + file +
                         "\" are not there, cannot be read or hold none.",

@@ -38,6 +38,9 @@ private:
 /// output too, when it is asked for them without that.
 bool areDefaultsNamed();
 
+/// Says what to do where no installation is found.
+std::string adviceWithoutInstallation();
+
 /// Tells `output` that no `thing`, such as "setting", is known, because nothing leads to the shipped defaults, or
 /// because they cannot be used.
 void failWithoutDefaults(const std::string& thing, Output& output);

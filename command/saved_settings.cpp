@@ -42,20 +42,25 @@ void tellFile(const SaveResult& result, Output& output) {
     }
 }
 
+/// Says what to do where the user's file has no place.
+std::string adviceOnPlace(const std::string& path) {
+    if (path.find(' ') != std::string::npos) {
+        return "Its path has a blank: --paths-with-blanks has it written, for applications that read it.";
+    }
+    return hasUnknownDrive(path) ? kOnlyDrive
+                                 : "Name the home directory by the variables HOMEDRIVE and HOMEPATH, and try again.";
+}
+
 /// Tells why nothing was saved, or not all.
 void tellFailure(const SaveResult& result, Output& output) {
     const std::string file = nativeOrAsItStands(result.path);
     switch (result.status) {
         case Status::NoDefaults:
-            output.fail("Nothing was saved, because there are no shipped defaults.",
-                        "Name the installation by the variable QTXROOT, and try again.");
+            output.fail("Nothing was saved, because there are no shipped defaults.", adviceWithoutInstallation());
             break;
         case Status::NoPath:
-            output.fail(
-                "Nothing was saved, because there is no place for the user's file: \"" + file + "\".",
-                file.find(' ') == std::string::npos
-                    ? "Name the home directory by the variables HOMEDRIVE and HOMEPATH, and try again."
-                    : "Its path has a blank: --paths-with-blanks has it written, for applications that read it.");
+            output.fail("Nothing was saved, because there is no place for the user's file: \"" + file + "\".",
+                        adviceOnPlace(result.path));
             break;
         case Status::NotKept:
             output.fail("Nothing was saved: \"" + file + "\" could not be read, and no copy could be kept beside it.",

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/files.h"
+
 namespace zelutil::command {
 namespace {
 
@@ -90,6 +92,24 @@ std::string validUtf8(std::string_view text) {
     return valid;
 }
 
+std::optional<BadBytes> badBytesOf(std::string_view text) {
+    BadBytes bad;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::size_t length = lengthOfFirst(text.substr(place));
+        if (length == 0 && bad.count++ == 0) {
+            bad.first = place;
+        }
+        place += std::max<std::size_t>(length, 1);
+    }
+    return bad.count == 0 ? std::nullopt : std::optional<BadBytes>(bad);
+}
+
+std::string nameOfByte(char byte) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    const auto value = static_cast<unsigned char>(byte);
+    return std::string("0x") + kDigits[value / 16] + kDigits[value % 16];
+}
+
 std::string printable(std::string_view text) {
     std::string shown;
     forEachCharacter(text, [&](std::string_view character) {
@@ -110,6 +130,12 @@ std::string nativeOrAsItStands(std::string libraryPath) {
     libraryPath.erase(std::remove(libraryPath.begin(), libraryPath.end(), '"'), libraryPath.end());
     const std::string native = nativeText(libraryPath);
     return native.empty() ? libraryPath : native;
+}
+
+bool hasUnknownDrive(const std::string& libraryPath) {
+    const bool hasDrive = libraryPath.size() > 2 && libraryPath[1] == ':';
+    return hasDrive && !platform::namesFile(libraryPath.c_str()) &&
+           platform::namesFile(("Z" + libraryPath.substr(1)).c_str());
 }
 
 std::filesystem::path pathOf(const std::string& argument) { return std::filesystem::u8path(argument); }

@@ -4,6 +4,7 @@
 #include <zelutil/file/path.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,18 @@ namespace zelutil::command {
 
 /// Returns the text with U+FFFD in place of each byte that is no part of UTF-8.
 std::string validUtf8(std::string_view text);
+
+/// The bytes of a text that are no part of UTF-8.
+struct BadBytes {
+    std::size_t first = 0;  ///< The place of the first of them.
+    std::size_t count = 0;
+};
+
+/// Returns them; nothing where the text is UTF-8.
+std::optional<BadBytes> badBytesOf(std::string_view text);
+
+/// Returns "0xE4".
+std::string nameOfByte(char byte);
 
 /// Returns the text as a line of a terminal shows it: as `validUtf8`, and with control characters spelled out.
 ///
@@ -32,6 +45,12 @@ std::string nativeText(const std::string& libraryPath);
 /// Returns the system's own path for one of the library, without the quotes that a blank puts it into; as it stands
 /// where it names no file.
 std::string nativeOrAsItStands(std::string libraryPath);
+
+/// Returns whether a path of the library names no file only because the system has no such drive, as Linux has Z:
+/// alone.
+bool hasUnknownDrive(const std::string& libraryPath);
+inline constexpr char kOnlyDrive[] =
+    "The only drive is Z:, which is the root directory: name the file, or the home in HOMEDRIVE, so.";
 
 /// Returns the path that an argument names.
 std::filesystem::path pathOf(const std::string& argument);

@@ -117,6 +117,10 @@ std::string lineOf(const FileState& file) {
             return "It is a directory.";
         case FileState::Kind::TooLarge:
             return "It is too large to be read: " + std::to_string(file.size) + " bytes.";
+        case FileState::Kind::NotRegular:
+            return "It is no regular file.";
+        case FileState::Kind::LinkCircle:
+            return "It is out of reach: the link \"" + file.circle + "\" leads round in a circle.";
         case FileState::Kind::Unreadable:
             return file.shutDirectory.empty()
                        ? "It cannot be read."
@@ -146,6 +150,10 @@ const char* nameOf(FileState::Kind kind) {
             return "directory";
         case FileState::Kind::TooLarge:
             return "too-large";
+        case FileState::Kind::NotRegular:
+            return "not-regular";
+        case FileState::Kind::LinkCircle:
+            return "link-circle";
         case FileState::Kind::Unreadable:
             return "unreadable";
         case FileState::Kind::Malformed:

@@ -20,6 +20,8 @@ struct FileState {
         Missing,
         Directory,
         TooLarge,
+        NotRegular,  ///< It is a pipe or something else that is not read.
+        LinkCircle,  ///< A link on the way to it, or it itself, leads round in a circle.
         Unreadable,
         Malformed,  ///< It is no JSON that the library reads.
         Fine,
@@ -39,10 +41,16 @@ struct FileState {
     /// The directory, the system's own, that may not be entered, or in which the missing file may not be made; empty
     /// where there is none.
     std::string shutDirectory;
+    /// The link that leads round in a circle, the system's own; empty for none.
+    std::string circle;
+    /// The first byte that is no part of UTF-8.
+    std::optional<Remark> notUtf8;
     /// Why it is no JSON, with the text there.
     std::optional<Remark> malformed;
     /// Whether it is JSON of which no section has default settings.
     bool lacksDefaults = false;
+    /// Whether it is JSON without the array of the groups of facets.
+    bool lacksGroups = false;
     /// The attribute paths that an earlier section has too, where the later one stands.
     std::vector<Remark> repeatedSections;
     /// Names of files beside it that an earlier save kept, or left when it was killed. Both are the system's own.
@@ -70,6 +78,7 @@ struct Symptom {
         OtherProduct,
         NoProduct,
         NoSite,
+        NoHome,
         CommonLibraryLacks,
         NotReady,
         Blank,
@@ -77,9 +86,13 @@ struct Symptom {
         Missing,
         IsDirectory,
         TooLarge,
+        NotRegular,
+        LinkCircle,
         Unreadable,
         NotJson,
+        NotUtf8,
         NoSettings,
+        NoFacets,
         ReadOnly,
         Blocked,
         KeptCopy,

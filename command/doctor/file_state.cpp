@@ -9,6 +9,7 @@
 #include "command/sections.h"
 #include "command/system/rights.h"
 #include "command/text.h"
+#include "command/world/bundled_world.h"
 #include "json/located_document.h"
 #include "platform/files.h"
 #include "platform/native_paths.h"
@@ -48,6 +49,16 @@ FileState::Remark malformedBy(const json::LocatedDocument& document) {
                   failure.position);
 }
 
+/// Returns the first byte that is no part of UTF-8.
+std::optional<FileState::Remark> notUtf8In(const json::LocatedDocument& document) {
+    const auto bad = badBytesOf(document.text());
+    if (!bad) {
+        return std::nullopt;
+    }
+    return remark("The byte " + nameOfByte(document.text()[bad->first]) + " in it is no part of UTF-8.",
+                  document.positionAt(bad->first));
+}
+
 /// Fills in what the bytes tell.
 void readInto(FileState& state, const std::string& path) {
     const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
@@ -59,6 +70,8 @@ void readInto(FileState& state, const std::string& path) {
     state.kind = document.valid() ? FileState::Kind::Fine : FileState::Kind::Malformed;
     if (document.valid()) {
         state.repeatedSections = repeatedSectionsIn(document);
+        state.notUtf8 = notUtf8In(document);
+        state.lacksGroups = !document.root().member(prefs::kMeta).isArray();
         state.lacksDefaults = true;
         prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
             state.lacksDefaults = state.lacksDefaults && !visited.element.member(prefs::kDefaultSettings);
@@ -119,6 +132,20 @@ bool mayWriteThere(const fs::path& path) {
     return platform::worldInForce == nullptr ? own : platform::worldInForce->mayWrite(path.native(), own);
 }
 
+bool isRegular(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_regular_file(platform::placeInWorld(path), ignored);
+}
+
+/// Returns the first link on the way to the file that leads round in a circle; empty for none.
+fs::path circleOn(const fs::path& file) {
+    fs::path circle;
+    for (fs::path path = file; path.has_relative_path(); path = path.parent_path()) {
+        circle = world::leadsRound(path) ? path : circle;
+    }
+    return circle;
+}
+
 /// Returns the nearest thing above the file that is there; empty for none.
 fs::path nearestThere(const fs::path& file) {
     fs::path directory = file.parent_path();
@@ -131,6 +158,12 @@ fs::path nearestThere(const fs::path& file) {
 /// Fills in why nothing is there: the way to it may be shut.
 void lookAround(FileState& state, const fs::path& file, FileUse use) {
     const fs::path nearest = nearestThere(file);
+    state.circle = textOf(circleOn(file));
+    if (!state.circle.empty()) {
+        state.kind = FileState::Kind::LinkCircle;
+        state.writeable = false;
+        return;
+    }
     if (isHidden(file)) {
         state.kind = FileState::Kind::Unreadable;
         state.shutDirectory = textOf(nearest);
@@ -163,6 +196,10 @@ FileState stateOfFile(const std::string& path, FileUse use) {
     state.writeable = status->ownerWrite && (status->directory || mayWriteThere(file));
     if (status->directory) {
         state.kind = FileState::Kind::Directory;
+        return state;
+    }
+    if (!isRegular(file)) {
+        state.kind = FileState::Kind::NotRegular;
         return state;
     }
     state.size = status->size;

@@ -12,6 +12,9 @@
 #include "command/text.h"
 #include "file/hierarchy_root.h"
 #include "file/hierarchy_search.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/modules.h"
 #include "platform/native_paths.h"
 #include "platform/world.h"
 #include "prefs/preference_files.h"
@@ -131,16 +134,30 @@ private:
 
     /// A variable that names an installation.
     void addVariable(const std::string& variable, const std::string& tree) {
+        const std::string value = platform::environment(variable.c_str()).value_or("");
+        if (value.find('"') != std::string::npos) {
+            addNoProduct(variable + " has quotation marks in its value, which count as a part of the path.",
+                         "Set " + variable + " without them.");
+            return;
+        }
         if (isSameDirectory(tree, root_)) {
             return;
         }
-        if (file::isInstallation(Path(tree))) {
+        const Path library = Path(tree) + "tools/bin" + platform::libraryFileName();
+        if (file::isInstallation(Path(tree)) && !library.Exists()) {
+            addNoProduct(variable + " names " + shown(tree) + ", which has no " + shown(libraryText(library)) + '.',
+                         "Install the product anew, or let " + variable + " name a whole one.");
+        } else if (file::isInstallation(Path(tree))) {
             addOtherProduct(kRootStep, variable, tree);
         } else {
-            add(Kind::NoProduct, kRootStep,
-                "The variable " + variable + " names " + shown(tree) + ", which is no installation.",
-                "Let " + variable + " name the product's directory, or unset it.");
+            addNoProduct(variable + " names " + shown(tree) + ", which is no installation.",
+                         "Let " + variable + " name the product's directory, or unset it.");
         }
+    }
+
+    /// Adds a symptom whose text is a sentence without "The variable" at its beginning.
+    void addNoProduct(const std::string& text, std::string advice) {
+        add(Kind::NoProduct, kRootStep, "The variable " + text, std::move(advice));
     }
 
     void addOtherProduct(const char* step, const std::string& variable, const std::string& tree) {
@@ -177,7 +194,40 @@ private:
         if (step.result.empty()) {
             add(Kind::NotSpellable, kEnvironmentStep, "HOMEDRIVE and HOMEPATH together are no path.",
                 "Set them to the drive and the directory of the user's home.");
+            return;
         }
+        addHome(Path(step.result).Parent());
+    }
+
+    /// Notes a home that may not be the one that is meant.
+    void addHome(const Path& home) {
+        const std::string drive = seenIn(kEnvironmentStep, "HOMEDRIVE");
+        const bool hasDrive = !drive.empty();
+        const bool hasPath = !seenIn(kEnvironmentStep, "HOMEPATH").empty();
+        constexpr char kAdvice[] = "Set HOMEDRIVE and HOMEPATH to the drive and the directory of the user's home.";
+        const std::string place = ", so the user's files are looked for ";
+        if (!hasDrive && !hasPath) {
+            addNoHome("HOMEDRIVE and HOMEPATH are not set" + place + "in the current directory.", kAdvice);
+        } else if (!hasPath) {
+            addNoHome("HOMEPATH is not set" + place + "on the drive " + drive + " itself.", kAdvice);
+        } else if (platform::namesFile(home) && !home.IsDirectory()) {
+            addNoHome("The user's home directory " + shown(libraryText(home)) + " is not there.",
+                      "See whether HOMEDRIVE and HOMEPATH name the right one; a save makes it.");
+        }
+    }
+
+    /// Returns the value that a step has seen of a variable; empty for none.
+    std::string seenIn(const char* step, std::string_view variable) const {
+        for (const Candidate& candidate : diagnosis_.step(step).candidates) {
+            if (candidate.variable == variable) {
+                return candidate.seen;
+            }
+        }
+        return {};
+    }
+
+    void addNoHome(std::string text, std::string advice) {
+        add(Kind::NoHome, kEnvironmentStep, std::move(text), std::move(advice), Severity::Note);
     }
 
     // --- Files ------------------------------------------------------------------------------------------------------
@@ -220,8 +270,7 @@ private:
                                 "Use a path without blanks, or an application that opens paths with blanks (the option "
                                 "--paths-with-blanks shows them so).");
             case FileState::Kind::NotSpellable:
-                return addAbout(Kind::NotSpellable, step, "cannot be opened, because its path cannot be spelled.",
-                                "Use a path with the characters of file names only.");
+                return addNotSpellable(step);
             case FileState::Kind::NoPath:
                 // Without an installation, that is said already; without a home too.
                 if (isShipped && diagnosis_.hasInstallation) {
@@ -239,16 +288,38 @@ private:
                                                         : "Move the directory away, or give it another name.");
             case FileState::Kind::TooLarge:
                 return addAbout(Kind::TooLarge, step, "is larger than 64 MiB, so it is not read.", "Make it smaller.");
+            case FileState::Kind::NotRegular:
+                return addAbout(Kind::NotRegular, step, "is no regular file, so it is not read.",
+                                "Put a file in its place.");
+            case FileState::Kind::LinkCircle:
+                return addAbout(Kind::LinkCircle, step,
+                                "is out of reach, because the link \"" + printable(step.file->circle) +
+                                    "\" leads round in a circle.",
+                                "Remove the link, or have it lead to what is meant.");
             case FileState::Kind::Unreadable:
                 return addUnreadable(step);
             case FileState::Kind::Malformed:
                 return addMalformed(step);
             case FileState::Kind::Fine:
-                if (isStep(step, kDefaultsStep) && step.file->lacksDefaults) {
-                    addAbout(Kind::NoSettings, step, "has no default settings, so there are no settings.",
-                             "Put the file there that the product ships.");
-                }
-                return;
+                return addContent(step);
+        }
+    }
+
+    /// Adds what is wrong with a file that is read.
+    void addContent(const SearchStep& step) {
+        constexpr char kAdvice[] = "Put the file there that the product ships.";
+        if (isStep(step, kDefaultsStep) && step.file->lacksDefaults) {
+            addAbout(Kind::NoSettings, step, "has no default settings, so there are no settings.", kAdvice);
+        }
+        if (isStep(step, kFacetsStep) && step.file->lacksGroups) {
+            addAbout(Kind::NoFacets, step, "has no array \"meta\" with groups of facets, so there are no facets.",
+                     kAdvice);
+        }
+        if (step.file->notUtf8) {
+            addAbout(Kind::NotUtf8, step,
+                     "is not in UTF-8, so that some of its texts are not what they seem. " + step.file->notUtf8->text,
+                     "Save the file in UTF-8.");
+            place(*step.file->notUtf8);
         }
     }
 
@@ -275,6 +346,17 @@ private:
                     : "Install the product anew, or put the file there.");
     }
 
+    void addNotSpellable(const SearchStep& step) {
+        if (hasUnknownDrive(step.result)) {
+            addAbout(Kind::NotSpellable, step,
+                     "cannot be opened, because there is no drive " + step.result.substr(0, 2) + " on this system.",
+                     kOnlyDrive);
+        } else {
+            addAbout(Kind::NotSpellable, step, "cannot be opened, because its path cannot be spelled.",
+                     "Use a path with the characters of file names only.");
+        }
+    }
+
     void addUnreadable(const SearchStep& step) {
         const std::string& shut = step.file->shutDirectory;
         if (shut.empty()) {
@@ -295,7 +377,10 @@ private:
     /// The file that saves write.
     void addWriting(const SearchStep& step) {
         const FileState& state = *step.file;
-        if (!state.writeable && state.shutDirectory.empty() && state.kind != FileState::Kind::Directory) {
+        const bool isSaidAlready = state.kind == FileState::Kind::Directory ||
+                                   state.kind == FileState::Kind::NotRegular ||
+                                   state.kind == FileState::Kind::LinkCircle;
+        if (!state.writeable && state.shutDirectory.empty() && !isSaidAlready) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
         }
@@ -350,6 +435,8 @@ const char* nameOf(Symptom::Kind kind) {
             return "no-product";
         case Kind::NoSite:
             return "no-site";
+        case Kind::NoHome:
+            return "no-home";
         case Kind::CommonLibraryLacks:
             return "common-library-lacks";
         case Kind::NotReady:
@@ -364,12 +451,20 @@ const char* nameOf(Symptom::Kind kind) {
             return "is-directory";
         case Kind::TooLarge:
             return "too-large";
+        case Kind::NotRegular:
+            return "not-regular";
+        case Kind::LinkCircle:
+            return "link-circle";
         case Kind::Unreadable:
             return "unreadable";
         case Kind::NotJson:
             return "not-json";
+        case Kind::NotUtf8:
+            return "not-utf8";
         case Kind::NoSettings:
             return "no-settings";
+        case Kind::NoFacets:
+            return "no-facets";
         case Kind::ReadOnly:
             return "read-only";
         case Kind::Blocked:

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "command/lint/checks.h"
+#include "command/text.h"
 
 namespace zelutil::lint {
 namespace {
@@ -33,6 +34,20 @@ void check(FileKind kind, View root, View defaults, Report& report) {
                "The file holds neither preferences nor actions nor facets, so nothing of it is read.");
 }
 
+/// Names the first such byte: a file in another encoding has many.
+void checkBytes(Report& report) {
+    const json::LocatedDocument& document = report.document();
+    const auto bad = command::badBytesOf(document.text());
+    if (bad) {
+        const std::string others =
+            bad->count == 1 ? "" : ", as " + std::to_string(bad->count) + " bytes of the file are none";
+        report.addAt(
+            Rule::NotUtf8, document.positionAt(bad->first), document.positionAt(bad->first + 1),
+            "The byte " + command::nameOfByte(document.text()[bad->first]) + " is no part of UTF-8" + others + '.',
+            "Save the file in UTF-8.");
+    }
+}
+
 }  // namespace
 
 Source::Source(std::string_view text)
@@ -46,6 +61,7 @@ std::vector<Finding> lint(const Source& source, const Choices& choices) {
     } else {
         const View defaults = choices.defaults == nullptr ? View() : choices.defaults->document().root();
         check(source.kind(), document.root(), defaults, report);
+        checkBytes(report);
     }
     std::vector<Finding> findings = report.take();
     const auto isUnwanted = [&](const Finding& finding) {

@@ -49,6 +49,8 @@ const std::array<RuleInfo, kRuleCount>& rules() {
         {Rule::SubManager, "ZU029", Severity::Warning, "The library does not read this sub-manager's section"},
         // Shipped actions again.
         {Rule::RefusedToChild, "ZU030", Severity::Error, "A child does not get its parent's shortcut"},
+        // The text and its form again.
+        {Rule::NotUtf8, "ZU031", Severity::Warning, "A byte is no part of UTF-8"},
     }};
     return kRules;
 }

@@ -41,9 +41,10 @@ enum class Rule {
     FacetType,
     SubManager,
     RefusedToChild,
+    NotUtf8,
 };
 
-inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::RefusedToChild) + 1;
+inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::NotUtf8) + 1;
 
 struct RuleInfo {
     Rule rule;

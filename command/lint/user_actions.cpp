@@ -4,7 +4,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "actions/action_catalogue.h"
 #include "actions/action_text.h"
+#include "actions/observer_registry.h"
 #include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
 #include "command/lint/shortcut_spelling.h"
@@ -58,8 +60,17 @@ class EntryFindings {
 public:
     explicit EntryFindings(Report& report) : report_(report) {}
 
+    /// Tells what a load of the user's value after the shipped object says.
+    void tellAll(View shipped, View value) {
+        const std::string text = json::compactText(shipped).value_or(std::string());
+        for (const auto& finding : host::actionEntryFindings(catalogue_, text, value)) {
+            tell(finding);
+        }
+    }
+
     bool isShortcutRefused(View entry) const { return refused_.count(placeOf(entry)) != 0; }
 
+private:
     void tell(const host::ActionEntryFinding& finding) {
         using Kind = host::ActionEntryFinding::Kind;
         switch (finding.kind) {
@@ -69,7 +80,7 @@ public:
                 return;
             case Kind::ShortcutRefused:
                 refused_.insert(placeOf(finding.entry));
-                return tellRefused(finding);
+                return isChild(finding.warning.action) ? tellInVain(finding) : tellRefused(finding);
             case Kind::InVain:
                 return tellInVain(finding);
             // The form tells more of these.
@@ -82,7 +93,9 @@ public:
         }
     }
 
-private:
+    /// Whatever holds the shortcut, a child would not keep it.
+    bool isChild(int id) const { return catalogue_.find(id)->parentId >= 1; }
+
     std::size_t placeOf(View entry) const {
         return report_.document().positionOf(entry).value_or(json::Position()).offset;
     }
@@ -107,6 +120,8 @@ private:
     }
 
     Report& report_;
+    const actions::ObserverRegistry nobody_;
+    actions::ActionCatalogue catalogue_{nobody_};
     std::set<int> children_;
     /// The places of entries that do not get their shortcuts.
     std::set<std::size_t> refused_;
@@ -179,10 +194,7 @@ void checkUserActions(View value, View shipped, Report& report) {
     checkSpelling(shortcuts, report);
     EntryFindings findings(report);
     if (shipped) {
-        for (const auto& finding :
-             host::actionEntryFindings(json::compactText(shipped).value_or(std::string()), value)) {
-            findings.tell(finding);
-        }
+        findings.tellAll(shipped, value);
     }
     RepeatedGifts gifts(report);
     for (const View entry : entries) {

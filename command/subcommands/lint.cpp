@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "command/arguments.h"
+#include "command/input_file.h"
 #include "command/lint/sarif.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -42,17 +43,14 @@ using ReadFiles = std::vector<std::unique_ptr<ReadFile>>;
 std::unique_ptr<ReadFile> readFile(const std::string& argument, Output& output) {
     const std::filesystem::path path = pathOf(argument);
     const world::ArgumentPlace place = world::placeOfArgument(path);
-    std::error_code ignored;
-    std::ifstream stream(place.path, std::ios::binary);
-    if (!stream.is_open() || std::filesystem::is_directory(place.path, ignored)) {
-        output.fail("The file \"" + textOf(path) + "\" could not be read.",
-                    "See whether it is there, is a file and may be read.");
+    if (tellUnreadable(place.path, textOf(path), output)) {
         return nullptr;
     }
     if (place.isBesideBundle) {
         output.add({Severity::Note, "The bundle has no such file, so that this machine's was checked.", "",
                     Place{textOf(path), std::nullopt, std::nullopt}});
     }
+    std::ifstream stream(place.path, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     return std::make_unique<ReadFile>(textOf(path), std::move(text));
 }

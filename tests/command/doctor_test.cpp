@@ -194,6 +194,20 @@ const std::vector<Fault> kFaults = {
      "other-product",
      {"root"},
      "The variable QTXINSTDIR"},
+    {"variable in quotation marks",
+     [](auto& w) { w.environment["QTXROOT"] = '"' + systemText(w.product) + '"'; },
+     "no-product",
+     {"root"},
+     "The variable QTXROOT has quotation marks in its value"},
+    {"variable of another product without its library",
+     [](auto& w) {
+         makeInstallation(w.other);
+         fs::remove(w.other / "tools/bin" / libraryFileName());
+         w.name("QTXINSTDIR", w.other);
+     },
+     "no-product",
+     {"root"},
+     "which has no "},
     {"variable of nothing", [](auto& w) { w.name("QTXROOT", w.work / "nothing"); }, "no-product", {"root"}},
     {"variable of the tools", [](auto& w) { w.name("QTX_ROOT", w.product / "tools"); }, "no-product", {"root"}},
     {"hidden variable of nothing",
@@ -267,6 +281,20 @@ const std::vector<Fault> kFaults = {
      "not-json",
      {"defaults"}},
     {"defaults empty", [](auto& w) { writeTextFile(w.defaults(), ""); }, "not-json", {"defaults"}},
+    {"defaults with a byte that is not UTF-8",
+     [](auto& w) {
+         writeTextFile(w.defaults(),
+                       "{\"meta\":[{\"header\":\"H\xF6he\",\"attribute\":\"s\",\"tclCommand\":\"t\","
+                       "\"defaultsettings\":[]}]}");
+     },
+     "not-utf8",
+     {"defaults"},
+     "The byte 0xF6"},
+    {"facets with a byte that is not UTF-8",
+     [](auto& w) { writeTextFile(w.facets(), "{\"meta\":[],\"\xE4\":1}"); },
+     "not-utf8",
+     {"facets"}},
+    {"facets that are a list", [](auto& w) { writeTextFile(w.facets(), "[]"); }, "no-facets", {"facets"}},
     {"facets cut off", [](auto& w) { writeTextFile(w.facets(), "{\"meta\":["); }, "not-json", {"facets"}},
     {"defaults too deep",
      [](auto& w) { writeTextFile(w.defaults(), nested(1100)); },
@@ -307,6 +335,10 @@ const std::vector<Fault> kFaults = {
      },
      "read-only",
      {"user-file-written"}},
+    {"user's file with a byte that is not UTF-8",
+     [](auto& w) { writeTextFile(w.userFile(), "{\"meta\":[],\"\xE4\":1}"); },
+     "not-utf8",
+     {"user-file-read"}},
     {"two sections of the user",
      [](auto& w) { writeTextFile(w.userFile(), kUserTwice); },
      "section-twice",
@@ -369,6 +401,54 @@ TEST(Doctor, NamesEachPlantedFaultAndNothingElse) {
     }
 }
 
+// --- Homes ----------------------------------------------------------------------------------------------------------
+
+/// Returns the texts of the only symptom, which is expected to be a note of that kind about the user's environment.
+std::string noteOnTheHome(const DoctorWorld& world) {
+    const DoctorRun doctor(world);
+    EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings();
+    const std::vector<NamedSymptom> symptoms = doctor.symptoms();
+    if (symptoms.size() != 1) {
+        ADD_FAILURE() << doctor.findings();
+        return {};
+    }
+    EXPECT_EQ(symptoms[0].kind, "no-home");
+    EXPECT_EQ(symptoms[0].step, "environment");
+    EXPECT_TRUE(symptoms[0].isNote);
+    return doctor.findings();
+}
+
+TEST(Doctor, NotesAHomeThatIsNotSetOrNotThere) {
+    DoctorWorld unset;
+    unset.environment["HOMEPATH"] = std::nullopt;
+    unset.environment["HOMEDRIVE"] = std::nullopt;
+    // Wine sets both anew.
+    if (fs::path::preferred_separator == '/') {
+        EXPECT_EQ(noteOnTheHome(unset),
+                  "HOMEDRIVE and HOMEPATH are not set, so the user's files are looked for in the current directory.\n");
+        unset.environment["HOMEDRIVE"] = "Z:";
+        EXPECT_EQ(noteOnTheHome(unset),
+                  "HOMEPATH is not set, so the user's files are looked for on the drive Z: itself.\n");
+    }
+    DoctorWorld missing;
+    fs::remove_all(missing.home);
+    EXPECT_EQ(noteOnTheHome(missing),
+              "The user's home directory \"" + fs::path(missing.home).make_preferred().string() + "\" is not there.\n");
+}
+
+TEST(Doctor, SaysWhichDriveIsThereOutsideWindows) {
+    DoctorWorld world;
+    world.environment["HOMEDRIVE"] = "C:";
+    if (fs::path::preferred_separator != '/') {
+        GTEST_SKIP() << "Windows has that drive.";
+    }
+    const DoctorRun doctor(world);
+    EXPECT_EQ(doctor.result.exitCode, 1);
+    EXPECT_NE(doctor.findings().find("because there is no drive C: on this system.\n"), std::string::npos)
+        << doctor.findings();
+    EXPECT_NE(doctor.result.out.find("The only drive is Z:, which is the root directory"), std::string::npos);
+}
+
 // --- Places ---------------------------------------------------------------------------------------------------------
 
 struct PlaceRow {
@@ -383,6 +463,7 @@ constexpr PlaceRow kPlaces[] = {
     {"{\"meta\": [\n  {\"header\": ?}\n]}", 2, 14, "There stands: ?}"},
     {"{\"meta\":[", 1, 10, "The text ends there."},
     {kUserTwice, 1, 0, "more than one section \"s\""},
+    {"{\"meta\":[],\n\"\xE4\":1}", 2, 2, "The byte 0xE4 in it is no part of UTF-8."},
 };
 
 TEST(Doctor, SaysInWhichLineAndColumnAFileIsWrong) {

@@ -25,6 +25,14 @@ struct Document {
     std::vector<Described> rules;
 };
 
+/// Puts the byte in the place of its spelling "\\xF6", which no JSON has.
+std::string withBytes(std::string line) {
+    for (std::size_t at = line.find("\\x"); at != std::string::npos; at = line.find("\\x", at)) {
+        line.replace(at, 4, 1, static_cast<char>(std::stoi(line.substr(at + 2, 2), nullptr, 16)));
+    }
+    return line;
+}
+
 /// Takes the document apart: headings with numbers, and the blocks of code under "Bad:" and "Good:".
 Document readDocument() {
     std::istringstream lines(test::readTextFile(ZELUTIL_TEST_PROJECT "/docs/lint.md"));
@@ -37,7 +45,7 @@ Document readDocument() {
             if (line == "```") {
                 block = nullptr;
             } else {
-                *block += (block->empty() ? "" : "\n") + line;
+                *block += (block->empty() ? "" : "\n") + withBytes(line);
             }
         } else if (line.rfind("## ZU", 0) == 0) {
             document.rules.push_back({line.substr(3, 5), line.substr(10), "", "", ""});

@@ -193,6 +193,32 @@ TEST(LintUserActions, OfWhatAnActionIsGivenTwiceTheFirstIsTold) {
     EXPECT_EQ(placesOf(check(userActionsOf({f3, f2}), kTwoActions)), "ZU024 at 3:23");
 }
 
+TEST(LintUserActions, AChildIsSentToItsParentAlsoWhereAnotherActionHasTheShortcut) {
+    const std::string shipped = actionsOf({kParent, kChild});
+    const std::string said =
+        "ZU015 at 2:8: Action 2 is a child and takes over the shortcut and the menu flag of its parent. "
+        "Write the entry for the parent.\n";
+    const std::string rival =
+        actionsOf({kParent, kChild, R"({"id": 3, "context": "panel", "command": "b", "shortcut": "F2"})"});
+    EXPECT_EQ(told(check(userActionsOf({R"({"id": 2, "shortcut": "F2"})"}), shipped)), said);
+    EXPECT_EQ(told(check(userActionsOf({R"({"id": 2, "shortcut": "F2"})"}), rival)), said);
+}
+
+// --- Bytes
+// ------------------------------------------------------------------------------------------------------------
+
+TEST(LintBytes, ThoseThatAreNotUtf8AreToldAtTheFirstOfThem) {
+    const auto headed = [](const std::string& header) {
+        return "{\"meta\": [\n{\"header\": \"" + header + "\", \"attribute\": \"a\", \"overriddensettings\": []}]}";
+    };
+    EXPECT_EQ(told(lint(headed("\xC3\xA4\xE2\x82\xAC"))), "");
+    const std::string hint = " Save the file in UTF-8.\n";
+    EXPECT_EQ(told(lint(headed("H\xF6he"))), "ZU031 at 2:14: The byte 0xF6 is no part of UTF-8." + hint);
+    // The second of these begins a character that the quotation mark cuts off.
+    EXPECT_EQ(told(lint(headed("\xC3\xA4 \x80 \xC3"))),
+              "ZU031 at 2:15: The byte 0x80 is no part of UTF-8, as 2 bytes of the file are none." + hint);
+}
+
 // --- Shortcuts
 // --------------------------------------------------------------------------------------------------------
 

@@ -1,9 +1,12 @@
 // Tests that the doctor tells files in directories that the user may not enter or not write.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 
+#include "command/doctor/candidate_text.h"
 #include "command/doctor/diagnosis.h"
 #include "command/doctor/file_state.h"
 #include "support/ordinary_user.h"
@@ -57,6 +60,12 @@ protected:
     static std::string symptomsOf(const FileState& state) {
         zelutil::text::Candidate unset;
         unset.verdict = zelutil::text::Candidate::Verdict::NotDefined;
+        zelutil::text::Candidate drive;
+        drive.variable = "HOMEDRIVE";
+        drive.seen = "Z:";
+        zelutil::text::Candidate home;
+        home.variable = "HOMEPATH";
+        home.seen = "\\";
         Diagnosis diagnosis;
         diagnosis.hasInstallation = true;
         for (const char* const name : {zelutil::command::kRootStep, zelutil::command::kSiteStep,
@@ -66,7 +75,7 @@ protected:
             FileState fine;
             fine.kind = FileState::Kind::Fine;
             const bool isUsers = std::string(name).find("user-file") == 0;
-            diagnosis.steps.push_back({name, "", "Z:\\x", {unset}, isUsers ? state : fine});
+            diagnosis.steps.push_back({name, "", "Z:\\x", {unset, drive, home}, isUsers ? state : fine});
         }
         std::string told;
         for (const Symptom& symptom : zelutil::command::symptomsOf(diagnosis)) {
@@ -123,6 +132,32 @@ TEST_F(DoctorRights, AFileOfAnotherOwnerThatMayNotBeWrittenIsReadOnly) {
     EXPECT_FALSE(found.writeable);
     EXPECT_EQ(symptomsOf(found),
               "read-only user-file-written: The file \"/x\" is read-only, so that nothing can be saved.\n");
+}
+
+TEST_F(DoctorRights, ALinkThatLeadsRoundInACircleIsToldAsSuch) {
+    fs::create_directories(directory_ / "tessel");
+    fs::create_symlink("settings.cfg", file());
+    const FileState found = state();
+    EXPECT_STREQ(nameOf(found.kind), "link-circle");
+    const std::string text = "link-circle user-file-read: The file \"/x\" is out of reach, because the link \"";
+    EXPECT_EQ(symptomsOf(found), text + file().string() + "\" leads round in a circle.\n");
+}
+
+TEST_F(DoctorRights, ACircleOnTheWayToTheFileIsNamed) {
+    fs::create_symlink("tessel", directory_ / "tessel");
+    const FileState found = state();
+    EXPECT_STREQ(nameOf(found.kind), "link-circle");
+    EXPECT_NE(symptomsOf(found).find("the link \"" + (directory_ / "tessel").string() + "\" leads round"),
+              std::string::npos)
+        << symptomsOf(found);
+}
+
+TEST_F(DoctorRights, APipeIsNoRegularFile) {
+    fs::create_directories(directory_ / "tessel");
+    ASSERT_EQ(::mkfifo(file().c_str(), 0666), 0);
+    EXPECT_STREQ(nameOf(state().kind), "not-regular");
+    EXPECT_EQ(symptomsOf(state()),
+              "not-regular user-file-read: The file \"/x\" is no regular file, so it is not read.\n");
 }
 
 }  // namespace

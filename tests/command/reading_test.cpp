@@ -180,6 +180,19 @@ TEST(Reading, SaysWhatToDoWithoutAnInstallation) {
     }
 }
 
+TEST(Reading, SaysWhichVariableLeadsToNoInstallation) {
+    const CommandWorld world;
+    const std::string nowhere = zelutil::test::systemText(world.home() / "nowhere");
+    for (const char* const subcommand : {"list", "shortcuts"}) {
+        const ChildResult result = world.run({subcommand}, {{"QTXROOT", nowhere}, {"PATH", ""}});
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_NE(result.err.find("    The variable QTXROOT is \"" + nowhere +
+                                  "\", which leads to no installation; \"zelutil doctor\" says why.\n"),
+                  std::string::npos)
+            << result.err;
+    }
+}
+
 TEST(Reading, WritesAFailureIntoTheJsonToo) {
     const CommandWorld world;
     const ChildResult result = world.run({"list", "--json"}, {{"QTXROOT", std::nullopt}, {"PATH", ""}});

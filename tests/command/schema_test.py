@@ -19,8 +19,8 @@ import jsonschema
 COMMAND, PROJECT = sys.argv[1:3]
 KINDS = ("defaults", "user", "actions", "facets")
 RULES_OF_FORM = {"ZU003", "ZU004", "ZU005", "ZU021", "ZU022", "ZU025"}
-# A text that is no JSON, and one that is no file of the library.
-RULES_OF_NO_KIND = {"ZU001", "ZU002"}
+# A text that is no JSON, one that is no file of the library, and one with a byte that is no UTF-8.
+RULES_OF_NO_KIND = {"ZU001", "ZU002", "ZU031"}
 SETTINGS = "examples/product/share/qtxsetup/canvas/resources/tessel"
 
 # Files beside the examples: kind, whether it is good, text.
