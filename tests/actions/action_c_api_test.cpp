@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 
 #include "actions/action_fixture.h"
@@ -158,6 +160,18 @@ TEST_F(ActionCApi, NullCallbackIsAcceptedOddity) {
     manager().updateRMBMenu(1, true);
     ucp_action_manager_observer_detach(handle);
     EXPECT_TRUE(manager().updateShortcut(1, "F2"));
+}
+
+TEST_F(ActionCApi, NullCallbackIsCalledAtTheFirstChangeOddity) {
+    load({action(1, "board", "open", "F1")});
+    void* const handle = ucp_action_manager_observer_attach(1, nullptr);
+    EXPECT_EXIT(
+        {
+            std::signal(SIGSEGV, [](int) { std::_Exit(7); });
+            manager().updateShortcut(1, "F2");
+        },
+        testing::ExitedWithCode(7), "");
+    ucp_action_manager_observer_detach(handle);
 }
 
 TEST_F(ActionCApi, EveryAttachIsAnObserverOfItsOwn) {

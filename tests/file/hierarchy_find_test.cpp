@@ -264,6 +264,15 @@ TEST_F(FindExe, ADirectoryCountsAsExecutableOddity) {
     EXPECT_EQ(text(Hierarchy::FindExe(".exe", "tools/bin")), windowsText(tree / "tools/bin"));
 }
 
+TEST_F(FindExe, ADirectoryThatIsNoPathLeavesTheTreeOddity) {
+    fs::current_path(outside.path());
+    makeExecutable("edit.exe");
+    EXPECT_EQ(text(Hierarchy::FindExe("edit", "share?")), "");
+    writeTextFile(outside / "edit.exe", "");
+    fs::permissions(outside / "edit.exe", fs::perms::owner_exec, fs::perm_options::add);
+    EXPECT_EQ(text(Hierarchy::FindExe("edit", "share?")), windowsText(outside.path()) + R"(\\edit.exe)");
+}
+
 // --- FindDll --------------------------------------------------------------------------------------------------------
 
 class FindDll : public HierarchyFind {};
@@ -301,6 +310,16 @@ TEST_F(FindDll, TakesTheBaseNameOnly) {
     writeTextFile(tree / "tools/def", "");
     EXPECT_EQ(text(Hierarchy::FindDll("abc.dll", "tools")), "");
     EXPECT_EQ(text(Hierarchy::FindDll("def", "tools")), "");
+}
+
+TEST_F(FindDll, ADirectoryThatIsNoPathLeavesTheTreeOddity) {
+    fs::current_path(outside.path());
+    writeTextFile(tree / "abc.dll", "");
+    EXPECT_EQ(text(Hierarchy::FindDll("abc", "share?")), "");
+    writeTextFile(outside / "lib/64bit/abc.dll", "");
+    EXPECT_EQ(text(Hierarchy::FindDll("abc", "share?")), windowsText(outside.path()) + R"(\\lib\64bit\abc.dll)");
+    writeTextFile(outside / "abc.dll", "");
+    EXPECT_EQ(text(Hierarchy::FindDll("abc", "share?")), windowsText(outside.path()) + R"(\\abc.dll)");
 }
 
 TEST_F(FindDll, IgnoresTheSite) {
