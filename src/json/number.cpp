@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <system_error>
 
 namespace zelutil::json {
@@ -84,18 +85,20 @@ private:
 
 }  // namespace
 
-std::optional<rapidjson::Value> rapidNumber(std::string_view digits, Numbers numbers) {
+bool readNumber(std::string_view digits, Numbers numbers, rapidjson::Value& value) {
     const std::unique_ptr<char[]> text = readyForRapidJson(digits);
     rapidjson::InsituStringStream stream(text.get());
-    rapidjson::Value value;
     NumberTaker taker(value);
     rapidjson::Reader reader;
     const bool isExact = numbers == Numbers::Exact;
     const auto result =
         isExact ? reader.Parse<kExactNumberFlags>(stream, taker) : reader.Parse<kNumberFlags>(stream, taker);
-    return result.IsError() ? std::nullopt : std::optional<rapidjson::Value>(std::move(value));
+    return !result.IsError();
 }
 
-bool isNumberInRange(std::string_view digits, Numbers numbers) { return rapidNumber(digits, numbers).has_value(); }
+bool isNumberInRange(std::string_view digits, Numbers numbers) {
+    rapidjson::Value value;
+    return readNumber(digits, numbers, value);
+}
 
 }  // namespace zelutil::json

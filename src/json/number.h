@@ -1,7 +1,6 @@
 #ifndef ZELUTIL_JSON_NUMBER_H
 #define ZELUTIL_JSON_NUMBER_H
 
-#include <optional>
 #include <string_view>
 
 #include <rapidjson/document.h>
@@ -10,10 +9,10 @@
 
 namespace zelutil::json {
 
-/// Returns the number with these digits; nothing for one that is too large.
-std::optional<rapidjson::Value> rapidNumber(std::string_view digits, Numbers numbers);
+/// Makes the value the number with these digits. Returns false for one that is too large.
+bool readNumber(std::string_view digits, Numbers numbers, rapidjson::Value& value);
 
-/// Returns whether there is one.
+/// Returns whether there is such a number.
 bool isNumberInRange(std::string_view digits, Numbers numbers);
 
 }  // namespace zelutil::json

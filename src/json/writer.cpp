@@ -103,8 +103,8 @@ public:
 
 private:
     bool number(std::string_view digits) {
-        const std::optional<rapidjson::Value> value = rapidNumber(digits, tape_.numbers());
-        return value && value->Accept(target_);
+        rapidjson::Value value;
+        return readNumber(digits, tape_.numbers(), value) && value.Accept(target_);
     }
 
     bool elements(std::uint32_t place, std::uint32_t end) {
