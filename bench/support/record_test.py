@@ -43,6 +43,11 @@ class RecordTest(unittest.TestCase):
         self.assertIn("| met |", report(row, 9.19)[0])
         self.assertIn("| missed: the keys lie apart |", report(row, 9.21)[0])
 
+    def test_an_aim_may_be_a_multiple_of_a_limit(self):
+        row = "finding | find, 10 keys | map | 1.2 x hash | the keys lie apart"
+        self.assertIn("| 0.30 | met |", report(row, 6.89)[0])
+        self.assertIn("| 0.30 | missed: the keys lie apart |", report(row, 6.91)[0])
+
     def test_a_miss_without_a_reason_and_a_missing_row_are_problems(self):
         self.assertEqual(report("finding | find, 10 keys | map | 0.40 |", 14.0)[1],
                          ["finding: 0.70 instead of 0.40, and no reason is given"])
