@@ -166,7 +166,7 @@ void compareAsking(const std::string& label, const Keys& keys, const Keys& prese
         });
 }
 
-/// What a host's own tables hold and are asked for.
+/// Holds the keys that a host's own tables hold and are asked for.
 struct Data {
     explicit Data(int count) {
         for (int i = 0; i < count; ++i) {

@@ -163,7 +163,8 @@ void compare(const std::string& task, const Questions& questions, Peers& peers) 
               }));
 }
 
-/// What no look-up by this hash can do without. The values are dealt out beforehand, in the order of the questions.
+/// Measures what no look-up by this hash can do without. The values are dealt out beforehand, in the order of the
+/// questions.
 void compareLimits(const std::string& task, const Questions& questions, Peers& peers) {
     static std::vector<std::size_t> lengths;
     for (const std::string& name : questions.names) {

@@ -47,7 +47,7 @@ public:
     std::vector<ActionEvent> events;
 };
 
-/// What both logs have of an event.
+/// Ties together what both logs have of an event.
 auto toldIn(const ActionEvent& event) {
     return std::tie(event.id, event.isShortcut, event.oldShortcut, event.newShortcut, event.inMenu);
 }
@@ -105,7 +105,7 @@ public:
         compare();
     }
 
-    /// What is written is read back, wrapped in an array.
+    /// Reads back, wrapped in an array, what is written.
     void readBack(std::string_view defaultsText) {
         require(catalogue_.modified() != catalogue_.userText().empty());
         load(defaultsText, "[" + catalogue_.userText() + "]");

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-/// What a host would load a text of actions with instead; all answer the length of the last action's shortcut.
+/// A host would load a text of actions with these instead; all answer the length of the last action's shortcut.
 namespace zelutil::bench::peers {
 
 /// nlohmann::json, and four maps: actions by id, children by parent, and by context the first action of a command and

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// What a run of comparisons has measured, as a text.
+/// Shows as a text what a run of comparisons has measured.
 namespace zelutil::bench {
 
 /// The side of a comparison that is the library's.

@@ -117,7 +117,7 @@ public:
     }
 
     StepResult exchangeWith(const NativeText& target, bool mustKeepAll) {
-        // Where a move was tried first, it has waited already.
+        // If a move was tried first, it has waited already.
         return settle(retryingWhileBusy(mustKeepAll ? kWhileHeld : kNotAtAll,
                                         [&] { return exchange(file_, path_, target, mustKeepAll); }));
     }

@@ -96,7 +96,7 @@ NativeText keptName(NativeTextView targetName, std::uint32_t number) {
 }
 
 bool isKeptName(NativeTextView name, NativeTextView targetName) {
-    // Where the target's name is cut, how much of it is left depends on the number's length, up to this one.
+    // If the target's name is cut, how much of it is left depends on the number's length, up to this one.
     const std::size_t dot = name.rfind(Character('.'));
     const NativeTextView digits = dot == NativeTextView::npos ? NativeTextView() : name.substr(dot + 1);
     const bool isNumber = !digits.empty() && digits.size() <= std::to_string(kMaximumKeptNames).size() &&

@@ -17,7 +17,7 @@ ThreadId currentThreadHandle();
 /// Whether `id` names the calling thread.
 bool isCurrentThread(ThreadId id);
 
-/// What a started thread does: two steps, one after the other on the new thread. Neither may throw.
+/// Does what a started thread has to do: two steps, one after the other on the new thread. Neither may throw.
 class ThreadBody {
 public:
     /// A thread can be killed only while it is inside `sleepKillable` or `callKillable`. Where the system ends it by

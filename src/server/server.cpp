@@ -53,8 +53,8 @@ int Server::setActiveAppId(void* editor, bool editorSwitch) {
     return setActiveAppId(getApplicationId(editor), editorSwitch);
 }
 
-// Kept deliberately: unlike setActiveAppId it notifies even when the id stays. An editor switch is always announced: an
-// editor that is not registered shares its id with others, and observers follow the editors.
+// Kept deliberately: unlike setActiveAppId it notifies even when the id stays. Editors that are not registered share an
+// id, so an unchanged id does not tell that the editor is the same.
 void Server::notifyEditorSwitch(void* editor) {
     const int appId = getApplicationId(editor);
     if (appId != m_activeAppId) {

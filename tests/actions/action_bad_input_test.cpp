@@ -159,7 +159,7 @@ TEST(ActionBadInput, InvalidUtf8IsCarriedAsItStands) {
     EXPECT_EQ("{\"actions\":[{\"id\":1,\"shortcut\":\"\xFE\"}]}", manager().getAllUserSettings());
 }
 
-/// What holds after any load: items and indexes tell the same.
+/// Checks what holds after any load: items and indexes tell the same.
 void expectConsistent(const std::string& text) {
     for (const UCPActionItem& item : manager().getAllActions()) {
         if (item.id == 0) {

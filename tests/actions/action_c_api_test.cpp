@@ -11,7 +11,7 @@
 namespace zelutil::test {
 namespace {
 
-/// What the C callback was given last; the two texts as pointers.
+/// Holds what the C callback was given last; the two texts as pointers.
 struct Call {
     int count = 0;
     int id = 0;

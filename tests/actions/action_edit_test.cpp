@@ -178,7 +178,7 @@ TEST(ActionEdit, EmptyTextTakesTheShortcutAway) {
     EXPECT_EQ(0, manager().getActionIdByShortcut("board", ""));
     EXPECT_TRUE(manager().getAction(1).second.shortcut.overwritten);
     EXPECT_EQ("", manager().getAction(1).second.shortcut.userValue);
-    // Where the default is empty it is the way back to the default.
+    // An empty text is the way back to the default where the default is empty.
     EXPECT_TRUE(manager().updateShortcut(2, ""));
     EXPECT_FALSE(manager().getAction(2).second.shortcut.overwritten);
     EXPECT_EQ(R"({"actions":[{"id":1,"shortcut":""}]})", manager().getAllUserSettings());
@@ -320,7 +320,7 @@ TEST(ActionEdit, ShortcutShippedTwiceRunsNothingWhenTheSecondIsSetToItAgainOddit
 
 TEST(ActionEdit, ActionsWithOneCommandShareWhatTheCommandIsBoundToOddity) {
     load({action(1, "board", "open", "F1"), action(2, "board", "open", "F2")});
-    // What 2 gives up is the first's shortcut; its own shipped one stays indexed.
+    // Action 2 gives up the first's shortcut; its own shipped one stays indexed.
     EXPECT_TRUE(manager().updateShortcut(2, "F3"));
     EXPECT_EQ(0, manager().getActionIdByShortcut("board", "F1"));
     EXPECT_EQ(2, manager().getActionIdByShortcut("board", "F2"));

@@ -62,7 +62,7 @@ public:
         events.push_back(std::to_string(actionId) + (inMenu ? ": in menu" : ": out of menu"));
     }
 
-    /// What it was told since the last call.
+    /// Returns what it was told since the last call.
     std::vector<std::string> take() { return std::exchange(events, {}); }
 
     std::vector<std::string> events;

@@ -1,4 +1,4 @@
-// How much work loads and edits of large families take: counted, since a time says nothing on a busy machine.
+// The work that loads and edits of large families take is counted, since a time says nothing on a busy machine.
 #include "actions/action_catalogue.h"
 
 #include <gtest/gtest.h>

@@ -34,7 +34,7 @@ using command::upgrade::Effect;
 
 constexpr int kAllThreadsStart = 1'000'000;
 
-/// How many threads the system has left; -1 once it has refused one.
+/// Counts how many threads the system has left; it is -1 once the system has refused one.
 std::atomic<int> threadsThatStart{kAllThreadsStart};
 
 }  // namespace

@@ -19,7 +19,7 @@ inline constexpr char kNotFound[] =
 /// A path in a printed line, and the line's end.
 inline std::string quoted(const std::string& path) { return "\"" + path + "\"\n"; }
 
-/// What the probe prints for this root.
+/// Returns what the probe prints for this root.
 inline std::string rootLine(const std::filesystem::path& root) { return "root " + quoted(windowsText(root)); }
 
 /// Each case runs a small program that links the library, so that the environment, the current directory and the place

@@ -172,7 +172,7 @@ TEST_F(RootFromOwnFile, IsNoneForALibraryElsewhere) {
 
 class RootFromSearch : public HierarchyProbe {
 protected:
-    /// What is printed when no entry is usable.
+    /// Returns what is printed when no entry is usable.
     std::string failure() const { return std::string(kNotFound) + "HierarchyNotFound\n"; }
 };
 

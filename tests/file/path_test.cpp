@@ -435,13 +435,13 @@ TEST(Path, SplitsAtTheLastSeparator) {
         {"c:/a/b", R"(c:\a)", "b"},
         {"c:/a/b.txt", R"(c:\a)", "b.txt"},
         {"c:/a", "c:", "a"},
-        // Where there is no separator both are the whole text.
+        // Both are the whole text where there is no separator.
         {"c:", "c:", "c:"},
         {"c:a", "c:a", "c:a"},
         {"", "", ""},
         {"//server/share/a", R"(\\server\share)", "a"},
         {"//server/share", R"(\\server)", "share"},
-        // What precedes a server is a separator alone, and that is no path.
+        // A separator alone precedes a server, and that is no path.
         {"//server", "", "server"},
         {"c:/a///b", R"(c:\a)", "/b"},
     };

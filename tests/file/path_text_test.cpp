@@ -364,7 +364,7 @@ TEST(PathText, ARelativeTextGetsTheCurrentDirectoryInFront) {
         {kWork, R"(.a)", R"(C:\work\.a)"},
         {kWork, R"(...)", R"(C:\work\...)"},
         {kWork, R"(c)", R"(C:\work\c)"},
-        // What is no letter names no drive.
+        // A character that is no letter names no drive.
         {kWork, R"(:)", R"(C:\work\:)"},
         {kWork, R"(:/x)", R"(C:\work\:\x)"},
         {kWork, R"(1:/x)", R"(C:\work\1:\x)"},
@@ -558,7 +558,7 @@ TEST(PathTextAppended, BlanksAreAddedToTheFlag) {
         {R"(c:\a b)", R"(c)", R"(c:\a b\c)", kBlank, kBlank},
         {R"(c:\a b)", R"(..)", R"(c:)", kBlank, kBlank},
         {R"(C:\work\a)", R"(b c)", R"(C:\work\a\b c)", kAbsolute, kBlankAndAbsolute},
-        // What comes after a removed character is not seen.
+        // The character after a removed one is not seen.
         {R"(c:\a)", R"(/ b)", R"(c:\a\ b)", {}, {}},
         {R"(c:\a)", R"(" b)", R"(c:\a\ b)", {}, {}},
     };
@@ -637,7 +637,7 @@ TEST(PathTextAppended, ATextThatEndsInASeparatorTakesTheAppendedTextUnexaminedOd
         {R"(C:\work\)", R"()", R"(C:\work)", kAbsolute, kAbsolute},
         {R"(C:\work\)", R"(.)", R"(C:\work)", kAbsolute, kAbsolute},
         {R"(C:\work\)", R"(..)", R"(C:)", kAbsolute, kAbsolute},
-        // What is left of a server that was climbed out of.
+        // This is left of a server that was climbed out of.
         {R"(\)", R"(a)", R"(\\a)"},
         {R"(\)", R"()", ""},
     };

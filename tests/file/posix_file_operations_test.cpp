@@ -22,7 +22,7 @@ using zelutil::test::windowsText;
 
 class PosixFileOperations : public zelutil::test::FilesOfADirectory {
 protected:
-    /// What copying "from" to "to" answers while a call fails; the call must come.
+    /// Returns what copying "from" to "to" answers while a call fails; the call must come.
     bool copyWith(const Fault& fault) const {
         const FaultInjection injection(fault);
         const bool answer = path("from").CopyTheFile(path("to"));

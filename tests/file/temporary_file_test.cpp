@@ -47,7 +47,7 @@ std::uint32_t numberOf(const Path& path) {
     return digits.empty() ? 0 : static_cast<std::uint32_t>(std::stoul(digits, nullptr, 16));
 }
 
-/// What follows the digits.
+/// Returns what follows the digits.
 std::string endingOf(const Path& path) { return path.Name().substr(kStem.size() + kDigits); }
 
 std::string nameWithNumber(std::uint32_t number, const std::string& ending) {

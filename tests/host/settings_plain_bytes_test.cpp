@@ -1,5 +1,5 @@
-// Where a save of the old kind writes a file that brings everything back, a save for hosts writes the same, but names
-// each setting once and in full.
+// If a save of the old kind writes a file that brings everything back, a save for hosts writes the same, but names each
+// setting once and in full.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What the parser accepts and refuses, on the small stack that a Windows thread has.
+// These tests tell what the parser accepts and refuses, on the small stack that a Windows thread has.
 #include "json/document.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +45,7 @@ TEST(JsonDocument, AcceptsWhatJsonAllowsAndPassesOddBytesThrough) {
         {" \t\r\n{ \"a\" : [ 1 , 2.5 ] } \n", R"({"a":[1,2.5]})"},
         // The byte-order mark of UTF-8 is skipped, once.
         {"\xEF\xBB\xBF{}", "{}"},
-        // What follows a zero byte is not looked at.
+        // Characters behind a zero byte are not looked at.
         {"[1]\0garbage"s, "[1]"},
         // Escapes.
         {R"("\u0041\n\/")", R"("A\n/")"},

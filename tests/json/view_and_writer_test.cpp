@@ -274,7 +274,7 @@ TEST(JsonWriter, WritesNothingThatIsTooLongToBeReadBack) {
 }
 
 TEST(JsonWriter, WritesNothingRatherThanHalfAText) {
-    // What is too deep by one level is refused in the middle of the text.
+    // A value that is too deep by one level is refused in the middle of the text.
     const Document deepest("[1," + nestedArrays(kMaximumDepth - 1) + ",2]");
     ASSERT_TRUE(deepest.valid());
     CompactWriter compact;

@@ -1,4 +1,4 @@
-// What the seam promises of the environment, directories and files on every system.
+// The seam makes these promises of the environment, directories and files on every system.
 #include <gtest/gtest.h>
 
 #include <algorithm>

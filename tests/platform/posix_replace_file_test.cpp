@@ -1,4 +1,4 @@
-// What a replaced file keeps where files have links, modes and owners.
+// A replaced file keeps its links, modes and owners where files have them.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>

@@ -1,4 +1,4 @@
-// Which of the tables of variables in a Windows process the library asks.
+// A Windows process has several tables of variables; this shows which the library asks.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

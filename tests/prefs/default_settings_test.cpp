@@ -1,4 +1,4 @@
-// What a defaults text gives: sections, settings and the names that find them.
+// A defaults text gives sections, settings and the names that find them.
 #include <gtest/gtest.h>
 
 #include <string>

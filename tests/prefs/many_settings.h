@@ -16,7 +16,7 @@ inline constexpr int kManySettings = 300;
 inline constexpr char kShortValue[] = "short";
 inline constexpr char kLongValue[] = "a value that is longer than the other one";
 
-/// How many saves are killed; the variable ZELUTIL_TEST_KILLS asks for another number than the usual one.
+/// Returns how many saves are killed; the variable ZELUTIL_TEST_KILLS asks for another number than the usual one.
 inline int kills(int usual) {
     const char* const asked = std::getenv("ZELUTIL_TEST_KILLS");
     return asked == nullptr ? usual : std::atoi(asked);

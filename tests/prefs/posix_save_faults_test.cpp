@@ -75,7 +75,7 @@ protected:
         const bool damaged = text != old && text != savedText(value);
         tally_.damaged += damaged ? 1 : 0;
         EXPECT_FALSE(damaged) << text;
-        // What could not be removed is removed by the next save.
+        // The next save removes what could not be removed.
         const bool leftover = isLeftoverThere() && fault.call != "unlink";
         tally_.leftovers += leftover ? 1 : 0;
         EXPECT_FALSE(leftover);

@@ -1,4 +1,4 @@
-// Which files the first request reads. Each case is a process of its own with real files.
+// These tests show which files the first request reads. Each case is a process of its own with real files.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelutil/c_api.h>
@@ -151,7 +151,7 @@ TEST_F(UserFile, ThatIsNoJsonLeavesTheDefaults) {
     EXPECT_EQ(value(), "default");
 }
 
-// What follows a zero byte is not looked at, so the size alone makes the difference.
+// Bytes behind a zero byte are not looked at, so the size alone makes the difference.
 TEST_F(UserFile, OfTheLargestSizeIsRead) {
     world_.writeUser(userWithValue("user"));
     std::filesystem::resize_file(world_.userFile(), std::uintmax_t{64} << 20);
@@ -182,7 +182,7 @@ TEST_F(UserFile, FoundByTheCommonLibraryButMissingIsNotLookedForElsewhere) {
     EXPECT_EQ(value(), "default");
 }
 
-// What the search writes is taken as it stands, without the quotes of a path made here.
+// The path that the search writes is taken as it stands, without the quotes of a path made here.
 TEST_F(UserFile, FoundByTheCommonLibraryMayHaveABlankInItsPath) {
     const auto file = world_.home() / "my files/found.cfg";
     writeTextFile(file, userWithValue("found"));

@@ -1,5 +1,5 @@
-// What a save is going to do, worked out without files: a plan changes nothing, and whatever it says is there to be
-// looked at.
+// A plan says what a save is going to do, worked out without files: it changes nothing, and whatever it says is there
+// to be looked at.
 #include "prefs/save_plan.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What a save makes of a catalogue, without files: invariants on random preferences.
+// A save makes its text of a catalogue, without files: these are invariants on random preferences.
 #include <gtest/gtest.h>
 
 #include <map>

@@ -1,4 +1,4 @@
-// How a name becomes a key, and how names of nested sections are joined.
+// A name becomes a key, and names of nested sections are joined.
 #include "prefs/setting_name.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-// What a save does with a user's file that could not be read: it is kept beside itself before it is overwritten, or it
-// is not overwritten.
+// A save keeps a user's file that could not be read beside itself before it overwrites it, or it does not overwrite it.
 #include <gtest/gtest.h>
 #include <zelutil/prefs/user_preference_manager.h>
 

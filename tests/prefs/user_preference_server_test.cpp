@@ -1,4 +1,4 @@
-// Who is told of changes, what, and in which order.
+// The server tells observers of changes; these tests show whom, of what, and in which order.
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/prefs/user_preference_server.h>

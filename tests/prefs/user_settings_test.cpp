@@ -1,4 +1,4 @@
-// What a user's text does to the defaults.
+// A user's text changes the defaults.
 #include <gtest/gtest.h>
 
 #include <string>

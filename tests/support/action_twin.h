@@ -60,7 +60,7 @@ struct TwinItem {
     TwinProperty<bool> rmb;
 };
 
-/// What an observer was told, and what it found when it asked back.
+/// Holds what an observer was told, and what it found when it asked back.
 struct ActionEvent {
     int observer = 0;
     int id = 0;
@@ -87,7 +87,7 @@ public:
         std::vector<std::string> shortcuts;
     };
 
-    /// What an observer does after it has written down what it was told.
+    /// An observer does this after it has written down what it was told.
     using Reaction = std::function<void(const ActionEvent&)>;
 
     explicit ActionTwin(EventQueries queries, Reaction reaction = nullptr)

@@ -150,7 +150,7 @@ std::string plainText(const TwinDefinition& definition) {
            (definition.rmb ? "true" : "false") + "}";
 }
 
-/// What a member of a family has of its own, mostly; how often decides `mixed`.
+/// Mostly gives a member of a family properties of its own; `mixed` decides how often.
 void furnish(Random& random, int mixed, TwinDefinition& definition) {
     const ActionStock& stock = familyStock();
     const auto own = static_cast<std::size_t>(definition.id);

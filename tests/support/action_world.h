@@ -9,7 +9,7 @@
 
 namespace zelutil::test {
 
-/// What random actions are made from, and what is asked and edited.
+/// Random actions are made from this, and this is asked and edited.
 struct ActionStock {
     /// 0 and -1 are no ids of actions, and the last two are defined by no text.
     std::vector<int> ids;
@@ -43,12 +43,12 @@ const auto& oneOf(Random& random, const Stock& stock) {
     return stock[static_cast<std::size_t>(below(random, static_cast<int>(stock.size())))];
 }
 
-/// Of the small stock: conflicting shortcuts, chains, circles and missing parents, members that lack or have a wrong
-/// type, and texts of a wrong shape.
+/// Draws from the small stock: conflicting shortcuts, chains, circles and missing parents, members that lack or have a
+/// wrong type, and texts of a wrong shape.
 ActionWorld randomActionWorld(Random& random);
 
-/// Of the stock for families: long chains and trees with ascending, descending and mixed ids, most actions with a
-/// context and a shortcut of their own, some strangers in their way.
+/// Draws from the stock for families: long chains and trees with ascending, descending and mixed ids, most actions with
+/// a context and a shortcut of their own, some strangers in their way.
 ActionWorld randomActionFamilies(Random& random);
 
 }  // namespace zelutil::test

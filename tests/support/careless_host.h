@@ -1,5 +1,5 @@
-// What a host may have included before any header of the library, with its macros in force. No include guard: nothing
-// is gained by one.
+// A host may have included all this before any header of the library, with its macros in force. There is no include
+// guard: nothing is gained by one.
 #ifdef _WIN32
 #include <windows.h>
 #else

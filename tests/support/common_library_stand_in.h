@@ -14,9 +14,9 @@
 ///     QTXCOMMON_STAND_IN_FOUND      what wemSearch finds; undefined: nothing
 namespace zelutil::test {
 
-/// What the stand-in answers, and what it was asked.
+/// Tells what the stand-in answers, and what it was asked.
 struct CommonLibraryState {
-    /// What qtxGetToolsPathInBuf writes; nothing: it fails.
+    /// Is written by qtxGetToolsPathInBuf, which fails where there is none.
     std::optional<std::string> toolsPath;
     /// Called inside qtxGetToolsPathInBuf, before it answers.
     std::function<void()> duringToolsPath;
@@ -31,7 +31,7 @@ struct CommonLibraryState {
     bool canSearch = true;
     int initializeCalls = 0;
 
-    /// What wemSearch finds; nothing: it finds none.
+    /// Is found by wemSearch, which finds nothing where there is none.
     std::optional<std::string> foundPath;
     /// Called inside wemSearch, before it answers.
     std::function<void()> duringSearch;

@@ -12,7 +12,7 @@ namespace zelutil::test {
 
 using Table = ZelU::Hash::Hash<const char*>;
 
-/// What became of a factory's entries.
+/// Tells what became of a factory's entries.
 struct EntryLog {
     std::vector<std::string> asked;
     std::vector<std::string> deleted;

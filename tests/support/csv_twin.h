@@ -7,7 +7,7 @@
 /// The CSV helpers once more, slow and step by step, to compare the real ones with.
 namespace zelutil::test {
 
-/// What `CsvFileDelim` answers for a file with these bytes.
+/// Returns what `CsvFileDelim` answers for a file with these bytes.
 char csvDelimiterTwin(const std::string& file, const std::vector<std::string>& keys);
 
 struct UnquotedTwin {
@@ -17,7 +17,7 @@ struct UnquotedTwin {
     bool balanced;
 };
 
-/// What `RemoveLeadingTrailingCharsAndQuotesMixed` makes of `text`.
+/// Returns what `RemoveLeadingTrailingCharsAndQuotesMixed` makes of `text`.
 UnquotedTwin unquoteTwin(const std::string& text);
 
 }  // namespace zelutil::test

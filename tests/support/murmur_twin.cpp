@@ -21,7 +21,7 @@ std::uint32_t inverseOfM() {
     return inverse;
 }
 
-/// What `mixed` takes to `k`. A shift by more than half the width undoes itself.
+/// Returns what `mixed` takes to `k`. A shift by more than half the width undoes itself.
 std::uint32_t unmixed(std::uint32_t k) {
     k *= inverseOfM();
     k ^= k >> 24;

@@ -7,7 +7,7 @@
 namespace zelutil::test {
 namespace {
 
-/// What the action manager of this process holds.
+/// Returns what the action manager of this process holds.
 std::string actionsText() {
     std::string text;
     for (const UCPActionItem& item : UCPActionManager::instance().getAllActions()) {

@@ -41,7 +41,7 @@ struct TwinActionTexts {
     std::string user;
 };
 
-/// What became of a save. Without a change nobody is told and nothing is written.
+/// Tells what became of a save. Without a change nobody is told and nothing is written.
 struct PrefsSaved {
     bool told = false;
     /// The text of the user's file; nothing when none is written.
@@ -63,7 +63,7 @@ public:
     const std::map<std::int32_t, std::string>& defaultTexts() const { return defaultTexts_; }
     const std::map<std::int32_t, std::string>& userTexts() const { return userTexts_; }
 
-    /// What the action manager is loaded with, one loading after the other.
+    /// Returns what the action manager is loaded with, one loading after the other.
     std::vector<TwinActionTexts> actionLoads() const;
 
     PrefsSaved save(const std::map<std::string, std::string>& settings,

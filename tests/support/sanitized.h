@@ -1,5 +1,5 @@
-// How much a test does where sanitizers watch it: they take about ten times as long, and the other platform's build,
-// which has none, runs the same cases in full.
+// Tests do less where sanitizers watch them: they take about ten times as long, and the other platform's build, which
+// has none, runs the same cases in full.
 #ifndef ZELUTIL_TESTS_SUPPORT_SANITIZED_H
 #define ZELUTIL_TESTS_SUPPORT_SANITIZED_H
 

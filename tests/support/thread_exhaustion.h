@@ -12,7 +12,7 @@ public:
     ThreadExhaustion& operator=(const ThreadExhaustion&) = delete;
     ~ThreadExhaustion();
 
-    /// How many threads were asked for.
+    /// Returns how many threads were asked for.
     int refused() const;
 };
 

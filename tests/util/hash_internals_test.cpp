@@ -105,7 +105,7 @@ protected:
 
 TEST_F(InsideOfTheTable, AMissPassesAllNodesButTheFirst) {
     for (int length = 0; length < 12; ++length) {
-        // What was recorded when the chain was one shorter, and by this miss.
+        // The miss when the chain was one shorter recorded the first of these, this miss the second.
         EXPECT_EQ(table.longestWalk(), length >= 2 ? length - 2 : 0);
         table.Initialize();
         EXPECT_EQ(table.Find(keys[11].c_str()), nullptr);

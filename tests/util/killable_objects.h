@@ -7,7 +7,7 @@
 /// support/killable.h are. Each counts its argument (a `Progress`) up for ever in the end.
 namespace zelutil::test {
 
-/// How often the helper of `destroyObjectOfRunningThread` has called its function.
+/// Counts how often the helper of `destroyObjectOfRunningThread` has called its function.
 inline std::atomic<int> callsOfAbandoned{0};
 
 void* destroyIdleObjects(void* progress);

@@ -1,4 +1,4 @@
-// What `Thread` does when the system has no thread and no memory to give.
+// These tests show what `Thread` does when the system has no thread and no memory to give.
 #include <zelutil/util/mutex.h>
 #include <zelutil/util/thread.h>
 

@@ -32,8 +32,8 @@ namespace {
     std::exit(0);
 }
 
-// What there was is gone, and what is asked for is made anew. (On Windows the installation is gone too by then, and the
-// search for it says so.)
+// All that there was is gone, and what is asked for is made anew. (On Windows the installation is gone too by then, and
+// the search for it says so.)
 TEST(LateCaller, IsAnsweredAsIfNothingHadBeenUsedYet) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(endAfterUse(), testing::ExitedWithCode(0), "facet -1, shortcut \"\", application 0, then 7\r?\n$");

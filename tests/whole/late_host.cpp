@@ -45,7 +45,7 @@ public:
 
 Observer observer;
 
-/// How often the program has asked: 0 in main.
+/// Counts how often the program has asked: 0 in main.
 int round = 0;
 
 void print(const Path& path) { std::printf("%s\n", static_cast<const char*>(path)); }

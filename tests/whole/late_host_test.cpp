@@ -38,7 +38,7 @@ protected:
         environment["HOMEPATH"] = home.substr(2);
     }
 
-    /// What a host prints that asks so; it must end well.
+    /// Returns what a host prints that asks so; it must end well.
     std::string outputOf(const std::string& who, const std::vector<std::string>& questions) const {
         std::vector<std::string> arguments = {who};
         arguments.insert(arguments.end(), questions.begin(), questions.end());

@@ -26,7 +26,7 @@ std::vector<std::string> linesOf(const std::string& header) {
     return lines;
 }
 
-/// What stands between "<" and ">" in the include lines of a header; a quoted include comes with its quotes.
+/// Returns what stands between "<" and ">" in the include lines of a header; a quoted include comes with its quotes.
 std::vector<std::string> includesOf(const std::string& header) {
     const std::string directive = "#include ";
     std::vector<std::string> names;

@@ -32,7 +32,7 @@ struct ZELUTIL_API UCPActionItem {
     std::string icon;
     /// The editor or view in which the shortcut holds. Shortcuts and commands are unique per context.
     std::string context;
-    /// What the host runs.
+    /// Names what the host runs.
     std::string command;
     /// The key combination exactly as written; empty for none. "Ctrl+S" and "ctrl+s" are two.
     OverwritableValue<std::string> shortcut;

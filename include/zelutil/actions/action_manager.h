@@ -53,9 +53,9 @@ public:
     /// that another action holds is dropped.
     void load(const std::string& defaultsText, const std::string& userText) override;
 
-    /// What the user changed, without white space: {"actions":[...]}, the changed top-level actions in ascending id,
-    /// each with "id" and, where overwritten, "shortcut" and "rmb". It is the bare object: who stores it for the next
-    /// `load` wraps it in an array of one element. Empty while `isModified` is false.
+    /// Returns what the user changed, without white space: {"actions":[...]}, the changed top-level actions in
+    /// ascending id, each with "id" and, where overwritten, "shortcut" and "rmb". It is the bare object: who stores it
+    /// for the next `load` wraps it in an array of one element. It is empty while `isModified` is false.
     const std::string getAllUserSettings() const override;
 
     /// Whether a shortcut changed since (or during) the last load. A menu flag alone does not count.

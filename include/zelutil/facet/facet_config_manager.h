@@ -7,8 +7,8 @@
 
 namespace ZelU::FACET {
 
-/// Which facets the product knows: named properties of a constraint object, in groups, each numerical or not. They come
-/// from the file "facet_settings.cfg" below share/qtxsetup/canvas/resources/tessel/ in the installation tree.
+/// Knows the facets of the product: named properties of a constraint object, in groups, each numerical or not. They
+/// come from the file "facet_settings.cfg" below share/qtxsetup/canvas/resources/tessel/ in the installation tree.
 ///
 /// Headers and names are compared byte by byte. There is one manager in a process. Queries may run on several threads
 /// at once, but not while the file is read again.

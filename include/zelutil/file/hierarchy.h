@@ -8,7 +8,7 @@ namespace ZelU::File {
 
 namespace Exceptions {
 
-/// What every exception of this namespace derives from.
+/// Every exception of this namespace derives from this.
 class ZELUTIL_API Base {
 public:
     Base() = default;
@@ -30,7 +30,7 @@ public:
 
 }  // namespace Exceptions
 
-/// Where the product is installed, where the user's environment is, and files in them.
+/// Finds where the product is installed, where the user's environment is, and files in them.
 ///
 /// A host calls `GetRoot` before anything else of this library. What is first to need the root gets its exception, and
 /// most that need it, the first use of the preferences and of the facets among them, catch it and go on without their

@@ -92,7 +92,7 @@ public:
 
     bool Empty() const;
 
-    /// What follows the last separator; the whole text where there is none.
+    /// Returns what follows the last separator; the whole text where there is none.
     ///
     ///     c:\a\b.txt => b.txt        c: => c:        the empty path => ""
     std::string Name() const;
@@ -102,7 +102,7 @@ public:
     ///     c:\a\b => c:\a        c:\a => c:        c: => c:        the empty path => the empty path
     Path Parent() const;
 
-    /// What follows the last "." of the name; "" where the name has none.
+    /// Returns what follows the last "." of the name; "" where the name has none.
     ///
     ///     c:\a.tar.gz => gz        c:\.profile => profile        c:\a. => ""        c:\a.b\c => ""
     std::string Extension() const;

@@ -41,7 +41,7 @@ struct ActionInfo {
     int heldBy = 0;
 };
 
-// Where nothing has loaded the actions yet, these make the first use of the preferences, which loads them. While the
+// These make the first use of the preferences, which loads the actions, where nothing has loaded them yet. While the
 // preferences are being made, and when they have been destroyed, there may be no actions.
 
 /// Returns every action, ascending by id.

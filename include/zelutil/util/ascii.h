@@ -1,8 +1,8 @@
 #ifndef ZELUTIL_UTIL_ASCII_H
 #define ZELUTIL_UTIL_ASCII_H
 
-/// What "ignoring case" means in zelutil: the 26 letters of ASCII, whatever the locale. Every other byte stands for
-/// itself. A public header because the templates of `enums/named_enum.h` compare names while a host is being compiled.
+/// Ignoring case means the 26 letters of ASCII here, whatever the locale. Every other byte stands for itself. The header
+/// is public because the templates of `enums/named_enum.h` compare names while a host is being compiled.
 namespace zelutil::ascii {
 
 /// `c` in lower case: 'A' => 'a', 'a' => 'a', '[' => '[', '\xC4' => '\xC4'.

@@ -26,7 +26,7 @@ namespace ZelU::Registry {
 
 namespace Exceptions {
 
-/// What every exception of this namespace derives from.
+/// Every exception of this namespace derives from this.
 class ZELUTIL_API Base {
 public:
     Base() = default;

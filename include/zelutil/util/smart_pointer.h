@@ -11,7 +11,7 @@ namespace Smart {
 
 namespace Exceptions {
 
-/// What every exception of this namespace derives from.
+/// Every exception of this namespace derives from this.
 class ZELUTIL_API Base {
 public:
     Base() = default;
@@ -33,7 +33,7 @@ public:
 
 namespace PointerExceptions {
 
-/// What every exception of this namespace derives from.
+/// Every exception of this namespace derives from this.
 class ZELUTIL_API Base {
 public:
     Base() = default;

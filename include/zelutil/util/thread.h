@@ -7,7 +7,7 @@
 
 namespace Smart::AssociationExceptions {
 
-/// What every exception of this namespace derives from.
+/// Every exception of this namespace derives from this.
 class ZELUTIL_API Base {
 public:
     Base() = default;
@@ -29,7 +29,7 @@ public:
 
 namespace ZelU::Thrd {
 
-/// What a thread runs. The result is ignored; an exception that leaves the function is discarded.
+/// A thread runs such a function. The result is ignored; an exception that leaves the function is discarded.
 using ThreadFunction = void* (*)(void* argument);
 
 /// Runs one function on a thread of its own.
@@ -57,7 +57,7 @@ public:
     Thread(const Thread& other);
     Thread(Thread&& other) noexcept;
 
-    /// What an assignment would do to the thread of the assigned object is not defined, so there is none.
+    /// There is none, since it is not defined what it would do to the thread of the assigned object.
     Thread& operator=(const Thread&) = delete;
 
     /// The thread, if one runs, goes on by itself.
@@ -101,7 +101,7 @@ public:
     /// object still reads as running.
     void Kill();
 
-    /// What an object shares with each thread that it started and that has not ended; opaque to hosts.
+    /// An object shares this with each thread that it started and that has not ended; it is opaque to hosts.
     struct LinkBlock;
 
 private:

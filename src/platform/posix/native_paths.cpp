@@ -13,7 +13,7 @@ namespace zelutil::platform {
 std::filesystem::path nativePathOf(const char* text) { return posix::spelledPath(text).value_or(""); }
 
 std::optional<std::string> textOfNativePath(const std::filesystem::path& path) {
-    // Where that fails the path is empty, which no text names.
+    // If that fails the path is empty, which no text names.
     std::error_code ignored;
     const std::filesystem::path absolute = worldInForce == nullptr
                                                ? std::filesystem::absolute(path, ignored)
