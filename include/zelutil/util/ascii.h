@@ -1,7 +1,7 @@
 #ifndef ZELUTIL_UTIL_ASCII_H
 #define ZELUTIL_UTIL_ASCII_H
 
-/// Ignoring case means the 26 letters of ASCII here, whatever the locale. Every other byte stands for itself. The header
+/// Ignoring case means the 26 letters of ASCII, whatever the locale. Every other byte stands for itself. The header
 /// is public because the templates of `enums/named_enum.h` compare names while a host is being compiled.
 namespace zelutil::ascii {
 
