@@ -10,7 +10,7 @@ common_library: platform text
 file: common_library platform text util
 enums: util
 server: platform util
-actions: json util
+actions: json text util
 facet: file json platform util
 prefs: actions common_library file json platform text util
 host: actions common_library facet file json platform prefs server text util
