@@ -112,7 +112,7 @@ ActionCatalogue::Action& ActionCatalogue::Tables::findOrStandIn(int id) {
     return standIns.try_emplace(id, std::move(standIn)).first->second;
 }
 
-ActionCatalogue::Context* ActionCatalogue::Tables::findContext(std::string_view name) {
+ActionCatalogue::Context* ActionCatalogue::Tables::findContext(std::string_view name) const {
     Context* const* const found = contextsByName.find(name);
     return found == nullptr ? nullptr : *found;
 }

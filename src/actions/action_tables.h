@@ -64,7 +64,7 @@ struct ActionCatalogue::Tables {
     ~Tables() = default;
 
     Action* find(int id);
-    Context* findContext(std::string_view name);
+    Context* findContext(std::string_view name) const;
 
     /// The action, or an empty one that stands in for it from now on.
     ///

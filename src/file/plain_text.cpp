@@ -1,5 +1,6 @@
 #include "file/plain_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -54,7 +55,7 @@ struct Marks {
 struct ShortText {
     ShortText(const char* text, std::size_t size) {
         characters.fill('x');
-        std::memcpy(characters.data(), text, size);
+        std::copy_n(text, size, characters.begin());
     }
     std::array<char, kBlock + 1> characters;
 };

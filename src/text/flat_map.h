@@ -38,6 +38,7 @@ public:
 
     /// Enters a value where the text has none. Returns the value that is there then, and whether it is the new one.
     /// Where memory runs out, nothing has changed.
+    // NOLINTNEXTLINE(readability-identifier-naming): the name that it has in standard maps.
     std::pair<Value*, bool> try_emplace(std::string_view text, Value value) {
         const std::uint32_t hash = hashOf(text);
         if (const Place* const place = placeOf(text, hash)) {
