@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace zelutil::bench {
@@ -32,25 +33,43 @@ public:
         return side(kSubject, std::move(round));
     }
 
+    /// Does `prepare` before each round, unmeasured.
+    template <typename Prepare, typename Round>
+    Comparison& zelutil(Prepare prepare, Round round) {
+        return side(kSubject, std::move(round), std::move(prepare));
+    }
+
     template <typename Round>
     Comparison& peer(const char* name, Round round) {
         return side(name, std::move(round));
     }
 
 private:
-    template <typename Round>
-    Comparison& side(const char* side, Round round) {
+    struct Unprepared {};
+
+    template <typename Round, typename Prepare = Unprepared>
+    Comparison& side(const char* side, Round round, Prepare prepare = {}) {
+        if constexpr (!std::is_same_v<Prepare, Unprepared>) {
+            prepare();
+        }
         checkDigest(side, round());
         const double calls = static_cast<double>(callsPerRound_);
-        benchmark::RegisterBenchmark((name_ + "/" + side).c_str(), [round, calls](benchmark::State& state) mutable {
-            const std::uint64_t before = allocationCount();
+        benchmark::RegisterBenchmark((name_ + "/" + side).c_str(), [=](benchmark::State& state) mutable {
+            std::uint64_t allocations = 0;
             for (auto _ : state) {
+                if constexpr (!std::is_same_v<Prepare, Unprepared>) {
+                    state.PauseTiming();
+                    prepare();
+                    state.ResumeTiming();
+                }
+                const std::uint64_t before = allocationCount();
                 std::uint64_t digest = round();
                 benchmark::DoNotOptimize(digest);
+                allocations += allocationCount() - before;
             }
-            const double allocations = static_cast<double>(allocationCount() - before);
             state.counters["calls"] = calls;
-            state.counters["allocations"] = allocations / (static_cast<double>(state.iterations()) * calls);
+            state.counters["allocations"] =
+                static_cast<double>(allocations) / (static_cast<double>(state.iterations()) * calls);
         });
         return *this;
     }
