@@ -5,6 +5,7 @@
 #include <rapidjson/writer.h>
 #include "json/rapid_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <functional>
@@ -15,8 +16,6 @@
 
 namespace zelutil::json {
 namespace {
-
-constexpr unsigned kIndent = 4;
 
 /// RapidJSON writes to its own StringBuffer with vector instructions, and then leaves 0x1A to 0x1F unescaped; to a
 /// buffer of another type it writes correctly.
@@ -41,7 +40,10 @@ std::string exactDigits(double value) {
 template <typename Base>
 class BoundedWriter : public Base {
 public:
-    BoundedWriter(Buffer& buffer, Numbers numbers) : Base(buffer), exact_(numbers == Numbers::Exact) {}
+    BoundedWriter(Buffer& buffer, Numbers numbers, unsigned depth)
+        : Base(buffer), exact_(numbers == Numbers::Exact), depth_(depth) {}
+
+    unsigned depth() const { return depth_; }
 
     // A value that is copied calls them by these names.
     // NOLINTBEGIN(readability-identifier-naming)
@@ -64,7 +66,7 @@ public:
 
 private:
     bool exact_;
-    unsigned depth_ = 0;
+    unsigned depth_;
 };
 
 constexpr char kEmpty[] = "";
@@ -130,6 +132,38 @@ private:
     Target& target_;
 };
 
+constexpr bool isEscaped(char c) { return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\'; }
+
+/// Appends the character in its short form or as a number.
+void appendEscaped(std::string& text, char c) {
+    constexpr std::string_view kWithShortForm = "\"\\\b\f\n\r\t";
+    constexpr std::string_view kShortForms = "\"\\bfnrt";
+    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+    text += '\\';
+    const std::size_t place = kWithShortForm.find(c);
+    if (place != std::string_view::npos) {
+        text += kShortForms[place];
+        return;
+    }
+    const auto code = static_cast<unsigned char>(c);
+    text += "u00";
+    text += kHexDigits[code / kHexDigits.size()];
+    text += kHexDigits[code % kHexDigits.size()];
+}
+
+/// Returns the text with blanks for `depth` levels more at the beginning of each line but the first. A line break is
+/// never part of a string, where it is escaped.
+std::string indented(std::string_view text, unsigned depth) {
+    std::string result;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        result.append(begin == 0 ? 0 : std::size_t{depth} * kIndent, ' ');
+        result.append(text, begin, end - begin);
+        begin = end;
+    }
+    return result;
+}
+
 }  // namespace
 
 template <Layout kLayout>
@@ -137,7 +171,7 @@ struct Writer<kLayout>::Target {
     using Base =
         std::conditional_t<kLayout == Layout::Pretty, rapidjson::PrettyWriter<Buffer>, rapidjson::Writer<Buffer>>;
 
-    explicit Target(Numbers numbers) : writer(buffer, numbers) {
+    Target(Numbers numbers, unsigned depth) : writer(buffer, numbers, depth) {
         if constexpr (kLayout == Layout::Pretty) {
             writer.SetIndent(' ', kIndent);
         }
@@ -148,7 +182,7 @@ struct Writer<kLayout>::Target {
 };
 
 template <Layout kLayout>
-Writer<kLayout>::Writer(Numbers numbers) : target_(std::make_unique<Target>(numbers)) {}
+Writer<kLayout>::Writer(Numbers numbers, unsigned depth) : target_(std::make_unique<Target>(numbers, depth)) {}
 
 template <Layout kLayout>
 Writer<kLayout>::~Writer() = default;
@@ -199,6 +233,17 @@ void Writer<kLayout>::copy(View value) {
 }
 
 template <Layout kLayout>
+std::size_t Writer<kLayout>::gap() {
+    whole_ = whole_ && target_->writer.RawValue(kEmpty, 0, rapidjson::kNullType);
+    return target_->buffer.GetSize();
+}
+
+template <Layout kLayout>
+unsigned Writer<kLayout>::depth() const {
+    return target_->writer.depth();
+}
+
+template <Layout kLayout>
 std::optional<std::string> Writer<kLayout>::take() {
     const Buffer& buffer = target_->buffer;
     if (!whole_ || !target_->writer.IsComplete() || buffer.GetSize() > kMaximumTextSize) {
@@ -214,6 +259,26 @@ std::optional<std::string> compactText(View value, Numbers numbers) {
     CompactWriter writer(numbers);
     writer.copy(value);
     return writer.take();
+}
+
+std::optional<std::string> prettyText(View value, unsigned depth) {
+    PrettyWriter writer(Numbers::Fast, depth);
+    writer.copy(value);
+    const auto text = writer.take();
+    return text ? std::optional<std::string>(indented(*text, depth)) : std::nullopt;
+}
+
+void appendString(std::string& text, std::string_view value) {
+    text += '"';
+    for (auto begin = value.begin(); begin != value.end();) {
+        const auto end = std::find_if(begin, value.end(), isEscaped);
+        text.append(begin, end);
+        begin = end;
+        if (begin != value.end()) {
+            appendEscaped(text, *begin++);
+        }
+    }
+    text += '"';
 }
 
 }  // namespace zelutil::json

@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_JSON_WRITER_H
 #define ZELUTIL_JSON_WRITER_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -23,7 +24,8 @@ enum class Layout {
 template <Layout kLayout>
 class Writer {
 public:
-    explicit Writer(Numbers numbers = Numbers::Fast);
+    /// `depth` says how many arrays and objects will stand around the text, which nests the less itself.
+    explicit Writer(Numbers numbers = Numbers::Fast, unsigned depth = 0);
     ~Writer();
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
@@ -38,6 +40,11 @@ public:
     void truth(bool value);
     /// Writes the value with all it holds. An absent one cannot be written.
     void copy(View value);
+    /// Writes a value without any character, to be filled in by whoever has the text. Returns its place there.
+    std::size_t gap();
+
+    /// Returns how many arrays and objects are begun and not ended.
+    unsigned depth() const;
 
     /// Returns the text; nothing when a part of it is missing, and when it could not be read back: it nests deeper than
     /// `kMaximumDepth`, is longer than `kMaximumTextSize` or holds a number that is not finite.
@@ -58,6 +65,15 @@ using PrettyWriter = Writer<Layout::Pretty>;
 
 /// The text of a value without any white space; nothing where `Writer::take` returns nothing.
 std::optional<std::string> compactText(View value, Numbers numbers = Numbers::Fast);
+
+/// The text of a value as `PrettyWriter` writes it inside `depth` arrays and objects; nothing where it writes nothing.
+std::optional<std::string> prettyText(View value, unsigned depth);
+
+/// Appends a string as a writer writes it, in its quotes.
+void appendString(std::string& text, std::string_view value);
+
+/// Blanks that `PrettyWriter` puts before a line for each array and object around it.
+inline constexpr unsigned kIndent = 4;
 
 }  // namespace zelutil::json
 

@@ -66,6 +66,7 @@ void Catalogue::enterInJournal(std::uint64_t key) {
 // NOLINTBEGIN(performance-unnecessary-value-param): try_emplace moves them, which the check does not see.
 void Catalogue::addSection(std::shared_ptr<Section> section) {
     const std::string& path = section->attributePath;
+    forgetKeptForSaves();
     sections_.try_emplace(path, std::move(section));
 }
 
@@ -78,8 +79,21 @@ void Catalogue::addUserSubManagerText(SubManagerType type, std::string text) {
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
-void Catalogue::setSettings(SettingIndex settings) { settings_ = std::make_shared<SettingIndex>(std::move(settings)); }
+void Catalogue::setSettings(SettingIndex settings) {
+    settings_ = std::make_shared<SettingIndex>(std::move(settings));
+    forgetKeptForSaves();
+}
 
-void Catalogue::setDefaultsText(std::string text) { defaultsText_ = std::move(text); }
+void Catalogue::setDefaultsText(std::string text) {
+    defaultsText_ = std::move(text);
+    forgetKeptForSaves();
+}
+
+/// Copies, which have the old defaults, keep it.
+void Catalogue::forgetKeptForSaves() {
+    if (keptForSaves_->layout != nullptr) {
+        keptForSaves_ = std::make_shared<KeptForSaves>();
+    }
+}
 
 }  // namespace zelutil::prefs

@@ -18,6 +18,8 @@
 
 namespace zelutil::prefs {
 
+class SaveLayout;
+
 /// Every section and setting there is, as values: the catalogue knows neither the files they come from nor the parts
 /// of the library that use them. A reader fills it once (catalogue_reader.h); afterwards only values of the user
 /// change, when a save puts new ones in force.
@@ -72,6 +74,12 @@ public:
     HandedOver& handedOver() { return *handedOver_; }
     const HandedOver& handedOver() const { return *handedOver_; }
 
+    /// Holds what one save makes of the defaults for the next ones. Other defaults begin with nothing.
+    struct KeptForSaves {
+        std::shared_ptr<SaveLayout> layout;
+    };
+    KeptForSaves& keptForSaves() const { return *keptForSaves_; }
+
     /// Returns what was odd in the user's text, in its order.
     const std::vector<EntryFinding>& findings() const { return findings_; }
 
@@ -84,6 +92,7 @@ public:
     void addFinding(EntryFinding finding) { findings_.push_back(std::move(finding)); }
 
 private:
+    void forgetKeptForSaves();
     void enterInJournal(std::uint64_t key);
     void markTouched(const Setting& setting) noexcept { journal_->find(setting.number)->second.touched = true; }
 
@@ -91,6 +100,7 @@ private:
     std::shared_ptr<SettingIndex> settings_ = std::make_shared<SettingIndex>();
     std::shared_ptr<SettingJournal> journal_ = std::make_shared<SettingJournal>();
     std::shared_ptr<HandedOver> handedOver_ = std::make_shared<HandedOver>();
+    std::shared_ptr<KeptForSaves> keptForSaves_ = std::make_shared<KeptForSaves>();
     std::vector<EntryFinding> findings_;
     SubManagerTexts defaultSubManagerTexts_;
     SubManagerTexts userSubManagerTexts_;

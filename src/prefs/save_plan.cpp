@@ -1,89 +1,89 @@
 #include "prefs/save_plan.h"
 
-#include <string_view>
-#include <unordered_map>
+#include <cstdint>
 #include <utility>
 
-#include "json/document.h"
 #include "json/writer.h"
-#include "prefs/section_walk.h"
+#include "prefs/save_layout.h"
 #include "prefs/setting_name.h"
-#include "prefs/user_file_text.h"
+#include "prefs/user_file_filling.h"
 
 namespace zelutil::prefs {
 namespace {
-
-using json::View;
 
 /// One planning of a save.
 class Planning {
 public:
     Planning(const Catalogue& catalogue, const SaveValues& values)
-        : catalogue_(catalogue), values_(values), inFile_(catalogue.settings().recordCount()) {}
+        : catalogue_(catalogue),
+          values_(values),
+          changed_(catalogue.settings().recordCount()),
+          inFile_(catalogue.settings().recordCount()),
+          filling_(values.layout().form()) {}
 
     std::optional<SavePlan> plan() {
-        const json::Document defaults(catalogue_.defaultsText());
-        forEachSection(defaults.root(), [this](const VisitedSection& visited) { planSection(visited); });
+        for (const SaveLayout::Section& section : values_.layout().sections()) {
+            planSection(section);
+        }
         if (plan_.newValues.empty() && plan_.changedTexts.empty()) {
             return std::nullopt;
         }
-        plan_.fileText = userFileText(defaults.root(), sections_);
+        plan_.fileText = filling_.take();
         planJournal();
         return std::move(plan_);
     }
 
 private:
-    void planSection(const VisitedSection& visited) {
-        SavedSection& saved = sections_.emplace_back();
-        const SubManagerType type = catalogue_.subManagerOf(visited.attributePath);
-        if (type != SubManagerType::None) {
-            planSubManagerText(type, saved);
+    void planSection(const SaveLayout::Section& section) {
+        const SaveValues::SubManagerText* const text =
+            section.owner == SubManagerType::None ? nullptr : values_.textOf(section.owner);
+        if (text != nullptr) {
+            planSubManagerText(section.owner, *text);
             return;
         }
-        sectionIsRead_ = catalogue_.sections().count(visited.attributePath) != 0;
-        const std::uint64_t prefixKey = keyOf(kNameSeparator, keyOf(visited.attributePath));
-        for (const View element : visited.element.member(kDefaultSettings).elements()) {
-            if (const auto setting = defaultSetting(element)) {
-                planSetting(visited.attributePath, setting->name, keyOf(setting->name, prefixKey), saved);
-            }
+        filling_.beginList();
+        for (std::uint32_t definition = section.begin; definition < section.end; ++definition) {
+            planSetting(section, definition);
+        }
+        filling_.endList();
+    }
+
+    void planSubManagerText(SubManagerType type, const SaveValues::SubManagerText& text) {
+        filling_.put(text.document.root());
+        plan_.changedTexts.try_emplace(type, text.text);
+        if (type == SubManagerType::Actions) {
+            plan_.actionsText = json::compactText(text.document.root()).value_or("");
         }
     }
 
-    void planSubManagerText(SubManagerType type, SavedSection& saved) {
-        if (const SaveValues::SubManagerText* const found = values_.textOf(type)) {
-            saved.subManagerValue = found->document.root();
-            plan_.changedTexts.try_emplace(type, found->text);
-            if (type == SubManagerType::Actions) {
-                plan_.actionsText = json::compactText(found->document.root()).value_or("");
-            }
-        }
-    }
-
-    void planSetting(const std::string& attributePath, std::string_view name, std::uint64_t key, SavedSection& saved) {
-        const SettingIndex& settings = catalogue_.settings();
-        const std::size_t place = settings.placeOf(key);
-        const std::string* const wanted = place == settings.size() ? nullptr : values_.at(place);
+    void planSetting(const SaveLayout::Section& section, std::uint32_t definition) {
+        SaveLayout& layout = values_.layout();
+        const std::uint32_t place = layout.placeOf(definition);
+        const std::string* const wanted = place == SaveLayout::kNone ? nullptr : values_.at(place);
         if (wanted == nullptr) {
             return;
         }
-        const Setting& setting = settings.at(place);
-        const auto changed = changed_.find(&setting);
-        const bool isUsers = setting.hasUserValue || changed != changed_.end();
-        const std::string& current = changed != changed_.end() ? *changed->second : setting.valueInForce();
-        if (*wanted == current && !isUsers) {
+        const Setting& setting = catalogue_.settings().at(place);
+        const std::string* const users = userValueAfter(setting);
+        const std::string& current = users == nullptr ? setting.defaultValue : *users;
+        if (*wanted == current && users == nullptr) {
             return;
         }
-        saved.values.push_back({name, *wanted});
-        // Entries of a section without a record are not read.
-        const Setting* const meant = sectionIsRead_ ? catalogue_.findEntry(name, attributePath) : nullptr;
-        if (meant != nullptr) {
-            inFile_[meant->number] = wanted;
+        filling_.add(layout.nameOf(definition), *wanted);
+        const std::uint32_t record = layout.recordRead(catalogue_, section, definition);
+        if (record != SaveLayout::kNone) {
+            inFile_[record] = wanted;
         }
         if (*wanted != current) {
-            changed_[&setting] = wanted;
-            plan_.newValues.push_back({key, *wanted});
-            plan_.changedNames.insert(attributePath + std::string(kNameSeparator) + std::string(name));
+            planChange(setting, catalogue_.settings().keyAt(place), *wanted);
+            plan_.changedNames.insert(section.attributePath + std::string(kNameSeparator) +
+                                      std::string(layout.nameOf(definition)));
         }
+    }
+
+    void planChange(const Setting& setting, std::uint64_t key, const std::string& wanted) {
+        changed_[setting.number] = &wanted;
+        plan_.newValues.push_back({key, wanted});
     }
 
     void planJournal() {
@@ -97,23 +97,22 @@ private:
         }
     }
 
-    /// Returns the user's value of a setting once the plan is in force; null where there is none.
+    /// Returns the user's value of a setting once the plan, as far as it goes, is in force; null where there is none.
     const std::string* userValueAfter(const Setting& setting) const {
-        const auto changed = changed_.find(&setting);
-        if (changed != changed_.end()) {
-            return changed->second;
+        if (changed_[setting.number] != nullptr) {
+            return changed_[setting.number];
         }
         return setting.hasUserValue ? &setting.userValue : nullptr;
     }
 
     const Catalogue& catalogue_;
     const SaveValues& values_;
-    /// The values that this plan has given so far: the current ones for what it meets later.
-    std::unordered_map<const Setting*, const std::string*> changed_;
-    /// The settings that a reader of the new file will take for the user's values, by the numbers of the records.
+    /// The values that this plan has given so far: the current ones for what it meets later. By the numbers of the
+    /// records, as the next one.
+    std::vector<const std::string*> changed_;
+    /// The values that a reader of the new file will take for the user's.
     std::vector<const std::string*> inFile_;
-    bool sectionIsRead_ = false;
-    std::vector<SavedSection> sections_;
+    UserFileFilling filling_;
     SavePlan plan_;
 };
 

@@ -5,13 +5,10 @@
 
 namespace zelutil::prefs {
 
-SaveValues::SaveValues(const Catalogue& catalogue, const SaveRequest& request) : byPlace_(catalogue.settings().size()) {
-    findValues(catalogue.settings(), request.settings);
-    for (const std::string*& value : byPlace_) {
-        if (value != nullptr) {
-            value = &values_.emplace_back(*value);
-        }
-    }
+SaveValues::SaveValues(const Catalogue& catalogue, const SaveRequest& request)
+    : layout_(SaveLayout::of(catalogue)), byPlace_(catalogue.settings().size()) {
+    addUsersValues(catalogue.settings());
+    addValues(catalogue.settings(), request.settings);
     addTexts(request.subManagerTexts);
     addUsersTexts(catalogue.userSubManagerTexts());
 }
@@ -21,18 +18,28 @@ const SaveValues::SubManagerText* SaveValues::textOf(SubManagerType type) const 
     return found == texts_.end() ? nullptr : &found->second;
 }
 
-/// Finds what the user had set before, and over that what the host hands over.
-void SaveValues::findValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver) {
-    for (std::size_t place = 0; place < settings.size(); ++place) {
-        const Setting& setting = settings.at(place);
-        if (setting.hasUserValue) {
-            const bool isFullName = settings.keyAt(place) == setting.key;
-            byPlace_[isFullName ? place : settings.placeOf(setting.key)] = &setting.userValue;
+/// Adds what the user had set before.
+void SaveValues::addUsersValues(const SettingIndex& settings) {
+    for (std::uint32_t number = 0; number < settings.recordCount(); ++number) {
+        const Setting& setting = settings.record(number);
+        const std::uint32_t place = layout_->placeOfRecord(number);
+        if (setting.hasUserValue && place != SaveLayout::kNone) {
+            byPlace_[place] = &values_.emplace_back(setting.userValue);
         }
     }
+    for (const std::uint32_t place : layout_->sharedPlaces()) {
+        const Setting& setting = settings.at(place);
+        if (setting.hasUserValue) {
+            byPlace_[layout_->placeOfRecord(setting.number)] = &values_.emplace_back(setting.userValue);
+        }
+    }
+}
+
+/// Adds what the host hands over, which goes before.
+void SaveValues::addValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver) {
     for (const auto& [name, value] : handedOver) {
         if (const Setting* const setting = settings.find(keyOf(name))) {
-            byPlace_[settings.placeOf(setting->key)] = &value;
+            byPlace_[layout_->placeOfRecord(setting->number)] = &values_.emplace_back(value);
         }
     }
 }

@@ -4,12 +4,14 @@
 #include <cstddef>
 #include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "json/document.h"
 #include "prefs/catalogue.h"
+#include "prefs/save_layout.h"
 
 namespace zelutil::prefs {
 
@@ -32,6 +34,9 @@ public:
     /// setting has none to be saved.
     const std::string* at(std::size_t place) const { return byPlace_[place]; }
 
+    /// The layout by which they were found. It outlives a change of the catalogue's.
+    SaveLayout& layout() const { return *layout_; }
+
     struct SubManagerText {
         explicit SubManagerText(std::string given) : text(std::move(given)), document(text) {}
 
@@ -43,10 +48,12 @@ public:
     const SubManagerText* textOf(SubManagerType type) const;
 
 private:
-    void findValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver);
+    void addUsersValues(const SettingIndex& settings);
+    void addValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver);
     void addTexts(const SubManagerTexts& handedOver);
     void addUsersTexts(const SubManagerTexts& held);
 
+    std::shared_ptr<SaveLayout> layout_;
     /// A deque, because its elements stay where they are.
     std::deque<std::string> values_;
     std::vector<const std::string*> byPlace_;

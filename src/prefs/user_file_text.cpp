@@ -1,5 +1,7 @@
 #include "prefs/user_file_text.h"
 
+#include <utility>
+
 #include "json/writer.h"
 #include "prefs/section_walk.h"
 
@@ -8,12 +10,116 @@ namespace {
 
 using json::View;
 
+/// Writes what the host's door puts into the text: entries, and what means nothing to the defaults.
+class WholeContent {
+public:
+    WholeContent(const std::vector<SavedSection>& sections, const std::vector<KeptSection>& kept,
+                 const std::vector<json::Member>& members)
+        : next_(sections.begin()), kept_(kept), members_(members) {}
+
+    /// Returns what is passed back for the section whose turn it is in a walk.
+    const SavedSection& nextSection() { return *next_++; }
+
+    static void writeOverridden(json::PrettyWriter& writer, const SavedSection& saved) {
+        if (saved.subManagerValue) {
+            writer.copy(saved.subManagerValue);
+            return;
+        }
+        writer.beginArray();
+        for (const SavedSection::Value& value : saved.values) {
+            writer.beginObject();
+            writer.key(value.name);
+            writer.text(value.value);
+            writer.endObject();
+        }
+        writer.endArray();
+    }
+
+    static void endSection(json::PrettyWriter& writer, const SavedSection& saved) {
+        writeMembers(writer, saved.members);
+    }
+
+    void endSections(json::PrettyWriter& writer) const {
+        for (const KeptSection& section : kept_) {
+            writeKept(writer, section);
+        }
+    }
+
+    void endText(json::PrettyWriter& writer) const { writeMembers(writer, members_); }
+
+private:
+    static void writeMembers(json::PrettyWriter& writer, const std::vector<json::Member>& members) {
+        for (const auto& [key, value] : members) {
+            writer.key(key);
+            writer.copy(value);
+        }
+    }
+
+    static void writeKept(json::PrettyWriter& writer, const KeptSection& section) {
+        writer.beginObject();
+        writer.key(kHeader);
+        writer.text(section.header);
+        writer.key(kAttribute);
+        writer.text(section.attributePath);
+        writeMembers(writer, section.members);
+        writer.key(kOverriddenSettings);
+        if (section.whole) {
+            writer.copy(section.whole);
+        } else {
+            writeKeptEntries(writer, section.entries);
+        }
+        writer.endObject();
+    }
+
+    static void writeKeptEntries(json::PrettyWriter& writer, const std::vector<KeptSection::Entry>& entries) {
+        writer.beginArray();
+        for (const KeptSection::Entry& entry : entries) {
+            if (!entry.name) {
+                writer.copy(entry.value);
+                continue;
+            }
+            writer.beginObject();
+            writer.key(*entry.name);
+            writer.copy(entry.value);
+            writer.endObject();
+        }
+        writer.endArray();
+    }
+
+    /// A section comes before its children here too, so the walk's order is this one.
+    std::vector<SavedSection>::const_iterator next_;
+    const std::vector<KeptSection>& kept_;
+    const std::vector<json::Member>& members_;
+};
+
+/// Writes gaps in the places of the contents, and nothing else.
+class Gaps {
+public:
+    std::size_t nextSection() {
+        form_.depths.push_back(0);
+        return form_.depths.size() - 1;
+    }
+
+    void writeOverridden(json::PrettyWriter& writer, std::size_t section) {
+        form_.gaps.push_back({writer.gap(), section});
+        form_.depths[section] = writer.depth();
+    }
+
+    void endSection(json::PrettyWriter&, std::size_t) const {}
+    void endSections(json::PrettyWriter&) const {}
+    void endText(json::PrettyWriter&) const {}
+
+    UserFileForm& form() { return form_; }
+
+private:
+    UserFileForm form_;
+};
+
 /// Writes the text. Where several members have one name, the first is meant and the others are copied as they stand.
+template <typename Content>
 class UserFileTextWriter {
 public:
-    UserFileTextWriter(const std::vector<SavedSection>& sections, const std::vector<KeptSection>& kept,
-                       const std::vector<json::Member>& members, json::Numbers numbers)
-        : next_(sections.begin()), kept_(kept), members_(members), writer_(numbers) {}
+    UserFileTextWriter(Content& content, json::Numbers numbers) : content_(content), writer_(numbers) {}
 
     std::optional<std::string> write(View defaults) {
         const View meta = defaults.member(kMeta);
@@ -26,7 +132,7 @@ public:
                 writer_.copy(value);
             }
         }
-        writeMembers(members_);
+        content_.endText(writer_);
         writer_.endObject();
         return writer_.take();
     }
@@ -35,23 +141,22 @@ private:
     void writeMeta(View sections) {
         writer_.beginArray();
         writeSections(sections);
-        for (const KeptSection& section : kept_) {
-            writeKept(section);
-        }
+        content_.endSections(writer_);
         writer_.endArray();
     }
 
     void writeSections(View sections) {
         for (const View element : sections.elements()) {
             if (sectionNames(element)) {
-                writeSection(element, *next_++);
+                writeSection(element);
             } else {
                 writer_.copy(element);
             }
         }
     }
 
-    void writeSection(View section, const SavedSection& saved) {
+    void writeSection(View section) {
+        const auto& saved = content_.nextSection();
         const View tclCommand = section.member(kTclCommand);
         const View defaultSettings = section.member(kDefaultSettings);
         const View overridden = section.member(kOverriddenSettings);
@@ -63,7 +168,7 @@ private:
             }
             writer_.key(key);
             if (value.isSame(overridden)) {
-                writeSaved(saved);
+                content_.writeOverridden(writer_, saved);
             } else if (value.isSame(children) && value.isArray()) {
                 writer_.beginArray();
                 writeSections(value);
@@ -74,69 +179,13 @@ private:
         }
         if (!overridden) {
             writer_.key(kOverriddenSettings);
-            writeSaved(saved);
+            content_.writeOverridden(writer_, saved);
         }
-        writeMembers(saved.members);
+        content_.endSection(writer_, saved);
         writer_.endObject();
     }
 
-    void writeMembers(const std::vector<json::Member>& members) {
-        for (const auto& [key, value] : members) {
-            writer_.key(key);
-            writer_.copy(value);
-        }
-    }
-
-    void writeSaved(const SavedSection& saved) {
-        if (saved.subManagerValue) {
-            writer_.copy(saved.subManagerValue);
-            return;
-        }
-        writer_.beginArray();
-        for (const SavedSection::Value& value : saved.values) {
-            writer_.beginObject();
-            writer_.key(value.name);
-            writer_.text(value.value);
-            writer_.endObject();
-        }
-        writer_.endArray();
-    }
-
-    void writeKept(const KeptSection& section) {
-        writer_.beginObject();
-        writer_.key(kHeader);
-        writer_.text(section.header);
-        writer_.key(kAttribute);
-        writer_.text(section.attributePath);
-        writeMembers(section.members);
-        writer_.key(kOverriddenSettings);
-        if (section.whole) {
-            writer_.copy(section.whole);
-        } else {
-            writeKeptEntries(section.entries);
-        }
-        writer_.endObject();
-    }
-
-    void writeKeptEntries(const std::vector<KeptSection::Entry>& entries) {
-        writer_.beginArray();
-        for (const KeptSection::Entry& entry : entries) {
-            if (!entry.name) {
-                writer_.copy(entry.value);
-                continue;
-            }
-            writer_.beginObject();
-            writer_.key(*entry.name);
-            writer_.copy(entry.value);
-            writer_.endObject();
-        }
-        writer_.endArray();
-    }
-
-    /// A section comes before its children here too, so the walk's order is this one.
-    std::vector<SavedSection>::const_iterator next_;
-    const std::vector<KeptSection>& kept_;
-    const std::vector<json::Member>& members_;
+    Content& content_;
     json::PrettyWriter writer_;
 };
 
@@ -145,7 +194,15 @@ private:
 std::optional<std::string> userFileText(View defaults, const std::vector<SavedSection>& sections,
                                         const std::vector<KeptSection>& kept, const std::vector<json::Member>& members,
                                         json::Numbers numbers) {
-    return UserFileTextWriter(sections, kept, members, numbers).write(defaults);
+    WholeContent content(sections, kept, members);
+    return UserFileTextWriter(content, numbers).write(defaults);
+}
+
+UserFileForm userFileForm(View defaults) {
+    Gaps gaps;
+    auto text = UserFileTextWriter(gaps, json::Numbers::Fast).write(defaults);
+    gaps.form().text = std::move(text);
+    return std::move(gaps.form());
 }
 
 }  // namespace zelutil::prefs

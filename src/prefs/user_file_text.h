@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_PREFS_USER_FILE_TEXT_H
 #define ZELUTIL_PREFS_USER_FILE_TEXT_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,6 +49,23 @@ std::optional<std::string> userFileText(json::View defaults, const std::vector<S
                                         const std::vector<KeptSection>& kept = {},
                                         const std::vector<json::Member>& members = {},
                                         json::Numbers numbers = json::Numbers::Fast);
+
+/// The text of the user's file with a gap for what each section of the defaults gets as its "overriddensettings".
+struct UserFileForm {
+    struct Gap {
+        std::size_t place;    ///< Its offset in the text.
+        std::size_t section;  ///< The number of its section in a walk.
+    };
+
+    /// Nothing when no text with these sections could be read back.
+    std::optional<std::string> text;
+    /// In the order of the text, where a section may stand before the one around it ends.
+    std::vector<Gap> gaps;
+    /// Holds how many arrays and objects stand around each section's gap, by the numbers of the sections.
+    std::vector<unsigned> depths;
+};
+
+UserFileForm userFileForm(json::View defaults);
 
 }  // namespace zelutil::prefs
 

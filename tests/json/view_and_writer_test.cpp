@@ -1,6 +1,7 @@
 // A view answers "absent" for whatever is not as asked; a writer gives the whole text or nothing.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <limits>
 #include <string>
 #include <vector>
@@ -221,6 +222,61 @@ TEST(JsonWriter, EscapesEveryControlCharacterWhereverItStands) {
     CompactWriter writer;
     writer.text("\x1A\x1F\b\f\n\r\t\"\\/\x7F");
     EXPECT_EQ(writer.take(), "\"\\u001A\\u001F\\b\\f\\n\\r\\t\\\"\\\\/\x7F\"");
+}
+
+TEST(JsonWriter, AStringIsAppendedAsItIsWritten) {
+    std::string text = "before";
+    appendString(text, "a\"b\\c/\b\f\n\r\t\x1F\x7F\xC3\xA4\xFF");
+    EXPECT_EQ(text, "before\"a\\\"b\\\\c/\\b\\f\\n\\r\\t\\u001F\x7F\xC3\xA4\xFF\"");
+    for (int c = 0; c <= UCHAR_MAX; ++c) {
+        for (const std::string& content :
+             {std::string(1, static_cast<char>(c)), "xy" + std::string(2, static_cast<char>(c)) + "z"}) {
+            CompactWriter writer;
+            writer.text(content);
+            std::string appended;
+            appendString(appended, content);
+            EXPECT_EQ(writer.take(), appended) << c;
+        }
+    }
+}
+
+TEST(JsonWriter, ATextInsideOthersIsIndentedAndNestsTheLess) {
+    const Document document(R"({"a":[1,{"b":"c\nd"}],"e":[]})");
+    EXPECT_EQ(prettyText(document.root(), 0), prettyText(document.root()));
+    EXPECT_EQ(prettyText(document.root(), 2),
+              "{\n"
+              "            \"a\": [\n"
+              "                1,\n"
+              "                {\n"
+              "                    \"b\": \"c\\nd\"\n"
+              "                }\n"
+              "            ],\n"
+              "            \"e\": []\n"
+              "        }");
+    EXPECT_EQ(prettyText(Document("7").root(), 3), "7");
+    EXPECT_EQ(prettyText(View(), 3), std::nullopt);
+    const Document deep(nestedArrays(kMaximumDepth - 3));
+    EXPECT_TRUE(prettyText(deep.root(), 3));
+    EXPECT_FALSE(prettyText(deep.root(), 4));
+}
+
+TEST(JsonWriter, AGapHoldsNothingAndIsWhereItsValueWouldBegin) {
+    PrettyWriter writer;
+    writer.beginObject();
+    writer.key("a");
+    EXPECT_EQ(writer.depth(), 1U);
+    const std::size_t member = writer.gap();
+    writer.key("b");
+    writer.beginArray();
+    EXPECT_EQ(writer.depth(), 2U);
+    const std::size_t element = writer.gap();
+    writer.endArray();
+    writer.endObject();
+    EXPECT_EQ(writer.depth(), 0U);
+    const std::string text = writer.take().value();
+    EXPECT_EQ(text, "{\n    \"a\": ,\n    \"b\": [\n        \n    ]\n}");
+    EXPECT_EQ(text.substr(0, member), "{\n    \"a\": ");
+    EXPECT_EQ(text.substr(element), "\n    ]\n}");
 }
 
 TEST(JsonWriter, WritesNothingThatNestsTooDeepToBeReadBack) {
