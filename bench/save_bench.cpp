@@ -114,7 +114,8 @@ private:
         addStore(comparison, "GKeyFile", [&](auto path) { return peers::glibStore(corpus_, path); });
         addStore(comparison, "QSettings", [&](auto path) { return peers::qtStore(corpus_, path); });
         addStore(comparison, "KConfig", [&](auto path) { return peers::kdeStore(corpus_, path); });
-        addStore(comparison, "write, flush, rename alone", [&](auto path) { return peers::textStore(userFile, path); });
+        addStore(comparison, "limit: write, flush and rename",
+                 [&](auto path) { return peers::textStore(userFile, path); });
     }
 
     template <typename Make>

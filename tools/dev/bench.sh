@@ -1,5 +1,5 @@
 #  [--record | FILTER]: Build the benchmarks optimised and run them (those whose name matches; --record: all, for bench/results.md)
-need "${buildPackages[@]}" libbenchmark-dev gperf libboost1.81-dev libboost-filesystem1.81-dev libglib2.0-dev libsimdjson-dev nlohmann-json3-dev pkg-config python3 qtbase5-dev
+need "${buildPackages[@]}" libbenchmark-dev gperf libboost1.81-dev libboost-filesystem1.81-dev libglib2.0-dev libkf5config-dev libsimdjson-dev nlohmann-json3-dev pkg-config python3 qtbase5-dev
 record=false
 filter=${1:-.}
 if [[ $filter == --record ]]; then

@@ -35,6 +35,7 @@ hasPackage() {
         libboost1.81-dev) [[ -e /usr/include/boost/unordered/unordered_flat_map.hpp ]] ;;
         libsimdjson-dev) [[ -e /usr/include/simdjson.h ]] ;;
         gnuplot-nox) command -v gnuplot ;;
+        libkf5config-dev) compgen -G '/usr/lib/*/cmake/KF5Config' || compgen -G '/usr/lib*/cmake/KF5Config' ;;
         nlohmann-json3-dev) [[ -e /usr/include/nlohmann/json.hpp ]] ;;
         qt6-base-dev) compgen -G '/usr/lib/*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ||
             compgen -G '/usr/lib*/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake' ;;
