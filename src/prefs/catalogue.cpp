@@ -27,6 +27,7 @@ void Catalogue::putInForce(std::vector<NewValue> newValues, const std::vector<st
     for (const std::uint64_t key : takenBack) {
         enterInJournal(key);
     }
+    ++*changes_;
     for (NewValue& newValue : newValues) {
         if (Setting* const setting = settings_->find(newValue.key)) {
             markTouched(*setting);
@@ -81,6 +82,7 @@ void Catalogue::addUserSubManagerText(SubManagerType type, std::string text) {
 
 void Catalogue::setSettings(SettingIndex settings) {
     settings_ = std::make_shared<SettingIndex>(std::move(settings));
+    changes_ = std::make_shared<std::uint64_t>(0);
     forgetKeptForSaves();
 }
 

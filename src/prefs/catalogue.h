@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -41,7 +42,14 @@ public:
     const Setting* find(const char* name) const { return settings().find(keyOf(name)); }
 
     const SettingIndex& settings() const { return *settings_; }
-    SettingIndex& settings() { return *settings_; }
+    /// Whoever gets it may change values.
+    SettingIndex& settings() {
+        ++*changes_;
+        return *settings_;
+    }
+
+    /// Returns a number that is another one after each change of values, whichever copy made it.
+    std::uint64_t changes() const { return *changes_; }
 
     /// Returns the setting that an entry of the user's file sets, in the section with that attribute path; null for
     /// one without a setting.
@@ -77,6 +85,9 @@ public:
     /// Holds what one save makes of the defaults for the next ones. Other defaults begin with nothing.
     struct KeptForSaves {
         std::shared_ptr<SaveLayout> layout;
+        /// The numbers of the settings that have a value of the user, in order, as of `changes()` then.
+        std::vector<std::uint32_t> usersSettings;
+        std::optional<std::uint64_t> changesThen;
     };
     KeptForSaves& keptForSaves() const { return *keptForSaves_; }
 
@@ -98,6 +109,7 @@ private:
 
     Sections sections_;
     std::shared_ptr<SettingIndex> settings_ = std::make_shared<SettingIndex>();
+    std::shared_ptr<std::uint64_t> changes_ = std::make_shared<std::uint64_t>(0);
     std::shared_ptr<SettingJournal> journal_ = std::make_shared<SettingJournal>();
     std::shared_ptr<HandedOver> handedOver_ = std::make_shared<HandedOver>();
     std::shared_ptr<KeptForSaves> keptForSaves_ = std::make_shared<KeptForSaves>();

@@ -31,6 +31,14 @@ bool hasHostsActions(const SavePlan& plan, const SubManagerTexts& texts) {
     return handed != texts.end() && isIn(plan, handed->first, handed->second);
 }
 
+/// Keeps them for the next save.
+void keepUsersSettings(const Catalogue& catalogue, SavePlan& plan) noexcept {
+    if (plan.usersSettings) {
+        catalogue.keptForSaves().usersSettings = std::move(*plan.usersSettings);
+        catalogue.keptForSaves().changesThen = catalogue.changes();
+    }
+}
+
 }  // namespace
 
 void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& request) {
@@ -45,7 +53,8 @@ void save(Catalogue& catalogue, UserSettingsFile& file, const SaveRequest& reque
     SubManagerTexts texts = handedOver(*plan, request.subManagerTexts);
     const bool isHosts = hasHostsActions(*plan, request.subManagerTexts);
     catalogue.putInForce(std::move(plan->newValues));
-    if (plan->fileText && file.write(path, *plan->fileText).written == UserSettingsFile::Written::Yes) {
+    keepUsersSettings(catalogue, *plan);
+    if (plan->fileText && file.write(path, std::move(*plan->fileText)).written == UserSettingsFile::Written::Yes) {
         catalogue.restartJournal(std::move(plan->journal));
         catalogue.handedOver().written({std::move(path), std::move(plan->actionsText), isHosts}, std::move(texts));
     } else {

@@ -1,5 +1,7 @@
 #include "prefs/save_layout.h"
 
+#include <utility>
+
 #include "json/document.h"
 #include "prefs/setting_name.h"
 
@@ -13,7 +15,8 @@ std::uint32_t placeIn(const SettingIndex& settings, std::uint64_t key) {
 
 }  // namespace
 
-SaveLayout::SaveLayout(const Catalogue& catalogue) : placesOfRecords_(catalogue.settings().recordCount(), kNone) {
+SaveLayout::SaveLayout(const Catalogue& catalogue)
+    : firstAtPlaces_(catalogue.settings().size(), kNone), placesOfRecords_(catalogue.settings().recordCount(), kNone) {
     findPlaces(catalogue.settings());
     const json::Document defaults(catalogue.defaultsText());
     form_ = userFileForm(defaults.root());
@@ -98,8 +101,12 @@ void SaveLayout::addDefinitions(const SettingIndex& settings, const VisitedSecti
 
 void SaveLayout::addDefinition(std::string_view name, std::uint32_t place) {
     const auto begin = static_cast<std::uint32_t>(names_.size());
+    std::uint32_t next = kNone;
+    if (place != kNone) {
+        next = std::exchange(firstAtPlaces_[place], static_cast<std::uint32_t>(definitions_.size()));
+    }
     names_ += name;
-    definitions_.push_back({begin, static_cast<std::uint32_t>(name.size()), place});
+    definitions_.push_back({begin, static_cast<std::uint32_t>(name.size()), place, next});
 }
 
 }  // namespace zelutil::prefs

@@ -47,8 +47,15 @@ public:
         return std::string_view(names_).substr(definitions_[definition].nameBegin, definitions_[definition].nameSize);
     }
 
+    std::size_t definitionCount() const { return definitions_.size(); }
+
     /// Returns the place of the full name in the index of the settings, or `kNone`.
     std::uint32_t placeOf(std::uint32_t definition) const { return definitions_[definition].place; }
+
+    /// Return the first definition of the full name that has this place, and the next one of the same; `kNone` for
+    /// none.
+    std::uint32_t firstAt(std::uint32_t place) const { return firstAtPlaces_[place]; }
+    std::uint32_t nextAfter(std::uint32_t definition) const { return definitions_[definition].next; }
 
     /// Returns the number of the record that a reader takes the entry for, or `kNone`.
     std::uint32_t recordRead(const Catalogue& catalogue, const Section& section, std::uint32_t definition);
@@ -69,6 +76,7 @@ private:
         std::uint32_t nameBegin;
         std::uint32_t nameSize;
         std::uint32_t place;
+        std::uint32_t next;
         std::uint32_t recordRead = kNotAsked;
     };
 
@@ -81,6 +89,8 @@ private:
     UserFileForm form_;
     std::vector<Section> sections_;
     std::vector<Definition> definitions_;
+    /// By the places of the index.
+    std::vector<std::uint32_t> firstAtPlaces_;
     std::string names_;
     /// By the numbers of the records.
     std::vector<std::uint32_t> placesOfRecords_;

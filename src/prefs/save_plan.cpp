@@ -1,6 +1,8 @@
 #include "prefs/save_plan.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 #include "json/writer.h"
@@ -43,7 +45,9 @@ private:
         }
         filling_.beginList();
         for (std::uint32_t definition = section.begin; definition < section.end; ++definition) {
-            planSetting(section, definition);
+            if (const std::string* const wanted = values_.of(definition)) {
+                planSetting(section, definition, *wanted);
+            }
         }
         filling_.endList();
     }
@@ -56,26 +60,26 @@ private:
         }
     }
 
-    void planSetting(const SaveLayout::Section& section, std::uint32_t definition) {
+    /// A definition with a value has a place.
+    void planSetting(const SaveLayout::Section& section, std::uint32_t definition, const std::string& wanted) {
         SaveLayout& layout = values_.layout();
         const std::uint32_t place = layout.placeOf(definition);
-        const std::string* const wanted = place == SaveLayout::kNone ? nullptr : values_.at(place);
-        if (wanted == nullptr) {
-            return;
-        }
         const Setting& setting = catalogue_.settings().at(place);
         const std::string* const users = userValueAfter(setting);
         const std::string& current = users == nullptr ? setting.defaultValue : *users;
-        if (*wanted == current && users == nullptr) {
+        if (wanted == current && users == nullptr) {
             return;
         }
-        filling_.add(layout.nameOf(definition), *wanted);
+        filling_.add(layout.nameOf(definition), wanted);
         const std::uint32_t record = layout.recordRead(catalogue_, section, definition);
         if (record != SaveLayout::kNone) {
-            inFile_[record] = wanted;
+            inFile_[record] = &wanted;
+            if (record != setting.number) {
+                othersRead_.push_back(record);
+            }
         }
-        if (*wanted != current) {
-            planChange(setting, catalogue_.settings().keyAt(place), *wanted);
+        if (wanted != current) {
+            planChange(setting, catalogue_.settings().keyAt(place), wanted);
             plan_.changedNames.insert(section.attributePath + std::string(kNameSeparator) +
                                       std::string(layout.nameOf(definition)));
         }
@@ -86,14 +90,44 @@ private:
         plan_.newValues.push_back({key, wanted});
     }
 
+    /// Looks at the settings that a value of the user concerns, before or afterwards.
     void planJournal() {
-        for (std::uint32_t number = 0; number < inFile_.size(); ++number) {
-            const std::string* const inForce = userValueAfter(catalogue_.settings().record(number));
-            const std::string* const inFile = inFile_[number];
-            const bool same = inForce == nullptr || inFile == nullptr ? inForce == inFile : *inForce == *inFile;
-            if (!same) {
-                plan_.journal[number] = {inFile == nullptr ? std::nullopt : std::optional<std::string>(*inFile), true};
+        if (!values_.areOfNow(catalogue_)) {
+            // The host has saved during the search for the file.
+            for (std::uint32_t number = 0; number < inFile_.size(); ++number) {
+                planEntry(number);
             }
+            return;
+        }
+        std::vector<std::uint32_t> users = usersSettingsAfter();
+        for (const std::vector<std::uint32_t>* const numbers : {&users, &othersRead_}) {
+            for (const std::uint32_t number : *numbers) {
+                planEntry(number);
+            }
+        }
+        plan_.usersSettings = std::move(users);
+    }
+
+    /// Returns the numbers of the settings that have a value of the user once the plan is in force, in order.
+    std::vector<std::uint32_t> usersSettingsAfter() const {
+        std::vector<std::uint32_t> changed;
+        for (const Catalogue::NewValue& newValue : plan_.newValues) {
+            changed.push_back(catalogue_.settings().find(newValue.key)->number);
+        }
+        std::sort(changed.begin(), changed.end());
+        changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
+        std::vector<std::uint32_t> users;
+        std::set_union(values_.usersSettings().begin(), values_.usersSettings().end(), changed.begin(), changed.end(),
+                       std::back_inserter(users));
+        return users;
+    }
+
+    void planEntry(std::uint32_t number) {
+        const std::string* const inForce = userValueAfter(catalogue_.settings().record(number));
+        const std::string* const inFile = inFile_[number];
+        const bool same = inForce == nullptr || inFile == nullptr ? inForce == inFile : *inForce == *inFile;
+        if (!same) {
+            plan_.journal[number] = {inFile == nullptr ? std::nullopt : std::optional<std::string>(*inFile), true};
         }
     }
 
@@ -112,6 +146,8 @@ private:
     std::vector<const std::string*> changed_;
     /// The values that a reader of the new file will take for the user's.
     std::vector<const std::string*> inFile_;
+    /// The numbers of the records that have one because a name means them that is to mean another.
+    std::vector<std::uint32_t> othersRead_;
     UserFileFilling filling_;
     SavePlan plan_;
 };

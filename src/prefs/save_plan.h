@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_PREFS_SAVE_PLAN_H
 #define ZELUTIL_PREFS_SAVE_PLAN_H
 
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -24,6 +25,9 @@ struct SavePlan {
     /// they are, because a name in it means another one. They count as touched, so that a save for hosts writes them
     /// anew.
     SettingJournal journal;
+    /// The numbers of the settings that have a value of the user once the plan is in force, in order; nothing where
+    /// that is not known.
+    std::optional<std::vector<std::uint32_t>> usersSettings;
 };
 
 /// Returns what a save of the values does, or nothing when it changes nothing. Planning has no effects; everything in

@@ -6,7 +6,8 @@
 namespace zelutil::prefs {
 
 SaveValues::SaveValues(const Catalogue& catalogue, const SaveRequest& request)
-    : layout_(SaveLayout::of(catalogue)), byPlace_(catalogue.settings().size()) {
+    : layout_(SaveLayout::of(catalogue)), byDefinition_(layout_->definitionCount()), changesThen_(catalogue.changes()) {
+    findUsersSettings(catalogue);
     addUsersValues(catalogue.settings());
     addValues(catalogue.settings(), request.settings);
     addTexts(request.subManagerTexts);
@@ -18,19 +19,28 @@ const SaveValues::SubManagerText* SaveValues::textOf(SubManagerType type) const 
     return found == texts_.end() ? nullptr : &found->second;
 }
 
+void SaveValues::findUsersSettings(const Catalogue& catalogue) {
+    const Catalogue::KeptForSaves& kept = catalogue.keptForSaves();
+    if (kept.changesThen == changesThen_) {
+        usersSettings_ = kept.usersSettings;
+        return;
+    }
+    for (std::uint32_t number = 0; number < catalogue.settings().recordCount(); ++number) {
+        if (catalogue.settings().record(number).hasUserValue) {
+            usersSettings_.push_back(number);
+        }
+    }
+}
+
 /// Adds what the user had set before.
 void SaveValues::addUsersValues(const SettingIndex& settings) {
-    for (std::uint32_t number = 0; number < settings.recordCount(); ++number) {
-        const Setting& setting = settings.record(number);
-        const std::uint32_t place = layout_->placeOfRecord(number);
-        if (setting.hasUserValue && place != SaveLayout::kNone) {
-            byPlace_[place] = &values_.emplace_back(setting.userValue);
-        }
+    for (const std::uint32_t number : usersSettings_) {
+        add(layout_->placeOfRecord(number), settings.record(number).userValue);
     }
     for (const std::uint32_t place : layout_->sharedPlaces()) {
         const Setting& setting = settings.at(place);
         if (setting.hasUserValue) {
-            byPlace_[layout_->placeOfRecord(setting.number)] = &values_.emplace_back(setting.userValue);
+            add(layout_->placeOfRecord(setting.number), setting.userValue);
         }
     }
 }
@@ -39,8 +49,21 @@ void SaveValues::addUsersValues(const SettingIndex& settings) {
 void SaveValues::addValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver) {
     for (const auto& [name, value] : handedOver) {
         if (const Setting* const setting = settings.find(keyOf(name))) {
-            byPlace_[layout_->placeOfRecord(setting->number)] = &values_.emplace_back(value);
+            add(layout_->placeOfRecord(setting->number), value);
         }
+    }
+}
+
+/// Gives the value to all definitions of the full name that has this place, in the stead of an earlier one.
+void SaveValues::add(std::uint32_t place, const std::string& value) {
+    const std::uint32_t first = place == SaveLayout::kNone ? SaveLayout::kNone : layout_->firstAt(place);
+    if (first == SaveLayout::kNone) {
+        return;
+    }
+    const std::string& copy = values_.emplace_back(value);
+    for (std::uint32_t definition = first; definition != SaveLayout::kNone;
+         definition = layout_->nextAfter(definition)) {
+        byDefinition_[definition] = &copy;
     }
 }
 

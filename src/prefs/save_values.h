@@ -1,7 +1,7 @@
 #ifndef ZELUTIL_PREFS_SAVE_VALUES_H
 #define ZELUTIL_PREFS_SAVE_VALUES_H
 
-#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <memory>
@@ -30,9 +30,15 @@ public:
     SaveValues(const SaveValues&) = delete;
     SaveValues& operator=(const SaveValues&) = delete;
 
-    /// Returns the value of the setting at that place of the index, which is the place of its full name. Null when the
-    /// setting has none to be saved.
-    const std::string* at(std::size_t place) const { return byPlace_[place]; }
+    /// Returns the value of the setting that the definition of the layout names in full. Null when it has none to be
+    /// saved.
+    const std::string* of(std::uint32_t definition) const { return byDefinition_[definition]; }
+
+    /// Returns the numbers of the settings that had a value of the user then, in order.
+    const std::vector<std::uint32_t>& usersSettings() const { return usersSettings_; }
+
+    /// Returns whether no value has changed since then.
+    bool areOfNow(const Catalogue& catalogue) const { return catalogue.changes() == changesThen_; }
 
     /// The layout by which they were found. It outlives a change of the catalogue's.
     SaveLayout& layout() const { return *layout_; }
@@ -48,7 +54,9 @@ public:
     const SubManagerText* textOf(SubManagerType type) const;
 
 private:
+    void findUsersSettings(const Catalogue& catalogue);
     void addUsersValues(const SettingIndex& settings);
+    void add(std::uint32_t place, const std::string& value);
     void addValues(const SettingIndex& settings, const std::map<std::string, std::string>& handedOver);
     void addTexts(const SubManagerTexts& handedOver);
     void addUsersTexts(const SubManagerTexts& held);
@@ -56,7 +64,9 @@ private:
     std::shared_ptr<SaveLayout> layout_;
     /// A deque, because its elements stay where they are.
     std::deque<std::string> values_;
-    std::vector<const std::string*> byPlace_;
+    std::vector<const std::string*> byDefinition_;
+    std::vector<std::uint32_t> usersSettings_;
+    std::uint64_t changesThen_;
     std::map<SubManagerType, SubManagerText> texts_;
 };
 

@@ -15,6 +15,7 @@ std::string newLine(unsigned depth) { return "\n" + std::string(std::size_t{dept
 
 UserFileFilling::UserFileFilling(const UserFileForm& form) : form_(form), whole_(form.text.has_value()) {
     ends_.reserve(form.depths.size());
+    fillings_.reserve(form.text ? form.text->size() : 0);
 }
 
 void UserFileFilling::beginList() {

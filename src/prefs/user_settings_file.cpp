@@ -75,17 +75,17 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     }
 }
 
-UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string_view text, Seen seen) {
+UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string text, Seen seen) {
     WriteResult result;
     try {
-        writeOrThrow(path, text, seen, result);
+        writeOrThrow(path, std::move(text), seen, result);
     } catch (const std::bad_alloc&) {
         // The file could not be written: without memory for it as without room on the disk.
     }
     return result;
 }
 
-void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view text, Seen seen, WriteResult& result) {
+void UserSettingsFile::writeOrThrow(const std::string& path, std::string text, Seen seen, WriteResult& result) {
     if (!platform::namesFile(path.c_str())) {
         result.written = Written::NoPath;
         return;
@@ -99,7 +99,7 @@ void UserSettingsFile::writeOrThrow(const std::string& path, std::string_view te
     }
     result.written = writtenBy(platform::replaceFile(path.c_str(), text));
     if (result.written == Written::Yes) {
-        know(path, Fingerprint(text));
+        know(path, std::nullopt, std::move(text));
         lastCopied_.clear();
     }
 }
@@ -110,13 +110,12 @@ bool UserSettingsFile::mayBeOverwritten(const std::string& path, std::string& ke
     if (!file.bytes) {
         return !file.mayBeThere || mayBeOverwrittenUnseen(path, keptCopy);
     }
-    const Fingerprint contents(*file.bytes);
-    if (file.bytes->empty() || contents == knownContents_) {
+    if (file.bytes->empty() || knows(*file.bytes)) {
         nameLastCopyOf(path, *file.bytes, keptCopy);
         return true;
     }
     const bool nothingIsLost = !mayBeTheUnread(path) && json::Document(*file.bytes).valid();
-    return nothingIsLost || keep(path, contents, keptCopy);
+    return nothingIsLost || keep(path, Fingerprint(*file.bytes), keptCopy);
 }
 
 /// It may be readable again by now, but then the text was made without it.
@@ -170,9 +169,11 @@ bool UserSettingsFile::keep(const std::string& path, std::optional<Fingerprint> 
     return true;
 }
 
-void UserSettingsFile::know(const std::string& path, std::optional<Fingerprint> contents) {
+void UserSettingsFile::know(const std::string& path, std::optional<Fingerprint> contents,
+                            std::optional<std::string> written) {
     knownPath_ = path;
     knownContents_ = contents;
+    writtenText_ = std::move(written);
     if (unreadAtStart_) {
         settledPaths_.insert(path);
     }
