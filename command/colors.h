@@ -17,8 +17,8 @@ enum class Role { Name, Value, Old, Faint, Note, Warning, Error };
 /// Colours texts for one stream, or leaves them as they are.
 class Colors {
 public:
-    /// Where the choice is `Auto`, there are colours on a terminal that shows them, unless the variable "NO_COLOR" is
-    /// set and not empty.
+    /// If the choice is `Auto`, there are colours on a terminal that shows them, unless the variable "NO_COLOR" is set
+    /// and not empty.
     Colors(ColorChoice choice, Stream stream);
 
     std::string operator()(Role role, std::string_view text) const;

@@ -180,7 +180,7 @@ ExitCode CommandLine::enterWorld() const {
 }
 
 ExitCode CommandLine::runParsed() const {
-    // Where a script's variable is empty, this machine is not what was meant.
+    // If a script's variable is empty, this machine is not what was meant.
     if (worldOption_->count() > 0 && world_.empty()) {
         return wrongUsage("--world names no directory.", "\"zelutil bundle DIR\" makes one.");
     }

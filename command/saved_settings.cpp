@@ -160,7 +160,7 @@ std::string nameOf(Status status) {
 }
 
 void tellSaved(const std::vector<SettingInfo>& before, const SaveResult& result, Output& output) {
-    // Where nothing was written, the new values are in force in this process alone.
+    // If nothing was written, the new values are in force in this process alone.
     tellChanged(result.ok() ? changesSince(before) : std::vector<SettingChange>(), result, output);
 }
 

@@ -67,7 +67,7 @@ std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows) {
 }
 
 void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, Output& output) {
-    // Where nothing was written, the changes are in force in this process alone.
+    // If nothing was written, the changes are in force in this process alone.
     const std::vector<RowChange> changes = result.ok() ? changedRows(before) : std::vector<RowChange>();
     for (const RowChange& change : changes) {
         tellRowChange(change, output);

@@ -261,7 +261,7 @@ WishPlan planWishes(const ActionCatalogue& current, const std::vector<KeyWish>& 
     if (plan.outcome != Outcome::Unknown) {
         return plan;
     }
-    // Where members of a family are in each other's way, the order may decide.
+    // If members of a family are in each other's way, the order may decide.
     const std::vector<KeyWish> reversed(wishes.rbegin(), wishes.rend());
     WishPlan other = WishPlanning(current, reversed).run();
     return other.outcome == Outcome::Possible ? other : plan;

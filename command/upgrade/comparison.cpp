@@ -48,7 +48,7 @@ void compareEntry(const ActionEntryEffect& before, const ActionEntryEffect& afte
     }
 }
 
-/// Where one start has read no list, or another one, its elements have nothing in common with the other's.
+/// If one start has read no list, or another one, its elements have nothing in common with the other's.
 void compareEntries(const Actions& before, const Actions& after, Effect& effect) {
     if (before.usersList != after.usersList) {
         return;

@@ -118,7 +118,7 @@ void ActionCatalogue::updateFromParents() {
 
 void ActionCatalogue::takeOverFromParent(int id, Refusals& refusals) {
     Action* const child = findForEdit(id);
-    // Where an observer has loaded anew meanwhile, the id may be gone or top-level.
+    // If an observer has loaded anew meanwhile, the id may be gone or top-level.
     if (child == nullptr || child->parentId < 1) {
         return;
     }

@@ -9,7 +9,7 @@
 
 namespace zelutil::actions {
 
-/// Who is told of what. Observers are not owned.
+/// Knows who is told of what. Observers are not owned.
 class ObserverRegistry {
 public:
     /// The key of those that are told of every action; no action has it.

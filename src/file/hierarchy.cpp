@@ -70,8 +70,8 @@ private:
     }
 
     /// A common library that is not ready may still change its mind, so the root is looked for again at the next call.
-    /// Kept deliberately: until it is ready every call returns what was found first, even the empty path, so that hosts
-    /// that start early all see one tree.
+    /// Kept deliberately: until it is ready every call returns what was found first, even the empty path, so that all
+    /// calls before then see one tree.
     const Path& untilInitDone(const Path& root) {
         const Path* first = nullptr;
         const bool isFirst = first_.compare_exchange_strong(first, &root);

@@ -33,7 +33,7 @@ bool isInstallation(const ZelU::File::Path& tree);
 /// it returned none yet.
 const ZelU::File::Path* rootInForce();
 
-// What the search decides on, without a look at the system.
+// The search decides on these, without a look at the system.
 
 /// The root of the tree that holds the library's own file; nothing when the file lies elsewhere.
 ///

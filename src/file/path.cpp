@@ -16,8 +16,8 @@ std::string orEmpty(const char* text) { return text == nullptr ? std::string() :
 }  // namespace
 
 Path::Path(const char* dir, const char* name) {
-    // Kept deliberately: without a directory there is no path, even when the name is a whole path by itself. Hosts pass
-    // what a look-up found, and a look-up that found nothing must not name a file of the current directory.
+    // Kept deliberately: without a directory there is no path, even when the name is a whole path by itself. A
+    // directory that a look-up did not find must not make the name a file of the current directory.
     if (dir == nullptr || *dir == '\0') {
         return;
     }

@@ -39,8 +39,8 @@ bool fixCharacters(std::string& text, std::size_t start) {
     char* const data = text.data();
     std::size_t out = start;
     // Kept deliberately: what slides into the place of a removed character is not examined, so of two quotes in a row
-    // the second stays, and of three separators the third stays as it was written. Paths are compared as texts, also
-    // with texts that hosts stored, so their form must not change.
+    // the second stays, and of three separators the third stays as it was written. Paths are compared as texts, so
+    // their form must not change.
     const auto keepUnexamined = [&](std::size_t& in) {
         if (++in < size) {
             data[out++] = data[in];

@@ -10,7 +10,7 @@ namespace zelutil::file {
 
 constexpr char kSeparator = '\\';
 
-/// What is known of a path's text beside the text.
+/// Holds what is known of a path's text beside the text.
 struct PathFlags {
     /// The text has a blank.
     bool hasSpace = false;

@@ -32,7 +32,7 @@ Block separatorsAndDotsOf(Block block) {
     return equal(block | static_cast<unsigned char>('/' ^ '.'), '/') | equal(block, '\\');
 }
 
-/// What has been found in some blocks.
+/// Holds what has been found in some blocks.
 struct Marks {
     Block unusual{};
     Block slashes{};

@@ -11,7 +11,7 @@
 /// long.
 namespace zelutil::file {
 
-/// What a look at the characters of a text from some place on has found.
+/// Tells what a look at the characters of a text from some place on has found.
 struct PlainText {
     /// No character is invalid or goes away, no separator follows one, and no "." does: nothing is to be done but to
     /// convert separators.

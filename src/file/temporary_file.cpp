@@ -46,8 +46,8 @@ std::uint32_t nextNumber() {
     return counter++;
 }
 
-/// Kept deliberately: without a suffix the name ends in its dot. Names are found again by their form, with a dot at one
-/// place.
+/// Kept deliberately: without a suffix the name ends in its dot. Part of the published behaviour; hosts may depend on
+/// it.
 std::string nextName(const std::string& suffix) {
     std::array<char, sizeof "Tmp00000000"> stem{};
     std::snprintf(stem.data(), stem.size(), "Tmp%08x", static_cast<unsigned>(nextNumber()));

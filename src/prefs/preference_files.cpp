@@ -78,8 +78,8 @@ std::string findUserFile(Trace& trace) {
     if (found && !trace.goesOn()) {
         return std::move(*found);
     }
-    // Kept deliberately: in double quotes when it has a blank, as the shipped file's path, unless a host asked for
-    // plain ones; nothing is then read or written.
+    // Kept deliberately: the path comes in double quotes when it has a blank, as the shipped file's does, unless a host
+    // asked for plain ones; nothing is then read or written.
     std::string below = fileIn(Hierarchy::GetPcbEnv(), kUserFileInEnvironment);
     trace.tell(Source::UserEnvironment, verdictOf(below), below.c_str());
     if (found) {

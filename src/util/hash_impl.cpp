@@ -71,6 +71,7 @@ Hash<const char*>::IEntry& Hash<const char*>::Acquire(const char* key) {
         return *(*link)->entry;
     }
     Node& node = add(key, hash, link);
+    // Kept deliberately: the walk alone decides, not what the last step brought, so keys of one hash take a step each.
     if (autoRehash_ && longestWalk_ > kLongestWalk) {
         rehash();
     }
@@ -168,7 +169,7 @@ Hash<const char*>::Link Hash<const char*>::lookUp(const char* key, std::uint32_t
     return link;
 }
 
-/// What `lookUp` gives for a key that the table does not have.
+/// Returns what `lookUp` gives for a key that the table does not have.
 Hash<const char*>::Link Hash<const char*>::endOfChain(std::uint32_t hash) {
     Link link = bucketOf(hash);
     if (*link == nullptr) {
@@ -220,7 +221,8 @@ Hash<const char*>::IEntry* Hash<const char*>::newEntry(const char* key) {
 
 void Hash<const char*>::rehash() {
     const std::uint64_t oldCount = bucketCount_;
-    // Kept deliberately: whatever the debug switch says. It is the one sign of a crowded table that hosts have.
+    // Kept deliberately: the line comes whatever the debug switch says. It is the one sign of a crowded table that
+    // hosts have.
     std::printf("Rehashing %d (%d)\n", static_cast<int>(oldCount), static_cast<int>(longestWalk_));
     Buckets old = std::move(buckets_);
     initialised_ = false;

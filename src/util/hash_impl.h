@@ -60,7 +60,7 @@ private:
         /// Counts the nodes of the chain, in the first of them.
         std::uint32_t chainLength;
     };
-    /// What points to a node: a bucket or the node before.
+    /// Is the place that points to a node: a bucket or the node before.
     using Link = Node**;
 
     struct FreeBuckets {

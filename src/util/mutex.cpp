@@ -32,8 +32,8 @@ Mutex::Mutex() : section_(nullptr) {
     section_ = section.release();
 }
 
-// Kept deliberately: an assigned object has no lock of its own but shares the other's, flag and all; hosts assign to
-// let two objects guard the same thing.
+// Kept deliberately: an assigned object has no lock of its own but shares the other's, flag and all. Part of the
+// published behaviour; hosts may depend on it.
 Mutex& Mutex::operator=(const Mutex& other) {
     if (section_ != other.section_) {
         ++other.section_->names;

@@ -77,7 +77,7 @@ public:
     Registry& operator=(const Registry&) = delete;
     ~Registry();
 
-    /// Of a new name: the number of names known before it.
+    /// Returns for a new name the number of names known before it.
     std::int32_t indexOf(const char* name);
 
     /// The first call makes the slots. Throws `Exceptions::Misuse` for the index of a later name.
@@ -89,8 +89,8 @@ public:
     /// Undoes `enter`.
     void leave(ContainerMap::iterator entry);
 
-    /// Of a value that is being destroyed. False when it was lent but lay not on top of its slot; no slot holds it
-    /// afterwards in any case.
+    /// Takes away a value that is being destroyed. Returns false when it was lent but lay not on top of its slot; no
+    /// slot holds it afterwards in any case.
     bool withdraw(const IValue& value);
 
 private:

@@ -14,7 +14,7 @@
 namespace zelutil {
 namespace {
 
-/// How many characters of the number stay. Most numbers end in another digit than zero and are answered at once.
+/// Returns how many characters of the number stay. Most numbers end in another digit than zero and are done at once.
 std::size_t lengthWithoutTrailingZeros(std::string_view number) {
     std::size_t length = number.size();
     while (length > 0 && number[length - 1] == '0') {
