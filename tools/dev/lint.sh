@@ -1,7 +1,9 @@
 #  [--changed]: Check format, names, bugs, layering and scripts, of all files or of what differs from origin/main
 source tools/dev/checks/directions.sh
 source tools/dev/checks/layering.sh
+source tools/dev/checks/oddities.sh
 source tools/dev/checks/tidy.sh
+source tools/dev/checks/words.sh
 
 base=
 case ${1:-} in
@@ -43,6 +45,8 @@ check "RapidJSON only below src/json/" checkJsonDoor
 check "Includes point downwards" checkDirections
 check "Public headers stand alone" checkPublicIncludes
 check "Every source file is built" checkSourcesListed
+check "Every oddity has its row, its marker and its test" checkOddities
+check "Comments open as sentences" checkWords
 check "clang-tidy" checkTidy
 
 if ((${#failures[@]} > 0)); then
