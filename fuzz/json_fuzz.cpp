@@ -1,6 +1,6 @@
-// Whatever the text, parsing ends quietly, and RapidJSON accepts and refuses the same; what was parsed can be written,
-// and what was written can be parsed. (It need not read back as the same: the default parse of a fraction may miss by
-// the last bit.)
+// Whatever the text, parsing ends quietly, and the parser that places failures accepts and refuses the same; what was
+// parsed can be written, and what was written can be parsed. (It need not read back as the same: the default parse of a
+// fraction may miss by the last bit.)
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
