@@ -33,7 +33,7 @@ void FacetGroups::parseJsonFacetSettings(json::View meta, Groups& groups) {
     for (const json::View element : meta.elements()) {
         const std::string_view header = element.member("header").text().value_or("");
         if (!header.empty() && groups.find(header) == nullptr) {
-            groups.add(header, std::make_shared<const Facets>(parseFacets(element)));
+            groups.try_emplace(header, std::make_shared<const Facets>(parseFacets(element)));
         }
     }
 }
@@ -44,7 +44,7 @@ FacetGroups::Facets FacetGroups::parseFacets(json::View element) {
         const std::string_view name = facet.member("name").text().value_or("");
         if (!name.empty()) {
             // The first facet of a name stays.
-            facets.add(name, typeOf(facet));
+            facets.try_emplace(name, typeOf(facet));
         }
     }
     return facets;

@@ -3,10 +3,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
-#include "facet/text_table.h"
 #include "json/view.h"
+#include "text/flat_map.h"
 
 namespace zelutil::facet {
 
@@ -30,8 +31,8 @@ public:
     const FacetType* find(std::string_view header, std::string_view name) const;
 
 private:
-    using Facets = TextTable<FacetType>;
-    using Groups = TextTable<std::shared_ptr<const Facets>>;
+    using Facets = text::FlatMap<std::string, FacetType>;
+    using Groups = text::FlatMap<std::string, std::shared_ptr<const Facets>>;
 
     static void parseJsonFacetSettings(json::View meta, Groups& groups);
     static Facets parseFacets(json::View element);

@@ -14,7 +14,7 @@ namespace zelutil::text {
 /// A map from texts, for "getCommand" and "isShortcutTaken" of bench/action_lookup_bench.cpp: each key that a user
 /// presses is looked up in a context, among hundreds of shortcuts. A place of four bytes each of hash and number leads
 /// to the entry, and all entries lie in one array, so that a look-up reads two lines of the cache where nodes take
-/// four.
+/// four. "2000 facets, found" of bench/facets_bench.cpp is two such look-ups.
 ///
 /// `Text` is a std::string, or a view of a text that outlives the map. A change invalidates pointers into it.
 template <typename Text, typename Value>

@@ -16,8 +16,8 @@ std::uint64_t wordAt(const char* text) {
     return word;
 }
 
-/// Returns a hash of a text for tables in memory: it takes eight bytes with a multiplication, and most shortcuts and
-/// names with two. It differs between systems.
+/// Returns a hash of a text for tables in memory: it takes eight bytes with a multiplication, and most shortcuts with
+/// two. It differs between systems.
 inline std::uint32_t hashOf(std::string_view text) {
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
     constexpr std::uint64_t kOther = 0xC2B2AE3D27D4EB4F;
@@ -37,6 +37,10 @@ inline std::uint32_t hashOf(std::string_view text) {
             hash = hash << 8 ^ static_cast<unsigned char>(c);
         }
     }
+    // A multiplication carries nothing down, and names often differ in their last characters alone, which stand
+    // highest.
+    hash *= kMultiplier;
+    hash ^= hash >> 32;
     return static_cast<std::uint32_t>(hash * kMultiplier >> 32);
 }
 

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "facet/facet_groups.h"
-#include "facet/text_table.h"
 #include "support/environment.h"
 #include "support/installation_tree.h"
 #include "support/scarce_memory.h"
 #include "support/text_file.h"
+#include "text/flat_map.h"
 
 namespace zelutil::facet {
 namespace {
@@ -74,11 +74,11 @@ TEST(FacetsOutOfMemory, ATextThatCannotBeAddedAddsNothing) {
 TEST(FacetsOutOfMemory, AKeyThatCannotBeAddedLeavesTheTableAsItWas) {
     // More keys than the table takes without growing several times.
     constexpr int kKeys = 40;
-    TextTable<int> table;
+    text::FlatMap<std::string, int> table;
     int failures = 0;
     for (int next = 0; next < kKeys; ++next) {
         int allowed = 0;
-        while (failsWith(allowed, [&] { table.add(nameOf(next), next); })) {
+        while (failsWith(allowed, [&] { table.try_emplace(nameOf(next), next); })) {
             for (int key = 0; key < kKeys; ++key) {
                 const int* const value = table.find(nameOf(key));
                 EXPECT_EQ(value == nullptr ? -1 : *value, key < next ? key : -1) << next;
