@@ -60,7 +60,7 @@ struct ShortText {
     std::array<char, kBlock + 1> characters;
 };
 
-void convertBlock(char* text) { text::replaceInBlock(text, '/', kSeparator); }
+void convertBlock(char* text) { text::putBlock(text, text::replaced(blockAt(text), '/', kSeparator)); }
 
 }  // namespace
 

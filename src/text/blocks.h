@@ -31,12 +31,12 @@ inline bool any(Block marks) {
     return (halves[0] | halves[1]) != 0;
 }
 
-/// Puts `to` where `from` is in a block.
-inline void replaceInBlock(char* text, char from, char to) {
-    const Block block = blockAt(text);
-    const Block replaced = block ^ (equal(block, from) & static_cast<unsigned char>(from ^ to));
-    std::memcpy(text, &replaced, kBlock);
+/// Returns the block with `to` in place of each `from`.
+inline Block replaced(Block block, char from, char to) {
+    return block ^ (equal(block, from) & static_cast<unsigned char>(from ^ to));
 }
+
+inline void putBlock(char* text, Block block) { std::memcpy(text, &block, kBlock); }
 
 /// Calls `call` with the first character of blocks that cover the text, which has at least one; the last may lie over
 /// the one before.

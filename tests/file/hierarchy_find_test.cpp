@@ -312,6 +312,41 @@ TEST_F(FindDll, TakesTheBaseNameOnly) {
     EXPECT_EQ(text(Hierarchy::FindDll("def", "tools")), "");
 }
 
+TEST_F(FindDll, JoinsAnyNameAsAPath) {
+    struct Row {
+        std::string name;
+        const char* file;
+    };
+    const Row rows[] = {
+        {"", "tools/64.dll"},
+        {"", "tools/lib/.dll"},
+        {".", "tools/bin/.64.dll"},
+        {"sub/abc", "tools/bin/sub/abc.dll"},
+        {R"(sub\abc)", "tools/lib/64bit/sub/abc64.dll"},
+        {"my files/a b", "tools/lib/my files/a b.dll"},
+        {"sub/./abc", "tools/bin/sub/abc.dll"},
+        {"../abc", "abc.dll"},
+        {"sub/../../abc", "tools/lib/abc.dll"},
+        {"/abc", "tools/bin/abc.dll"},
+        {"sub//abc", "tools/lib/64bit/sub/abc.dll"},
+        {R"("abc")", "tools/bin/abc64.dll"},
+        {std::string(100, 'n') + '/' + std::string(100, 'm'), nullptr},
+    };
+    for (const Row& row : rows) {
+        const std::string file = row.file == nullptr ? "tools/lib/" + row.name + ".dll" : row.file;
+        EXPECT_EQ(text(Hierarchy::FindDll(row.name.c_str(), "tools")), "") << row.name;
+        writeTextFile(tree / file, "");
+        EXPECT_EQ(text(Hierarchy::FindDll(row.name.c_str(), "tools")), windowsText(tree / file)) << row.name;
+        fs::remove(tree / file);
+    }
+    EXPECT_EQ(text(Hierarchy::FindDll("abc?", "tools")), "");
+}
+
+TEST_F(FindDll, LooksThroughADirectoryWhoseNameHasABlank) {
+    writeTextFile(tree / "my tools/lib/64bit/abc64.dll", "");
+    EXPECT_EQ(text(Hierarchy::FindDll("abc", "my tools")), windowsText(tree / "my tools/lib/64bit/abc64.dll"));
+}
+
 TEST_F(FindDll, ADirectoryThatIsNoPathLeavesTheTreeOddity) {
     fs::current_path(outside.path());
     writeTextFile(tree / "abc.dll", "");

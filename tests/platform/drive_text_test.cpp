@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zelutil::platform {
 namespace {
@@ -58,6 +59,37 @@ TEST(DriveText, EveryPlaceOfALongTextCounts) {
                 path.erase(0, 1);  // it follows the first one
             }
             EXPECT_EQ(systemPathFromText(text), path) << text;
+        }
+    }
+}
+
+/// Copies a text into a buffer of that size that ends where its memory ends.
+std::optional<std::string> copied(const std::string& text, std::size_t size) {
+    std::vector<char> buffer(size, '#');
+    return copySystemPath(text, buffer.data(), size) ? std::make_optional<std::string>(buffer.data()) : std::nullopt;
+}
+
+TEST(DriveText, ALongPlainTextIsCopiedIntoABuffer) {
+    EXPECT_EQ(copied(R"(Z:\home/ann\notes of mine.txt)", 100), "/home/ann/notes of mine.txt");
+    EXPECT_EQ(copied(R"(home\ann/notes of mine.txt)", 100), "home/ann/notes of mine.txt");
+    EXPECT_EQ(copied(R"(C:\home\ann\notes of mine.txt)", 100), std::nullopt);
+    EXPECT_EQ(copied(R"(\\home\ann\notes of mine.txt)", 100), std::nullopt);
+    EXPECT_EQ(copied("", 100), std::nullopt);
+    EXPECT_EQ(copied("Z:", 100), std::nullopt);
+}
+
+TEST(DriveText, ACopyIsTheSameTextAndFitsItsBuffer) {
+    for (std::size_t size = 17; size < 50; ++size) {
+        const std::string name(size - 1, 'n');
+        EXPECT_EQ(copied("Z:\\" + name, size), std::nullopt) << "no room for the zero";
+        EXPECT_EQ(copied("Z:\\" + name, size + 1), "/" + name);
+        for (std::size_t place = 0; place < name.size(); ++place) {
+            for (const char c : {'"', '*', '?', '<', '>', '|', '/', '\\', ' '}) {
+                std::string text = "Z:\\" + name;
+                text[3 + place] = c;
+                const bool isPlain = c == ' ' || ((c == '/' || c == '\\') && place != 0);
+                EXPECT_EQ(copied(text, size + 1), isPlain ? systemPathFromText(text) : std::nullopt) << text;
+            }
         }
     }
 }

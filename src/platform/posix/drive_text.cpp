@@ -27,31 +27,32 @@ text::Block namelessOf(text::Block block) {
     return marks;
 }
 
-/// Returns whether the text needs nothing but other separators. It is false for short texts too.
-bool isPlain(std::string_view text) {
+/// Copies a text with slashes for its separators. Returns whether that is all that it needs; it is false for short
+/// texts too.
+bool copyWithSlashes(std::string_view text, char* path) {
     if (text.size() <= text::kBlock || kCharactersOfNoName.find(text[0]) != std::string_view::npos) {
         return false;
     }
     text::Block marks{};
-    text::forEachBlock(text.data() + 1, text.size() - 1, [&marks](const char* place) {
+    text::forEachBlock(text.data() + 1, text.size() - 1, [&](const char* place) {
         const text::Block block = text::blockAt(place);
         marks |= namelessOf(block) | (separatorsOf(block) & separatorsOf(text::blockAt(place - 1)));
+        text::putBlock(path + (place - text.data()), text::replaced(block, '\\', '/'));
     });
+    path[0] = isSeparator(text[0]) ? '/' : text[0];
     return !text::any(marks);
 }
 
 /// Returns the text with one slash for each run of separators; nothing where a character is of no name.
 std::optional<std::string> withSlashes(std::string_view text) {
-    if (isPlain(text)) {
-        std::string path(text);
-        text::forEachBlock(path.data(), path.size(), [](char* block) { text::replaceInBlock(block, '\\', '/'); });
+    std::string path(text.size(), '\0');
+    if (copyWithSlashes(text, path.data())) {
         return path;
     }
     if (text.find_first_of(kCharactersOfNoName) != std::string_view::npos) {
         return std::nullopt;
     }
-    std::string path;
-    path.reserve(text.size());
+    path.clear();
     for (const char c : text) {
         if (!isSeparator(c)) {
             path += c;
@@ -62,20 +63,34 @@ std::optional<std::string> withSlashes(std::string_view text) {
     return path;
 }
 
-}  // namespace
-
-std::optional<std::string> systemPathFromText(std::string_view text) {
+/// Returns what stands behind the drive of the root; nothing where the text names no file here.
+std::optional<std::string_view> behindDrive(std::string_view text) {
     if (text.empty() || isNetworkText(text)) {
         return std::nullopt;
     }
     if (!hasDrive(text)) {
-        return withSlashes(text);
+        return text;
     }
-    if (text[0] != 'Z' && text[0] != 'z') {
+    return text[0] == 'Z' || text[0] == 'z' ? std::make_optional(text.substr(2)) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> systemPathFromText(std::string_view text) {
+    const auto path = behindDrive(text);
+    if (!path) {
         return std::nullopt;
     }
-    text.remove_prefix(2);
-    return text.empty() ? std::optional<std::string>("/") : withSlashes(text);
+    return path->empty() ? std::optional<std::string>("/") : withSlashes(*path);
+}
+
+bool copySystemPath(std::string_view text, char* buffer, std::size_t size) {
+    const auto path = behindDrive(text);
+    if (!path || path->size() >= size || !copyWithSlashes(*path, buffer)) {
+        return false;
+    }
+    buffer[path->size()] = '\0';
+    return true;
 }
 
 std::string textFromSystemPath(std::string_view path) {

@@ -28,6 +28,18 @@ bool isDirectory(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+/// Longer paths are translated in memory of their own.
+constexpr std::size_t kUsualPathSize = 512;
+
+bool readStatus(const char* path, struct stat& status) {
+    char buffer[kUsualPathSize];
+    if (path != nullptr && worldInForce == nullptr && copySystemPath(path, buffer, sizeof buffer)) {
+        return ::stat(buffer, &status) == 0;
+    }
+    const auto file = systemPath(path);
+    return file && ::stat(file->c_str(), &status) == 0;
+}
+
 std::string ownWorkingDirectory() {
     std::string path(PATH_MAX, '\0');
     if (::getcwd(path.data(), path.size()) == nullptr) {
@@ -120,9 +132,8 @@ bool changeDirectory(const char* path) {
 }
 
 std::optional<FileStatus> fileStatus(const char* path) {
-    const auto file = systemPath(path);
     struct stat status {};
-    if (!file || ::stat(file->c_str(), &status) != 0) {
+    if (!readStatus(path, status)) {
         return std::nullopt;
     }
     return FileStatus{S_ISDIR(status.st_mode), (status.st_mode & S_IXUSR) != 0, (status.st_mode & S_IWUSR) != 0,
