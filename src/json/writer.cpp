@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <functional>
 #include <type_traits>
 
@@ -24,13 +23,14 @@ using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, BufferAllocator
 
 constexpr std::size_t kMostDigits = 32;
 
-/// Returns the digits of a number where those that the packaged RapidJSON writes are another number's; empty otherwise.
+/// Returns the digits of a number, which is finite as all that are read, where those that the packaged RapidJSON writes
+/// are another number's; empty otherwise.
 std::string exactDigits(double value) {
     char digits[kMostDigits];
     const char* const end = rapidjson::internal::dtoa(value, digits);
     double readBack = 0;
     std::from_chars(digits, end, readBack);
-    if (!std::isfinite(value) || std::equal_to<>()(readBack, value)) {
+    if (std::equal_to<>()(readBack, value)) {
         return {};
     }
     return {digits, std::to_chars(digits, digits + kMostDigits, value).ptr};

@@ -47,7 +47,7 @@ public:
     unsigned depth() const;
 
     /// Returns the text; nothing when a part of it is missing, and when it could not be read back: it nests deeper than
-    /// `kMaximumDepth`, is longer than `kMaximumTextSize` or holds a number that is not finite.
+    /// `kMaximumDepth` or is longer than `kMaximumTextSize`.
     std::optional<std::string> take();
 
 private:

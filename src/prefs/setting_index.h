@@ -34,7 +34,7 @@ public:
     Setting* find(std::uint64_t key) { return locate(key); }
 
     // The keys have places from 0 on, in their order, so that a table of one's own can stand beside the index. A
-    // setting with two keys has two places.
+    // setting with two keys has two places. Behind the last of them the greatest key ends every search.
 
     std::size_t size() const { return entries_.size() - 1; }
     std::uint64_t keyAt(std::size_t place) const { return entries_[place].key; }

@@ -23,6 +23,7 @@ public:
     void expectSame() {
         const SettingIndex index = builder_.build();
         ASSERT_EQ(index.size(), map_.size());
+        EXPECT_EQ(index.keyAt(index.size()), ~std::uint64_t{0});
         std::size_t place = 0;
         for (const auto& [key, value] : map_) {
             ASSERT_NE(index.find(key), nullptr) << key;
