@@ -27,7 +27,8 @@ using zelutil::test::waitUntil;
 using zelutil::test::windowsText;
 using zelutil::test::writeTextFile;
 
-constexpr int kRounds = zelutil::test::casesInTime(1000, 150);
+constexpr int kRounds = zelutil::test::casesInTime(1000, 60);
+constexpr int kSomeRounds = zelutil::test::casesInTime(100, 20);
 const fs::path kLibrary = ZELUTIL_TEST_LIBRARY;
 const fs::path kPlugin = ZELUTIL_TEST_PLUGIN;
 
@@ -71,7 +72,7 @@ TEST_F(Load, TheLibraryIsNotThereBeforeAndAfter) {
 }
 
 TEST_F(Load, UnusedItComesAndGoes) {
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < kSomeRounds; ++round) {
         unloadModule(loadModule(kLibrary));
         ASSERT_FALSE(moduleIsLoaded(kLibrary)) << round;
     }
@@ -102,7 +103,7 @@ TEST_F(Load, APluginTakesTheLibraryWithItManyTimes) {
 }
 
 TEST_F(Load, AThreadThatHasEndedOutlivesNeitherPluginNorLibrary) {
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 2 * kSomeRounds; ++round) {
         void* const plugin = loadModule(kPlugin);
         ASSERT_TRUE(functionOf<bool (*)(bool)>(plugin, "runThread")(round % 2 == 0)) << round;
         unloadModule(plugin);
@@ -113,7 +114,7 @@ TEST_F(Load, AThreadThatHasEndedOutlivesNeitherPluginNorLibrary) {
 }
 
 TEST_F(Load, AKilledThreadOutlivesNeitherPluginNorLibrary) {
-    for (int round = 0; round < 50; ++round) {
+    for (int round = 0; round < kSomeRounds / 2; ++round) {
         void* const plugin = loadModule(kPlugin);
         functionOf<void (*)()>(plugin, "killThread")();
         unloadModule(plugin);
@@ -134,7 +135,7 @@ TEST_F(Load, APluginCatchesTheLibrarysExceptions) {
 TEST_F(Load, FilesEnteredForDeletionGoWithTheLibrary) {
     const TempDirectory directory;
     const fs::path file = directory / "f";
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < kSomeRounds; ++round) {
         writeTextFile(file, "x");
         void* const plugin = loadModule(kPlugin);
         functionOf<void (*)(const char*)>(plugin, "enterForDeletion")(windowsText(file).c_str());
