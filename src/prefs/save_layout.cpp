@@ -18,7 +18,7 @@ std::uint32_t placeIn(const SettingIndex& settings, std::uint64_t key) {
 SaveLayout::SaveLayout(const Catalogue& catalogue)
     : firstAtPlaces_(catalogue.settings().size(), kNone), placesOfRecords_(catalogue.settings().recordCount(), kNone) {
     findPlaces(catalogue.settings());
-    const json::Document defaults(catalogue.defaultsText());
+    const json::Document defaults(json::TextStays(), catalogue.defaultsText());
     form_ = userFileForm(defaults.root());
     definitions_.reserve(placesOfRecords_.size());
     forEachSection(defaults.root(), [&](const VisitedSection& visited) { addSection(catalogue, visited); });
@@ -75,8 +75,9 @@ void SaveLayout::findSharedPlaces(const SettingIndex& settings, const std::set<s
 }
 
 void SaveLayout::addSection(const Catalogue& catalogue, const VisitedSection& visited) {
-    const SubManagerType owner = catalogue.subManagerOf(visited.attributePath);
-    const bool isRead = catalogue.sections().count(visited.attributePath) != 0;
+    const auto section = catalogue.sections().find(visited.attributePath);
+    const bool isRead = section != catalogue.sections().end();
+    const SubManagerType owner = isRead ? SubManagerType{section->second->submanagerId} : SubManagerType::None;
     const auto begin = static_cast<std::uint32_t>(definitions_.size());
     addDefinitions(catalogue.settings(), visited, owner == SubManagerType::None);
     sections_.push_back({visited.attributePath, owner, isRead, begin, static_cast<std::uint32_t>(definitions_.size())});

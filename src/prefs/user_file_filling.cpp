@@ -9,7 +9,10 @@ namespace {
 constexpr unsigned kListDepth = 1;
 constexpr unsigned kEntryDepth = 2;
 
-std::string newLine(unsigned depth) { return "\n" + std::string(std::size_t{depth} * json::kIndent, ' '); }
+std::string& appendNewLine(std::string& text, unsigned depth) {
+    text += '\n';
+    return text.append(std::size_t{depth} * json::kIndent, ' ');
+}
 
 }  // namespace
 
@@ -71,11 +74,16 @@ std::optional<std::string> UserFileFilling::take() const {
     return text.append(*form_.text, place);
 }
 
+/// Sections of two depths often take turns, so the texts keep their memory.
 void UserFileFilling::layOutLines(unsigned depth) {
     depth_ = depth;
-    beforeEntry_ = newLine(depth + kListDepth) + "{" + newLine(depth + kEntryDepth);
-    afterEntry_ = newLine(depth + kListDepth) + "}";
-    afterEntries_ = newLine(depth);
+    beforeEntry_.clear();
+    appendNewLine(beforeEntry_, depth + kListDepth) += '{';
+    appendNewLine(beforeEntry_, depth + kEntryDepth);
+    afterEntry_.clear();
+    appendNewLine(afterEntry_, depth + kListDepth) += '}';
+    afterEntries_.clear();
+    appendNewLine(afterEntries_, depth);
 }
 
 std::string_view UserFileFilling::fillingOf(std::size_t section) const {
