@@ -175,6 +175,50 @@ TEST(SavePlan, ASettingChangedUnderTwoNamesGetsTheValuesInTheOrderOfTheDefaults)
     EXPECT_EQ(valueOf(catalogue, "x"), "2");
 }
 
+/// Two settings with the full name "view::grid::<name>", of which the user set the first to 5 and the second, that only
+/// its bare name leads to, to 6.
+Catalogue withSharedFullName(const std::string& name) {
+    return catalogueOf("[" + section("view", "grid::" + name, "1") + "," + section("view::grid", name, "2") + "," +
+                           section("other", "o", "1") + "]",
+                       "[" + saved("view", R"([{"grid::)" + name + R"(":"5"}])") + "," +
+                           saved("view::grid", R"([{")" + name + R"(":"6"}])") + "]");
+}
+
+std::string savedWithSharedFullName(const std::string& name, const std::string& value) {
+    return withMeta("[" + saved("view", R"([{"grid::)" + name + R"(":")" + value + R"("}])") + "," +
+                    saved("view::grid", R"([{")" + name + R"(":")" + value + R"("}])") + "," +
+                    saved("other", R"([{"o":"2"}])") + "]");
+}
+
+// The full name leads to the first setting, and its key is the greatest.
+TEST(SavePlan, OfTwoValuesUnderOneFullNameThatOfTheFirstSettingIsSavedWhenItHasTheGreatestKey) {
+    ASSERT_LT(prefs::hashOf("grid::size"), prefs::hashOf("size"));
+    ASSERT_LT(prefs::hashOf("size"), prefs::hashOf("view::grid::size"));
+    const Catalogue catalogue = withSharedFullName("size");
+    ASSERT_EQ(valueOf(catalogue, "view::grid::size"), "5");
+    ASSERT_EQ(valueOf(catalogue, "size"), "6");
+    const auto plan = planned(catalogue, {{"o", "2"}});
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(newValues(*plan), (decltype(newValues(*plan)){{prefs::hashOf("other::o"), "2"}}));
+    EXPECT_EQ(plan->changedNames, Names{"other::o"});
+    EXPECT_EQ(compactText(*plan), savedWithSharedFullName("size", "5"));
+}
+
+// The second setting's bare name has the greatest key.
+TEST(SavePlan, OfTwoValuesUnderOneFullNameThatOfTheSecondSettingIsSavedWhenItHasTheGreatestKey) {
+    ASSERT_LT(prefs::hashOf("view::grid::color"), prefs::hashOf("grid::color"));
+    ASSERT_LT(prefs::hashOf("grid::color"), prefs::hashOf("color"));
+    const Catalogue catalogue = withSharedFullName("color");
+    ASSERT_EQ(valueOf(catalogue, "view::grid::color"), "5");
+    ASSERT_EQ(valueOf(catalogue, "color"), "6");
+    const auto plan = planned(catalogue, {{"o", "2"}});
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(newValues(*plan), (decltype(newValues(*plan)){{prefs::hashOf("view::grid::color"), "6"},
+                                                            {prefs::hashOf("other::o"), "2"}}));
+    EXPECT_EQ(plan->changedNames, (Names{"other::o", "view::grid::color"}));
+    EXPECT_EQ(compactText(*plan), savedWithSharedFullName("color", "6"));
+}
+
 TEST(SavePlan, SettingsOfASectionComeBeforeThoseOfItsChildrenWhereverTheTextHasThem) {
     const std::string children = R"("children":[)" + section("", "y", "1") + "]";
     const std::string defaults =
