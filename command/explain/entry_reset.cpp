@@ -47,7 +47,7 @@ void EntryReset::write(const std::string& text, host::SaveResult& result) const 
         result.text = "The file stays, because another program is changing it.";
         return;
     }
-    auto written = file.write(result.path, text);
+    auto written = file.write(result.path, std::string(text));
     result.keptCopy = std::move(written.keptCopy);
     result.status = host::statusOf(written.written);
 }

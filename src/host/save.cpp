@@ -72,7 +72,8 @@ bool isLeftUnread(const Planned& planned) {
     return !planned.plan.isToBeWritten && planned.now.seen == prefs::UserSettingsFile::Seen::No;
 }
 
-Status write(prefs::UserSettingsFile& file, const Planned& planned, SaveResult& result) {
+/// Takes the text out of the plan.
+Status write(prefs::UserSettingsFile& file, Planned& planned, SaveResult& result) {
     if (!planned.plan.settings.hasSections) {
         return Status::NoDefaults;
     }
@@ -85,7 +86,7 @@ Status write(prefs::UserSettingsFile& file, const Planned& planned, SaveResult& 
     }
     // An entry that the text lacks is as good as not seen.
     const auto seen = planned.plan.losesContent ? prefs::UserSettingsFile::Seen::No : planned.now.seen;
-    auto written = file.write(result.path, *planned.plan.text, seen);
+    auto written = file.write(result.path, std::move(*planned.plan.text), seen);
     result.keptCopy = std::move(written.keptCopy);
     return statusOf(written.written);
 }

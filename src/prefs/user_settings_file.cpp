@@ -75,7 +75,7 @@ void UserSettingsFile::read(const std::string& path, const Parse& parse) {
     }
 }
 
-UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string text, Seen seen) {
+UserSettingsFile::WriteResult UserSettingsFile::write(const std::string& path, std::string&& text, Seen seen) {
     WriteResult result;
     try {
         writeOrThrow(path, std::move(text), seen, result);

@@ -55,8 +55,9 @@ public:
     };
 
     /// Replaces the file at `path`, which need not be the one that was read, by one with this text, making its
-    /// directory first. Whatever fails, lack of memory too, fails quietly.
-    WriteResult write(const std::string& path, std::string text) { return write(path, std::move(text), Seen::Yes); }
+    /// directory first. Whatever fails, lack of memory too, fails quietly. It takes the text over:
+    /// a copy would be made where nobody catches a lack of memory.
+    WriteResult write(const std::string& path, std::string&& text) { return write(path, std::move(text), Seen::Yes); }
 
     /// Whether whoever made the text knows what the file held just now.
     enum class Seen {
@@ -64,7 +65,7 @@ public:
         /// It could not be read, though it may be there, so that it may hold what another process wrote: it is kept.
         No,
     };
-    WriteResult write(const std::string& path, std::string text, Seen seen);
+    WriteResult write(const std::string& path, std::string&& text, Seen seen);
 
     /// Returns the path that was read at the start, whatever was there.
     const std::string& pathAtStart() const { return pathAtStart_; }
