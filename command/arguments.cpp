@@ -31,6 +31,11 @@ CLI::Option* addText(CLI::App& arguments, const std::string& name, std::string& 
     return unprotected(arguments.add_option(name, text, description));
 }
 
+CLI::Option* addName(CLI::App& arguments, const std::string& name, std::string& text, const std::string& description) {
+    const auto check = [](const std::string& given) { return std::string(given.empty() ? "The text is empty." : ""); };
+    return addText(arguments, name, text, description)->check(CLI::Validator(check, ""));
+}
+
 CLI::Option* addTexts(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
                       const std::string& description) {
     CLI::Option* const option = unprotected(arguments.add_option(name, texts, description));

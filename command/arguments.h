@@ -16,6 +16,10 @@ std::vector<std::string> protectedArguments(std::vector<std::string> arguments);
 /// Adds a text, which stays as it was given. A subcommand adds no other options that take texts.
 CLI::Option* addText(CLI::App& arguments, const std::string& name, std::string& text, const std::string& description);
 
+/// Adds the name of something, which is not empty: where a script's variable is empty, everything is not what was
+/// meant.
+CLI::Option* addName(CLI::App& arguments, const std::string& name, std::string& text, const std::string& description);
+
 /// Adds one or more texts. An option ("--rule") takes one text and may be repeated.
 CLI::Option* addTexts(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
                       const std::string& description);

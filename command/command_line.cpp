@@ -51,6 +51,9 @@ private:
     OutputChoices outputChoices() const;
     ExitCode wrongUsage(const std::string& text, const std::string& advice) const;
     std::string unknownSubcommand() const;
+    std::string unknownOption() const;
+    ExitCode printHelp(const std::string& text) const;
+    std::string versionText() const;
     ExitCode tellParseError(const CLI::ParseError& error) const;
     std::string helpCall() const;
 
@@ -110,7 +113,7 @@ OutputChoices CommandLine::outputChoices() const {
     const ColorChoice color = color_ == "always"  ? ColorChoice::Always
                               : color_ == "never" ? ColorChoice::Never
                                                   : ColorChoice::Auto;
-    return {json_, color};
+    return {json_, color, widthOf(Stream::Output)};
 }
 
 ExitCode CommandLine::wrongUsage(const std::string& text, const std::string& advice) const {
@@ -130,6 +133,39 @@ std::string CommandLine::unknownSubcommand() const {
     return {};
 }
 
+/// Returns the first option before a subcommand that is none; empty where there is none.
+std::string CommandLine::unknownOption() const {
+    if (app_.get_subcommands().empty()) {
+        for (const std::string& word : app_.remaining()) {
+            if (word.size() > 1 && word.front() == '-') {
+                return word;
+            }
+        }
+    }
+    return {};
+}
+
+/// Writes what was asked for instead of a subcommand's work.
+ExitCode CommandLine::printHelp(const std::string& text) const {
+    if (write(Stream::Output, text)) {
+        return ExitCode::Fine;
+    }
+    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), kNotPrinted, kAdviceWhereNotPrinted));
+    return ExitCode::Failed;
+}
+
+/// The parser stops at the option of the version, before it gives --json its value.
+std::string CommandLine::versionText() const {
+    if (app_.get_option("--json")->count() == 0) {
+        return "zelutil " ZELUTIL_COMMAND_VERSION "\n";
+    }
+    OutputChoices choices = outputChoices();
+    choices.json = true;
+    Output output("version", FindingsAre::BesideResult, choices);
+    output.members([](JsonWriter& json) { json.member("version", ZELUTIL_COMMAND_VERSION); });
+    return output.text();
+}
+
 std::string CommandLine::helpCall() const {
     const auto parsed = app_.get_subcommands();
     return "zelutil " + (parsed.empty() ? std::string() : parsed.front()->get_name() + ' ') + "--help";
@@ -137,12 +173,22 @@ std::string CommandLine::helpCall() const {
 
 ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
     if (error.get_name() == "CallForVersion") {
-        return write(Stream::Output, std::string(error.what()) + '\n') ? ExitCode::Fine : ExitCode::Failed;
+        return printHelp(versionText());
     }
     if (error.get_exit_code() == 0) {
-        return write(Stream::Output, app_.help()) ? ExitCode::Fine : ExitCode::Failed;
+        return printHelp(app_.help());
     }
     const std::string word = unknownSubcommand();
+    const std::string option = unknownOption();
+    if (word.empty() && !option.empty()) {
+        std::vector<std::string> options;
+        for (const CLI::Option* const known : app_.get_options()) {
+            options.push_back(known->get_name());
+        }
+        const std::string question = questionAbout(nearestNames(option, options));
+        return wrongUsage("There is no option \"" + option + "\" before a subcommand.",
+                          question.empty() ? "\"zelutil --help\" lists them." : question);
+    }
     if (word.empty()) {
         return wrongUsage(error.what(), "\"" + helpCall() + "\" says how it is called.");
     }

@@ -19,6 +19,7 @@ public:
     void key(std::string_view name);
     void text(std::string_view value);
     void integer(int value) { writer_.integer(value); }
+    void copy(json::View value) { writer_.copy(value); }
     void truth(bool value) { writer_.truth(value); }
 
     /// Writes a member with its value.

@@ -60,7 +60,7 @@ Finding KnownSettings::unknown(const std::string& name) const {
 }
 
 Finding unknownSetting(const std::string& name, const std::vector<std::string>& known) {
-    std::string advice = questionAbout(nearestNames(name, known));
+    std::string advice = questionAbout(nearestFullNames(name, known));
     if (advice.empty()) {
         advice = "\"zelutil list\" shows all names.";
     }
@@ -104,7 +104,7 @@ void writeMembers(JsonWriter& json, const host::SettingInfo& setting) {
 
 void showSettings(const std::vector<host::SettingInfo>& settings, Output& output) {
     for (const host::SettingInfo& setting : settings) {
-        output.line("{}={}", output.shown(Role::Name, setting.fullName), output.shown(Role::Value, setting.value));
+        output.line("{}={}", output.shown(Role::Name, setting.fullName), output.shownValue(Role::Value, setting.value));
     }
     writeSettings(settings, output);
 }

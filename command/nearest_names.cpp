@@ -23,6 +23,13 @@ std::size_t differenceInLength(std::string_view a, std::string_view b) {
     return std::max(a.size(), b.size()) - std::min(a.size(), b.size());
 }
 
+constexpr std::string_view kPartSeparator = "::";
+
+std::string_view lastPartOf(std::string_view name) {
+    const std::size_t separator = name.rfind(kPartSeparator);
+    return separator == std::string_view::npos ? name : name.substr(separator + kPartSeparator.size());
+}
+
 using Candidate = std::pair<std::size_t, std::string>;
 
 std::vector<Candidate> candidatesFor(std::string_view wanted, const std::vector<std::string>& known) {
@@ -69,6 +76,40 @@ std::vector<std::string> nearestNames(std::string_view wanted, const std::vector
         }
     }
     return names;
+}
+
+namespace {
+
+/// Returns the full names among the known ones whose last part is nearest to that one.
+std::vector<std::string> nearestByLastPart(std::string_view part, const std::vector<std::string>& known) {
+    std::vector<std::string> parts;
+    for (const std::string& name : known) {
+        parts.emplace_back(lastPartOf(name));
+    }
+    const std::vector<std::string> near = nearestNames(part, parts);
+    const std::size_t least = near.empty() ? 0 : editDistance(near.front(), part);
+    std::vector<std::string> names;
+    for (std::size_t number = 0; number < known.size() && !near.empty() && names.size() < kMostNames; ++number) {
+        if (parts[number].size() < known[number].size() && editDistance(parts[number], part) == least) {
+            names.push_back(known[number]);
+        }
+    }
+    return names;
+}
+
+}  // namespace
+
+std::vector<std::string> nearestFullNames(std::string_view wanted, const std::vector<std::string>& known) {
+    std::vector<std::string> near = nearestNames(wanted, known);
+    const auto hasItsLastPart = [&](const std::string& name) {
+        return editDistance(lastPartOf(name), lastPartOf(wanted)) == 0;
+    };
+    if (std::any_of(near.begin(), near.end(), hasItsLastPart)) {
+        return near;
+    }
+    std::vector<std::string> byLastPart = nearestByLastPart(lastPartOf(wanted), known);
+    const bool isPartKnown = std::any_of(byLastPart.begin(), byLastPart.end(), hasItsLastPart);
+    return near.empty() || isPartKnown ? byLastPart : near;
 }
 
 std::string questionAbout(const std::vector<std::string>& names) {

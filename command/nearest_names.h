@@ -16,6 +16,11 @@ std::size_t editDistance(std::string_view a, std::string_view b);
 /// names that are equally near the order is kept, and one that is known twice is returned once.
 std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& known);
 
+/// Does the same for full names, which have sections before a last "::". Where none of the nearest ends as `wanted`
+/// does, those that do are returned, as "display::grids::grid" for "display::grid"; where none is near, those that
+/// nearly do.
+std::vector<std::string> nearestFullNames(std::string_view wanted, const std::vector<std::string>& known);
+
 /// Returns "Did you mean a, b or c?", or the empty text where nothing is near.
 std::string questionAbout(const std::vector<std::string>& names);
 

@@ -45,6 +45,8 @@ void writeMembers(JsonWriter& json, const Finding& finding) {
     }
 }
 
+constexpr char kDoneAndNotPrinted[] = "What was asked for is done, but the output could not be written.";
+
 /// Begins the one object of the form, whose end is written with the findings.
 void beginForm(JsonWriter& json, std::string_view command) {
     json.beginObject();
@@ -64,6 +66,7 @@ std::string errorLines(const Colors& colors, std::string_view text, std::string_
 Output::Output(std::string_view command, FindingsAre findingsAre, const OutputChoices& choices)
     : command_(command),
       findingsAre_(findingsAre),
+      width_(choices.width),
       colors_(choices.color, Stream::Output),
       errorColors_(choices.color, Stream::Error) {
     if (choices.json) {
@@ -146,7 +149,7 @@ std::string Output::text() {
 
 ExitCode Output::finish() {
     if (!write(Stream::Output, text())) {
-        fail("The output could not be written.", "See whether the disk is full or the reader has gone.");
+        fail(failure_ ? kNotPrinted : kDoneAndNotPrinted, kAdviceWhereNotPrinted);
     }
     write(Stream::Error, errorText());
     return exitCode();

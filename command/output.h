@@ -24,6 +24,8 @@ enum class FindingsAre {
 struct OutputChoices {
     bool json = false;
     ColorChoice color = ColorChoice::Auto;
+    /// How many characters a line of the terminal has; nothing where no person reads on one.
+    std::optional<std::size_t> width = std::nullopt;
 };
 
 /// Takes what a subcommand has to say and prints it at the end in the form that was asked for: lines for people, or one
@@ -51,6 +53,14 @@ public:
 
     /// Returns the text made printable and in the colour of its part.
     std::string shown(Role role, std::string_view text) const;
+
+    /// Returns a value as `shown` does, and the empty one as "", which is seen.
+    std::string shownValue(Role role, std::string_view value) const {
+        return shown(role, value.empty() ? "\"\"" : value);
+    }
+
+    /// Returns how many characters a line for people may have; nothing where it may have any number.
+    std::optional<std::size_t> width() const { return width_; }
 
     /// Has `write`, which takes a `JsonWriter&`, write members in the JSON form; for people nothing is done.
     template <typename Write>
@@ -93,6 +103,7 @@ private:
 
     std::string command_;
     FindingsAre findingsAre_;
+    std::optional<std::size_t> width_;
     Colors colors_;
     Colors errorColors_;
     std::optional<JsonWriter> json_;
@@ -101,6 +112,9 @@ private:
     Findings findings_;
     std::optional<Failure> failure_;
 };
+
+inline constexpr char kNotPrinted[] = "The output could not be written.";
+inline constexpr char kAdviceWhereNotPrinted[] = "See whether the disk is full or the reader has gone.";
 
 /// Returns the lines that tell an error and what to do next.
 std::string errorLines(const Colors& colors, std::string_view text, std::string_view advice);

@@ -24,11 +24,11 @@ std::vector<SettingChange> changesSince(const std::vector<SettingInfo>& before) 
 void tellChanges(const std::vector<SettingChange>& changes, Output& output) {
     for (const auto& [before, now] : changes) {
         const std::string name = output.shown(Role::Name, before.fullName);
-        const std::string value = output.shown(Role::Value, now);
+        const std::string value = output.shownValue(Role::Value, now);
         if (before.value == now) {
             output.line("{}: {}, as before", name, value);
         } else {
-            output.line("{}: {} -> {}", name, output.shown(Role::Old, before.value), value);
+            output.line("{}: {} -> {}", name, output.shownValue(Role::Old, before.value), value);
         }
     }
 }

@@ -44,8 +44,8 @@ struct Subcommand {
     Completes completes = Completes::Files;
     /// Whether the help leaves it out, because programs call it and not people.
     bool hidden = false;
-    /// Returns the values that an option of the subcommand ("--format") may have; nothing where these are not known.
-    /// Null for a subcommand without such options.
+    /// Returns the values that an option of the subcommand ("--format") may have, and for the empty text those that its
+    /// arguments may have; nothing where these are not known. Null for a subcommand without such options.
     std::vector<std::string> (*valuesOf)(std::string_view option) = nullptr;
 };
 

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "command/json_failure.h"
 #include "command/sections.h"
 #include "command/system/rights.h"
 #include "command/text.h"
@@ -45,7 +46,7 @@ std::string textAt(std::string_view text, std::size_t offset) {
 FileState::Remark malformedBy(const json::LocatedDocument& document) {
     const auto failure = *document.failure();
     const std::string there = textAt(document.text(), failure.position.offset);
-    return remark(failure.text + (there.empty() ? " The text ends there." : " There stands: " + there),
+    return remark(textOfFailure(document) + (there.empty() ? " The text ends there." : " There stands: " + there),
                   failure.position);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "command/json_failure.h"
 #include "command/lint/checks.h"
 #include "command/text.h"
 
@@ -48,6 +49,26 @@ void checkBytes(Report& report) {
     }
 }
 
+/// Recurses as deep as the document nests.
+void checkNullCharacters(View value, Report& report) {
+    constexpr char kText[] = "The text has a null character, at which functions of C take it to end.";
+    if (value.text().value_or("").find('\0') != std::string_view::npos) {
+        report.add(Rule::NullCharacter, value, kText);
+    }
+    for (const json::Member& member : value.members()) {
+        if (member.key.find('\0') != std::string_view::npos) {
+            report.addAtKey(Rule::NullCharacter, member.value, member.key, kText);
+        }
+        checkNullCharacters(member.value, report);
+    }
+    for (const View element : value.elements()) {
+        checkNullCharacters(element, report);
+    }
+}
+
+/// A null character is spelled so; as it is, it is no JSON.
+bool maySpellNullCharacters(std::string_view text) { return text.find("\\u0000") != std::string_view::npos; }
+
 }  // namespace
 
 Source::Source(std::string_view text)
@@ -57,11 +78,14 @@ std::vector<Finding> lint(const Source& source, const Choices& choices) {
     const json::LocatedDocument& document = source.document();
     Report report(document);
     if (const auto failure = document.failure()) {
-        report.addAt(Rule::NotJson, failure->position, failure->position, failure->text);
+        report.addAt(Rule::NotJson, failure->position, failure->position, command::textOfFailure(document));
     } else {
         const View defaults = choices.defaults == nullptr ? View() : choices.defaults->document().root();
         check(source.kind(), document.root(), defaults, report);
         checkBytes(report);
+        if (maySpellNullCharacters(document.text())) {
+            checkNullCharacters(document.root(), report);
+        }
     }
     std::vector<Finding> findings = report.take();
     const auto isUnwanted = [&](const Finding& finding) {

@@ -40,8 +40,11 @@ void Report::addAt(Rule rule, json::Position begin, json::Position end, std::str
     findings_.push_back({rule, begin, end, std::move(message), std::move(hint)});
 }
 
-std::string Report::lineOf(json::View value) const {
-    return "line " + std::to_string(document_.positionOf(value).value_or(json::Position()).line);
+std::string Report::lineOf(json::View value, json::View near) const {
+    const json::Position place = document_.positionOf(value).value_or(json::Position());
+    const auto other = document_.positionOf(near);
+    const std::string line = "line " + std::to_string(place.line);
+    return other && other->line == place.line ? line + ", column " + std::to_string(place.column) : line;
 }
 
 std::vector<Finding> Report::take() {

@@ -32,8 +32,8 @@ public:
 
     void addAt(Rule rule, json::Position begin, json::Position end, std::string message, std::string hint = {});
 
-    /// Returns "line 3", where a value begins.
-    std::string lineOf(json::View value) const;
+    /// Returns "line 3", where a value begins; "line 3, column 9" where another one begins in the same line.
+    std::string lineOf(json::View value, json::View near = {}) const;
 
     const json::LocatedDocument& document() const { return document_; }
 

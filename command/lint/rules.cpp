@@ -51,6 +51,7 @@ const std::array<RuleInfo, kRuleCount>& rules() {
         {Rule::RefusedToChild, "ZU030", Severity::Error, "A child does not get its parent's shortcut"},
         // The text and its form again.
         {Rule::NotUtf8, "ZU031", Severity::Warning, "A byte is no part of UTF-8"},
+        {Rule::NullCharacter, "ZU032", Severity::Warning, "A text has a null character in it"},
     }};
     return kRules;
 }

@@ -42,9 +42,10 @@ enum class Rule {
     SubManager,
     RefusedToChild,
     NotUtf8,
+    NullCharacter,
 };
 
-inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::NotUtf8) + 1;
+inline constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::NullCharacter) + 1;
 
 struct RuleInfo {
     Rule rule;

@@ -84,6 +84,24 @@ std::string usualInstead(const SpellingChoice& choice, const Spelled& all) {
     return counts.at(usual) >= kUsual * counts.at(choice.spelling) ? usual : std::string();
 }
 
+/// A choice and the spelling that most others have.
+struct Difference {
+    SpellingChoice choice;
+    std::string usual;
+};
+
+/// Returns one sentence for all that is spelled otherwise.
+std::string messageOf(const std::vector<Difference>& differences) {
+    std::string others;
+    std::string own;
+    for (const auto& [choice, usual] : differences) {
+        const char* const joint = others.empty() ? "" : " and ";
+        others += joint + choice.about + ' ' + usual;
+        own += joint + choice.spelling;
+    }
+    return "The other shortcuts spell " + others + ", this one " + own + ", so it is another key for the library.";
+}
+
 }  // namespace
 
 std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
@@ -109,14 +127,17 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
 void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report) {
     const Texts texts = textsOf(shortcuts);
     const Spelled all = spelledIn(texts);
-    std::unordered_map<std::string_view, std::vector<std::string>> messages;
+    std::unordered_map<std::string_view, std::string> messages;
     for (const auto& [text, number] : texts) {
+        std::vector<Difference> differences;
         for (const SpellingChoice& choice : choicesOf(text)) {
             const std::string usual = usualInstead(choice, all);
             if (!usual.empty()) {
-                messages[text].push_back("The other shortcuts spell " + choice.about + ' ' + usual + ", this one " +
-                                         choice.spelling + ", so it is another key for the library.");
+                differences.push_back({choice, usual});
             }
+        }
+        if (!differences.empty()) {
+            messages.emplace(text, messageOf(differences));
         }
     }
     if (messages.empty()) {
@@ -124,8 +145,8 @@ void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report
     }
     for (const WrittenShortcut& shortcut : shortcuts) {
         const auto found = shortcut.place ? messages.find(shortcut.text) : messages.end();
-        for (const std::string& message : found == messages.end() ? std::vector<std::string>() : found->second) {
-            report.add(Rule::SpellingOfShortcut, shortcut.place, message);
+        if (found != messages.end()) {
+            report.add(Rule::SpellingOfShortcut, shortcut.place, found->second);
         }
     }
 }

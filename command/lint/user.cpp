@@ -191,8 +191,8 @@ private:
         const auto [before, isNew] = entries_.try_emplace(number, entry);
         if (!isNew) {
             report_.addAtKey(Rule::RepeatedEntry, before->second.value, before->second.key,
-                             "A later entry (" + report_.lineOf(entry.value) + ") sets " + names_.fullName(number) +
-                                 " too, and the last one counts.");
+                             "A later entry (" + report_.lineOf(entry.value, before->second.value) + ") sets " +
+                                 names_.fullName(number) + " too, and the last one counts.");
             before->second = entry;
         }
     }

@@ -158,7 +158,7 @@ private:
 
     void tell(int id, View earlier, std::string_view key, View later) {
         report_.addAtKey(Rule::RepeatedEntry, earlier, key,
-                         "A later entry (" + report_.lineOf(later) + ") gives action " + std::to_string(id) +
+                         "A later entry (" + report_.lineOf(later, earlier) + ") gives action " + std::to_string(id) +
                              " another " + (key == kShortcut ? "shortcut" : "menu flag") +
                              ", and the last one counts.");
     }

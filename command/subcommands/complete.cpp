@@ -53,6 +53,9 @@ Words namesOfSettings(const std::string& beginning, Output& output) {
 }
 
 Words argumentsFor(const Subcommand& subcommand, const std::string& beginning, Output& output) {
+    if (subcommand.valuesOf != nullptr) {
+        return beginningWith(beginning, subcommand.valuesOf(""));
+    }
     if (subcommand.completes == Completes::Files || beginning.find('=') != std::string::npos) {
         return {};
     }
@@ -86,9 +89,39 @@ Words optionsFor(const CLI::App& app, const Subcommand* subcommand) {
     return options;
 }
 
-/// Returns what the subcommand's option takes; nothing for a word that is no such option.
-Words valuesBehind(const std::string& option, const Subcommand* subcommand) {
+/// Returns whether a value stands behind the option.
+bool takesValue(const CLI::App& app, const Subcommand* subcommand, const std::string& option) {
+    const CLI::Option* known = app.get_option_no_throw(option);
+    if (known == nullptr && subcommand != nullptr) {
+        known = app.get_subcommand(subcommand->name)->get_option_no_throw(option);
+    }
+    return !option.empty() && option.front() == '-' && known != nullptr && known->get_items_expected_max() > 0;
+}
+
+/// Returns what the option takes; nothing where that is a file or not known.
+Words valuesBehind(const std::string& option, const Subcommand* subcommand, Output& output) {
+    if (option == "--color") {
+        return {"auto", "always", "never"};
+    }
+    if (option == "--section") {
+        return KnownSettings(output).areThere() ? host::sectionsInFileOrder() : Words();
+    }
+    if (option == "--context") {
+        return shortcuts::contextsOf(shortcuts::KnownShortcuts(output).rows());
+    }
     return subcommand == nullptr || subcommand->valuesOf == nullptr ? Words() : subcommand->valuesOf(option);
+}
+
+/// Returns the ids of the actions that the user has changed.
+Words changedActions(Output& output) {
+    Words ids;
+    const shortcuts::KnownShortcuts known(output);
+    for (const shortcuts::ShortcutRow& row : known.rows()) {
+        if (isChangedByUser(row) && row.action.item.parent_id < 1) {
+            ids.push_back(std::to_string(row.action.id));
+        }
+    }
+    return ids;
 }
 
 /// `words` are those behind the program's name, the one that is being typed last.
@@ -99,22 +132,20 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
     }
     const std::string before = words.empty() ? std::string() : words.back();
     const Subcommand* const subcommand = subcommandAmong(words);
-    if (before == "--color") {
-        return beginningWith(typed, {"auto", "always", "never"});
+    if (takesValue(app, subcommand, before)) {
+        return beginningWith(typed, valuesBehind(before, subcommand, output));
     }
-    if (before == "--section") {
-        return KnownSettings(output).areThere() ? beginningWith(typed, host::sectionsInFileOrder()) : Words();
-    }
-    if (before == "--context") {
-        const shortcuts::KnownShortcuts known(output);
-        return beginningWith(typed, shortcuts::contextsOf(known.rows()));
-    }
-    const Words values = valuesBehind(before, subcommand);
-    if (!values.empty()) {
+    const std::string option = typed.substr(0, typed.find('='));
+    if (option.size() < typed.size() && takesValue(app, subcommand, option)) {
+        Words values = valuesBehind(option, subcommand, output);
+        std::for_each(values.begin(), values.end(), [&](std::string& value) { value.insert(0, option + '='); });
         return beginningWith(typed, values);
     }
     if (!typed.empty() && typed.front() == '-') {
         return beginningWith(typed, optionsFor(app, subcommand));
+    }
+    if (subcommand == &kReset && std::find(words.begin(), words.end(), "--shortcuts") != words.end()) {
+        return beginningWith(typed, changedActions(output));
     }
     return subcommand == nullptr ? beginningWith(typed, namesOfSubcommands())
                                  : argumentsFor(*subcommand, typed, output);

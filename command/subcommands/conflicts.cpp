@@ -85,7 +85,7 @@ void showConflicts(const std::string& context, Output& output) {
 
 Work declareConflicts(CLI::App& arguments) {
     const auto context = std::make_shared<std::string>();
-    addText(arguments, "--context", *context, "Show only those that concern that context")->type_name("CONTEXT");
+    addName(arguments, "--context", *context, "Show only those that concern that context")->type_name("CONTEXT");
     return [context](Output& output) { showConflicts(*context, output); };
 }
 

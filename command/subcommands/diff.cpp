@@ -18,7 +18,7 @@ void diff(Output& output) {
                  [](const auto& setting) { return setting.value != setting.defaultValue; });
     for (const host::SettingInfo& setting : different) {
         output.line("{}: {} -> {}", output.shown(Role::Name, setting.fullName),
-                    output.shown(Role::Old, setting.defaultValue), output.shown(Role::Value, setting.value));
+                    output.shownValue(Role::Old, setting.defaultValue), output.shownValue(Role::Value, setting.value));
     }
     writeSettings(different, output);
 }

@@ -119,7 +119,7 @@ void Explanation::addFindings(const SettingAccount& account) {
 void Explanation::print(const Explained& one) {
     const SettingAccount& account = one.account;
     const host::SettingInfo& info = account.info;
-    const auto value = [&](const std::string& text) { return output_.shown(Role::Value, text); };
+    const auto value = [&](const std::string& text) { return output_.shownValue(Role::Value, text); };
     const auto place = [&](const std::string& file, const json::Position& at) {
         return output_.shown(Role::Faint, textOfPlace(explainedPlace(file, at)));
     };

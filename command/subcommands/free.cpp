@@ -1,5 +1,6 @@
 // zelutil free: the shortcuts that nobody has.
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "command/arguments.h"
@@ -78,9 +79,19 @@ void showFree(const FreeChoices& choices, Output& output) {
     });
 }
 
+std::vector<std::string> valuesOfFree(std::string_view option) {
+    std::vector<std::string> values;
+    if (option == "--modifiers") {
+        // No shell offers the empty text.
+        std::copy_if(shortcuts::modifierSets().begin(), shortcuts::modifierSets().end(), std::back_inserter(values),
+                     [](const std::string& modifiers) { return !modifiers.empty(); });
+    }
+    return values;
+}
+
 Work declareFree(CLI::App& arguments) {
     const auto choices = std::make_shared<FreeChoices>();
-    addText(arguments, "--context", choices->context, "The context whose actions are to be given one")
+    addName(arguments, "--context", choices->context, "The context whose actions are to be given one")
         ->required()
         ->type_name("CONTEXT");
     const CLI::Option* const modifiers =
@@ -94,8 +105,13 @@ Work declareFree(CLI::App& arguments) {
 
 }  // namespace
 
-const Subcommand kFree{"free", "List the shortcuts that no action of a context has",
-                       "$ zelutil free --context ucpedit --modifiers Alt+Shift", FindingsAre::BesideResult,
-                       declareFree};
+const Subcommand kFree{"free",
+                       "List the shortcuts that no action of a context has",
+                       "$ zelutil free --context ucpedit --modifiers Alt+Shift",
+                       FindingsAre::BesideResult,
+                       declareFree,
+                       Completes::Files,
+                       false,
+                       valuesOfFree};
 
 }  // namespace zelutil::command

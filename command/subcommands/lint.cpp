@@ -8,6 +8,7 @@
 
 #include "command/arguments.h"
 #include "command/input_file.h"
+#include "command/json_failure.h"
 #include "command/lint/sarif.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -102,7 +103,7 @@ bool areUsable(const ReadFile& defaults, Output& output) {
     if (const auto failure = defaults.source.document().failure()) {
         output.fail("The defaults \"" + defaults.path + "\" are no JSON (line " +
                         std::to_string(failure->position.line) + ", column " +
-                        std::to_string(failure->position.column) + "): " + failure->text,
+                        std::to_string(failure->position.column) + "): " + textOfFailure(defaults.source.document()),
                     "Correct the file at that place, or name the file that the product ships.");
         return false;
     }
@@ -204,9 +205,11 @@ Work declareLint(CLI::App& arguments) {
     const auto choices = std::make_shared<LintChoices>();
     addTexts(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
     const CLI::Option* const defaults = addText(arguments, "--defaults", choices->defaults,
-                                                "The defaults for user's files; else the first ones among the files");
-    addTexts(arguments, "--rule", choices->rules, "Tell of this rule only, as ZU003; may be repeated");
-    addText(arguments, "--format", choices->format, "text, json or sarif (SARIF 2.1.0)");
+                                                "The defaults for user's files; else the first ones among the files")
+                                            ->type_name("FILE");
+    addTexts(arguments, "--rule", choices->rules, "Tell of this rule only, as ZU003; may be repeated")
+        ->type_name("RULE");
+    addText(arguments, "--format", choices->format, "text, json or sarif (SARIF 2.1.0)")->type_name("FORMAT");
     return [choices, defaults](Output& output) {
         choices->namesDefaults = defaults->count() > 0;
         check(*choices, output);

@@ -76,7 +76,7 @@ Work declareList(CLI::App& arguments) {
     addText(arguments, "PATTERN", choices->pattern,
             "Part of a full name, or a pattern for all of it with * for any text and ? for a character");
     arguments.add_flag("--changed", choices->changed, "List only what the user has set");
-    addText(arguments, "--section", choices->section, "List only that section and those in it")->type_name("SECTION");
+    addName(arguments, "--section", choices->section, "List only that section and those in it")->type_name("SECTION");
     return [choices](Output& output) { list(*choices, output); };
 }
 

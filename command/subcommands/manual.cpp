@@ -84,7 +84,10 @@ void addSubcommands(const CLI::App& app, Output& output) {
 void addSurroundings(Output& output) {
     output.line(".SH EXIT STATUS");
     definition(output, "0", "Fine.");
-    definition(output, "1", "Done, and there are findings: warnings or errors.");
+    definition(
+        output, "1",
+        "Done, and there are findings: warnings or errors. Where a name is unknown among those of set or reset, it "
+        "is a finding too, and nothing was done.");
     definition(output, "2", "Called wrongly; nothing was done.");
     definition(output, "3", "It could not be done.");
     output.line(".SH ENVIRONMENT");
@@ -94,6 +97,11 @@ void addSurroundings(Output& output) {
     definition(output, "HOMEDRIVE, HOMEPATH",
                "Name the user's home directory, in which the user's file is pcbenv/tessel/tessel_settings.cfg. Outside "
                "Windows the drive Z: is the root directory.");
+    definition(output, "QTX_SITE", "Names the site's directory, in which some files are looked for first.");
+    definition(output, "regression_testing",
+               "Has the user's file written in the current directory, where it is set to anything.");
+    definition(output, "QTX_ZELUTIL_DEBUG",
+               "Has the library print lines of its own, which stand on standard error here.");
     definition(output, "NO_COLOR", "Has no colours used where it is set and not empty; --color goes before it.");
 }
 

@@ -7,6 +7,7 @@
 #include "command/arguments.h"
 #include "command/schema/schema_texts.h"
 #include "command/subcommands/table.h"
+#include "json/document.h"
 
 namespace zelutil::command {
 namespace {
@@ -17,7 +18,21 @@ void printSchema(const std::string& kind, Output& output) {
     if (schema == std::end(kSchemaTexts)) {
         throw UsageError("\"" + kind + "\" is none of defaults, user, actions and facets.");
     }
-    output.printInstead(schema->text);
+    output.line("{}", std::string_view(schema->text).substr(0, std::string_view(schema->text).size() - 1));
+    output.members([&](JsonWriter& json) {
+        const json::Document document(schema->text);
+        json.member("kind", kind);
+        json.key("schema");
+        json.copy(document.root());
+    });
+}
+
+std::vector<std::string> kindsOfSchemas(std::string_view option) {
+    std::vector<std::string> kinds;
+    for (const SchemaText& one : kSchemaTexts) {
+        kinds.emplace_back(one.kind);
+    }
+    return option.empty() ? kinds : std::vector<std::string>();
 }
 
 Work declareSchema(CLI::App& arguments) {
@@ -28,7 +43,13 @@ Work declareSchema(CLI::App& arguments) {
 
 }  // namespace
 
-const Subcommand kSchema{"schema", "Print the JSON Schema of a kind of file",
-                         "$ zelutil schema user > user.schema.json", FindingsAre::TheResult, declareSchema};
+const Subcommand kSchema{"schema",
+                         "Print the JSON Schema of a kind of file",
+                         "$ zelutil schema user > user.schema.json",
+                         FindingsAre::TheResult,
+                         declareSchema,
+                         Completes::Files,
+                         false,
+                         kindsOfSchemas};
 
 }  // namespace zelutil::command

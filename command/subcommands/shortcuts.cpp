@@ -65,7 +65,7 @@ void showTable(const TableChoices& choices, Output& output) {
 
 Work declareShortcuts(CLI::App& arguments) {
     const auto choices = std::make_shared<TableChoices>();
-    addText(arguments, "--context", choices->context, "Show only the actions of that context")->type_name("CONTEXT");
+    addName(arguments, "--context", choices->context, "Show only the actions of that context")->type_name("CONTEXT");
     arguments.add_flag("--changed", choices->changed, "Show only what the user's changes make different");
     return [choices](Output& output) { showTable(*choices, output); };
 }

@@ -63,7 +63,7 @@ void answerKeys(const KeyQuestion& question, Output& output) {
 Work declareWho(CLI::App& arguments) {
     const auto question = std::make_shared<KeyQuestion>();
     addTexts(arguments, "KEY", question->keys, "Shortcuts, such as Ctrl+S")->required();
-    addText(arguments, "--context", question->context, "The context in which they are pressed")
+    addName(arguments, "--context", question->context, "The context in which they are pressed")
         ->required()
         ->type_name("CONTEXT");
     return [question](Output& output) { answerKeys(*question, output); };

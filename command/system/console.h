@@ -1,6 +1,8 @@
 #ifndef ZELUTIL_COMMAND_SYSTEM_CONSOLE_H
 #define ZELUTIL_COMMAND_SYSTEM_CONSOLE_H
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +35,9 @@ bool isTerminal(Stream stream);
 
 /// Returns whether the stream is a terminal that shows colours, and prepares it for them.
 bool showsColors(Stream stream);
+
+/// Returns how many characters a line of the terminal has; nothing where the stream is none.
+std::optional<std::size_t> widthOf(Stream stream);
 
 /// Writes the text and returns whether all of it got there.
 bool write(Stream stream, std::string_view text);

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -55,6 +56,12 @@ bool isTerminal(Stream stream) { return isatty(fileno(fileOf(stream))) != 0; }
 
 bool showsColors(Stream stream) {
     return isTerminal(stream) && platform::environment("TERM").value_or("dumb") != "dumb";
+}
+
+std::optional<std::size_t> widthOf(Stream stream) {
+    winsize size{};
+    const bool isKnown = ioctl(fileno(fileOf(stream)), TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+    return isKnown ? std::optional<std::size_t>(size.ws_col) : std::nullopt;
 }
 
 bool write(Stream stream, std::string_view text) {

@@ -117,6 +117,14 @@ bool showsColors(Stream stream) {
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+std::optional<std::size_t> widthOf(Stream stream) {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (GetConsoleScreenBufferInfo(handleOf(stream), &info) == 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left) + 1;
+}
+
 bool write(Stream stream, std::string_view text) {
     if (isTerminal(stream)) {
         return writeToConsole(handleOf(stream), text);

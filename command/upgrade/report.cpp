@@ -146,8 +146,9 @@ public:
     }
 
 private:
-    std::string old(const std::string& text) const { return output_.shown(Role::Old, text); }
-    std::string value(const std::string& text) const { return output_.shown(Role::Value, text); }
+    std::string old(const std::string& text) const { return output_.shownValue(Role::Old, text); }
+    std::string value(const std::string& text) const { return output_.shownValue(Role::Value, text); }
+    std::string quoted(Role role, const std::string& text) const { return '"' + output_.shown(role, text) + '"'; }
     std::string name(const std::string& text) const { return output_.shown(Role::Name, text); }
 
     void tellSettings(const Effect& effect) {
@@ -175,8 +176,8 @@ private:
             output_.line("  refused: {}", output_.shown(Role::Faint, one.text));
         }
         for (const LostShortcut& one : effect.shortcuts) {
-            output_.line("  shortcut: action {} had \"{}\", {}", one.action, old(one.shortcut),
-                         one.now ? "now \"" + value(*one.now) + '"' : "there is no such action");
+            output_.line("  shortcut: action {} had {}, {}", one.action, quoted(Role::Old, one.shortcut),
+                         one.now ? "now " + quoted(Role::Value, *one.now) : "there is no such action");
         }
         for (const LostMenuFlag& one : effect.menuFlags) {
             output_.line("  menu: action {} was {}, {}", one.action, one.inMenu ? "shown" : "hidden",
@@ -185,7 +186,7 @@ private:
                                     : "now it is hidden");
         }
         for (const ChangedKey& one : effect.keys) {
-            output_.line("  key: \"{}\" in {} ran {}, now {}", value(one.shortcut), name(one.context),
+            output_.line("  key: {} in {} ran {}, now {}", quoted(Role::Value, one.shortcut), name(one.context),
                          owner(Role::Old, one.before), one.now ? owner(Role::Value, *one.now) : "nothing");
         }
     }

@@ -8,6 +8,7 @@ trap 'rm -rf "$world"' EXIT
 cp -r "$3" "$world/product"
 # The root search wants a file of the library's name there.
 : >"$world/product/tools/bin/$4"
+sed -i 's/"context": "library"/"context": "my library"/' "$world"/product/share/qtxsetup/canvas/resources/tessel/*.cfg
 export QTXROOT=$world/product HOMEDRIVE=Z: HOMEPATH=$world
 # shellcheck source=/dev/null
 source "$2"
@@ -37,6 +38,11 @@ expect "zelutil lint --format s" "sarif"
 expect "zelutil lint --rule ZU00" "ZU001 ZU002 ZU003 ZU004 ZU005 ZU006 ZU007 ZU008 ZU009"
 expect "zelutil lint --format" "--format"
 expect "zelutil free --context b" "brisk3d"
+expect "zelutil free --context=b" "brisk3d"
+expect "zelutil free --modifiers Ctrl+A" "Ctrl+Alt Ctrl+Alt+Shift"
+expect "zelutil schema " "defaults user actions facets"
+expect "zelutil get --world g" ""
+expect "zelutil free --context my" 'my\ library'
 expect "zelutil no-such" ""
 expect "zelutil reset general::locale::lan" "language"
 expect "zelutil get general::locale::language angle" "angle_units"

@@ -188,6 +188,9 @@ TEST(LintUserActions, OfWhatAnActionIsGivenTwiceTheFirstIsTold) {
         // A shortcut may be taken away first, and the same may be given again.
         EXPECT_EQ(placesOf(check(userActionsOf({none, f3, inMenu, f3, inMenu}), defaults)), "");
     }
+    EXPECT_EQ(told(check("[{\"actions\": [" + f3 + ", " + f4 + "]}]", kTwoActions)),
+              "ZU020 at 1:25: A later entry (line 1, column 44) gives action 1 another shortcut, and the last one "
+              "counts. \n");
     // Action 2 has F2 by then, so F3 counts.
     const std::string f2 = R"({"id": 1, "shortcut": "F2"})";
     EXPECT_EQ(placesOf(check(userActionsOf({f3, f2}), kTwoActions)), "ZU024 at 3:23");
@@ -219,8 +222,33 @@ TEST(LintBytes, ThoseThatAreNotUtf8AreToldAtTheFirstOfThem) {
               "ZU031 at 2:15: The byte 0x80 is no part of UTF-8, as 2 bytes of the file are none." + hint);
 }
 
+TEST(LintBytes, ANullCharacterIsToldInTextsAndNames) {
+    const std::string user =
+        R"({"meta": [{"header": "A", "attribute": "a", "overriddensettings": [{"x": "1\u0000", "\u0000": "2"}]}]})";
+    EXPECT_EQ(placesOf(lint(user)), "ZU032 at 1:74, ZU032 at 1:85");
+    EXPECT_EQ(placesOf(lint(R"({"meta": [{"header": "A\\u0000", "attribute": "a", "overriddensettings": []}]})")), "");
+}
+
+// --- Commas
+// -----------------------------------------------------------------------------------------------------------
+
+TEST(LintCommas, OneTooManyIsNamed) {
+    EXPECT_EQ(told(lint("{\"meta\": [1,\n ]}")), "ZU001 at 2:2: A comma stands behind the last element. \n");
+    EXPECT_EQ(told(lint("{\"meta\": [],}")), "ZU001 at 1:13: A comma stands behind the last member. \n");
+    EXPECT_EQ(told(lint("{\"meta\": [,]}")).find("comma stands"), std::string::npos);
+}
+
 // --- Shortcuts
 // --------------------------------------------------------------------------------------------------------
+
+TEST(LintShortcuts, OneThatDiffersInTwoWaysIsToldOnce) {
+    const std::string action = R"({"id": 1, "context": "c", "command": "a", "shortcut": "Ctrl+A"})";
+    const std::string second = R"({"id": 2, "context": "c", "command": "b", "shortcut": "Ctrl+B"})";
+    const std::string other = R"({"id": 3, "context": "c", "command": "d", "shortcut": "ctrl+d"})";
+    EXPECT_EQ(told(lint(actionsOf({action, second, other}))),
+              "ZU016 at 4:55: The other shortcuts spell the modifier ctrl \"Ctrl\" and letters capitals, this one "
+              "\"ctrl\" and lower case, so it is another key for the library. \n");
+}
 
 TEST(LintShortcuts, ATextOfVeryManyPartsNamesNoKeysAndTakesNoTime) {
     EXPECT_FALSE(choicesOf("Ctrl+Alt+Shift+Meta+F1").empty());

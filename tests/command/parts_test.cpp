@@ -4,12 +4,43 @@
 #include "command/nearest_names.h"
 #include "command/pattern.h"
 #include "command/saved_settings.h"
+#include "command/shortcuts/columns.h"
 #include "command/text.h"
 
 namespace {
 
 using namespace zelutil::command;
 using zelutil::host::SaveResult;
+
+/// Returns what a terminal of that width shows of a table.
+std::string tableOn(std::optional<std::size_t> width) {
+    using zelutil::shortcuts::Cell;
+    Output output("who", FindingsAre::TheResult, {false, ColorChoice::Never, width});
+    zelutil::shortcuts::showColumns(
+        {"ID", "WHY", "KEY"},
+        {{{"1", Role::Value}, {"because the f\xC3\xBCnfth one is shipped so", Role::Faint}, {"F1"}},
+         {{"22", Role::Value}, {"shipped", Role::Faint}, {"F2"}}},
+        output);
+    return output.text();
+}
+
+TEST(Columns, ExplanationsAreShortenedToTheTerminal) {
+    const std::string whole =
+        "ID  WHY                                   KEY\n"
+        "1   because the f\xC3\xBCnfth one is shipped so  F1\n"
+        "22  shipped                               F2\n";
+    EXPECT_EQ(tableOn(std::nullopt), whole);
+    EXPECT_EQ(tableOn(45), whole);
+    EXPECT_EQ(tableOn(25),
+              "ID  WHY               KEY\n"
+              "1   because the f\xC3\xBCn\xE2\x80\xA6  F1\n"
+              "22  shipped           F2\n");
+    // Narrower than that it would say nothing.
+    EXPECT_EQ(tableOn(5),
+              "ID  WHY           KEY\n"
+              "1   because the\xE2\x80\xA6  F1\n"
+              "22  shipped       F2\n");
+}
 
 struct Distance {
     const char* a;
@@ -28,8 +59,9 @@ TEST(NearestNames, CountsChanges) {
     }
 }
 
+using Names = std::vector<std::string>;
+
 TEST(NearestNames, AreTheFewThatSomebodyMayMean) {
-    using Names = std::vector<std::string>;
     EXPECT_EQ(nearestNames("visibel", {"units", "visibles", "visible", "visible"}), (Names{"visible", "visibles"}));
     EXPECT_EQ(nearestNames("gird", {"grids", "grid"}), Names{"grid"});
     EXPECT_EQ(nearestNames("ab", {"abc", "abd", "abe", "abf"}), (Names{"abc", "abd", "abe"}));
@@ -38,6 +70,17 @@ TEST(NearestNames, AreTheFewThatSomebodyMayMean) {
     EXPECT_EQ(questionAbout({}), "");
     EXPECT_EQ(questionAbout({"a"}), "Did you mean a?");
     EXPECT_EQ(questionAbout({"a", "b", "c"}), "Did you mean a, b or c?");
+}
+
+TEST(NearestNames, OfFullNamesThoseThatEndSoAreTakenBeforeOthers) {
+    const Names known = {"display::units", "units", "display::zoom", "zoom", "display::grids::grid", "grid"};
+    EXPECT_EQ(nearestFullNames("display::grid", known), Names{"display::grids::grid"});
+    EXPECT_EQ(nearestFullNames("view::ZOOM", known), Names{"display::zoom"});
+    // One is near and ends so.
+    EXPECT_EQ(nearestFullNames("dsplay::units", known), Names{"display::units"});
+    EXPECT_EQ(nearestFullNames("unit", known), Names{"units"});
+    EXPECT_EQ(nearestFullNames("elsewhere::zom", known), Names{"display::zoom"});
+    EXPECT_EQ(nearestFullNames("elsewhere::thing", known), Names());
 }
 
 struct Match {

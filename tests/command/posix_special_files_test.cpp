@@ -30,6 +30,23 @@ TEST(SpecialFiles, APipeIsNoRegularFileToLint) {
     }
 }
 
+/// Returns what a call prints on standard error where nothing can be written on standard output.
+std::string saidOnAFullDisk(const CommandWorld& world, const std::string& call) {
+    return world.runProgram("/bin/sh", {"-c", std::string(ZELUTIL_TEST_COMMAND) + ' ' + call + " >/dev/full"}).err;
+}
+
+TEST(SpecialFiles, WhereTheOutputCannotBeWrittenThatIsTold) {
+    const CommandWorld world;
+    constexpr char kAdvice[] = "    See whether the disk is full or the reader has gone.\n";
+    const std::string help = std::string("zelutil: error: The output could not be written.\n") + kAdvice;
+    EXPECT_EQ(saidOnAFullDisk(world, "--help"), help);
+    EXPECT_EQ(saidOnAFullDisk(world, "--version"), help);
+    EXPECT_EQ(
+        saidOnAFullDisk(world, "set grid=3"),
+        std::string("zelutil: error: What was asked for is done, but the output could not be written.\n") + kAdvice);
+    EXPECT_EQ(world.run({"get", "grid", "--value"}).out, "3\n");
+}
+
 TEST(SpecialFiles, ALinkThatLeadsRoundInACircleIsToldAsSuch) {
     const CommandWorld world;
     const std::string link = world.home() / "link";

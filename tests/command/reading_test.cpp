@@ -40,6 +40,15 @@ const Row kRows[] = {
      1,
      kNone,
      "error: There is no setting \"[grid,units]\".\n    \"zelutil list\" shows all names.\n"},
+    // The name stands behind its section.
+    {{"get", "display::grid"},
+     1,
+     kNone,
+     "error: There is no setting \"display::grid\".\n    Did you mean display::grids::grid?\n"},
+    {{"get", "saving::zoom"},
+     1,
+     kNone,
+     "error: There is no setting \"saving::zoom\".\n    Did you mean display::zoom?\n"},
     {{"get", "{}"}, 1, kNone, "error: There is no setting \"{}\".\n    \"zelutil list\" shows all names.\n"},
     {{"get", "diff"}, 1, kNone, "error: There is no setting \"diff\".\n    \"zelutil list\" shows all names.\n"},
 
@@ -147,6 +156,18 @@ TEST(Reading, WhatTheLibraryPrintsItselfStandsOnStandardError) {
 }
 
 /// A text from a file neither moves the terminal's cursor nor ends the line.
+TEST(Reading, ShowsAnEmptyValue) {
+    const CommandWorld world;
+    world.writeUser(R"({"meta":[{"header":"D","attribute":"display","overriddensettings":[{"units":""}]}]})");
+    EXPECT_EQ(world.run({"get", "units"}).out, "display::units=\"\"\n");
+    EXPECT_EQ(world.run({"get", "units", "--value"}).out, "\n");
+    EXPECT_EQ(world.run({"diff"}).out, "display::units: mm -> \"\"\n");
+    EXPECT_NE(world.json({"get", "units"}).find(R"("value":"")"), std::string::npos);
+    const std::string explained = world.run({"explain", "units"}).out;
+    EXPECT_NE(explained.find("  user's value: \"\", at "), std::string::npos) << explained;
+    EXPECT_EQ(world.run({"set", "units=mm"}).out.find("display::units: \"\" -> mm\n"), 0U);
+}
+
 TEST(Reading, SpellsOutControlCharacters) {
     const CommandWorld world;
     world.writeUser(

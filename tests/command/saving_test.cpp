@@ -65,7 +65,7 @@ TEST(Saving, SaysThatARegressionTestSavesElsewhere) {
 TEST(Saving, AValueMayBeEmptyAndLookLikeAnOption) {
     const CommandWorld world;
     EXPECT_EQ(world.run({"set", "units=", "zoom=--json"}).exitCode, 0);
-    expectFine(world.run({"get", "units", "zoom"}), "display::units=\ndisplay::zoom=--json\n");
+    expectFine(world.run({"get", "units", "zoom"}), "display::units=\"\"\ndisplay::zoom=--json\n");
 }
 
 TEST(Saving, ANameMayHaveEqualsSigns) {

@@ -162,6 +162,11 @@ def main():
                 failures.append(f"the schema of {kind} that is printed is not the one that is installed")
         schema = json.loads(printed)
         jsonschema.Draft7Validator.check_schema(schema)
+        if schema.get("$id") != f"urn:zelutil:schema:{kind}:1":
+            failures.append(f"the schema of {kind} is not known by its name")
+        form = json.loads(subprocess.run([COMMAND, "schema", kind, "--json"], stdout=subprocess.PIPE, check=True).stdout)
+        if form != {"zelutil": {"format": 1, "command": "schema"}, "kind": kind, "schema": schema, "findings": []}:
+            failures.append(f"the form for programs of the schema of {kind} is another one")
         validators[kind] = jsonschema.Draft7Validator(schema)
     files = [(kind, good, text, "a file of this test") for kind, good, text in FILES] + list(examples())
     for kind, name in (("defaults", "tessel_settings.cfg"), ("facets", "facet_settings.cfg")):

@@ -63,7 +63,11 @@ TEST(Usage, HelpOfASubcommandEndsWithItsExample) {
 }
 
 TEST(Usage, VersionIsPrinted) {
-    EXPECT_EQ(CommandWorld().run({"--version"}).out, "zelutil " ZELUTIL_TEST_VERSION "\n");
+    const CommandWorld world;
+    EXPECT_EQ(world.run({"--version"}).out, "zelutil " ZELUTIL_TEST_VERSION "\n");
+    constexpr char kForm[] =
+        R"({"zelutil":{"format":1,"command":"version"},"version":")" ZELUTIL_TEST_VERSION R"(","findings":[]})";
+    EXPECT_EQ(world.json({"--version"}), kForm);
 }
 
 struct WrongUse {
@@ -77,6 +81,17 @@ TEST(Usage, WrongUseIsTold) {
         {{"gte", "grid"}, "zelutil: error: There is no subcommand \"gte\".\n    Did you mean get?\n"},
         {{"unheard-of"},
          "zelutil: error: There is no subcommand \"unheard-of\".\n    \"zelutil --help\" lists them.\n"},
+        {{"--bogus"},
+         "zelutil: error: There is no option \"--bogus\" before a subcommand.\n"
+         "    \"zelutil --help\" lists them.\n"},
+        {{"--jsn"}, "zelutil: error: There is no option \"--jsn\" before a subcommand.\n    Did you mean --json?\n"},
+        {{"list", "--section", ""},
+         "zelutil: error: --section: The text is empty.\n    \"zelutil list --help\" says how it is called.\n"},
+        {{"shortcuts", "--context", ""},
+         "zelutil: error: --context: The text is empty.\n    \"zelutil shortcuts --help\" says how it is called.\n"},
+        {{"conflicts", "--context="},
+         "zelutil: error: --context: 1 required CONTEXT missing\n    \"zelutil conflicts --help\" says how it is "
+         "called.\n"},
         {{"get"}, "zelutil: error: NAME is required\n    \"zelutil get --help\" says how it is called.\n"},
         {{"diff", "grid"},
          "zelutil: error: The following argument was not expected: grid\n"
@@ -127,6 +142,14 @@ TEST(Usage, CompletionOffersWhatMayFollow) {
         {{"list", "--section", "s"}, {"saving"}},
         {{"list", "--se"}, {"--section"}},
         {{"--color", "a"}, {"auto", "always"}},
+        {{"list", "--section=s"}, {"--section=saving"}},
+        {{"list", "--color=n"}, {"--color=never"}},
+        {{"schema", ""}, {"defaults", "user", "actions", "facets"}},
+        {{"schema", "f"}, {"facets"}},
+        {{"free", "--modifiers", "Ctrl+A"}, {"Ctrl+Alt", "Ctrl+Alt+Shift"}},
+        // Files, which the shell knows.
+        {{"get", "--world", "d"}, {}},
+        {{"lint", "--defaults", "d"}, {}},
         {{"get", "--v"}, {"--value", "--version"}},
         {{"di"}, {"diff"}},
         {{"unheard-of"}, {}},
@@ -150,6 +173,24 @@ TEST(Usage, TheManualHasEverySubcommandAndOption) {
     }
     for (const char* const option : {"\\-\\-json", "\\-\\-color", "\\-\\-paths\\-with\\-blanks", "\\-\\-section"}) {
         EXPECT_NE(manual.out.find(std::string("\\fB") + option + "\\fR"), std::string::npos) << option;
+    }
+    for (const char* const variable : {"QTXROOT", "QTX_SITE", "regression_testing", "QTX_ZELUTIL_DEBUG"}) {
+        EXPECT_NE(manual.out.find(variable), std::string::npos) << variable;
+    }
+}
+
+TEST(Usage, EveryOptionWithAValueHasAWordForItInTheHelp) {
+    const CommandWorld world;
+    for (const std::string& name : visibleSubcommands()) {
+        for (const std::string& line : linesOf(world.run({name, "--help"}).out)) {
+            for (const char* const option :
+                 {"--defaults", "--rule", "--format", "--context", "--section", "--output"}) {
+                const std::size_t at = line.find(std::string(option) + ' ');
+                const bool isListed = at != std::string::npos && line.find_first_not_of(' ') + 14 > at;
+                const char next = isListed ? line[at + std::string(option).size() + 1] : 'X';
+                EXPECT_TRUE(next >= 'A' && next <= 'Z') << line;
+            }
+        }
     }
 }
 
