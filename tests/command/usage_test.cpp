@@ -45,12 +45,25 @@ TEST(Usage, HelpListsEverySubcommand) {
     EXPECT_EQ(help.out.find("complete"), std::string::npos) << "Only programs call it.";
 }
 
-TEST(Usage, HelpOfASubcommandEndsWithItsExample) {
+/// Expects that the help names an option's value by a word of capitals.
+void expectWordsForValues(const std::string& help) {
+    for (const std::string& line : linesOf(help)) {
+        for (const char* const option : {"--defaults", "--rule", "--format", "--context", "--section", "--output"}) {
+            const std::size_t at = line.find(std::string(option) + ' ');
+            const bool isListed = at != std::string::npos && line.find_first_not_of(' ') + 14 > at;
+            const char next = isListed ? line[at + std::string(option).size() + 1] : 'X';
+            EXPECT_TRUE(next >= 'A' && next <= 'Z') << line;
+        }
+    }
+}
+
+TEST(Usage, HelpOfASubcommandNamesValuesAndEndsWithItsExample) {
     const CommandWorld world;
     for (const Subcommand* const subcommand : subcommands()) {
         SCOPED_TRACE(subcommand->name);
         const ChildResult help = world.run({subcommand->name, "--help"});
         EXPECT_EQ(help.exitCode, 0);
+        expectWordsForValues(help.out);
         const std::size_t example = help.out.find("Example:\n  $ zelutil " + std::string(subcommand->name));
         ASSERT_NE(example, std::string::npos) << help.out;
         const auto expected = linesOf(subcommand->example);
@@ -176,21 +189,6 @@ TEST(Usage, TheManualHasEverySubcommandAndOption) {
     }
     for (const char* const variable : {"QTXROOT", "QTX_SITE", "regression_testing", "QTX_ZELUTIL_DEBUG"}) {
         EXPECT_NE(manual.out.find(variable), std::string::npos) << variable;
-    }
-}
-
-TEST(Usage, EveryOptionWithAValueHasAWordForItInTheHelp) {
-    const CommandWorld world;
-    for (const std::string& name : visibleSubcommands()) {
-        for (const std::string& line : linesOf(world.run({name, "--help"}).out)) {
-            for (const char* const option :
-                 {"--defaults", "--rule", "--format", "--context", "--section", "--output"}) {
-                const std::size_t at = line.find(std::string(option) + ' ');
-                const bool isListed = at != std::string::npos && line.find_first_not_of(' ') + 14 > at;
-                const char next = isListed ? line[at + std::string(option).size() + 1] : 'X';
-                EXPECT_TRUE(next >= 'A' && next <= 'Z') << line;
-            }
-        }
     }
 }
 
