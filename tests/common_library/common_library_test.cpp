@@ -70,24 +70,6 @@ TEST(CommonLibrary, TellsThatItsModuleIsInTheProcess) {
     EXPECT_EQ(trace.candidates()[0].verdict, zelutil::text::Candidate::Verdict::Taken);
 }
 
-#ifndef _WIN32
-
-/// There a module bears a name in itself too.
-TEST(CommonLibrary, IsInTheProcessWhateverItsFileIsCalled) {
-    const TempDirectory directory;
-    fs::copy_file(commonLibraryDirectory() / moduleFileName("qtxCommon"), directory / "renamed.so");
-    setVariable("QTXCOMMON_STAND_IN_TOOLS", "C:/p/tools");
-    zelutil::test::loadModule(directory / "renamed.so");
-    zelutil::text::SearchTrace trace;
-    common_library::locate(trace);
-    ASSERT_EQ(trace.candidates().size(), 1U);
-    EXPECT_EQ(trace.candidates()[0].source, zelutil::text::Candidate::Source::Process);
-    EXPECT_EQ(trace.candidates()[0].verdict, zelutil::text::Candidate::Verdict::Taken);
-    EXPECT_EQ(common_library::toolsPath(), "C:/p/tools");
-}
-
-#endif
-
 TEST(CommonLibrary, AsksForTheToolsPathWithTheDocumentedArguments) {
     auto& state = loadCommonLibrary();
     state.toolsPath = "C:/product/tools";

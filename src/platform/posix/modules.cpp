@@ -2,7 +2,6 @@
 #include "platform/modules.h"
 
 #include <dlfcn.h>
-#include <link.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -46,48 +45,6 @@ std::string modulePathOf(const void* address) {
 }
 
 std::string ownModulePath() { return modulePathOf(reinterpret_cast<const void*>(&ownModulePath)); }
-
-/// Returns the dynamic section of a loaded module; null where it has none.
-const ElfW(Dyn) * dynamicSectionOf(const dl_phdr_info& module) {
-    for (const ElfW(Phdr)* header = module.dlpi_phdr; header != module.dlpi_phdr + module.dlpi_phnum; ++header) {
-        if (header->p_type == PT_DYNAMIC) {
-            return reinterpret_cast<const ElfW(Dyn)*>(module.dlpi_addr + header->p_vaddr);
-        }
-    }
-    return nullptr;
-}
-
-/// Returns the name that a loaded module bears in itself; null where it bears none.
-const char* ownNameOf(const dl_phdr_info& module) {
-    const ElfW(Dyn)* const section = dynamicSectionOf(module);
-    ElfW(Addr) texts = 0;
-    const ElfW(Dyn)* name = nullptr;
-    for (const ElfW(Dyn)* entry = section; entry != nullptr && entry->d_tag != DT_NULL; ++entry) {
-        texts = entry->d_tag == DT_STRTAB ? entry->d_un.d_ptr : texts;
-        name = entry->d_tag == DT_SONAME ? entry : name;
-    }
-    // Some loaders leave addresses as they are in the file, and all do in what the kernel maps.
-    texts += texts < module.dlpi_addr ? module.dlpi_addr : 0;
-    return name == nullptr ? nullptr : reinterpret_cast<const char*>(texts + name->d_un.d_val);
-}
-
-/// Returns 1, so that no more are visited, where the module's file or the module itself has the name.
-int hasName(dl_phdr_info* module, std::size_t /*size*/, void* name) {
-    const std::string_view wanted = *static_cast<const std::string*>(name);
-    const std::string_view path = module->dlpi_name == nullptr ? "" : module->dlpi_name;
-    const char* const own = ownNameOf(*module);
-    return path.substr(path.rfind('/') + 1) == wanted || (own != nullptr && own == wanted) ? 1 : 0;
-}
-
-/// Returns the module of that name that is in the process; null for none. Whether one that is called so counts, the
-/// loader knows. Asked for a name that no module has, it would look for a file through all its directories: 150 to 190
-/// microseconds the first time, for nothing where the module stands beside this library, and 20 more where it is
-/// nowhere: "start with 100 settings" of bench/start_bench.cpp.
-void* loadedModule(const std::string& fileName) {
-    std::string name = fileName;
-    return ::dl_iterate_phdr(hasName, &name) == 0 ? nullptr
-                                                  : ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
-}
 
 void* loadModuleAt(const std::string& path) { return ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }
 
@@ -135,7 +92,7 @@ void* openModule(const char* baseName, std::vector<ModulePlace>* places) {
         }
     }
     const std::string fileName = std::string("lib") + baseName + ".so";
-    void* const loaded = loadedModule(fileName);
+    void* const loaded = ::dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
     if (note(places, ModulePlace::Kind::Process, fileName, loaded) != nullptr) {
         return loaded;
     }
