@@ -5,6 +5,7 @@
 //     where that is refused: lock the target, reserve the space, write into it, cut it, flush
 #include "platform/replace_file.h"
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -23,6 +24,7 @@ namespace {
 constexpr int kMaximumNamesTried = 100;
 constexpr int kMaximumAttempts = 10;
 constexpr std::size_t kCopyBufferSize = 65'536;
+constexpr std::size_t kLeastBufferSize = 4'096;
 
 /// Many times what a user's file can be.
 constexpr std::uint64_t kLargestFilePutBack = std::uint64_t{64} << 20;
@@ -219,8 +221,10 @@ WriteBesideResult writeBeside(const NativeText& target, const Target* found, std
 std::optional<std::string> readToEnd(const OpenFile& file, std::uint64_t size) {
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(size));
-    // A small file is read at every start: a buffer for a large one would cost more than the reading.
-    std::string buffer(static_cast<std::size_t>(std::min<std::uint64_t>(kCopyBufferSize, size + 1)), '\0');
+    // A small file is read at every start: a buffer for a large one would cost more than the reading. Some file systems
+    // call a file empty that has bytes.
+    const auto wanted = std::clamp<std::uint64_t>(size + 1, kLeastBufferSize, kCopyBufferSize);
+    std::string buffer(static_cast<std::size_t>(wanted), '\0');
     for (;;) {
         const auto count = readBytes(file, buffer);
         if (!count) {

@@ -91,9 +91,9 @@ void Catalogue::setDefaultsText(std::string text) {
     forgetKeptForSaves();
 }
 
-/// Copies, which have the old defaults, keep it.
+/// Copies, which have the old defaults, keep it, or make one of their own later.
 void Catalogue::forgetKeptForSaves() {
-    if (keptForSaves_->layout != nullptr) {
+    if (keptForSaves_->layout != nullptr || keptForSaves_.use_count() > 1) {
         keptForSaves_ = std::make_shared<KeptForSaves>();
     }
 }

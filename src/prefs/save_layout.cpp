@@ -80,7 +80,9 @@ void SaveLayout::addSection(const Catalogue& catalogue, const VisitedSection& vi
     const SubManagerType owner = isRead ? SubManagerType{section->second->submanagerId} : SubManagerType::None;
     const auto begin = static_cast<std::uint32_t>(definitions_.size());
     addDefinitions(catalogue.settings(), visited, owner == SubManagerType::None);
-    sections_.push_back({visited.attributePath, owner, isRead, begin, static_cast<std::uint32_t>(definitions_.size())});
+    const auto end = static_cast<std::uint32_t>(definitions_.size());
+    // Paths repeat those of the sections around them: deep sections that only group would hold most of the memory.
+    sections_.push_back({begin == end ? std::string() : visited.attributePath, owner, isRead, begin, end});
 }
 
 /// Adds them where the section has no owner. Those that made a record are counted in any case, and their names need no

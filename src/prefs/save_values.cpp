@@ -85,7 +85,9 @@ void SaveValues::addUsersTexts(const SubManagerTexts& held) {
         }
         const json::Document document(text);
         if (!document.root().elements().empty()) {
-            texts_.try_emplace(type, json::compactText(document.root()).value_or(""));
+            if (auto compact = json::compactText(document.root())) {
+                texts_.try_emplace(type, *std::move(compact));
+            }
         }
     }
 }

@@ -71,7 +71,8 @@ std::optional<std::string> UserFileFilling::take() const {
         text += fillingOf(gap.section);
         place = gap.place;
     }
-    return text.append(*form_.text, place);
+    text.append(*form_.text, place);
+    return text;
 }
 
 /// Sections of two depths often take turns, so the texts keep their memory.

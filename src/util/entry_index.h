@@ -21,7 +21,8 @@ public:
     /// Returns whether every entry of the table is in it.
     bool isWhole() const { return !givenUp_; }
 
-    /// Returns the entry with this hash for which `isWanted` is true, or null. To be asked while it is whole.
+    /// Returns the entry with this hash for which `isWanted` is true, or null; of several the one that was added first.
+    /// To be asked while it is whole.
     template <typename IsWanted>
     Entry* find(std::uint32_t hash, IsWanted isWanted) const {
         if (places_ == nullptr) {
@@ -81,15 +82,27 @@ private:
         places[at] = place;
     }
 
+    /// Returns 0 where there are no places.
+    std::size_t firstFreePlace() const {
+        std::size_t at = 0;
+        while (at < placeCount() && places_[at].entry != nullptr) {
+            ++at;
+        }
+        return at;
+    }
+
     /// Doubles the number of places, or gives up.
     bool grow() {
         const std::size_t before = placeCount();
         const std::size_t count = before == 0 ? 16 : 2 * before;
         Places larger(new (std::nothrow) Place[count]);
         givenUp_ = larger == nullptr;
-        for (std::size_t at = 0; at < before && !givenUp_; ++at) {
-            if (places_[at].entry != nullptr) {
-                enter(larger.get(), count - 1, places_[at]);
+        // From behind a free place on, so that entries which lie round the end keep their order.
+        const std::size_t first = firstFreePlace();
+        for (std::size_t i = 0; i < before && !givenUp_; ++i) {
+            const Place& place = places_[(first + i) & mask_];
+            if (place.entry != nullptr) {
+                enter(larger.get(), count - 1, place);
             }
         }
         places_ = std::move(larger);

@@ -119,6 +119,16 @@ TEST(SavePlan, IsItsOwnAndOutlivesWhatItWasMadeOf) {
     EXPECT_EQ(plan->changedTexts, (SubManagerTexts{{Type::Actions, R"(["a text longer than any small buffer"])"}}));
 }
 
+TEST(SavePlan, ACopyThatReadsOtherDefaultsIsPlannedByThem) {
+    const Catalogue catalogue = catalogueOf("[" + section("a", "x", "1") + "]");
+    Catalogue copy = catalogue;
+    prefs::readDefaults(withMeta("[" + section("b", "y", "2") + "," + section("c", "z", "3") + "]"), copy);
+    ASSERT_TRUE(planned(catalogue, {{"x", "5"}}));
+    const auto plan = planned(copy, {{"c::z", "6"}});
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(compactText(*plan), withMeta("[" + saved("b", "[]") + "," + saved("c", R"([{"z":"6"}])") + "]"));
+}
+
 TEST(SavePlan, ThereIsNoneWhenNothingChanges) {
     const Catalogue catalogue =
         catalogueOf(kWithActions, R"([{"header":"A","attribute":"a","overriddensettings":[{"y":"5"}]}])");

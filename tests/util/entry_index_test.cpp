@@ -33,6 +33,20 @@ TEST(EntryIndex, OfSeveralWithOneHashFindsTheOneThatIsWanted) {
     EXPECT_EQ(found(index, 5, 3), &items[2]);
 }
 
+TEST(EntryIndex, OfTwoThatAreWantedTheEarlierIsFoundHoweverOftenItGrows) {
+    Item twins[] = {{1}, {1}};
+    Item others[100] = {};
+    EntryIndex<Item> index;
+    // With 16 places the first lies on the last one, and the second round the end.
+    index.add(15, twins[0]);
+    index.add(15, twins[1]);
+    std::uint32_t hash = 1000;
+    for (Item& other : others) {
+        index.add(++hash, other);
+        ASSERT_EQ(found(index, 15, 1), &twins[0]) << hash;
+    }
+}
+
 TEST(EntryIndex, AsksForNothingButEntriesOfTheHash) {
     Item items[] = {{1}, {2}};
     EntryIndex<Item> index;
