@@ -136,7 +136,11 @@ void resetShortcuts(const ResetChoices& choices, Output& output) {
         throw UsageError("A reset of shortcuts takes either ids of actions or --all.");
     }
     const shortcuts::KnownShortcuts known(output);
-    if (known.areThere() && areResettable(ids, known, output)) {
+    // The library's reset would keep a copy and write a file that has nothing else of the user's.
+    if (known.areThere() && isUserFileUnread()) {
+        output.fail("Nothing can be taken out of the user's file, because it is not read.",
+                    "Mend it first: \"zelutil doctor\" says what is wrong with it.");
+    } else if (known.areThere() && areResettable(ids, known, output)) {
         tellSavedShortcuts(known.rows(), choices.all ? host::resetAllShortcuts() : host::resetShortcuts(ids), output);
     }
 }

@@ -401,6 +401,22 @@ TEST(ResetShortcuts, DoesNothingWhereAnIdIsNone) {
     EXPECT_EQ(world.userText(), text);
 }
 
+/// Settings beside the shortcuts would go with the file, if only into its copy.
+TEST(ResetShortcuts, LeavesAFileThatIsNoJsonAlone) {
+    const FileWorld world;
+    constexpr char kDamaged[] = R"({"meta":[{"header":"A",,}]})";
+    writeTextFile(world.userFile(), kDamaged);
+    for (const char* const which : {"--all", "1"}) {
+        const ChildResult result = world.run({"reset", "--shortcuts", which});
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("Nothing can be taken out of the user's file, because it is not read."),
+                  std::string::npos)
+            << result.err;
+        EXPECT_EQ(world.userText(), kDamaged);
+    }
+}
+
 // --- roundtrip
 // --------------------------------------------------------------------------------------------------------
 
