@@ -17,7 +17,10 @@ bool areDefaultsNamed() {
     return file::locateRoot(root, silent) || prefs::namedDefaultsFile();
 }
 
-std::string adviceWithoutInstallation() {
+std::string adviceWithoutDefaults(bool areNamed) {
+    if (areNamed) {
+        return "\"zelutil doctor\" says where they are looked for.";
+    }
     for (const char* const variable : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
         const std::string value = platform::environment(variable).value_or("");
         if (!value.empty()) {
@@ -29,9 +32,11 @@ std::string adviceWithoutInstallation() {
 }
 
 void failWithoutDefaults(const std::string& thing, Output& output) {
-    const std::string file = areDefaultsNamed() ? nativeOrAsItStands(prefs::defaultsFilePath()) : std::string();
+    const bool areNamed = areDefaultsNamed();
+    const std::string file = areNamed ? nativeOrAsItStands(prefs::defaultsFilePath()) : std::string();
     if (file.empty()) {
-        output.fail("No " + thing + " is known, because no shipped defaults were read.", adviceWithoutInstallation());
+        output.fail("No " + thing + " is known, because no shipped defaults were read.",
+                    adviceWithoutDefaults(areNamed));
     } else {
         output.fail("No " + thing + " is known, because the shipped defaults \"" + file +
                         "\" are not there, cannot be read or hold none.",

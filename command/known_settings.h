@@ -38,8 +38,8 @@ private:
 /// output too, when it is asked for them without that.
 bool areDefaultsNamed();
 
-/// Says what to do where no installation is found.
-std::string adviceWithoutInstallation();
+/// Returns what somebody does for whom no shipped defaults were read; `areNamed` is what `areDefaultsNamed` returns.
+std::string adviceWithoutDefaults(bool areNamed);
 
 /// Tells `output` that no `thing`, such as "setting", is known, because nothing leads to the shipped defaults, or
 /// because they cannot be used.

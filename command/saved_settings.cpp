@@ -56,7 +56,8 @@ void tellFailure(const SaveResult& result, Output& output) {
     const std::string file = nativeOrAsItStands(result.path);
     switch (result.status) {
         case Status::NoDefaults:
-            output.fail("Nothing was saved, because there are no shipped defaults.", adviceWithoutInstallation());
+            output.fail("Nothing was saved, because there are no shipped defaults.",
+                        adviceWithoutDefaults(areDefaultsNamed()));
             break;
         case Status::NoPath:
             output.fail("Nothing was saved, because there is no place for the user's file: \"" + file + "\".",

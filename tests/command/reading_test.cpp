@@ -201,6 +201,16 @@ TEST(Reading, SaysWhatToDoWithoutAnInstallation) {
     }
 }
 
+TEST(Reading, SaysThatAnInstallationHasNoDefaults) {
+    const CommandWorld world;
+    std::filesystem::remove(world.defaultsFile());
+    const ChildResult result = world.run({"list"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err,
+              "zelutil: error: No setting is known, because no shipped defaults were read.\n"
+              "    \"zelutil doctor\" says where they are looked for.\n");
+}
+
 TEST(Reading, SaysWhichVariableLeadsToNoInstallation) {
     const CommandWorld world;
     const std::string nowhere = zelutil::test::systemText(world.home() / "nowhere");
