@@ -1,6 +1,6 @@
-// The start of a host: both preference files to the first answer, each time in a new process, against what a host would
-// read them with instead; and what is held in memory then. With --growth it prints how time and memory for each setting
-// and for each action grow with their number, for tools/dev/growth.sh.
+// Measures how a host starts: it reads both preference files and looks one setting up, each time in a new process. The
+// peers are what a host would read the files with instead. The memory that is held then is measured, too. With --growth
+// it prints how time and memory for each setting and for each action grow with their number, for tools/dev/growth.sh.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-/// A host would load a text of actions with these instead; all answer the length of the last action's shortcut.
+/// These load a text of actions as a host without the library would; each returns the length of the last action's
+/// shortcut.
 namespace zelutil::bench::peers {
 
 /// nlohmann::json, and four maps: actions by id, children by parent, and by context the first action of a command and

@@ -44,9 +44,9 @@ inline std::string defaultsFile() { return std::getenv("tessel_settings"); }
 inline std::string userFile() { return std::getenv("HOMEPATH") + std::string("/pcbenv/tessel/tessel_settings.cfg"); }
 inline std::string iniFile() { return std::getenv("HOMEPATH") + std::string("/settings.ini"); }
 
-/// Prints the processor time from here to the first answer and from the beginning of the process, in nanoseconds, the
-/// bytes that are held then and that were touched meanwhile, and the length of the answer. What `start` returns is
-/// alive until all is measured.
+/// Calls `start` and prints the processor time that passed until it returned, from here and from the beginning of the
+/// process, in nanoseconds; then the bytes that are held and those that were touched; and the length of the value that
+/// was looked up. The result of `start` lives until all is measured.
 template <typename Start>
 int run(int argc, char** argv, Start start) {
     const std::string question = argc > 1 ? argv[1] : "";

@@ -67,8 +67,8 @@ ZELUTIL_API bool ZelUIsFacetDefined(const char* header, const char* name);
 
 // --- Applications ---------------------------------------------------------------------------------------------------
 
-/// The id of the active application: what the host's editor finder answers when one is set, else the id set last, which
-/// is also the answer when the finder throws.
+/// Returns the id of the active application: the result of the host's editor finder where one is set, else the id set
+/// last, which is also returned when the finder throws.
 ZELUTIL_API int MarlActiveAppId(void);
 
 /// The id answered for editors that are not registered.

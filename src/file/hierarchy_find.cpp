@@ -125,7 +125,7 @@ private:
     std::string name_;
     std::string text_;
     std::size_t baseSize_ = 0;
-    /// What follows the base changes nothing before it, and is canonical.
+    /// Is true where the text behind the base is canonical and changes nothing before it.
     bool isPlain_ = false;
 };
 

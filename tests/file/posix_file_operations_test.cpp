@@ -22,7 +22,7 @@ using zelutil::test::windowsText;
 
 class PosixFileOperations : public zelutil::test::FilesOfADirectory {
 protected:
-    /// Returns what copying "from" to "to" answers while a call fails; the call must come.
+    /// Copies "from" to "to" while a call fails, which must come, and returns the result.
     bool copyWith(const Fault& fault) const {
         const FaultInjection injection(fault);
         const bool answer = path("from").CopyTheFile(path("to"));

@@ -14,7 +14,7 @@
 ///     QTXCOMMON_STAND_IN_FOUND      what wemSearch finds; undefined: nothing
 namespace zelutil::test {
 
-/// Tells what the stand-in answers, and what it was asked.
+/// Holds the results that the stand-in gives, and what it was asked.
 struct CommonLibraryState {
     /// Is written by qtxGetToolsPathInBuf, which fails where there is none.
     std::optional<std::string> toolsPath;

@@ -7,7 +7,7 @@
 /// The CSV helpers once more, slow and step by step, to compare the real ones with.
 namespace zelutil::test {
 
-/// Returns what `CsvFileDelim` answers for a file with these bytes.
+/// Returns the delimiter that `CsvFileDelim` must return for a file with these bytes.
 char csvDelimiterTwin(const std::string& file, const std::vector<std::string>& keys);
 
 struct UnquotedTwin {

@@ -50,7 +50,7 @@ public:
     /// The id of `editor`; the default id when it is not registered.
     int getApplicationId(void* editor);
 
-    /// Returns what the editor finder answers when one is set, else the id made active last.
+    /// Returns the result of the editor finder where one is set, else the id made active last.
     int getActiveAppId();
 
     /// The id that was active before the last change, whatever the editor finder says.
