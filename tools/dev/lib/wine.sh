@@ -1,7 +1,7 @@
 # A Wine of the project's own, below build/, so that nobody's settings touch the tests nor the other way round.
 
 export WINEPREFIX=$PWD/build/wine
-export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDEBUG=${WINEDEBUG:--all,err+virtual}
 # No questions about .NET or a browser engine.
 export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=}
 
