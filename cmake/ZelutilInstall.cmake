@@ -35,3 +35,12 @@ file(RELATIVE_PATH up "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" ZELUTIL_PC_UP "${up}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/zelutil.pc.in" "${PROJECT_BINARY_DIR}/zelutil.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zelutil.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# The pages that ./dev docs makes. They are a component of their own, "docs".
+if(ZELUTIL_INSTALL_DOCS)
+    set(pages "${PROJECT_SOURCE_DIR}/build/docs/html")
+    if(NOT EXISTS "${pages}/index.html")
+        message(FATAL_ERROR "ZELUTIL_INSTALL_DOCS: there are no pages in ${pages}; ./dev docs makes them")
+    endif()
+    install(DIRECTORY "${pages}/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zelutil" COMPONENT docs)
+endif()

@@ -1,4 +1,4 @@
-#  [SECONDS]: Run what takes hours: long random tests, thread sanitizer, so many seconds (600) of each fuzz target, coverage, pages, 100 mutants
+#  [SECONDS]: Run what takes hours: long random tests, thread sanitizer, so many seconds (600) of each fuzz target, coverage, docs, pages, 100 mutants
 seconds=${1:-600}
 [[ $seconds =~ ^[0-9]+$ ]] || fail "nightly takes a number of seconds, not $seconds"
 failures=()
@@ -16,6 +16,7 @@ ctest --test-dir build/long --label-regex slow --output-on-failure --timeout 360
 part tsan
 part fuzz "$seconds"
 part coverage
+part docs --look
 part pages
 part mutants 100
 

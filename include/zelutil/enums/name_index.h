@@ -13,6 +13,7 @@
 /// names take five comparisons from the first byte on.
 namespace zelutil::enums {
 
+/// Returns the first byte as a number without sign.
 constexpr std::uint64_t byteAt(const char* text) { return static_cast<unsigned char>(*text); }
 
 /// Returns four bytes, the first the lowest. Compilers make one load of this expression, not of a loop, where the
@@ -49,11 +50,12 @@ constexpr std::uint64_t lowerCaseWord(std::uint64_t word) {
 
 /// A name as the index knows it.
 struct NameKey {
-    std::uint64_t first = 0;
-    std::uint64_t last = 0;
-    std::uint64_t length = 0;
+    std::uint64_t first = 0;   ///< Its first eight bytes in lower case; all of it where it is shorter.
+    std::uint64_t last = 0;    ///< Its last eight bytes in lower case; 0 where it is shorter.
+    std::uint64_t length = 0;  ///< In bytes.
 };
 
+/// Returns the key of a name, which must not be null.
 constexpr NameKey nameKeyOf(const char* name) {
     const std::size_t length = std::char_traits<char>::length(name);
     return length < 8 ? NameKey{shortWordOf(name, length), 0, length}

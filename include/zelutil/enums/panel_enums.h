@@ -13,6 +13,7 @@
 /// One text may name values of several enumerations ("Advanced" is a LayerType and a mode): each map is searched alone.
 namespace ZelU::ZelPanel {
 
+/// The worksheets of the constraint editor.
 enum class ZelWorksheets : int {
     TotalEtchLength,
     DifferentialPair,
@@ -27,6 +28,7 @@ enum class ZelWorksheets : int {
     Holes,
 };
 
+/// The kinds of objects that have constraints.
 enum class ObjectType : int {
     ElectricalConstraintSet,
     PhysicalConstraintSet,
@@ -37,6 +39,7 @@ enum class ObjectType : int {
     NetClassClass,
 };
 
+/// The pictures in which constraints are shown and edited.
 enum class SvgWidgets : int {
     RatsNestSchedule,
     AdvancedRatsNestSchedule,
@@ -46,6 +49,7 @@ enum class SvgWidgets : int {
     DeltaRpd,
 };
 
+/// The distances from a hole to other objects.
 enum class HoleSpacing : int {
     HoleToShape,
     AllHoles,
@@ -54,6 +58,7 @@ enum class HoleSpacing : int {
     HoleToLine,
 };
 
+/// The kinds of pads to which a distance is kept.
 enum class PadSpacing : int {
     ThruPinPad,
     SmdPinPad,
@@ -62,6 +67,7 @@ enum class PadSpacing : int {
     MicroViaPad,
 };
 
+/// The kinds of holes to which a distance is kept.
 enum class HoleTypeSpacing : int {
     ThruViaHole,
     BbViaHole,
@@ -69,6 +75,7 @@ enum class HoleTypeSpacing : int {
     PinHole,
 };
 
+/// The levels on which a panel is chosen.
 enum class SSType : int {
     Domain,
     ObjectType,
@@ -77,6 +84,7 @@ enum class SSType : int {
     McfType,
 };
 
+/// The layers that a constraint is about.
 enum class LayerType : int {
     AllLayers,
     Internal,
@@ -84,15 +92,18 @@ enum class LayerType : int {
     Advanced,
 };
 
+/// The modes of a panel.
 enum class Modes : int {
     Basic,
     Advanced,
 };
 
+/// The kinds of panels that a type names.
 enum class McfType : int {
     Holes,
 };
 
+/// The models of a panel.
 enum class Model : int {
     Rpd,
 };

@@ -21,6 +21,7 @@ public:
 
     /// A copy knows what the original knows; what either reads afterwards is its own.
     FacetConfigManager(const FacetConfigManager& other);
+    /// Takes over what the other knows, and forgets what only this one knew.
     FacetConfigManager& operator=(const FacetConfigManager& other);
     ~FacetConfigManager();
 

@@ -20,7 +20,7 @@ public:
 /// No installation tree could be found.
 class ZELUTIL_API HierarchyNotFound : public Base {
 public:
-    /// Writes two lines, which tell the user to put <qtxroot>/tools/bin into the PATH, to standard output and then to
+    /// Writes two lines, which tell the user to put `<qtxroot>/tools/bin` into the PATH, to standard output and then to
     /// standard error. Copying writes nothing.
     HierarchyNotFound();
     HierarchyNotFound(const HierarchyNotFound&) = default;
@@ -49,10 +49,10 @@ public:
     /// The root of the installation tree, from the first of these that knows it:
     ///
     /// 1. the common library: the parent of the tools directory it names;
-    /// 2. this library's own file, when it lies in <root>/tools*/bin*;
+    /// 2. this library's own file, when it lies in `<root>/tools*/bin*`;
     /// 3. the first directory that holds a file named as this library, in a tree with share/pcb/zelmgr/zeldict.l: the
     ///    directory tools/bin below the first defined one of "QTXROOT", "QTX_ROOT" and "QTXINSTDIR", then the entries
-    ///    of "PATH". The tree is <root> for <root>/tools/bin and for <root>/tools/lib/64bit.
+    ///    of "PATH". The tree is `<root>` for `<root>/tools/bin` and for `<root>/tools/lib/64bit`.
     ///
     /// Throws `Exceptions::HierarchyNotFound` when none does. The call after that answers the last directory tried, or
     /// looks again when the last one was an empty entry. The result is empty when the common library names an empty

@@ -31,7 +31,7 @@ namespace File {
 ///     /a                     => C:\work\\a        a single leading separator is relative
 ///
 /// Texts are bytes of the narrow (ANSI) encoding and case matters, though the file system may fold it. On systems
-/// without drives "Z:" is the root directory: /home/ann reads Z:\home\ann. A `Path` is a value and may be copied and
+/// without drives "Z:" is the root directory: /home/ann reads `Z:\home\ann`. A `Path` is a value and may be copied and
 /// moved freely; a moved-from one is as by default. One object must not be changed while another thread uses it; making
 /// and changing several on several threads is fine. Where memory runs out, an operation throws `std::bad_alloc` and
 /// leaves its object as it was.
@@ -53,8 +53,10 @@ public:
     explicit Path(const char* text);
 
     Path(const Path& other) = default;
+    /// Moves the text; the other is as by default afterwards.
     Path(Path&& other) noexcept;
     Path& operator=(const Path& other) = default;
+    /// Moves the text; the other is as by default afterwards.
     Path& operator=(Path&& other) noexcept;
     ~Path() = default;
 
@@ -71,14 +73,17 @@ public:
     ///     c:\a += "b?"  => the empty path
     ///     the empty path += "b" => C:\work\\b, as the text /b
     Path& operator+=(const char* component);
+    /// The same for a text.
     Path& operator+=(const std::string& component);
 
     /// A copy with the component appended, as by `+=`.
     Path operator+(const char* component) const;
+    /// The same for a text.
     Path operator+(const std::string& component) const;
 
-    /// Byte by byte; c:\A and c:\a differ.
+    /// Compares byte by byte; `c:\A` and `c:\a` differ.
     bool operator==(const Path& other) const;
+    /// Returns the contrary.
     bool operator!=(const Path& other) const;
     /// By unsigned bytes; of two texts of which one begins the other the shorter is less.
     bool operator<(const Path& other) const;
@@ -90,6 +95,7 @@ public:
     /// The text, "" for the empty path. Valid until this object is changed or destroyed.
     operator const char*() const;
 
+    /// Returns whether this is the empty path.
     bool Empty() const;
 
     /// Returns what follows the last separator; the whole text where there is none.

@@ -26,13 +26,17 @@ enum class ShortcutSource {
 struct ActionInfo {
     /// The id under which it is found. `item.id` is 0 for one that stands in for a missing parent.
     int id = 0;
+    /// The action as `UCPActionManager::getAction` copies it.
     UCPActionItem item;
     /// The shortcut in force, which the action shows; empty for none.
     std::string shortcut;
     /// The shipped one, before the action took over its parent's.
     std::string shippedShortcut;
+    /// Whether the right-mouse-button menu shows the action.
     bool inMenu = false;
+    /// Whether the menu shows it as shipped, before it took over its parent's flag.
     bool shippedInMenu = false;
+    /// Tells where the shortcut comes from.
     ShortcutSource source = ShortcutSource::Shipped;
     /// Whether the shortcut runs this action in its context: false when there is none, and when another action holds
     /// it there.

@@ -71,19 +71,19 @@ ZELUTIL_API const char* zelutil_status_text(int status);
 
 /// A text that its receiver frees.
 typedef struct zelutil_text {
-    const char* text;
+    const char* text;  ///< Ends with a NUL; never null.
 } zelutil_text;
 
 /// Texts; `items` may be null when there are none.
 typedef struct zelutil_names {
-    int count;
-    const char* const* items;
+    int count;                 ///< So many are there.
+    const char* const* items;  ///< The texts.
 } zelutil_names;
 
 /// Ids of actions; `items` may be null when there are none.
 typedef struct zelutil_ids {
-    int count;
-    const int* items;
+    int count;         ///< So many are there.
+    const int* items;  ///< The ids.
 } zelutil_ids;
 
 /// Frees a text. Null does nothing.
@@ -135,16 +135,17 @@ typedef enum zelutil_warning_kind {
 
 /// Something that the start found in the user's file.
 typedef struct zelutil_warning {
-    zelutil_warning_kind kind;
-    const char* name;  ///< The setting or section as the file names it; empty for an action and for the file.
-    int action;        ///< 0 for none.
-    int holder;        ///< The action that holds the shortcut; 0 for none.
-    const char* text;  ///< One sentence in English, for people.
+    zelutil_warning_kind kind;  ///< Tells what is wrong.
+    const char* name;           ///< The setting or section as the file names it; empty for an action and for the file.
+    int action;                 ///< 0 for none.
+    int holder;                 ///< The action that holds the shortcut; 0 for none.
+    const char* text;           ///< One sentence in English, for people.
 } zelutil_warning;
 
+/// A list of warnings, in the order of the file; `items` may be null when there are none.
 typedef struct zelutil_warning_list {
-    int count;
-    const zelutil_warning* const* items;
+    int count;                            ///< So many are there.
+    const zelutil_warning* const* items;  ///< Pointers to them.
 } zelutil_warning_list;
 
 /// Hands out what the start found, in the order of the file.
@@ -157,18 +158,19 @@ ZELUTIL_API void zelutil_warning_list_free(const zelutil_warning_list* warnings)
 
 /// One setting, as it was when it was asked for.
 typedef struct zelutil_setting {
-    const char* fullName;
-    zelutil_names bareNames;  ///< Those by which it is found.
-    const char* section;      ///< Attribute path.
-    const char* defaultValue;
-    const char* value;  ///< In force.
-    bool setByUser;
-    bool foundByFullName;  ///< False where `fullName` means another setting.
+    const char* fullName;      ///< With the names of its sections, joined by "::".
+    zelutil_names bareNames;   ///< Those by which it is found.
+    const char* section;       ///< Attribute path.
+    const char* defaultValue;  ///< As shipped.
+    const char* value;         ///< In force.
+    bool setByUser;            ///< Whether the user set it, perhaps to the default.
+    bool foundByFullName;      ///< False where `fullName` means another setting.
 } zelutil_setting;
 
+/// A list of settings; `items` may be null when there are none.
 typedef struct zelutil_setting_list {
-    int count;
-    const zelutil_setting* const* items;
+    int count;                            ///< So many are there.
+    const zelutil_setting* const* items;  ///< Pointers to them.
 } zelutil_setting_list;
 
 /// Hands out every setting in the order of the defaults file.
@@ -183,19 +185,24 @@ ZELUTIL_API void zelutil_setting_list_free(const zelutil_setting_list* settings)
 /// Hands out the attribute paths of all sections, in the order of the defaults file.
 ZELUTIL_API zelutil_status zelutil_get_sections(const zelutil_names** sections);
 
-/// These read the value in force into `value`, by the grammar of `zelutil::host::read` and whatever the locale is. With
-/// `ZELUTIL_UNKNOWN` and `ZELUTIL_WRONG_TYPE` they leave `value` as it is: a host that puts its fallback there first
+/// Reads the value in force into `value`, by the grammar of `zelutil::host::read` and whatever the locale is. With
+/// `ZELUTIL_UNKNOWN` and `ZELUTIL_WRONG_TYPE` it leaves `value` as it is: a host that puts its fallback there first
 /// need not look at the status.
 ZELUTIL_API zelutil_status zelutil_read_bool(const char* name, bool* value);
+/// The same for a whole number.
 ZELUTIL_API zelutil_status zelutil_read_int(const char* name, int* value);
+/// The same for a number with or without a fraction.
 ZELUTIL_API zelutil_status zelutil_read_double(const char* name, double* value);
 
 /// Hands out the value in force as it stands. `ZELUTIL_UNKNOWN` for an unknown name.
 ZELUTIL_API zelutil_status zelutil_read_text(const char* name, const zelutil_text** value);
 
-/// These hand out the text of a value, from which the functions above read the same value again.
+/// Hands out the text of a value, from which `zelutil_read_bool` reads the same value again.
 ZELUTIL_API zelutil_status zelutil_text_of_bool(bool value, const zelutil_text** text);
+/// The same for `zelutil_read_int`.
 ZELUTIL_API zelutil_status zelutil_text_of_int(int value, const zelutil_text** text);
+/// The same for `zelutil_read_double`, with as many digits as that takes; the empty text for an infinite number and for
+/// none.
 ZELUTIL_API zelutil_status zelutil_text_of_double(double value, const zelutil_text** text);
 
 // --- Actions: <zelutil/host/actions.h>, <zelutil/actions/action_manager.h> ------------------------------------------
@@ -211,24 +218,25 @@ typedef enum zelutil_shortcut_source {
 
 /// One action, as it was when it was asked for.
 typedef struct zelutil_action {
-    int id;        ///< The id under which it is found.
-    int parentId;  ///< 0 for a top-level action.
-    const char* name;
-    const char* icon;
-    const char* context;
-    const char* command;
-    const char* shortcut;  ///< In force; empty for none.
-    const char* shippedShortcut;
-    bool inMenu;
-    bool shippedInMenu;
-    zelutil_shortcut_source shortcutSource;
-    bool runs;   ///< Whether the shortcut runs this action in its context.
-    int heldBy;  ///< The action that holds the shortcut instead; 0 for none.
+    int id;                                  ///< The id under which it is found.
+    int parentId;                            ///< 0 for a top-level action.
+    const char* name;                        ///< Its display name.
+    const char* icon;                        ///< The name of its icon.
+    const char* context;                     ///< The editor or view in which its shortcut counts.
+    const char* command;                     ///< Names what the host runs.
+    const char* shortcut;                    ///< In force; empty for none.
+    const char* shippedShortcut;             ///< Before it took over its parent's; empty for none.
+    bool inMenu;                             ///< Whether the right-mouse-button menu shows it.
+    bool shippedInMenu;                      ///< Whether the menu shows it as shipped.
+    zelutil_shortcut_source shortcutSource;  ///< Tells where the shortcut comes from.
+    bool runs;                               ///< Whether the shortcut runs this action in its context.
+    int heldBy;                              ///< The action that holds the shortcut instead; 0 for none.
 } zelutil_action;
 
+/// A list of actions; `items` may be null when there are none.
 typedef struct zelutil_action_list {
-    int count;
-    const zelutil_action* const* items;
+    int count;                           ///< So many are there.
+    const zelutil_action* const* items;  ///< Pointers to them.
 } zelutil_action_list;
 
 /// Hands out every action, ascending by id.
@@ -257,8 +265,8 @@ ZELUTIL_API zelutil_status zelutil_set_in_menu(int id, bool inMenu);
 
 /// A value for the setting of that name, bare or in full, in any case.
 typedef struct zelutil_value {
-    const char* name;
-    const char* value;
+    const char* name;   ///< Bare or in full, in any case; not null.
+    const char* value;  ///< Not null.
 } zelutil_value;
 
 /// The obstacles of `zelutil::host::Obstacle`.
@@ -273,17 +281,18 @@ typedef enum zelutil_obstacle {
 
 /// A setting or an action that a new process will not have as it is now.
 typedef struct zelutil_not_restored {
-    const char* setting;  ///< Full name; empty for an action.
-    int action;           ///< 0 for a setting.
-    zelutil_obstacle obstacle;
-    int otherAction;           ///< The one in the way; 0 where none is.
-    const char* otherSetting;  ///< The one in the way; empty where none is.
-    const char* text;          ///< One sentence in English, for people.
+    const char* setting;        ///< Full name; empty for an action.
+    int action;                 ///< 0 for a setting.
+    zelutil_obstacle obstacle;  ///< The reason.
+    int otherAction;            ///< The one in the way; 0 where none is.
+    const char* otherSetting;   ///< The one in the way; empty where none is.
+    const char* text;           ///< One sentence in English, for people.
 } zelutil_not_restored;
 
+/// A list of settings and actions that do not come back; `items` may be null when there are none.
 typedef struct zelutil_not_restored_list {
-    int count;
-    const zelutil_not_restored* const* items;
+    int count;                                 ///< So many are there.
+    const zelutil_not_restored* const* items;  ///< Pointers to them.
 } zelutil_not_restored_list;
 
 /// Something that two processes of the user changed in different ways.
@@ -294,25 +303,26 @@ typedef struct zelutil_conflict {
     const char* theirs;   ///< The value that the other process had put there.
 } zelutil_conflict;
 
+/// A list of settings and actions that another process changed, too; `items` may be null when there are none.
 typedef struct zelutil_conflict_list {
-    int count;
-    const zelutil_conflict* const* items;
+    int count;                             ///< So many are there.
+    const zelutil_conflict* const* items;  ///< Pointers to them.
 } zelutil_conflict_list;
 
 /// The outcome of a save or a reset. Its members are those of `zelutil::host::SaveResult`.
 typedef struct zelutil_save_result {
-    zelutil_status status;  ///< The one that the function returned.
-    bool written;           ///< False where the file held everything already, and where nothing was written.
-    const char* text;       ///< One sentence in English, for people.
-    const char* path;
-    const char* keptCopy;
-    zelutil_names changedSettings;
-    zelutil_names unknownSettings;
-    zelutil_ids savedActions;
-    zelutil_not_restored_list notRestored;
-    zelutil_conflict_list conflicts;
-    zelutil_names settingsOfOthers;
-    zelutil_ids actionsOfOthers;
+    zelutil_status status;          ///< The one that the function returned.
+    bool written;                   ///< False where the file held everything already, and where nothing was written.
+    const char* text;               ///< One sentence in English, for people.
+    const char* path;               ///< The file that was written, or would have been.
+    const char* keptCopy;           ///< The copy that was kept of the file before; empty for none.
+    zelutil_names changedSettings;  ///< Full names of those whose value in force has changed.
+    zelutil_names unknownSettings;  ///< Names that no setting has, as they were given.
+    zelutil_ids savedActions;       ///< Those that the file has an entry for, ascending.
+    zelutil_not_restored_list notRestored;  ///< Settings and actions that do not come back as they are now.
+    zelutil_conflict_list conflicts;        ///< Settings and actions that another process has changed, too.
+    zelutil_names settingsOfOthers;         ///< Full names of those for which the file has what another process saved.
+    zelutil_ids actionsOfOthers;            ///< Actions for which the file has what another process saved.
 } zelutil_save_result;
 
 /// Puts `count` values in force and saves them with all that is in force and not yet saved, other settings and the
@@ -339,8 +349,8 @@ ZELUTIL_API void zelutil_save_result_free(const zelutil_save_result* result);
 
 /// A text of the user's changes to the actions, for hosts that save themselves: `zelutil::host::RestorableText`.
 typedef struct zelutil_restorable_text {
-    const char* text;
-    zelutil_not_restored_list notRestored;
+    const char* text;                       ///< In the form that the manager reads; never empty.
+    zelutil_not_restored_list notRestored;  ///< The actions that it cannot bring back as they are now.
 } zelutil_restorable_text;
 
 /// Hands out the text that brings back what is in force in the actions.
@@ -357,10 +367,15 @@ ZELUTIL_API void zelutil_restorable_text_free(const zelutil_restorable_text* tex
 /// Keeps a function registered until it is cancelled.
 typedef struct zelutil_subscription zelutil_subscription;
 
+/// Is told the full names of settings.
 typedef void (*zelutil_names_callback)(const zelutil_names* fullNames, void* userData);
+/// Is told the new value of a setting.
 typedef void (*zelutil_value_callback)(const char* value, void* userData);
+/// Is told the shortcut of an action before and now; empty for none.
 typedef void (*zelutil_shortcut_callback)(int actionId, const char* before, const char* now, void* userData);
+/// Is told whether the menu shows an action now.
 typedef void (*zelutil_menu_callback)(int actionId, bool inMenu, void* userData);
+/// Is told the id of the application that is active now, or whose editor is switched.
 typedef void (*zelutil_application_callback)(int appId, bool editorSwitch, void* userData);
 
 /// Has `call` called with the full names of the settings that a save or a reset changed.

@@ -10,8 +10,8 @@
 /// Paths of this library and paths of the system, so that a host needs no case for either system.
 namespace zelutil::host {
 
-/// Returns the path as the system names it: on Windows as it stands, elsewhere Z:\home\ann as /home/ann. It is the file
-/// that this library opens for that path. Empty for the empty path and for one that names no file there.
+/// Returns the path as the system names it: on Windows as it stands, elsewhere `Z:\home\ann` as /home/ann. It is the
+/// file that this library opens for that path. Empty for the empty path and for one that names no file there.
 ZELUTIL_API std::filesystem::path nativePath(const ZelU::File::Path& path);
 
 /// The same for a text such as `SaveResult::path`, which is taken as it stands.

@@ -42,7 +42,9 @@ class ZELUTIL_API Subscription {
 public:
     /// Makes an empty one.
     Subscription() noexcept;
+    /// Takes over what the other keeps attached; the other is empty afterwards.
     Subscription(Subscription&& other) noexcept;
+    /// Detaches its own observer and takes over what the other keeps attached.
     Subscription& operator=(Subscription&& other) noexcept;
     Subscription(const Subscription&) = delete;
     Subscription& operator=(const Subscription&) = delete;
@@ -56,6 +58,7 @@ public:
     explicit operator bool() const noexcept;
 
     class Link;  ///< Is opaque to hosts.
+    /// Makes one of what the functions of this header attach; not for hosts, who cannot make a link.
     explicit Subscription(std::unique_ptr<Link> link) noexcept;
 
 private:
@@ -64,7 +67,9 @@ private:
 
 // Observers of the library's own interfaces. They are not owned and must live as long as the subscription.
 
+/// Observes the settings that a save or a reset changes.
 [[nodiscard]] ZELUTIL_API Subscription observe(ZelU::Marl::IUserPreferenceObserver& observer);
+/// Observes the texts of sub-managers that a save hands over.
 [[nodiscard]] ZELUTIL_API Subscription observe(ZelU::Marl::IUserPreferenceSubManagerObserver& observer);
 /// Observes all actions.
 [[nodiscard]] ZELUTIL_API Subscription observe(IUCPActionObserver& observer);

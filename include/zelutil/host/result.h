@@ -32,6 +32,7 @@ struct NotRestored {
     std::string setting;
     /// Id of the action; 0 for a setting.
     int action = 0;
+    /// The reason.
     Obstacle obstacle = Obstacle::TakenByAnother;
     /// Id of the action that stands in the way; 0 where none does.
     int otherAction = 0;
@@ -47,13 +48,15 @@ struct Conflict {
     std::string setting;
     /// Id of the action; 0 for a setting.
     int action = 0;
-    /// The value that is in the file now, and the one that the other process had put there.
+    /// The value that is in the file now.
     std::string ours;
+    /// The value that the other process had put there.
     std::string theirs;
 };
 
 /// The outcome of a save or a reset.
 struct SaveResult {
+    /// Tells what became of the file.
     enum class Status {
         /// The file holds what is to be kept.
         Saved,
@@ -78,6 +81,7 @@ struct SaveResult {
         Starting,
     };
 
+    /// What became of the file.
     Status status = Status::Unchanged;
     /// One sentence in English, for people.
     std::string text;
@@ -96,9 +100,9 @@ struct SaveResult {
     std::vector<NotRestored> notRestored;
     /// The settings and actions that another process has changed too.
     std::vector<Conflict> conflicts;
-    /// Full names of settings, and ids of actions, for which the file has what another process saved, which is not what
-    /// is in force here.
+    /// Full names of settings for which the file has what another process saved, which is not what is in force here.
     std::vector<std::string> settingsOfOthers;
+    /// Ids of such actions, ascending.
     std::vector<int> actionsOfOthers;
 
     /// Returns whether the file holds what is to be kept.

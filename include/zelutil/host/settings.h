@@ -19,6 +19,7 @@ struct SettingInfo {
     std::vector<std::string> bareNames;
     /// Attribute path of its section, a key of `UserPreferenceManager::getAllUserPrefUISettings`.
     std::string section;
+    /// The shipped value.
     std::string defaultValue;
     /// The value in force.
     std::string value;
@@ -74,7 +75,9 @@ inline std::string get(std::string_view name, const char* fallback) {
 /// Returns the text of a value, as `read` reads it back: a double with as many digits as that takes. The empty text for
 /// a double that is infinite or no number.
 ZELUTIL_API std::string textOf(bool value);
+/// The same for a number without a fraction.
 ZELUTIL_API std::string textOf(int value);
+/// The same for a number with a fraction.
 ZELUTIL_API std::string textOf(double value);
 
 }  // namespace zelutil::host

@@ -26,6 +26,7 @@ ZELUTIL_API Options options();
 
 /// Something that the start found in the user's file and that a host can show.
 struct StartWarning {
+    /// Tells what is wrong.
     enum class Kind {
         /// The file is there and could not be read, or is no JSON: it is kept beside its place before the first save.
         /// A directory of its name is told of, too.
@@ -40,6 +41,7 @@ struct StartWarning {
         ShortcutRefused,
     };
 
+    /// What is wrong.
     Kind kind = Kind::EntryWithoutEffect;
     /// The setting, as the file names it, the section, or the member of the file that is not of the form that is read;
     /// empty for an action and for the file.

@@ -42,8 +42,9 @@ public:
         std::string parentHeader;   ///< Headings of the sections around it, joined by "::"; empty at the top.
         std::string header;         ///< Its own heading.
         std::string attributePath;  ///< Attributes of the sections around it and its own, joined by "::".
-        std::string tclCommand;
-        bool unique = true;  ///< Whether its settings are also found by their bare names.
+        std::string tclCommand;     ///< The text that the defaults have for it, carried only.
+        bool unique = true;         ///< Whether its settings are also found by their bare names.
+        /// A `SubManagerType`, or another number that the defaults have.
         std::int32_t submanagerId = static_cast<std::int32_t>(SubManagerType::None);
         bool hasChildren = false;  ///< Whether it may hold further sections.
     };
@@ -58,6 +59,7 @@ public:
     /// puts in force is in force in both. An assignment leaves references that this manager gave out as valid as they
     /// were; without memory for it, nothing changes.
     UserPreferenceManager(const UserPreferenceManager& other);
+    /// Assigns as the constructor copies.
     UserPreferenceManager& operator=(const UserPreferenceManager& other);
     ~UserPreferenceManager();
 

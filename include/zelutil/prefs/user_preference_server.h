@@ -58,10 +58,12 @@ public:
 
     /// Has the observer told from now on. Null is ignored, and so is one that is attached already.
     void attach(IUserPreferenceObserver* observer);
+    /// The same for an observer of sub-managers.
     void attach(IUserPreferenceSubManagerObserver* observer);
 
     /// Ends that, however often it was attached. Null is ignored, and so is one that is not attached.
     void detach(IUserPreferenceObserver* observer);
+    /// The same for an observer of sub-managers.
     void detach(IUserPreferenceSubManagerObserver* observer);
 
     /// Tells every observer of settings the names, and then every observer of sub-managers the texts, each kind in the

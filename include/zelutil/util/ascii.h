@@ -5,12 +5,14 @@
 /// is public because the templates of `enums/named_enum.h` compare names while a host is being compiled.
 namespace zelutil::ascii {
 
-/// `c` in lower case: 'A' => 'a', 'a' => 'a', '[' => '[', '\xC4' => '\xC4'.
+/// Returns `c` in lower case.
+///
+///     'A' => 'a'    'a' => 'a'    '[' => '['    '\xC4' => '\xC4'
 constexpr char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
 /// Less than, equal to or greater than 0 as `a` comes before, is equal to or comes after `b`, ignoring case. Letters
-/// take part in lower case and bytes without sign, so that '_' comes before every letter and '\x80' after all of them.
-/// Neither text may be null.
+/// take part in lower case and bytes without sign, so that an underscore comes before every letter and the byte
+/// 0x80 after all of them. Neither text may be null.
 ///
 ///     ("Via", "vIA") => 0    ("Via", "Via ") => less    ("a_b", "aab") => less    ("", "") => 0
 constexpr int compareIgnoringCase(const char* a, const char* b) {

@@ -24,7 +24,9 @@ public:
     /// Keeps the pointer, not the text: the text has to outlive the switch, as a literal does. Null is a variable that
     /// is never defined. The environment is not read.
     DbgChk(const char* name);
+    /// Takes over the name and, when there is one already, the answer.
     DbgChk(const DbgChk& other);
+    /// Takes over the name and, when there is one already, the answer.
     DbgChk& operator=(const DbgChk& other);
 
     /// Whether the variable was defined when this switch was first tested, or else the value it was overridden with.

@@ -49,9 +49,11 @@ private:
 ///     }
 class ZELUTIL_API Lock {
 public:
+    /// Waits for the mutex and holds it.
     explicit Lock(Mutex& mutex);
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
+    /// Releases the mutex.
     ~Lock();
 
 private:

@@ -25,12 +25,12 @@ ZELUTIL_API void removeTrailingZeros(char* str);
 
 /// Compares without regard to case. The result is less than 0, 0 or greater than 0 as `a` comes before, equals or comes
 /// after `b`: the difference of the first two bytes that differ, as numbers without sign and with letters in lower
-/// case; where one text begins the other, -1 or 1. `b` ends at its first NUL, in both forms; a null `b` is the empty
-/// text.
+/// case; where one text begins the other, -1 or 1. `b` ends at its first NUL, in both forms.
 ///
 ///     ("ABC", "abc") => 0     ("ab", "abc") => -1    ("abc", "ab") => 1    ("a", "C") => -2
 ///     ("_", "A")     => -2    ("\xC4", "\xE4") => -32
 ZELUTIL_API int StrNoCaseCompare(const std::string& a, const std::string& b);
+/// The same; a null `b` is the empty text.
 ZELUTIL_API int StrNoCaseCompare(const std::string& a, const char* b);
 
 /// The first `n` characters, all of them where there are no more. A negative `n` is 0.

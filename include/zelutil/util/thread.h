@@ -55,6 +55,7 @@ public:
     /// told when the function ends. `IsRunning` says true until `Join` or `Kill`. `other` stays as it is, also when
     /// moved.
     Thread(const Thread& other);
+    /// The same: a thread is not moved.
     Thread(Thread&& other) noexcept;
 
     /// There is none, since it is not defined what it would do to the thread of the assigned object.
