@@ -151,7 +151,7 @@ class Guide:
             if number % 2 == 0:
                 parts[number] = self.prose(part)
             elif part.startswith("```") and not part.startswith("```cpp"):
-                parts[number] = re.sub(r"^```.*", "```{.txt}", part)
+                parts[number] = re.sub(r"^```.*", "```{.unparsed}", part)
         return "".join(parts)
 
 
