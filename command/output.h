@@ -24,7 +24,7 @@ enum class FindingsAre {
 struct OutputChoices {
     bool json = false;
     ColorChoice color = ColorChoice::Auto;
-    /// How many characters a line of the terminal has; nothing where no person reads on one.
+    /// Holds how many characters a line of the terminal has; nothing where no person reads on one.
     std::optional<std::size_t> width = std::nullopt;
 };
 
@@ -59,7 +59,7 @@ public:
         return shown(role, value.empty() ? "\"\"" : value);
     }
 
-    /// Returns how many characters a line for people may have; nothing where it may have any number.
+    /// Holds how many characters a line for people may have; nothing where it may have any number.
     std::optional<std::size_t> width() const { return width_; }
 
     /// Has `write`, which takes a `JsonWriter&`, write members in the JSON form; for people nothing is done.

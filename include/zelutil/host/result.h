@@ -81,7 +81,7 @@ struct SaveResult {
         Starting,
     };
 
-    /// What became of the file.
+    /// Tells what became of the file.
     Status status = Status::Unchanged;
     /// One sentence in English, for people.
     std::string text;

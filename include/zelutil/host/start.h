@@ -41,7 +41,7 @@ struct StartWarning {
         ShortcutRefused,
     };
 
-    /// What is wrong.
+    /// Tells what is wrong.
     Kind kind = Kind::EntryWithoutEffect;
     /// The setting, as the file names it, the section, or the member of the file that is not of the form that is read;
     /// empty for an action and for the file.
