@@ -39,6 +39,15 @@ public:
         return rest();
     }
 
+    std::string runOn(json::View array, const std::function<bool(json::View)>& elementGoes) {
+        std::vector<Item> elements;
+        for (const json::View element : array.elements()) {
+            elements.push_back({{beginOf(element), endOf(element)}, elementGoes(element)});
+        }
+        cut(elements, {beginOf(array), endOf(array)});
+        return rest();
+    }
+
 private:
     bool goes(json::View value) const { return placesThatGo_.count(beginOf(value)) != 0; }
 
@@ -114,6 +123,11 @@ private:
 
 std::string withoutEntries(const json::LocatedDocument& document, const std::vector<json::View>& values) {
     return EntryCut(document, values).run();
+}
+
+std::string withoutElements(const json::LocatedDocument& document, json::View array,
+                            const std::function<bool(json::View)>& goes) {
+    return EntryCut(document, {}).runOn(array, goes);
 }
 
 }  // namespace zelutil::command

@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_COMMAND_EXPLAIN_ENTRY_CUT_H
 #define ZELUTIL_COMMAND_EXPLAIN_ENTRY_CUT_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,11 @@ namespace zelutil::command {
 ///     [{"a": "1"}, {"b": "2"}]   without a   => [{"b": "2"}]
 ///     [ {"a": "1"} ]             without a   => []
 std::string withoutEntries(const json::LocatedDocument& document, const std::vector<json::View>& values);
+
+/// Returns the text without those elements of one of its arrays for which `goes` is true, each with its comma and the
+/// blanks up to the next one. Every other byte stays.
+std::string withoutElements(const json::LocatedDocument& document, json::View array,
+                            const std::function<bool(json::View)>& goes);
 
 }  // namespace zelutil::command
 

@@ -18,20 +18,24 @@ SettingAccounts EntryReset::readInTurn() {
 }
 
 host::SaveResult EntryReset::cut(const std::vector<std::uint32_t>& settings) {
+    const std::vector<json::View> values = accounts_.entriesThatSet(settings);
+    return put(values.empty() ? std::nullopt : std::optional(withoutEntries(accounts_.userDocument(), values)));
+}
+
+host::SaveResult EntryReset::put(const std::optional<std::string>& text) {
     host::SaveResult result;
     result.path = accounts_.userFile().path;
-    const std::vector<json::View> values = accounts_.entriesThatSet(settings);
     if (accounts_.userFile().isUnread) {
         result.status = host::SaveResult::Status::NotWritten;
         result.text = "Nothing can be taken out of the user's file, because it is not read.";
-    } else if (values.empty()) {
+    } else if (!text) {
         result.status = host::SaveResult::Status::Unchanged;
     } else if (writtenPath_ != result.path) {
         result.status = host::SaveResult::Status::NotWritten;
         result.text =
             "The values are in a file that stays, because the variable regression_testing sends saves elsewhere.";
     } else {
-        write(withoutEntries(accounts_.userDocument(), values), result);
+        write(*text, result);
     }
     return result;
 }

@@ -27,9 +27,12 @@ public:
     bool hasTurn() const { return turn_ && turn_->isTaken(); }
 
     /// Cuts every entry that sets one of these settings out of the file, and leaves every other byte alone. The result
-    /// has a status, a path and the copy that was kept, and a text where the file stays for a reason of its own. Called
-    /// once.
+    /// has a status, a path and the copy that was kept, and a text where the file stays for a reason of its own.
     host::SaveResult cut(const std::vector<std::uint32_t>& settings);
+
+    /// Puts this text in the place of the one that was read, or where there is none, leaves the file as it is. The
+    /// result is like that of `cut`. Either of the two is called, and once.
+    host::SaveResult put(const std::optional<std::string>& text);
 
 private:
     SettingAccounts readInTurn();

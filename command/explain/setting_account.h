@@ -130,7 +130,11 @@ public:
 
     /// Returns the values of the entries that set one of these settings, in the order of the file.
     std::vector<json::View> entriesThatSet(const std::vector<std::uint32_t>& numbers) const;
-    /// Returns the document to which they belong.
+    /// Returns what the user's file has for the actions, as the library reads it; absent where it has nothing.
+    json::View userActions() const;
+    /// Returns the shipped actions, in the text that the library loads; empty where there are none.
+    std::string shippedActions() const;
+    /// Returns the document to which the entries and the user's actions belong.
     const json::LocatedDocument& userDocument() const;
 
 private:

@@ -7,6 +7,7 @@
 #include "command/explain/user_entries.h"
 #include "file/hierarchy_root.h"
 #include "host/setting_definition.h"
+#include "host/user_file_reading.h"
 #include "platform/files.h"
 #include "prefs/catalogue_reader.h"
 #include "prefs/preference_files.h"
@@ -62,6 +63,7 @@ public:
     PreferenceFile userFile;
 
     const prefs::Catalogue& catalogue() const { return catalogue_; }
+    const json::LocatedDocument& defaults() const { return defaults_; }
     const json::LocatedDocument& user() const { return user_; }
     const std::vector<FoundEntry>& entries() const { return entries_; }
     const std::vector<UserEntry>& entriesWithoutSetting() const { return entriesWithoutSetting_; }
@@ -335,6 +337,17 @@ std::vector<json::View> SettingAccounts::entriesThatSet(const std::vector<std::u
         }
     }
     return values;
+}
+
+json::View SettingAccounts::userActions() const {
+    return host::UserFileReading(readings_->catalogue(), readings_->defaults().root(), readings_->user().root())
+        .subManagerValue(prefs::SubManagerType::Actions);
+}
+
+std::string SettingAccounts::shippedActions() const {
+    const prefs::SubManagerTexts& texts = readings_->catalogue().defaultSubManagerTexts();
+    const auto found = texts.find(prefs::SubManagerType::Actions);
+    return found == texts.end() ? std::string() : found->second;
 }
 
 const json::LocatedDocument& SettingAccounts::userDocument() const { return readings_->user(); }

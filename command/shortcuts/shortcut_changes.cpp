@@ -66,7 +66,8 @@ std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows) {
            labelOf(rows, one.holder) + " has it.";
 }
 
-void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, Output& output) {
+void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, Output& output,
+                        const std::string& reason) {
     // If nothing was written, the changes are in force in this process alone.
     const std::vector<RowChange> changes = result.ok() ? changedRows(before) : std::vector<RowChange>();
     for (const RowChange& change : changes) {
@@ -75,7 +76,7 @@ void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::Save
     output.members([&](command::JsonWriter& json) {
         json.objects("changes", changes, [&](const RowChange& change) { writeRowChange(json, change); });
     });
-    command::tellSaved({}, result, output);
+    command::tellChanged({}, result, output, reason);
 }
 
 void addTheFirst(std::vector<command::Finding> findings, Output& output) {

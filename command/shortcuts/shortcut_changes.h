@@ -16,9 +16,10 @@
 namespace zelutil::shortcuts {
 
 /// Tells `output` the actions that have another shortcut or menu flag than before, children that follow among them, and
-/// the result of the save, which was the last thing to be done. Where it failed, nothing of that is told but why.
-void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result,
-                        command::Output& output);
+/// the result of the save, which was the last thing to be done. Where it failed, nothing of that is told but why: that
+/// is `reason` where there is one.
+void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, command::Output& output,
+                        const std::string& reason = {});
 
 /// Returns a sentence that says who is in the way.
 std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows);

@@ -1,5 +1,5 @@
 // zelutil reset: gives settings their shipped defaults again, by taking their entries out of the user's file, and
-// actions their shipped shortcuts, by the library's own reset.
+// actions their shipped shortcuts, by the same or by the library's own reset.
 #include <zelutil/host/save.h>
 
 #include <algorithm>
@@ -12,6 +12,7 @@
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/saved_settings.h"
+#include "command/shortcuts/action_reset.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/shortcut_changes.h"
 #include "command/subcommands/table.h"
@@ -130,18 +131,36 @@ bool areResettable(const std::vector<int>& ids, const shortcuts::KnownShortcuts&
     return areAll;
 }
 
+std::vector<int> idsOfAll(const std::vector<shortcuts::ShortcutRow>& rows) {
+    std::vector<int> ids;
+    for (const shortcuts::ShortcutRow& row : rows) {
+        ids.push_back(row.action.item.id);
+    }
+    return ids;
+}
+
+void resetKeys(const std::vector<int>& ids, const shortcuts::KnownShortcuts& known, Output& output) {
+    const shortcuts::ActionReset done = shortcuts::resetActions(ids);
+    tellSavedShortcuts(known.rows(), done.save, output, done.reason);
+    if (done.save.ok()) {
+        tellWhoRuns(known.rows(), ids, output);
+    }
+    if (done.save.status == host::SaveResult::Status::Saved && !done.hasTurn) {
+        tellMissingTurn(output);
+    }
+}
+
 void resetShortcuts(const ResetChoices& choices, Output& output) {
     const std::vector<int> ids = idsOf(choices.names);
     if (choices.all != ids.empty()) {
         throw UsageError("A reset of shortcuts takes either ids of actions or --all.");
     }
     const shortcuts::KnownShortcuts known(output);
-    // The library's reset would keep a copy and write a file that has nothing else of the user's.
     if (known.areThere() && isUserFileUnread()) {
         output.fail("Nothing can be taken out of the user's file, because it is not read.",
                     "Mend it first: \"zelutil doctor\" says what is wrong with it.");
     } else if (known.areThere() && areResettable(ids, known, output)) {
-        tellSavedShortcuts(known.rows(), choices.all ? host::resetAllShortcuts() : host::resetShortcuts(ids), output);
+        resetKeys(choices.all ? idsOfAll(known.rows()) : ids, known, output);
     }
 }
 

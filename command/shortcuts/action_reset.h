@@ -1,0 +1,50 @@
+#ifndef ZELUTIL_COMMAND_SHORTCUTS_ACTION_RESET_H
+#define ZELUTIL_COMMAND_SHORTCUTS_ACTION_RESET_H
+
+#include <zelutil/host/result.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command/explain/setting_account.h"
+#include "command/output.h"
+#include "command/shortcuts/shortcut_table.h"
+
+/// Takes the user's entries for actions out of the user's file, so that the next start gives what is shipped.
+namespace zelutil::shortcuts {
+
+/// The user's texts without the entries of some actions.
+struct EntriesCut {
+    /// The text of the file, of which every other byte stays; nothing where it has no such entry.
+    std::optional<std::string> file;
+    /// The part of it that is for the actions, as a load takes it.
+    std::string userActions;
+    /// Whether a start then finds these actions and all below them as they are shipped, and every other one as it is
+    /// now, unless it has what is shipped for it again.
+    bool isEnough = false;
+};
+
+/// Plans that for the actions of these ids. Nothing is written.
+EntriesCut planEntriesCut(const command::SettingAccounts& accounts, const std::vector<int>& ids);
+
+struct ActionReset {
+    host::SaveResult save;
+    /// Says why the file stays, where that has a reason of its own.
+    std::string reason;
+    /// Whether other processes were kept from saving meanwhile.
+    bool hasTurn = true;
+};
+
+/// Gives the actions what is shipped for them: by a cut of their entries, or where that is not enough, because an entry
+/// of another action has what is shipped for one of these, by the library's own reset. The manager of the actions has
+/// it, too, afterwards.
+ActionReset resetActions(const std::vector<int>& ids);
+
+/// Tells `output` the actions that a reset of these has left without the shortcut that they show, and those that have
+/// theirs again. `before` has the actions as they were.
+void tellWhoRuns(const std::vector<ShortcutRow>& before, const std::vector<int>& ids, command::Output& output);
+
+}  // namespace zelutil::shortcuts
+
+#endif
