@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/text.h"
 #include "prefs/preference_files.h"
@@ -42,15 +43,6 @@ void tellFile(const SaveResult& result, Output& output) {
     }
 }
 
-/// Says what to do where the user's file has no place.
-std::string adviceOnPlace(const std::string& path) {
-    if (path.find(' ') != std::string::npos) {
-        return "Its path has a blank: --paths-with-blanks has it written, for applications that read it.";
-    }
-    return hasUnknownDrive(path) ? kOnlyDrive
-                                 : "Name the home directory by the variables HOMEDRIVE and HOMEPATH, and try again.";
-}
-
 /// Tells why nothing was saved, or not all.
 void tellFailure(const SaveResult& result, Output& output) {
     const std::string file = nativeOrAsItStands(result.path);
@@ -61,7 +53,7 @@ void tellFailure(const SaveResult& result, Output& output) {
             break;
         case Status::NoPath:
             output.fail("Nothing was saved, because there is no place for the user's file: \"" + file + "\".",
-                        adviceOnPlace(result.path));
+                        adviceOnUserPath(result.path));
             break;
         case Status::NotKept:
             output.fail("Nothing was saved: \"" + file + "\" could not be read, and no copy could be kept beside it.",

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "command/explain/setting_account.h"
+#include "command/explain/unread_user_file.h"
 #include "command/explain/user_entries.h"
 #include "file/hierarchy_root.h"
 #include "host/setting_definition.h"
@@ -36,7 +37,7 @@ std::string textOfUserFile(PreferenceFile& user) {
         text = bytes;
         return true;
     });
-    user.isUnread = file.unreadAtStart() || file.wasDirectoryAtStart();
+    user.isUnread = file.unreadAtStart() || file.wasDirectoryAtStart() || isOutOfReach(user.path);
     return text;
 }
 

@@ -77,7 +77,9 @@ void resetSettings(const ResetChoices& choices, Output& output) {
         failWithoutDefaults("setting", output);
         return;
     }
-    tellUnreadUserFile(accounts, output);
+    if (accounts.userFile().isUnread) {
+        tellUnreadUserFile(accounts, output);
+    }
     const auto numbers = settingsToReset(choices, accounts, output);
     if (!numbers) {
         return;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "command/arguments.h"
+#include "command/explain/unread_user_file.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/round_trip.h"
 #include "command/shortcuts/shortcut_changes.h"
@@ -143,6 +144,7 @@ void writeTrip(const RoundTrip& trip, const KnownShortcuts& known, JsonWriter& j
         json.member("text", item.text);
         json.member("cure", cureOf(item.obstacle));
     });
+    json.member("userFileRead", !isUserFileUnread());
     json.list("lostByOldCalls", trip.lostByOldCalls, [&](int id) { json.integer(id); });
     json.member("text", trip.text);
 }
@@ -162,7 +164,10 @@ void tellRoundTrip(Output& output) {
     tellCure(trip, known, output);
     tellOldCalls(trip, known, output);
     output.members([&](JsonWriter& json) { writeTrip(trip, known, json); });
-    if (trip.withoutEffect.empty() && trip.wishes.empty() && trip.menuWishes.empty() && trip.notRestored.empty()) {
+    if (isUserFileUnread()) {
+        output.line("Nothing is known of what a restart brings back: the user's file is not read.");
+    } else if (trip.withoutEffect.empty() && trip.wishes.empty() && trip.menuWishes.empty() &&
+               trip.notRestored.empty()) {
         output.line("A restart brings back all shortcuts and menu flags.");
     }
 }

@@ -182,6 +182,29 @@ TEST(ExplainReset, WaitsUntilAnotherSaveIsDone) {
     EXPECT_EQ(readTextFile(world.userFile()), userWith(R"([{"zoom":"7"}])"));
 }
 
+/// Takes the values out of a file that is not read: that cannot be done, and where there is none, nothing is to be
+/// done.
+TEST(ExplainReset, SaysThatAFileIsNotReadForABlankOrItsPath) {
+    const CommandWorld world;
+    const std::string home = zelutil::test::windowsText(world.home() / "my home");
+    const zelutil::test::EnvironmentChanges blank{{"HOMEPATH", home.substr(2)}};
+    const ChildResult nothing = world.run({"reset", "--all"}, blank);
+    EXPECT_EQ(nothing.exitCode, 0);
+    EXPECT_EQ(nothing.out.find("Nothing to do in "), 0U) << nothing.out;
+    EXPECT_EQ(nothing.err, "");
+    ASSERT_EQ(world.run({"set", "grid=1", "--paths-with-blanks"}, blank).exitCode, 0);
+    const zelutil::test::EnvironmentChanges nowhere{{"HOMEPATH", "\\a?b"}};
+    for (const auto& changes : {blank, nowhere}) {
+        const ChildResult result = world.run({"reset", "--all"}, changes);
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("Nothing can be taken out of the user's file, because it is not read."),
+                  std::string::npos)
+            << result.err;
+    }
+    EXPECT_EQ(world.run({"get", "grid", "--value", "--paths-with-blanks"}, blank).out, "1\n");
+}
+
 /// Saves go into the current directory then, and the file that is read stays.
 TEST(ExplainReset, LeavesTheFileOfWhomARegressionTestReads) {
     const CommandWorld world;

@@ -18,4 +18,16 @@ TEST(SavingPosix, AValueThatIsNotUtf8IsRefused) {
 }
 
 }  // namespace
+/// The only drive is Z:, so there is nothing to be read.
+TEST(Reading, TellsAHomeOnAnotherDrive) {
+    const CommandWorld world;
+    const ChildResult result = world.run({"get", "grid"}, {{"HOMEDRIVE", "C:"}, {"HOMEPATH", "\\home"}});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "display::grids::grid=0.5\n");
+    EXPECT_NE(result.err.find("warning: The user's file could not be looked for: no file has this path.\n"
+                              "    The only drive is Z:, "),
+              std::string::npos)
+        << result.err;
+}
+
 }  // namespace zelutil::test

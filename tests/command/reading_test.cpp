@@ -107,6 +107,24 @@ TEST(Reading, WritesJson) {
               R"("text":"There is no setting \"gird\".","advice":"Did you mean grid?"}]})");
 }
 
+/// No system has a file with a question mark in its path as the library writes it.
+TEST(Reading, TellsAHomeInWhichNoFileCanBeLookedFor) {
+    const CommandWorld world;
+    const zelutil::test::EnvironmentChanges nowhere{{"HOMEPATH", "\\a?b"}};
+    for (const auto& arguments : {Words{"get", "grid"}, Words{"list"}, Words{"diff"}, Words{"set", "grid=1"}}) {
+        SCOPED_TRACE(arguments.front());
+        const ChildResult result = world.run(arguments, nowhere);
+        EXPECT_EQ(result.exitCode, arguments.front() == "set" ? 3 : 1);
+        EXPECT_NE(
+            result.err.find("warning: The user's file could not be looked for: the home directory's path is none.\n"),
+            std::string::npos)
+            << result.err;
+        EXPECT_NE(result.err.find("    Name the home directory by the variables HOMEDRIVE and HOMEPATH"),
+                  std::string::npos)
+            << result.err;
+    }
+}
+
 TEST(Reading, TellsAUsersFileThatIsNoJson) {
     const CommandWorld world;
     world.writeUser("{");

@@ -242,6 +242,17 @@ TEST(Profiles, AreNotWrittenWhereTheUsersFileIsNotRead) {
     EXPECT_EQ(readTextFile(world.file()), kProfile);
 }
 
+/// Nobody knows there what the user changed.
+TEST(Profiles, AreNotWrittenWhereTheUsersFileCannotBeLookedFor) {
+    const FileWorld world;
+    const zelutil::test::EnvironmentChanges nowhere{{"HOMEPATH", "\\a?b"}};
+    const ChildResult result = world.run({"export", world.fileText()}, nowhere);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_FALSE(std::filesystem::exists(world.file()));
+    EXPECT_EQ(world.run({"reset", "--shortcuts", "--all"}, nowhere).exitCode, 3);
+    EXPECT_NE(world.run({"shortcuts"}, nowhere).err.find("The user's file could not be looked for"), std::string::npos);
+}
+
 TEST(Profiles, SayWhichEntriesTheyLack) {
     const FileWorld world;
     world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":4,"shortcut":"R"},{"shortcut":"F2"},{"id":3,"rmb":true})");
@@ -358,6 +369,17 @@ TEST(RoundTripCommand, SaysThatAllComesBack) {
     EXPECT_EQ(world.userText(), text);
 }
 
+TEST(RoundTripCommand, SaysThatTheFileWasNotReadAndNotThatAllComesBack) {
+    const FileWorld world;
+    world.writeUser("{");
+    const ChildResult result = world.run({"roundtrip"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out.find("Nothing is known of what a restart brings back: the user's file is not read.\n"), 0U)
+        << result.out;
+    EXPECT_EQ(result.out.find(kAllComesBack), std::string::npos) << result.out;
+    EXPECT_NE(world.json({"roundtrip"}).find(R"("userFileRead":false)"), std::string::npos);
+}
+
 /// A host that has saved a swap by the old calls has lost it.
 TEST(RoundTripCommand, NamesWhatWasRefusedAndTheCureThatBringsItBack) {
     const FileWorld world;
@@ -464,8 +486,8 @@ TEST(RoundTripCommand, WritesJson) {
               R"({"zelutil":{"format":1,"command":"roundtrip"},"withoutEffect":[{"action":4,"holder":3,"refused":true,)"
               R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it.","cure":""}],)"
               R"("wishes":[{"id":4,"shortcut":"R"}],"menuFlags":[],"edits":[],)"
-              R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"notRestored":[],"lostByOldCalls":[],)"
-              R"("text":"[{\"actions\":[]}]","findings":[{"severity":"warning",)"
+              R"("inTheWay":[{"id":4,"shortcut":"R","asked":4,"holder":3}],"notRestored":[],"userFileRead":true,)"
+              R"("lostByOldCalls":[],"text":"[{\"actions\":[]}]","findings":[{"severity":"warning",)"
               R"("text":"Action 4 did not get the shortcut \"R\": action 3 has it."},{"severity":"warning",)"
               R"("text":"Action 4 (ucpedit, lock) cannot have \"R\": action 3 (ucpedit, rotate) has it.",)"
               R"("advice":"Wish another shortcut for one of the two, or none."}]})");
