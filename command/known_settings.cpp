@@ -1,9 +1,11 @@
 #include "command/known_settings.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "command/explain/unread_user_file.h"
 #include "command/nearest_names.h"
+#include "command/pattern.h"
 #include "command/text.h"
 #include "file/hierarchy_root.h"
 #include "platform/environment.h"
@@ -64,7 +66,26 @@ Finding KnownSettings::unknown(const std::string& name) const {
     return unknownSetting(name, names);
 }
 
+std::vector<std::string> sectionsAndGroups() {
+    std::vector<std::string> all;
+    for (const std::string& section : host::sectionsInFileOrder()) {
+        for (std::size_t end = section.find("::"); end != std::string::npos; end = section.find("::", end + 1)) {
+            all.push_back(section.substr(0, end));
+        }
+        all.push_back(section);
+    }
+    return all;
+}
+
 Finding unknownSetting(const std::string& name, const std::vector<std::string>& known) {
+    const std::vector<std::string> sections = sectionsAndGroups();
+    const bool isSection = std::any_of(sections.begin(), sections.end(), [&](const std::string& section) {
+        return section.size() == name.size() && beginsWith(section, name);
+    });
+    if (isSection) {
+        return {Severity::Error, '"' + name + "\" is a section of settings, and no setting.",
+                "\"zelutil list --section " + name + "\" lists what is in it.", std::nullopt};
+    }
     std::string advice = questionAbout(nearestFullNames(name, known));
     if (advice.empty()) {
         advice = "\"zelutil list\" shows all names.";

@@ -45,7 +45,10 @@ std::string adviceWithoutDefaults(bool areNamed);
 /// because they cannot be used.
 void failWithoutDefaults(const std::string& thing, Output& output);
 
-/// Returns the finding for a name that no setting has, with the nearest of the known names.
+/// Returns the sections with those that only group others.
+std::vector<std::string> sectionsAndGroups();
+
+/// Returns the finding for a name that no setting has, with the nearest of the known names, or for a section.
 Finding unknownSetting(const std::string& name, const std::vector<std::string>& known);
 
 /// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.

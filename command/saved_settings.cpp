@@ -17,17 +17,21 @@ using Status = SaveResult::Status;
 std::vector<SettingChange> changesSince(const std::vector<SettingInfo>& before) {
     std::vector<SettingChange> changes;
     for (const SettingInfo& setting : before) {
-        changes.push_back({setting, host::setting(findableName(setting)).value_or(setting).value});
+        host::SettingInfo now = host::setting(findableName(setting)).value_or(setting);
+        changes.push_back({setting, std::move(now.value), now.setByUser});
     }
     return changes;
 }
 
 void tellChanges(const std::vector<SettingChange>& changes, Output& output) {
-    for (const auto& [before, now] : changes) {
+    for (const auto& [before, now, isUsers] : changes) {
         const std::string name = output.shown(Role::Name, before.fullName);
         const std::string value = output.shownValue(Role::Value, now);
-        if (before.value == now) {
+        if (before.value == now && before.setByUser == isUsers) {
             output.line("{}: {}, as before", name, value);
+        } else if (before.value == now) {
+            const char* const whose = isUsers ? "the user's own value now" : "no longer the user's own value";
+            output.line("{}: {}, the default, and {}", name, value, whose);
         } else {
             output.line("{}: {} -> {}", name, output.shownValue(Role::Old, before.value), value);
         }

@@ -24,6 +24,8 @@ std::optional<host::SaveResult> nothingToSave();
 struct SettingChange {
     host::SettingInfo before;
     std::string value;
+    /// Whether it has a value of the user afterwards.
+    bool isUsers = false;
 };
 
 /// Tells `output` the values of the settings before and now, and the result: what was written where, or why nothing was

@@ -2,9 +2,11 @@
 
 #include <zelutil/actions/action_manager.h>
 
+#include <algorithm>
 #include <set>
 
 #include "actions/manager_access.h"
+#include "command/shortcut_keys.h"
 #include "command/shortcuts/key_answer.h"
 #include "host/action_obstacles.h"
 
@@ -50,12 +52,33 @@ std::set<std::string> spellingsIn(const std::string& context, const std::vector<
     return spellings;
 }
 
+/// Returns the modifiers in an order that does not depend on that of the text; a text that is none stays as it is.
+std::vector<std::string> modifiersIn(std::string_view text) {
+    std::vector<std::string> modifiers;
+    for (const std::string_view token : text.empty() ? std::vector<std::string_view>() : command::tokensOf(text)) {
+        const std::string_view known = command::modifierNamed(token);
+        modifiers.emplace_back(known.empty() ? token : known);
+    }
+    std::sort(modifiers.begin(), modifiers.end());
+    return modifiers;
+}
+
 }  // namespace
 
 const std::vector<std::string>& modifierSets() {
     static const std::vector<std::string> kSets = {"",    "Shift",     "Ctrl",     "Ctrl+Shift",
                                                    "Alt", "Alt+Shift", "Ctrl+Alt", "Ctrl+Alt+Shift"};
     return kSets;
+}
+
+std::optional<std::string> modifierSetNamed(std::string_view text) {
+    const std::vector<std::string> wanted = modifiersIn(text);
+    for (const std::string& set : modifierSets()) {
+        if (modifiersIn(set) == wanted) {
+            return set;
+        }
+    }
+    return std::nullopt;
 }
 
 const std::vector<std::string>& keyNames() {

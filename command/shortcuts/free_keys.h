@@ -1,7 +1,9 @@
 #ifndef ZELUTIL_COMMAND_SHORTCUTS_FREE_KEYS_H
 #define ZELUTIL_COMMAND_SHORTCUTS_FREE_KEYS_H
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "command/shortcuts/shortcut_table.h"
@@ -18,6 +20,9 @@ struct FreeKey {
 
 /// Returns the combinations of modifiers that are looked at: none, Shift, Ctrl and so on, without a plus sign behind.
 const std::vector<std::string>& modifierSets();
+
+/// Returns the one of them that somebody means by "shift + ALT"; nothing where that is none of them.
+std::optional<std::string> modifierSetNamed(std::string_view text);
 
 /// Returns the keys that are looked at: A to Z, 0 to 9, F1 to F12 and those with names, such as "PgUp".
 const std::vector<std::string>& keyNames();

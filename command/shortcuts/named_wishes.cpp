@@ -3,6 +3,8 @@
 #include <set>
 #include <utility>
 
+#include "command/nearest_names.h"
+
 namespace zelutil::shortcuts {
 namespace {
 
@@ -36,7 +38,7 @@ private:
     void add(const Wish& wish) {
         const int id = idOf(wish);
         if (id == 0) {
-            result_.skipped.push_back({wish.place, 0, whyUnknown(wish)});
+            result_.skipped.push_back({wish.place, 0, whyUnknown(wish), meantBy(wish)});
             return;
         }
         if (catalogue_.find(id)->parentId > 0) {
@@ -98,6 +100,20 @@ private:
         }
         return wish.context.empty() || wish.command.empty() ? "There is no action " + std::to_string(wish.id) + "."
                                                             : "There is no action " + named + ".";
+    }
+
+    /// Asks whether an action of a name like that is meant.
+    std::string meantBy(const Wish& wish) const {
+        if (wish.context.empty() || wish.command.empty()) {
+            return {};
+        }
+        std::vector<std::string> names;
+        catalogue_.forEachAction([&](int, const ActionCatalogue::Action& action) {
+            if (action.id != 0 && action.parentId == 0) {
+                names.push_back(std::string(action.contextName()) + ' ' + std::string(action.command));
+            }
+        });
+        return command::questionAbout(command::nearestNames(wish.context + ' ' + wish.command, names));
     }
 
     const ActionCatalogue& catalogue_;

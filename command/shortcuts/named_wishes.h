@@ -18,6 +18,8 @@ struct SkippedWish {
     /// 0 where no action was found.
     int action = 0;
     std::string text;
+    /// Says what to do instead; empty where nothing is known.
+    std::string advice = {};
 };
 
 /// The wishes by action. An action that has a parent takes over its parent's shortcut, so it has none of its own.

@@ -59,11 +59,25 @@ void writeRowChange(command::JsonWriter& json, const RowChange& change) {
 
 }  // namespace
 
+namespace {
+
+/// Says how the action that is in the way has the shortcut: now, with its parent, or by a wish only.
+std::string howHeld(const InTheWay& one, const std::vector<ShortcutRow>& rows) {
+    const ShortcutRow* const row = findRow(rows, one.holder);
+    if (row == nullptr || row->action.shortcut != one.shortcut) {
+        return " is to have it by another wish.";
+    }
+    const int parent = row->action.item.parent_id;
+    return parent < 1 ? " has it." : ", which follows action " + std::to_string(parent) + ", has it.";
+}
+
+}  // namespace
+
 std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows) {
     const std::string child =
         one.asked == one.action ? "" : ", since its child " + labelOf(rows, one.asked) + " could not follow";
     return "Action " + labelOf(rows, one.action) + " cannot have \"" + one.shortcut + "\"" + child + ": action " +
-           labelOf(rows, one.holder) + " has it.";
+           labelOf(rows, one.holder) + howHeld(one, rows);
 }
 
 void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, Output& output,

@@ -118,7 +118,7 @@ void runBundle(const BundleChoices& choices, Output& output) {
 
 Work declareBundle(CLI::App& arguments) {
     const auto choices = std::make_shared<BundleChoices>();
-    addText(arguments, "DIR", choices->directory, "The directory to make")->required();
+    addName(arguments, "DIR", choices->directory, "The directory to make")->required();
     arguments.add_flag("--redact", choices->redact, "Take out the user's and the machine's name and the user's values");
     return [choices](Output& output) { runBundle(*choices, output); };
 }

@@ -32,7 +32,14 @@ std::string textOfPlace(const Place& place) {
     return place.file + ':' + std::to_string(place.line.value_or(0)) + ':' + std::to_string(place.column.value_or(0));
 }
 
-std::string quotedAnswer(std::string_view text) { return '"' + std::string(text) + '"'; }
+/// Returns the text in quotes, with a backslash before each quote and backslash in it.
+std::string quotedAnswer(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+    }
+    return quoted + '"';
+}
 
 std::string textOfCharacters(const std::string& value) {
     const char* const characters = prefs::charactersOrNull(value);

@@ -1,11 +1,12 @@
 // zelutil export: the user's shortcuts and menu flags, for another installation.
-#include <algorithm>
+#include <zelutil/actions/action_manager.h>
+#include <zelutil/host/start.h>
+
 #include <filesystem>
 #include <memory>
 #include <vector>
 
-#include <zelutil/host/start.h>
-
+#include "actions/manager_access.h"
 #include "command/arguments.h"
 #include "command/explain/unread_user_file.h"
 #include "command/html/result_file.h"
@@ -16,6 +17,8 @@
 #include "command/shortcuts/wish_text.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
+#include "host/action_warnings.h"
+#include "json/document.h"
 
 namespace zelutil::command {
 namespace {
@@ -48,17 +51,30 @@ bool isUsersFileRead(const std::string& file, Output& output) {
     return isRead;
 }
 
-/// Entries of the user's file that did nothing at the start are not in the profile. Warnings without a name are of
-/// actions.
+/// Returns whether the entry has an effect all the same, which is in the profile.
+bool countsAsSomething(const host::ActionEntryFinding& finding) {
+    return finding.kind == host::ActionEntryFinding::Kind::NoText ||
+           finding.kind == host::ActionEntryFinding::Kind::NoTruth;
+}
+
+/// Entries of the user's file that did nothing at the start are not in the profile.
 void tellLeftOut(Output& output) {
-    std::vector<host::StartWarning> leftOut = host::startWarnings();
-    leftOut.erase(std::remove_if(leftOut.begin(), leftOut.end(),
-                                 [](const host::StartWarning& warning) { return !warning.name.empty(); }),
-                  leftOut.end());
+    const actions::ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(UCPActionManager::instance());
+    const auto& [shipped, userText] = catalogue.texts();
+    const json::Document user(userText);
+    const auto odd =
+        userText.empty() ? std::vector<host::ActionEntryFinding>() : host::actionEntryFindings(shipped, user.root());
+    std::vector<host::StartWarning> leftOut;
     std::vector<Finding> findings;
-    for (const host::StartWarning& warning : leftOut) {
-        findings.push_back({Severity::Warning, "Not in the profile: " + warning.text,
-                            "\"zelutil roundtrip\" says more.", std::nullopt});
+    for (const auto& finding : odd) {
+        const host::StartWarning& warning = finding.warning;
+        if (countsAsSomething(finding)) {
+            findings.push_back({Severity::Warning, warning.text, "The profile has what it counts as.", std::nullopt});
+        } else {
+            findings.push_back({Severity::Warning, "Not in the profile: " + warning.text,
+                                "\"zelutil roundtrip\" says more.", std::nullopt});
+            leftOut.push_back(warning);
+        }
     }
     shortcuts::addTheFirst(std::move(findings), output);
     output.members([&](JsonWriter& json) {
@@ -88,7 +104,7 @@ void exportProfile(const std::string& file, Output& output) {
 
 Work declareExport(CLI::App& arguments) {
     const auto file = std::make_shared<std::string>();
-    addText(arguments, "PROFILE", *file, "The file to be written")->required();
+    addName(arguments, "PROFILE", *file, "The file to be written")->required();
     return [file](Output& output) { exportProfile(*file, output); };
 }
 

@@ -23,11 +23,13 @@ struct FreeChoices {
     bool chosenModifiers = false;
 };
 
-void checkModifiers(const FreeChoices& choices) {
-    const std::vector<std::string>& sets = shortcuts::modifierSets();
-    if (choices.chosenModifiers && std::find(sets.begin(), sets.end(), choices.modifiers) == sets.end()) {
+/// Returns the modifiers in the spelling of the keys.
+std::string chosenModifiers(const FreeChoices& choices) {
+    auto named = shortcuts::modifierSetNamed(choices.modifiers);
+    if (!named) {
         throw UsageError("\"" + choices.modifiers + "\" is none of the modifiers, as \"Ctrl\" and \"Ctrl+Shift\" are.");
     }
+    return *std::move(named);
 }
 
 /// Returns the names of the keys, in a line: those that run nothing now, or those that run something by the fallback.
@@ -57,16 +59,16 @@ void showLines(const std::vector<FreeKey>& keys, Output& output) {
 }
 
 void showFree(const FreeChoices& choices, Output& output) {
-    checkModifiers(choices);
+    const std::string modifiers = chosenModifiers(choices);
     const KnownShortcuts known(output);
     if (!known.areThere() || !known.hasContext(choices.context, output)) {
         return;
     }
     std::vector<FreeKey> keys = shortcuts::freeKeys(choices.context, known.rows());
     if (choices.chosenModifiers) {
-        keys.erase(std::remove_if(keys.begin(), keys.end(),
-                                  [&](const FreeKey& key) { return key.modifiers != choices.modifiers; }),
-                   keys.end());
+        keys.erase(
+            std::remove_if(keys.begin(), keys.end(), [&](const FreeKey& key) { return key.modifiers != modifiers; }),
+            keys.end());
     }
     showLines(keys, output);
     output.members([&](JsonWriter& json) {

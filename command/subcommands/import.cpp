@@ -20,8 +20,8 @@ void tellSkipped(const NamedWishes& wishes, Output& output) {
     std::vector<Finding> findings;
     for (const SkippedWish& skipped : wishes.skipped) {
         findings.push_back({Severity::Warning,
-                            "Element " + std::to_string(skipped.place) + " was skipped: " + skipped.text, "",
-                            std::nullopt});
+                            "Element " + std::to_string(skipped.place) + " was skipped: " + skipped.text,
+                            skipped.advice, std::nullopt});
     }
     shortcuts::addTheFirst(std::move(findings), output);
 }
@@ -54,7 +54,7 @@ void importProfile(const std::string& file, Output& output) {
 
 Work declareImport(CLI::App& arguments) {
     const auto file = std::make_shared<std::string>();
-    addText(arguments, "PROFILE", *file, "A file that \"zelutil export\" has written")->required();
+    addName(arguments, "PROFILE", *file, "A file that \"zelutil export\" has written")->required();
     return [file](Output& output) { importProfile(*file, output); };
 }
 

@@ -28,18 +28,6 @@ bool isChosen(const host::SettingInfo& setting, const ListChoices& choices) {
            (choices.pattern.empty() || matches(choices.pattern, setting.fullName));
 }
 
-/// Returns the sections with those that only group others.
-std::vector<std::string> sectionsAndGroups() {
-    std::vector<std::string> all;
-    for (const std::string& section : host::sectionsInFileOrder()) {
-        for (std::size_t end = section.find("::"); end != std::string::npos; end = section.find("::", end + 1)) {
-            all.push_back(section.substr(0, end));
-        }
-        all.push_back(section);
-    }
-    return all;
-}
-
 /// Tells a section that is none, so that nothing can be listed.
 void checkSection(const std::string& wanted, Output& output) {
     const std::vector<std::string> sections = sectionsAndGroups();
@@ -73,7 +61,7 @@ void list(const ListChoices& choices, Output& output) {
 
 Work declareList(CLI::App& arguments) {
     const auto choices = std::make_shared<ListChoices>();
-    addText(arguments, "PATTERN", choices->pattern,
+    addName(arguments, "PATTERN", choices->pattern,
             "Part of a full name, or a pattern for all of it with * for any text and ? for a character");
     arguments.add_flag("--changed", choices->changed, "List only what the user has set");
     addName(arguments, "--section", choices->section, "List only that section and those in it")->type_name("SECTION");

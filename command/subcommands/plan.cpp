@@ -44,8 +44,8 @@ const char* nameOfOutcome(PlanOutcome outcome) {
 bool isUnderstood(const shortcuts::WishText& text, const NamedWishes& wishes, Output& output) {
     std::vector<Finding> findings;
     for (const shortcuts::SkippedWish& skipped : wishes.skipped) {
-        findings.push_back(
-            {Severity::Error, "In " + placeIn(text, skipped.place) + ": " + skipped.text, "", std::nullopt});
+        findings.push_back({Severity::Error, "In " + placeIn(text, skipped.place) + ": " + skipped.text, skipped.advice,
+                            std::nullopt});
     }
     shortcuts::addTheFirst(std::move(findings), output);
     if (!wishes.skipped.empty()) {
@@ -145,7 +145,7 @@ void planKeys(const PlanChoices& choices, Output& output) {
 
 Work declarePlan(CLI::App& arguments) {
     const auto choices = std::make_shared<PlanChoices>();
-    addText(arguments, "FILE", choices->file,
+    addName(arguments, "FILE", choices->file,
             "A wish a line: ID = KEY or CONTEXT COMMAND = KEY, without a key for none; or a profile")
         ->required();
     arguments.add_flag("--apply", choices->apply, "Do it, and save it in the user's file");

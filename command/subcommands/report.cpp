@@ -41,7 +41,7 @@ void makeReport(const std::string& file, Output& output) {
 
 Work declareReport(CLI::App& arguments) {
     const auto file = std::make_shared<std::string>();
-    addText(arguments, "-o,--output", *file, "Write it into that file instead of printing it")->type_name("FILE");
+    addName(arguments, "-o,--output", *file, "Write it into that file instead of printing it")->type_name("FILE");
     return [file](Output& output) { makeReport(*file, output); };
 }
 

@@ -56,7 +56,7 @@ std::optional<std::vector<std::uint32_t>> settingsToReset(const ResetChoices& ch
 void tellReset(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output) {
     std::vector<SettingChange> changes;
     for (const host::SettingInfo& setting : result.ok() ? before : std::vector<host::SettingInfo>()) {
-        changes.push_back({setting, setting.defaultValue});
+        changes.push_back({setting, setting.defaultValue, false});
     }
     tellChanged(changes, result, output, result.text);
 }

@@ -3,12 +3,15 @@
 
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "command/arguments.h"
 #include "command/known_settings.h"
 #include "command/saved_settings.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
+#include "host/current_preferences.h"
+#include "prefs/setting_name.h"
 
 namespace zelutil::command {
 namespace {
@@ -72,6 +75,35 @@ bool isInFile(const std::vector<Assignment>& assignments, const std::vector<host
     return true;
 }
 
+/// Has values that are the defaults be the user's own, which the save then writes: by itself it takes a value that is
+/// in force for one that nobody has changed.
+void makeUsersOwn(const std::vector<Assignment>& assignments, const std::vector<host::SettingInfo>& settings) {
+    std::vector<prefs::Catalogue::NewValue> values;
+    for (std::size_t number = 0; number < settings.size(); ++number) {
+        const host::SettingInfo& setting = settings[number];
+        if (!setting.setByUser && setting.value == assignments[number].value) {
+            values.push_back({prefs::keyOf(findableName(setting)), setting.value});
+        }
+    }
+    if (prefs::Preferences* const preferences = host::currentPreferences()) {
+        preferences->catalogue.putInForce(std::move(values));
+    }
+}
+
+host::SaveResult saveAll(const std::vector<Assignment>& assignments, const std::vector<host::SettingInfo>& before) {
+    if (isInFile(assignments, before)) {
+        if (const auto nothing = nothingToSave()) {
+            return *nothing;
+        }
+    }
+    std::map<std::string, std::string> values;
+    for (const auto& [name, value] : assignments) {
+        values[name] = value;
+    }
+    makeUsersOwn(assignments, before);
+    return host::save(values);
+}
+
 void set(const std::vector<std::string>& texts, Output& output) {
     checkForm(texts);
     const KnownSettings known(output);
@@ -80,18 +112,15 @@ void set(const std::vector<std::string>& texts, Output& output) {
     }
     const std::vector<Assignment> assignments = assignmentsOf(texts);
     std::vector<std::string> names;
-    std::map<std::string, std::string> values;
-    for (const auto& [name, value] : assignments) {
-        names.push_back(name);
-        values[name] = value;
+    for (const Assignment& assignment : assignments) {
+        names.push_back(assignment.name);
     }
     const std::optional<std::vector<host::SettingInfo>> before = known.findAll(names, output);
     if (!before) {
         return;
     }
     checkEachOnce(assignments, *before);
-    const auto result = isInFile(assignments, *before) ? nothingToSave() : std::nullopt;
-    tellSaved(*before, result ? *result : host::save(values), output);
+    tellSaved(*before, saveAll(assignments, *before), output);
 }
 
 Work declareSet(CLI::App& arguments) {

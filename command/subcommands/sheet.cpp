@@ -85,7 +85,7 @@ Work declareSheet(CLI::App& arguments) {
     arguments.add_flag("--md", choices->markdown, "Make tables in Markdown");
     arguments.add_flag("--csv", choices->csv, "Make one table of comma-separated values");
     addName(arguments, "--context", choices->context, "Take only the actions of that context")->type_name("CONTEXT");
-    addText(arguments, "-o,--output", choices->file,
+    addName(arguments, "-o,--output", choices->file,
             "Write it into that file, whose ending says the form where no option does")
         ->type_name("FILE");
     return [choices](Output& output) { makeSheet(*choices, output); };

@@ -279,4 +279,16 @@ TEST_F(ExplainBesideLibrary, AnInstallationOfRealSizeIsExplainedAsItIsRead) {
     EXPECT_GT(expectEqual(names), 150U);
 }
 
+/// What stands in quotes ends with the second one that has no backslash before it.
+TEST(Explain, EscapesQuotesAndBackslashesInWhatFunctionsReturn) {
+    const CommandWorld world;
+    ASSERT_EQ(world.run({"set", R"(units=C:\new "x")"}).exitCode, 0);
+    const std::string out = world.run({"explain", "units"}).out;
+    EXPECT_NE(out.find(R"(  get_user_setting: "C:\\new \"x\"")"
+                       "\n"),
+              std::string::npos)
+        << out;
+    EXPECT_NE(out.find(R"(  user's value: C:\new "x", at )"), std::string::npos) << out;
+}
+
 }  // namespace

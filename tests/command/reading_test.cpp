@@ -45,6 +45,13 @@ const Row kRows[] = {
      1,
      kNone,
      "error: There is no setting \"display::grid\".\n    Did you mean display::grids::grid?\n"},
+    {{"get", "Display::grids", "display"},
+     1,
+     kNone,
+     "error: \"Display::grids\" is a section of settings, and no setting.\n"
+     "    \"zelutil list --section Display::grids\" lists what is in it.\n"
+     "error: \"display\" is a section of settings, and no setting.\n"
+     "    \"zelutil list --section display\" lists what is in it.\n"},
     {{"get", "saving::zoom"},
      1,
      kNone,

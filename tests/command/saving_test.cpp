@@ -51,6 +51,28 @@ TEST(Saving, AFileThatGivesTheValueByABareNameStaysAsItIs) {
     EXPECT_EQ(readTextFile(world.userFile()), user);
 }
 
+/// Other defaults then leave the value as it is.
+TEST(Saving, AValueThatIsTheDefaultTooIsTheUsersFromNowOn) {
+    const CommandWorld world;
+    const std::string saved = "Saved in " + world.userFile().u8string() + "\n";
+    expectFine(world.run({"set", "units=mm", "zoom=3"}),
+               "display::units: mm, the default, and the user's own value now\ndisplay::zoom: 2 -> 3\n" + saved);
+    expectFine(world.run({"list", "--changed"}), "display::units=mm\ndisplay::zoom=3\n");
+    const std::string before = readTextFile(world.userFile());
+    expectFine(world.run({"set", "units=mm"}),
+               "display::units: mm, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+    EXPECT_EQ(readTextFile(world.userFile()), before);
+    std::string defaults = zelutil::test::kCommandDefaults;
+    writeTextFile(world.defaultsFile(), defaults.replace(defaults.find("\"mm\""), 4, "\"inch\""));
+    expectFine(world.run({"get", "units"}), "display::units=mm\n");
+    writeTextFile(world.defaultsFile(), zelutil::test::kCommandDefaults);
+    expectFine(world.run({"reset", "units", "grid"}),
+               "display::units: mm, the default, and no longer the user's own value\n"
+               "display::grids::grid: 0.5, as before\n" +
+                   saved);
+    expectFine(world.run({"list", "--changed"}), "display::zoom=3\n");
+}
+
 TEST(Saving, SaysThatARegressionTestSavesElsewhere) {
     const CommandWorld world;
     const ChildResult result = world.run({"set", "grid=8"}, {{"regression_testing", "1"}});

@@ -1,6 +1,9 @@
 // The subcommands that show shortcuts: shortcuts, who, conflicts, free.
 #include <gtest/gtest.h>
 
+#include <optional>
+
+#include "command/shortcuts/free_keys.h"
 #include "command/shortcuts_world.h"
 
 namespace {
@@ -273,6 +276,22 @@ TEST(Free, AKeyThatIsSpelledOtherwiseIsNotFree) {
     const ShortcutsWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"shift + ctrl+ a"}]})");
     const std::string out = world.run({"free", "--context", "c", "--modifiers", "Ctrl+Shift"}).out;
     EXPECT_NE(out.find("Ctrl+Shift  nothing  B C"), std::string::npos) << out;
+}
+
+TEST(Free, ModifiersAreUnderstoodInAnyOrderAndCase) {
+    using zelutil::shortcuts::modifierSetNamed;
+    for (const char* const same : {"Alt+Shift", "Shift+Alt", "alt+SHIFT", "shift + alt", "Option+Shift"}) {
+        EXPECT_EQ(modifierSetNamed(same), "Alt+Shift") << same;
+    }
+    EXPECT_EQ(modifierSetNamed("Control"), "Ctrl");
+    EXPECT_EQ(modifierSetNamed("shift+alt+ctrl"), "Ctrl+Alt+Shift");
+    EXPECT_EQ(modifierSetNamed(""), "");
+    for (const char* const wrong : {"Alt+Alt", "Alt+", "+", "A", "Meta", "Ctrl+A", " "}) {
+        EXPECT_EQ(modifierSetNamed(wrong), std::nullopt) << wrong;
+    }
+    const ShortcutsWorld world;
+    const std::string out = world.run({"free", "--context", "panel", "--modifiers", "shift+alt"}).out;
+    EXPECT_NE(out.find("\nAlt+Shift  nothing  A B C"), std::string::npos) << out;
 }
 
 TEST(Free, UnknownModifiersAreAWrongCall) {

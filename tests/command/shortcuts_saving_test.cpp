@@ -100,7 +100,9 @@ TEST(PlanCommand, NamesAllWhoAreInTheWay) {
     expectNotDone(world.runWith("plan", "4 = Home\n", {"--apply"}), 1,
                   "warning: Action 4 (ucpedit, lock) cannot have \"Home\": action 1 (ucpedit, zoom fit) has it.\n"
                   "    Wish another shortcut for one of the two, or none.\n"
-                  "warning: Action 4 (ucpedit, lock) cannot have \"Home\": action 11 (brisk3d, zoom fit) has it.\n"
+                  "warning: Action 4 (ucpedit, lock) cannot have \"Home\": action 11 (brisk3d, zoom fit), which "
+                  "follows action 1, "
+                  "has it.\n"
                   "    Wish another shortcut for one of the two, or none.\n"
                   "error: The wishes cannot be granted together.\n");
     EXPECT_EQ(world.userText(), "");
@@ -109,6 +111,27 @@ TEST(PlanCommand, NamesAllWhoAreInTheWay) {
                         R"("menuFlags":[],"inTheWay":[{"id":4,"shortcut":"Home","asked":4,"holder":1},)"
                         R"({"id":4,"shortcut":"Home","asked":4,"holder":11}],"sideEffects":[],"findings":[)"),
               0U);
+}
+
+/// Action 2 does not have F1: it is to have it, and so is 3.
+TEST(PlanCommand, SaysThatAnotherWishIsInTheWay) {
+    const FileWorld world;
+    expectNotDone(world.runWith("plan", "3 = F1\n4 = F1\n"), 1,
+                  "warning: Action 4 (ucpedit, lock) cannot have \"F1\": action 3 (ucpedit, rotate) is to have it by "
+                  "another wish.\n"
+                  "    Wish another shortcut for one of the two, or none.\n"
+                  "error: The wishes cannot be granted together.\n");
+}
+
+TEST(PlanCommand, SaysWhatWasMeantByAMisspeltName) {
+    const FileWorld world;
+    expectNotDone(
+        world.runWith("plan", "ucpedit rotaet = F1\nucpedti lock = F2\npanel zoom = F3\nucpedit Rotate = F4\n"), 1,
+        "error: In line 1: There is no action \"ucpedit rotaet\".\n    Did you mean ucpedit rotate?\n"
+        "error: In line 2: There is no action \"ucpedti lock\".\n    Did you mean ucpedit lock?\n"
+        "error: In line 3: There is no action \"panel zoom\".\n"
+        "error: In line 4: There is no action \"ucpedit Rotate\".\n    Did you mean ucpedit rotate?\n"
+        "note: Nothing was planned.\n");
 }
 
 TEST(PlanCommand, AListThatIsNotUnderstoodIsNotGrantedInPart) {
@@ -251,6 +274,21 @@ TEST(Profiles, AreNotWrittenWhereTheUsersFileCannotBeLookedFor) {
     EXPECT_FALSE(std::filesystem::exists(world.file()));
     EXPECT_EQ(world.run({"reset", "--shortcuts", "--all"}, nowhere).exitCode, 3);
     EXPECT_NE(world.run({"shortcuts"}, nowhere).err.find("The user's file could not be looked for"), std::string::npos);
+}
+
+/// The entry is odd, and what it does is in the profile.
+TEST(Profiles, HoldWhatAnOddEntryDoes) {
+    const FileWorld world;
+    world.writeUserActions(R"({"id":1,"rmb":"yes"},{"id":3,"shortcut":7})");
+    const ChildResult result = world.run({"export", world.fileText()});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "Written to " + world.fileText() + "\nActions in it: 2\n");
+    EXPECT_EQ(result.err,
+              "warning: The entry for action 1 has a menu flag that is neither true nor false and counts as false.\n"
+              "    The profile has what it counts as.\n"
+              "warning: The entry for action 3 has a shortcut that is no text and counts as none.\n"
+              "    The profile has what it counts as.\n");
+    EXPECT_NE(world.json({"export", world.fileText()}).find(R"("actions":[1,3],"skipped":[],)"), std::string::npos);
 }
 
 TEST(Profiles, SayWhichEntriesTheyLack) {

@@ -105,6 +105,18 @@ TEST(Usage, WrongUseIsTold) {
         {{"conflicts", "--context="},
          "zelutil: error: --context: 1 required CONTEXT missing\n    \"zelutil conflicts --help\" says how it is "
          "called.\n"},
+        {{"sheet", "-o", ""},
+         "zelutil: error: --output: The text is empty.\n    \"zelutil sheet --help\" says how it is called.\n"},
+        {{"report", "--output", ""},
+         "zelutil: error: --output: The text is empty.\n    \"zelutil report --help\" says how it is called.\n"},
+        {{"export", ""},
+         "zelutil: error: PROFILE: The text is empty.\n    \"zelutil export --help\" says how it is called.\n"},
+        {{"import", ""},
+         "zelutil: error: PROFILE: The text is empty.\n    \"zelutil import --help\" says how it is called.\n"},
+        {{"plan", ""},
+         "zelutil: error: FILE: The text is empty.\n    \"zelutil plan --help\" says how it is called.\n"},
+        {{"list", ""},
+         "zelutil: error: PATTERN: The text is empty.\n    \"zelutil list --help\" says how it is called.\n"},
         {{"get"}, "zelutil: error: NAME is required\n    \"zelutil get --help\" says how it is called.\n"},
         {{"diff", "grid"},
          "zelutil: error: The following argument was not expected: grid\n"
