@@ -52,6 +52,7 @@ private:
     ExitCode wrongUsage(const std::string& text, const std::string& advice) const;
     std::string unknownSubcommand() const;
     std::string unknownOption() const;
+    std::string questionAboutLeftOver() const;
     ExitCode printHelp(const std::string& text) const;
     std::string versionText() const;
     ExitCode tellParseError(const CLI::ParseError& error) const;
@@ -145,6 +146,27 @@ std::string CommandLine::unknownOption() const {
     return {};
 }
 
+/// Asks whether an option of these parsers was meant; empty where none is near.
+std::string questionAboutOption(const std::string& option, const std::vector<const CLI::App*>& parsers) {
+    std::vector<std::string> options;
+    for (const CLI::App* const parser : parsers) {
+        for (const CLI::Option* const known : parser->get_options()) {
+            options.push_back(known->get_name());
+        }
+    }
+    return questionAbout(nearestNames(option, options));
+}
+
+/// Asks what was meant by the first argument of a subcommand that is none; empty where that is no option.
+std::string CommandLine::questionAboutLeftOver() const {
+    const std::vector<std::string> rest = app_.remaining(true);
+    const auto parsed = app_.get_subcommands();
+    if (!parsed.empty() && !rest.empty() && rest.front().substr(0, 2) == "--") {
+        return questionAboutOption(rest.front(), {parsed.front(), &app_});
+    }
+    return {};
+}
+
 /// Writes what was asked for instead of a subcommand's work.
 ExitCode CommandLine::printHelp(const std::string& text) const {
     if (write(Stream::Output, text)) {
@@ -181,16 +203,13 @@ ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
     const std::string word = unknownSubcommand();
     const std::string option = unknownOption();
     if (word.empty() && !option.empty()) {
-        std::vector<std::string> options;
-        for (const CLI::Option* const known : app_.get_options()) {
-            options.push_back(known->get_name());
-        }
-        const std::string question = questionAbout(nearestNames(option, options));
+        const std::string question = questionAboutOption(option, {&app_});
         return wrongUsage("There is no option \"" + option + "\" before a subcommand.",
                           question.empty() ? "\"zelutil --help\" lists them." : question);
     }
     if (word.empty()) {
-        return wrongUsage(error.what(), "\"" + helpCall() + "\" says how it is called.");
+        const std::string question = questionAboutLeftOver();
+        return wrongUsage(error.what(), question.empty() ? "\"" + helpCall() + "\" says how it is called." : question);
     }
     std::vector<std::string> names;
     for (const Subcommand* const subcommand : subcommands()) {

@@ -124,6 +124,10 @@ TEST(Usage, WrongUseIsTold) {
         {{"list", "--nonsense"},
          "zelutil: error: The following argument was not expected: --nonsense\n"
          "    \"zelutil list --help\" says how it is called.\n"},
+        {{"list", "--chagned", "--section", "display"},
+         "zelutil: error: The following argument was not expected: --chagned\n    Did you mean --changed?\n"},
+        {{"list", "--jsno"},
+         "zelutil: error: The following argument was not expected: --jsno\n    Did you mean --json?\n"},
         {{"list", "--color", "often"},
          "zelutil: error: --color: \"often\" is none of auto, always and never.\n"
          "    \"zelutil list --help\" says how it is called.\n"},
