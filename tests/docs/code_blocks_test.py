@@ -22,6 +22,7 @@ from transcript import World  # noqa: E402
 
 # Tests of their own read these: the rules' examples, the long transcript, the examples of the shortcut rules.
 CHECKED_ELSEWHERE = {("docs/lint.md", "json"), ("docs/command.md", "console"), ("docs/shortcuts.md", "shortcuts")}
+USERS_FILE = '{"meta": [{"header": "Display", "attribute": "display", "overriddensettings": []}]}'
 # The presets that a command line of cmake names.
 PRESET = re.compile(r"--preset (\S+)|(?:--build|--install) build/(\S+)")
 
@@ -124,19 +125,20 @@ def check_presets(line):
     return [f"there is no preset {name}" for pair in PRESET.findall(line) for name in pair if name and name not in known]
 
 
-def prepared_world():
-    """A world that has what the documents name besides: two versions of the defaults, and users' files."""
-    world = World(COMMAND, LIBRARY_NAME, os.path.join(PROJECT, "examples"))
+def new_world():
+    return World(COMMAND, LIBRARY_NAME, os.path.join(PROJECT, "examples"))
+
+
+def prepare(world):
+    """Adds what the documents name besides: two versions of the defaults, and users' files."""
     defaults = os.path.join(world.product, "share/qtxsetup/canvas/resources/tessel/tessel_settings.cfg")
     for name in ("old.cfg", "new.cfg"):
         shutil.copy(defaults, os.path.join(world.home, name))
     for name in ("product-1", "product-2"):
         shutil.copytree(world.product, os.path.join(world.root, "opt", name))
-    user = os.path.join(world.home, "pcbenv", "tessel")
-    os.makedirs(user)
-    os.makedirs(os.path.join(world.home, "users"))
-    world.run("zelutil set grid=0.25")
-    return world
+    for directory in ("pcbenv/tessel", "users"):
+        os.makedirs(os.path.join(world.home, directory))
+        write(os.path.join(world.home, directory, "tessel_settings.cfg"), USERS_FILE)
 
 
 def check_in_world(line, world):
@@ -149,7 +151,8 @@ def check_sh(block, directory):
     if any(words[0] == "g++" for _, words in block.lines()):
         return walk_through(block, directory)
     findings = []
-    with prepared_world() as world:
+    with new_world() as world:
+        prepare(world)
         for line, words in block.lines():
             if words[0] == "./dev":
                 findings += check_dev(words)
@@ -186,7 +189,7 @@ def walk_through(block, directory):
 
 
 def check_console(block, _):
-    with World(COMMAND, LIBRARY_NAME, os.path.join(PROJECT, "examples")) as world:
+    with new_world() as world:
         count, findings = world.replay(f"```console\n{block.text}```\n")
     return findings if count else ["no line begins with a prompt"]
 
@@ -198,14 +201,14 @@ def check_json(block, _):
         files = [entry["url"].rpartition("/")[2] for entry in content["json.schemas"]]
         return [f"there is no schema {file}" for file in files
                 if not os.path.exists(os.path.join(PROJECT, "command/schema", file))]
-    with prepared_world() as world:
+    with new_world() as world:
         write(os.path.join(world.home, "block.json"), block.text)
         code, printed = world.run("zelutil import block.json" if "zelutilProfile" in content else "zelutil lint block.json")
         return [] if code == 0 else [printed]
 
 
 def check_wishes(block, _):
-    with prepared_world() as world:
+    with new_world() as world:
         write(os.path.join(world.home, "wishes.txt"), block.text)
         code, printed = world.run("zelutil plan wishes.txt")
         return [] if code == 0 else [printed]
@@ -214,7 +217,7 @@ def check_wishes(block, _):
 def check_usage(block, _):
     """Each option is one that the help of the subcommand names."""
     words = block.text.split()
-    with World(COMMAND, LIBRARY_NAME, os.path.join(PROJECT, "examples")) as world:
+    with new_world() as world:
         code, help_text = world.run(" ".join(words[:2]) + " --help")
     options = re.findall(r"--[\w-]+", block.text)
     return [f"{words[1]} has no {option}" for option in options if code != 0 or option not in help_text]
