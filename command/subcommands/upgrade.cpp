@@ -79,12 +79,22 @@ void tellLinks(const std::vector<fs::path>& links, Output& output) {
     }
 }
 
+std::string whyNothingIsMeant(const std::string& argument) {
+    std::error_code ignored;
+    const std::string quoted = '"' + argument + '"';
+    if (fs::is_directory(pathOf(argument), ignored)) {
+        return "The directory " + quoted + " holds no tessel_settings.cfg, neither itself nor in its directories.";
+    }
+    const bool isPattern = argument.find_first_of("*?") != std::string::npos;
+    return isPattern ? "The pattern " + quoted + " matches no user's file." : quoted + " is not there.";
+}
+
 upgrade::UserFiles namedUsersFiles(const std::vector<std::string>& arguments, Output& output) {
     upgrade::UserFiles files;
     for (const std::string& argument : arguments) {
         if (!files.add(pathOf(argument))) {
-            output.add({Severity::Warning, "\"" + argument + "\" means no user's file.",
-                        "Name a file, a directory that holds tessel_settings.cfg, or a pattern.", std::nullopt});
+            output.add({Severity::Warning, whyNothingIsMeant(argument),
+                        "Name a user's file, a directory that holds tessel_settings.cfg, or a pattern.", std::nullopt});
         }
     }
     tellLinks(files.linksPassedOver(), output);
@@ -109,8 +119,8 @@ void runUpgrade(const UpgradeChoices& choices, Output& output) {
     Progress progress(users.files().size(), Clock::now(), writeOfTerminal());
     upgrade::Outcome outcome;
     outcome.notSeen = users.notSeen();
-    outcome.users = upgrade::compareAll(*oldDefaults, *newDefaults, users.files(), threadsFor(choices),
-                                        [&](std::size_t done) { progress.update(done, Clock::now()); });
+    outcome.results = upgrade::compareAll(*oldDefaults, *newDefaults, users.files(), threadsFor(choices),
+                                          [&](std::size_t done) { progress.update(done, Clock::now()); });
     progress.finish();
     upgrade::tell(outcome, output);
     if (choices.jsonLines) {
@@ -125,12 +135,14 @@ void runUpgrade(const UpgradeChoices& choices, Output& output) {
 
 Work declareUpgrade(CLI::App& arguments) {
     const auto choices = std::make_shared<UpgradeChoices>();
-    addText(arguments, "OLD", choices->oldDefaults, "The shipped defaults as they are: a file, or an installation")
+    addName(arguments, "OLD", choices->oldDefaults, "The shipped defaults as they are: a file, or an installation")
         ->required();
-    addText(arguments, "NEW", choices->newDefaults, "The shipped defaults as they will be")->required();
+    addName(arguments, "NEW", choices->newDefaults, "The shipped defaults as they will be")->required();
     addTexts(arguments, "USER", choices->users,
              "Users' files, directories that hold them, and patterns as '/home/*/pcbenv'")
-        ->required();
+        ->required()
+        ->check(CLI::Validator(
+            [](const std::string& given) { return std::string(given.empty() ? "The text is empty." : ""); }, ""));
     arguments.add_flag("--json-lines", choices->jsonLines,
                        "Print one JSON text a line: one for each user, and a summary");
     arguments.add_option("--jobs", choices->jobs, "Use that many threads; else as many as the machine has cores")

@@ -1,23 +1,19 @@
 #include "command/upgrade/comparison.h"
 
 #include <algorithm>
-#include <iterator>
 #include <tuple>
 #include <utility>
 
 #include "actions/action_catalogue.h"
+#include "actions/overwritable.h"
 
 namespace zelutil::command::upgrade {
 namespace {
 
+using actions::ActionCatalogue;
+using Action = ActionCatalogue::Action;
 using host::StartWarning;
 using prefs::EntryFinding;
-
-template <typename Map, typename Key>
-auto* findIn(const Map& map, const Key& key) {
-    const auto found = map.find(key);
-    return found == map.end() ? nullptr : &found->second;
-}
 
 /// Keys are hashes, so that the order of the maps tells people nothing.
 template <typename List>
@@ -58,79 +54,154 @@ void compareEntries(const Actions& before, const Actions& after, Effect& effect)
     }
 }
 
-void compareActions(const Actions& before, const Actions& after, Effect& effect) {
-    for (const auto& [id, old] : before.byId) {
-        const ActionRecord* const now = findIn(after.byId, id);
-        if (old.hasUsersShortcut && (now == nullptr || now->shortcut != old.shortcut)) {
-            effect.shortcuts.push_back(
-                {id, old.shortcut, now == nullptr ? std::nullopt : std::optional<std::string>(now->shortcut)});
-        }
-        if (old.hasUsersMenu && (now == nullptr || now->inMenu != old.inMenu)) {
-            effect.menuFlags.push_back(
-                {id, old.inMenu, now == nullptr ? std::nullopt : std::optional<bool>(now->inMenu)});
-        }
+/// Returns the action that has another one's command in its context; 0 for none, and where the other one is still
+/// there.
+int successorOf(const Action& gone, int id, const ActionCatalogue& after) {
+    // One that stood in for a missing parent has no context.
+    return after.find(id) != nullptr || gone.context == nullptr ? 0
+                                                                : after.idByCommand(gone.contextName(), gone.command);
+}
+
+void compareShortcut(int id, const Action& old, const ActionCatalogue& after, Effect& effect) {
+    const Action* const now = after.find(id);
+    const std::string& had = actions::effectiveValue(old.shortcut);
+    if (now == nullptr) {
+        effect.shortcuts.push_back({id, had, std::nullopt, successorOf(old, id, after)});
+    } else if (actions::effectiveValue(now->shortcut) != had) {
+        effect.shortcuts.push_back({id, had, actions::effectiveValue(now->shortcut), 0});
     }
 }
 
-/// Returns what a key runs where the host asks for the fallback; nothing where it runs nothing. `holder` is that of the
-/// context itself, null for none.
-std::optional<ChangedKey::Owner> ownerOf(const Actions& actions, const std::string& shortcut, const int* holder) {
-    const bool isDirect = holder != nullptr;
-    if (!isDirect) {
-        holder =
-            findIn(actions.holders, host::ActionState::Place(actions::ActionCatalogue::kFallbackContext, shortcut));
+void compareMenuFlag(int id, const Action& old, const ActionCatalogue& after, Effect& effect) {
+    const Action* const now = after.find(id);
+    const bool was = actions::effectiveValue(old.rmb);
+    if (now == nullptr) {
+        effect.menuFlags.push_back({id, was, std::nullopt, successorOf(old, id, after)});
+    } else if (actions::effectiveValue(now->rmb) != was) {
+        effect.menuFlags.push_back({id, was, !was, 0});
     }
-    if (holder == nullptr) {
+}
+
+/// Compares what the user's file gave an action itself, and no parent.
+void compareActions(const ActionCatalogue& before, const ActionCatalogue& after, Effect& effect) {
+    before.forEachAction([&](int id, const Action& old) {
+        if (old.parentId < 1 && old.shortcut.overwritten) {
+            compareShortcut(id, old, after, effect);
+        }
+        if (old.parentId < 1 && old.rmb.overwritten) {
+            compareMenuFlag(id, old, after, effect);
+        }
+    });
+}
+
+/// Returns what a key runs where the host asks for the fallback; nothing where it runs nothing. `own` is the holder of
+/// the context itself, 0 for none.
+std::optional<ChangedKey::Owner> ownerOf(const ActionCatalogue& catalogue, std::string_view context,
+                                         const std::string& shortcut, int own) {
+    const int holder = own != 0 ? own : catalogue.idByShortcut(context, shortcut, true);
+    if (holder == 0) {
         return std::nullopt;
     }
-    const ActionRecord* const action = findIn(actions.byId, *holder);
-    return ChangedKey::Owner{*holder, action == nullptr ? "" : action->command, !isDirect};
+    const Action* const action = catalogue.find(holder);
+    return ChangedKey::Owner{holder, action == nullptr ? "" : std::string(action->command), own == 0};
 }
 
 bool isSameAction(const ChangedKey::Owner& one, const ChangedKey::Owner& other) {
     return std::tie(one.action, one.command) == std::tie(other.action, other.command);
 }
 
-/// Calls `call` with each key that a context has of its own in one version at least, and with both holders, null for
-/// none.
-template <typename Call>
-void forEachKey(const Actions& before, const Actions& after, Call call) {
-    auto old = before.holders.begin();
-    auto now = after.holders.begin();
-    while (old != before.holders.end() || now != after.holders.end()) {
-        const bool isOld = now == after.holders.end() || (old != before.holders.end() && !(now->first < old->first));
-        const bool isNew = !isOld || (now != after.holders.end() && !(old->first < now->first));
-        call(isOld ? old->first : now->first, isOld ? &old->second : nullptr, isNew ? &now->second : nullptr);
-        old = isOld ? std::next(old) : old;
-        now = isNew ? std::next(now) : now;
+/// Adds the key if it runs another action. `old` and `now` are its holders in the context itself, 0 for none.
+void compareKey(const ActionCatalogue& before, const ActionCatalogue& after, std::string_view context,
+                const std::string& shortcut, int old, int now, std::vector<ChangedKey>& changed) {
+    auto oldOwner = ownerOf(before, context, shortcut, old);
+    auto newOwner = ownerOf(after, context, shortcut, now);
+    if (!oldOwner || (newOwner && isSameAction(*oldOwner, *newOwner))) {
+        return;
     }
+    const Action* const action = before.find(oldOwner->action);
+    const int successor = action == nullptr ? 0 : successorOf(*action, oldOwner->action, after);
+    changed.push_back({std::string(context), shortcut, *std::move(oldOwner), std::move(newOwner), successor});
 }
 
-void compareKeys(const Actions& before, const Actions& after, Effect& effect) {
-    forEachKey(before, after, [&](const host::ActionState::Place& key, const int* oldHolder, const int* newHolder) {
-        auto oldOwner = ownerOf(before, key.second, oldHolder);
-        auto newOwner = ownerOf(after, key.second, newHolder);
-        if (oldOwner && (!newOwner || !isSameAction(*oldOwner, *newOwner))) {
-            effect.keys.push_back({key.first, key.second, *std::move(oldOwner), std::move(newOwner)});
+/// Returns whether both have one action with one command under the id.
+bool isSameAction(const ActionCatalogue& before, const ActionCatalogue& after, int id) {
+    const Action* const old = before.find(id);
+    const Action* const now = after.find(id);
+    return old != nullptr && now != nullptr && old->command == now->command;
+}
+
+auto placeOf(const ChangedKey& key) { return std::tie(key.context, key.shortcut); }
+
+bool isBefore(const ChangedKey& left, const ChangedKey& right) { return placeOf(left) < placeOf(right); }
+
+bool isSameChange(const ChangedKey& one, const ChangedKey& other) {
+    const bool isSameNow = one.now && other.now
+                               ? isSameAction(*one.now, *other.now) && one.now->byFallback == other.now->byFallback
+                               : !one.now && !other.now;
+    return isSameNow && isSameAction(one.before, other.before) && one.before.byFallback == other.before.byFallback;
+}
+
+/// Returns each key that a context has of its own in one version at least and that runs another action or none.
+std::vector<ChangedKey> changedKeys(const ActionCatalogue& before, const ActionCatalogue& after) {
+    std::vector<ChangedKey> changed;
+    before.forEachHolder([&](std::string_view context, const std::string& shortcut, int old) {
+        const int now = after.idByShortcut(context, shortcut);
+        if (old != now || !isSameAction(before, after, old)) {
+            compareKey(before, after, context, shortcut, old, now, changed);
         }
     });
+    after.forEachHolder([&](std::string_view context, const std::string& shortcut, int now) {
+        if (before.idByShortcut(context, shortcut) == 0) {
+            compareKey(before, after, context, shortcut, 0, now, changed);
+        }
+    });
+    std::sort(changed.begin(), changed.end(), isBefore);
+    return changed;
 }
 
 }  // namespace
 
 Comparison::Comparison(std::string oldDefaults, std::string newDefaults)
-    : old_(std::move(oldDefaults)), new_(std::move(newDefaults)) {}
+    : old_(std::move(oldDefaults)),
+      new_(std::move(newDefaults)),
+      hasSameActions_(old_.actionsText() == new_.actionsText()),
+      shippedKeys_(changedKeys(*old_.shippedActions().catalogue, *new_.shippedActions().catalogue)) {}
 
 Effect Comparison::effectOn(json::View user) {
     const Start before = old_.startWith(user);
-    const Start after = new_.startWith(user);
+    const Start after = new_.startWith(user, hasSameActions_ ? &before.actions : nullptr);
     Effect effect;
     compareValues(before, after, effect);
     compareFindings(before, after, effect);
     compareEntries(before.actions, after.actions, effect);
-    compareActions(before.actions, after.actions, effect);
+    compareActions(*before.actions.catalogue, *after.actions.catalogue, effect);
     compareKeys(before.actions, after.actions, effect);
     return effect;
+}
+
+/// Lists the keys that change in another way than they do for a user who has set none, and those that change for such a
+/// user only.
+void Comparison::compareKeys(const Actions& before, const Actions& after, Effect& effect) const {
+    const bool isShipped =
+        before.catalogue == old_.shippedActions().catalogue && after.catalogue == new_.shippedActions().catalogue;
+    if (isShipped || (hasSameActions_ && before.catalogue == after.catalogue)) {
+        return;
+    }
+    auto shipped = shippedKeys_.begin();
+    const auto spareUntil = [&](auto isPast) {
+        for (; shipped != shippedKeys_.end() && !isPast(*shipped); ++shipped) {
+            effect.sparedKeys.push_back({shipped->context, shipped->shortcut});
+        }
+    };
+    for (ChangedKey& key : changedKeys(*before.catalogue, *after.catalogue)) {
+        spareUntil([&](const ChangedKey& one) { return !isBefore(one, key); });
+        const bool isThere = shipped != shippedKeys_.end() && !isBefore(key, *shipped);
+        if (!isThere || !isSameChange(key, *shipped)) {
+            effect.keys.push_back(std::move(key));
+        }
+        shipped += isThere ? 1 : 0;
+    }
+    spareUntil([](const ChangedKey&) { return false; });
 }
 
 /// Lists the entries that do nothing any more.
@@ -148,12 +219,12 @@ bool Comparison::hadEffect(const Start& before, const PlacedFinding& now) const 
         return false;
     }
     const auto text = now.finding.kind == EntryFinding::Kind::UnknownName ? now.place.text() : std::nullopt;
-    if (text && before.accepted.count(text->data()) != 0) {
+    if (text && before.hasAccepted(text->data())) {
         return true;
     }
     const bool isAll =
         now.finding.kind == EntryFinding::Kind::UnknownSection || now.finding.kind == EntryFinding::Kind::NotOfTheForm;
-    if (isAll && before.acceptedSections.count(now.finding.section) != 0) {
+    if (isAll && before.hasAcceptedIn(now.finding.section)) {
         return true;
     }
     const prefs::SubManagerType reader = old_.subManagerOf(now.finding.section);
@@ -168,22 +239,23 @@ bool Comparison::hadEffect(const Start& before, const PlacedFinding& now) const 
 }
 
 void Comparison::compareValues(const Start& before, const Start& after, Effect& effect) const {
-    for (const auto& [key, old] : before.userValues) {
-        const UserValue* const set = findIn(after.userValues, key);
-        const std::string* const now = set == nullptr ? new_.defaultOf(key) : &set->value;
+    for (const UserValue& old : before.userValues) {
+        const std::string* const set = after.userValueOf(old.key);
+        const std::string* const now = set == nullptr ? new_.defaultOf(old.key) : set;
         if (now == nullptr || *now != old.value) {
             effect.dropped.push_back(
-                {old.name, old.value, now == nullptr ? std::nullopt : std::optional<std::string>(*now)});
+                {old_.nameOf(old), old.value, now == nullptr ? std::nullopt : std::optional<std::string>(*now)});
         }
     }
-    for (const auto& [key, now] : after.userValues) {
-        const UserValue* const old = findIn(before.userValues, key);
-        const std::string* const oldDefault = old_.defaultOf(key);
-        if (old == nullptr || old->value != now.value) {
-            effect.gained.push_back({now.name, now.value});
+    for (const UserValue& now : after.userValues) {
+        const std::string* const old = before.userValueOf(now.key);
+        const std::string* const oldDefault = old_.defaultOf(now.key);
+        const std::string& newDefault = *new_.defaultOf(now.key);
+        if (old == nullptr || *old != now.value) {
+            effect.gained.push_back({new_.nameOf(now), now.value});
         }
-        if (oldDefault != nullptr && *oldDefault != now.defaultValue && now.value != now.defaultValue) {
-            effect.masked.push_back({now.name, now.value, *oldDefault, now.defaultValue});
+        if (oldDefault != nullptr && *oldDefault != newDefault && now.value != newDefault) {
+            effect.masked.push_back({new_.nameOf(now), now.value, *oldDefault, newDefault});
         }
     }
     sortByName(effect.dropped);

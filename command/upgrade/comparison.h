@@ -53,12 +53,15 @@ struct LostShortcut {
     std::string shortcut;
     /// Nothing where there is no such action.
     std::optional<std::string> now;
+    /// Where there is none: the action that has its command in its context now; 0 for none.
+    int successor = 0;
 };
 
 struct LostMenuFlag {
     int action = 0;
     bool inMenu = false;
     std::optional<bool> now;
+    int successor = 0;
 };
 
 /// A key that ran one action and runs another one, or none any more.
@@ -74,6 +77,14 @@ struct ChangedKey {
     std::string shortcut;
     Owner before;
     std::optional<Owner> now;
+    /// Where the action of before is gone: the one that has its command in its context now; 0 for none.
+    int successor = 0;
+};
+
+/// A key that the new defaults change, and that runs the same for one user, who has set keys.
+struct SparedKey {
+    std::string context;
+    std::string shortcut;
 };
 
 /// Lists what an upgrade does to one user's file.
@@ -85,12 +96,17 @@ struct Effect {
     std::vector<LostMenuFlag> menuFlags;
     std::vector<MaskedDefault> masked;
     std::vector<GainedValue> gained;
+    /// Without those that change in the same way for a user who has set no key.
     std::vector<ChangedKey> keys;
+    std::vector<SparedKey> sparedKeys;
 
     /// Returns whether something of the user's is in force with the old defaults and not with the new ones.
     bool losesAnything() const { return !(dropped.empty() && shortcuts.empty() && menuFlags.empty()); }
 
-    bool isNothing() const {
+    bool isNothing() const { return tellsNothing() && sparedKeys.empty(); }
+
+    /// Returns whether people have nothing to hear.
+    bool tellsNothing() const {
         return !losesAnything() && meaningless.empty() && refused.empty() && masked.empty() && gained.empty() &&
                keys.empty();
     }
@@ -105,13 +121,19 @@ public:
     /// Returns what the upgrade does to a user's text.
     Effect effectOn(json::View user);
 
+    /// Returns the keys that change for a user who has set none, ordered by context and shortcut.
+    const std::vector<ChangedKey>& shippedKeys() const { return shippedKeys_; }
+
 private:
     void compareValues(const Start& before, const Start& after, Effect& effect) const;
+    void compareKeys(const Actions& before, const Actions& after, Effect& effect) const;
     void compareFindings(const Start& before, const Start& after, Effect& effect) const;
     bool hadEffect(const Start& before, const PlacedFinding& now) const;
 
     Version old_;
     Version new_;
+    bool hasSameActions_ = false;
+    std::vector<ChangedKey> shippedKeys_;
 };
 
 }  // namespace zelutil::command::upgrade

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "command/lint/file_kind.h"
 #include "command/text.h"
 #include "json/document.h"
 #include "json/writer.h"
@@ -18,6 +19,12 @@ template <typename Value>
 void writeNow(JsonWriter& json, const std::optional<Value>& now) {
     if (now) {
         json.member("now", *now);
+    }
+}
+
+void writeSuccessor(JsonWriter& json, int successor) {
+    if (successor != 0) {
+        json.member("successor", successor);
     }
 }
 
@@ -56,6 +63,18 @@ void writeOwner(JsonWriter& json, const char* name, const ChangedKey::Owner& own
     json.endObject();
 }
 
+void writeKeys(JsonWriter& json, const char* name, const std::vector<ChangedKey>& keys) {
+    json.objects(name, keys, [&](const ChangedKey& key) {
+        json.member("context", key.context);
+        json.member("shortcut", key.shortcut);
+        writeOwner(json, "before", key.before);
+        if (key.now) {
+            writeOwner(json, "now", *key.now);
+        }
+        writeSuccessor(json, key.successor);
+    });
+}
+
 void writeActions(JsonWriter& json, const Effect& effect) {
     json.objects("refused", effect.refused, [&](const RefusedShortcut& refused) {
         json.member("action", refused.action);
@@ -66,19 +85,18 @@ void writeActions(JsonWriter& json, const Effect& effect) {
         json.member("action", lost.action);
         json.member("shortcut", lost.shortcut);
         writeNow(json, lost.now);
+        writeSuccessor(json, lost.successor);
     });
     json.objects("menuFlags", effect.menuFlags, [&](const LostMenuFlag& lost) {
         json.member("action", lost.action);
         json.member("inMenu", lost.inMenu);
         writeNow(json, lost.now);
+        writeSuccessor(json, lost.successor);
     });
-    json.objects("keys", effect.keys, [&](const ChangedKey& key) {
+    writeKeys(json, "keys", effect.keys);
+    json.objects("sparedKeys", effect.sparedKeys, [&](const SparedKey& key) {
         json.member("context", key.context);
         json.member("shortcut", key.shortcut);
-        writeOwner(json, "before", key.before);
-        if (key.now) {
-            writeOwner(json, "now", *key.now);
-        }
     });
 }
 
@@ -102,6 +120,7 @@ void writeSummary(JsonWriter& json, const Summary& summary) {
     json.key("summary");
     json.beginObject();
     count("users", summary.users);
+    count("notUsers", summary.notUsers);
     count("notSeen", summary.notSeen);
     count("losing", summary.losing);
     count("unread", summary.unread);
@@ -137,12 +156,19 @@ public:
     explicit Lines(Output& output) : output_(output) {}
 
     void tell(const UserResult& result) {
-        if (result.effect.isNothing()) {
+        if (result.effect.tellsNothing()) {
             return;
         }
         output_.line("{}", output_.shown(Role::Name, textOf(result.file)));
         tellSettings(result.effect);
         tellActions(result.effect);
+    }
+
+    void tellShipped(const std::vector<ChangedKey>& keys) {
+        if (!keys.empty()) {
+            output_.line("For every user who has not set them, the new defaults change these keys:");
+            tellKeys(keys);
+        }
     }
 
 private:
@@ -177,18 +203,30 @@ private:
         }
         for (const LostShortcut& one : effect.shortcuts) {
             output_.line("  shortcut: action {} had {}, {}", one.action, quoted(Role::Old, one.shortcut),
-                         one.now ? "now " + quoted(Role::Value, *one.now) : "there is no such action");
+                         one.now ? "now " + quoted(Role::Value, *one.now) : noSuchAction(one.successor));
         }
         for (const LostMenuFlag& one : effect.menuFlags) {
             output_.line("  menu: action {} was {}, {}", one.action, one.inMenu ? "shown" : "hidden",
-                         !one.now   ? "there is no such action"
+                         !one.now   ? noSuchAction(one.successor)
                          : *one.now ? "now it is shown"
                                     : "now it is hidden");
         }
-        for (const ChangedKey& one : effect.keys) {
-            output_.line("  key: {} in {} ran {}, now {}", quoted(Role::Value, one.shortcut), name(one.context),
-                         owner(Role::Old, one.before), one.now ? owner(Role::Value, *one.now) : "nothing");
+        tellKeys(effect.keys);
+    }
+
+    void tellKeys(const std::vector<ChangedKey>& keys) {
+        for (const ChangedKey& one : keys) {
+            const bool isElsewhere = one.successor != 0 && !(one.now && one.now->action == one.successor);
+            output_.line(
+                "  key: {} in {} ran {}, now {}{}", quoted(Role::Value, one.shortcut), name(one.context),
+                owner(Role::Old, one.before), one.now ? owner(Role::Value, *one.now) : "nothing",
+                isElsewhere ? fmt::format(", and {} is action {} now", name(one.before.command), one.successor) : "");
         }
+    }
+
+    static std::string noSuchAction(int successor) {
+        return successor == 0 ? "there is no such action"
+                              : fmt::format("there is no such action, and its command is action {} now", successor);
     }
 
     std::string owner(Role role, const ChangedKey::Owner& owner) const {
@@ -199,17 +237,28 @@ private:
     Output& output_;
 };
 
-Finding aboutUnread(const UserResult& result) {
-    if (result.status == Status::Defaults) {
-        return {Severity::Warning, "The file holds shipped defaults and is no user's, so it is not compared.",
-                "Name OLD and NEW first, and users' files behind them.",
-                Place{textOf(result.file), std::nullopt, std::nullopt}};
+Finding aboutUncompared(const UserResult& result) {
+    const auto warning = [&](const std::string& text, const char* advice) {
+        return Finding{Severity::Warning, text, advice, Place{textOf(result.file), std::nullopt, std::nullopt}};
+    };
+    switch (result.status) {
+        case Status::Defaults:
+            return warning("The file holds shipped defaults and is no user's, so it is not compared.",
+                           "Name OLD and NEW first, and users' files behind them.");
+        case Status::Foreign:
+            return warning(std::string("This is not a user's file, but holds ") + lint::nameOf(result.kind) +
+                               ", so it is not compared.",
+                           "Name the files that the application saves, tessel_settings.cfg.");
+        case Status::Missing:
+            return warning("The file is not there.", "Name a user's file.");
+        default:
+            return warning("The file cannot be read or is no JSON, so nothing of it counts.",
+                           "\"zelutil lint\" with the name of the file shows where it is wrong.");
     }
-    const bool isMissing = result.status == Status::Missing;
-    return {Severity::Warning,
-            isMissing ? "The file is not there." : "The file cannot be read or is no JSON, so nothing of it counts.",
-            isMissing ? "Name a user's file." : "\"zelutil lint\" shows where it is wrong.",
-            Place{textOf(result.file), std::nullopt, std::nullopt}};
+}
+
+bool isNoUsers(const UserResult& result) {
+    return result.status == Status::Defaults || result.status == Status::Foreign;
 }
 
 Finding aboutNotSeen(const NotSeen& notSeen) {
@@ -234,10 +283,12 @@ Finding aboutLoss(const UserResult& result) {
 Summary summaryOf(const Outcome& outcome) {
     Summary summary;
     summary.notSeen = outcome.notSeen.size();
-    for (const auto& [file, status, effect] : outcome.users) {
-        ++summary.users;
+    for (const UserResult& user : outcome.results.users) {
+        const Effect& effect = user.effect;
+        summary.users += isNoUsers(user) ? 0 : 1;
+        summary.notUsers += isNoUsers(user) ? 1 : 0;
         summary.losing += effect.losesAnything() ? 1 : 0;
-        summary.unread += status == Status::Compared ? 0 : 1;
+        summary.unread += isNoUsers(user) || user.status == Status::Compared ? 0 : 1;
         summary.dropped += effect.dropped.empty() ? 0 : 1;
         summary.meaningless += effect.meaningless.empty() ? 0 : 1;
         summary.refused += effect.refused.empty() ? 0 : 1;
@@ -250,10 +301,10 @@ Summary summaryOf(const Outcome& outcome) {
 
 void tell(const Outcome& outcome, Output& output) {
     Lines lines(output);
-    for (const UserResult& result : outcome.users) {
+    for (const UserResult& result : outcome.results.users) {
         lines.tell(result);
         if (result.status != Status::Compared) {
-            output.add(aboutUnread(result));
+            output.add(aboutUncompared(result));
         } else if (result.effect.losesAnything()) {
             output.add(aboutLoss(result));
         }
@@ -262,13 +313,15 @@ void tell(const Outcome& outcome, Output& output) {
         output.add(aboutNotSeen(notSeen));
     }
     const Summary summary = summaryOf(outcome);
+    lines.tellShipped(outcome.results.shippedKeys);
     output.line(
-        "Users: {}. Losing something: {}. With a value over a changed default: {}. With a changed key: {}. "
-        "Not read: {}. Not seen: {}.",
-        summary.users, summary.losing, summary.masked, summary.keys, summary.unread, summary.notSeen);
+        "Users: {}. Losing something: {}. With a value over a changed default: {}. With another changed key: {}. "
+        "Not read: {}. Not a user's file: {}. Not seen: {}.",
+        summary.users, summary.losing, summary.masked, summary.keys, summary.unread, summary.notUsers, summary.notSeen);
     output.members([&](JsonWriter& json) {
-        json.objects("users", outcome.users, [&](const UserResult& result) { writeUser(json, result); });
+        json.objects("users", outcome.results.users, [&](const UserResult& result) { writeUser(json, result); });
         json.objects("notSeen", outcome.notSeen, [&](const NotSeen& notSeen) { writeNotSeen(json, notSeen); });
+        writeKeys(json, "shippedKeys", outcome.results.shippedKeys);
         writeSummary(json, summary);
     });
 }
@@ -276,7 +329,7 @@ void tell(const Outcome& outcome, Output& output) {
 std::optional<std::string> jsonLines(const Outcome& outcome) {
     std::string lines;
     bool isWhole = true;
-    for (const UserResult& result : outcome.users) {
+    for (const UserResult& result : outcome.results.users) {
         isWhole = isWhole && addLine(lines, [&](JsonWriter& json) { writeUser(json, result); });
     }
     for (const NotSeen& notSeen : outcome.notSeen) {
@@ -287,7 +340,10 @@ std::optional<std::string> jsonLines(const Outcome& outcome) {
                       json.endObject();
                   });
     }
-    isWhole = isWhole && addLine(lines, [&](JsonWriter& json) { writeSummary(json, summaryOf(outcome)); });
+    isWhole = isWhole && addLine(lines, [&](JsonWriter& json) {
+                  writeKeys(json, "shippedKeys", outcome.results.shippedKeys);
+                  writeSummary(json, summaryOf(outcome));
+              });
     return isWhole ? std::optional<std::string>(std::move(lines)) : std::nullopt;
 }
 

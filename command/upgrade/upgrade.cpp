@@ -9,7 +9,6 @@
 #include <system_error>
 #include <thread>
 
-#include "command/lint/file_kind.h"
 #include "json/document.h"
 #include "platform/native_paths.h"
 #include "prefs/user_settings_file.h"
@@ -18,9 +17,23 @@ namespace zelutil::command::upgrade {
 namespace {
 
 namespace fs = std::filesystem;
+using lint::FileKind;
 using Status = UserResult::Status;
 
 constexpr std::chrono::milliseconds kBetweenTellings{50};
+
+/// Returns whether it is an object without members, as a user's file without values may be.
+bool isEmptyObject(json::View root) { return root.isObject() && root.members().begin() == root.members().end(); }
+
+void compareRoot(Comparison& comparison, json::View root, UserResult& result) {
+    result.kind = isEmptyObject(root) ? FileKind::User : lint::kindOf(root);
+    if (result.kind == FileKind::User) {
+        result.effect = comparison.effectOn(root);
+        result.status = Status::Compared;
+    } else {
+        result.status = result.kind == FileKind::Defaults ? Status::Defaults : Status::Foreign;
+    }
+}
 
 /// Reads the file as a start reads it.
 void compareFile(Comparison& comparison, UserResult& result) {
@@ -31,11 +44,8 @@ void compareFile(Comparison& comparison, UserResult& result) {
     prefs::UserSettingsFile file;
     file.read(*path, [&](std::string_view text) {
         const json::Document document(text);
-        if (lint::kindOf(document.root()) == lint::FileKind::Defaults) {
-            result.status = Status::Defaults;
-        } else if (document.valid()) {
-            result.effect = comparison.effectOn(document.root());
-            result.status = Status::Compared;
+        if (document.valid()) {
+            compareRoot(comparison, document.root(), result);
         }
         return document.valid();
     });
@@ -46,8 +56,11 @@ void compareFile(Comparison& comparison, UserResult& result) {
 
 class Workers {
 public:
-    Workers(const std::string& oldDefaults, const std::string& newDefaults, std::vector<UserResult>& results)
-        : oldDefaults_(oldDefaults), newDefaults_(newDefaults), results_(results) {}
+    Workers(const std::string& oldDefaults, const std::string& newDefaults, Results& results)
+        : oldDefaults_(oldDefaults),
+          newDefaults_(newDefaults),
+          results_(results.users),
+          shippedKeys_(results.shippedKeys) {}
 
     void run(std::size_t count, const TellDone& tellDone) {
         std::vector<std::thread> threads;
@@ -87,9 +100,16 @@ private:
         running_ -= wanted - started;
     }
 
+    /// They are the same in every thread.
+    void setShippedKeys(const Comparison& comparison) {
+        const std::lock_guard lock(mutex_);
+        shippedKeys_ = comparison.shippedKeys();
+    }
+
     void work() {
         try {
             Comparison comparison(oldDefaults_, newDefaults_);
+            setShippedKeys(comparison);
             for (std::size_t number = next_++; number < results_.size(); number = next_++) {
                 compareFile(comparison, results_[number]);
                 ++done_;
@@ -114,6 +134,7 @@ private:
     const std::string& oldDefaults_;
     const std::string& newDefaults_;
     std::vector<UserResult>& results_;
+    std::vector<ChangedKey>& shippedKeys_;
     std::atomic<std::size_t> next_{0};
     std::atomic<std::size_t> done_{0};
     std::mutex mutex_;
@@ -132,17 +153,20 @@ const char* nameOf(Status status) {
             return "missing";
         case Status::Defaults:
             return "defaults";
+        case Status::Foreign:
+            return "not-a-users-file";
         case Status::Unread:
             break;
     }
     return "unread";
 }
 
-std::vector<UserResult> compareAll(const std::string& oldDefaults, const std::string& newDefaults,
-                                   const std::vector<fs::path>& files, std::size_t threads, const TellDone& tellDone) {
-    std::vector<UserResult> results(files.size());
+Results compareAll(const std::string& oldDefaults, const std::string& newDefaults, const std::vector<fs::path>& files,
+                   std::size_t threads, const TellDone& tellDone) {
+    Results results;
+    results.users.resize(files.size());
     for (std::size_t number = 0; number < files.size(); ++number) {
-        results[number].file = files[number];
+        results.users[number].file = files[number];
     }
     Workers(oldDefaults, newDefaults, results)
         .run(std::clamp<std::size_t>(threads, 1, std::max<std::size_t>(files.size(), 1)), tellDone);

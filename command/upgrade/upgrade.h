@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "command/lint/file_kind.h"
 #include "command/upgrade/comparison.h"
 
 namespace zelutil::command::upgrade {
@@ -18,23 +19,32 @@ struct UserResult {
         Missing,   ///< No such file is there.
         Unread,    ///< It cannot be read, or is no JSON, so that neither version takes anything from it.
         Defaults,  ///< It holds shipped defaults, and is no user's.
+        Foreign,   ///< It is JSON and holds something else, as a profile of shortcuts does.
     };
 
     std::filesystem::path file;
     Status status = Status::Missing;
+    /// Says for a file that is no user's which kind it is.
+    lint::FileKind kind = lint::FileKind::User;
     Effect effect;
 };
 
-/// Returns "compared", "missing", "unread" or "defaults".
+/// Returns "compared", "missing", "unread", "defaults" or "not-a-users-file".
 const char* nameOf(UserResult::Status status);
 
 /// Is called now and then, on the calling thread, with the number of files that are done.
 using TellDone = std::function<void(std::size_t done)>;
 
-/// Compares all files with that many threads, at least one, and returns the results in the order of the files.
-std::vector<UserResult> compareAll(const std::string& oldDefaults, const std::string& newDefaults,
-                                   const std::vector<std::filesystem::path>& files, std::size_t threads,
-                                   const TellDone& tellDone);
+struct Results {
+    /// In the order of the files.
+    std::vector<UserResult> users;
+    /// The keys that change for users who have set none.
+    std::vector<ChangedKey> shippedKeys;
+};
+
+/// Compares all files with that many threads, at least one.
+Results compareAll(const std::string& oldDefaults, const std::string& newDefaults,
+                   const std::vector<std::filesystem::path>& files, std::size_t threads, const TellDone& tellDone);
 
 }  // namespace zelutil::command::upgrade
 

@@ -139,10 +139,19 @@ private:
             if (type == fs::file_type::directory) {
                 search(entry, false);
             } else if (entry.filename() == prefs::kSettingsFileName) {
-                found.push_back(entry);
+                takeUsersFile(entry);
             } else if (type == fs::file_type::symlink) {
                 passOver(entry, isTop);
             }
+        }
+    }
+
+    /// A user's file may be a link to something that is not there.
+    void takeUsersFile(const fs::path& file) {
+        if (isNothing(file)) {
+            noteNotSeen(file);
+        } else {
+            found.push_back(file);
         }
     }
 

@@ -1,10 +1,10 @@
 #include "command/upgrade/version.h"
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
 
-#include "actions/action_catalogue.h"
 #include "actions/action_text.h"
-#include "actions/overwritable.h"
 #include "json/document.h"
 #include "prefs/catalogue_reader.h"
 #include "prefs/sub_managers.h"
@@ -17,25 +17,6 @@ using prefs::Catalogue;
 using prefs::Setting;
 
 constexpr auto kActions = prefs::SubManagerType::Actions;
-
-Actions actionsIn(const ActionCatalogue& catalogue) {
-    Actions actions;
-    catalogue.forEachAction([&](int id, const ActionCatalogue::Action& action) {
-        ActionRecord record;
-        // One that stands in for a missing parent has no context.
-        record.context = action.context == nullptr ? "" : std::string(action.contextName());
-        record.command = action.command;
-        record.shortcut = actions::effectiveValue(action.shortcut);
-        record.inMenu = actions::effectiveValue(action.rmb);
-        record.hasUsersShortcut = action.parentId < 1 && action.shortcut.overwritten;
-        record.hasUsersMenu = action.parentId < 1 && action.rmb.overwritten;
-        actions.byId.emplace_hint(actions.byId.end(), id, std::move(record));
-    });
-    catalogue.forEachHolder([&](std::string_view context, const std::string& shortcut, int id) {
-        actions.holders.emplace(host::ActionState::Place(context, shortcut), id);
-    });
-    return actions;
-}
 
 /// Takes from an element what a finding says that it does not give.
 void apply(host::ActionEntryFinding finding, ActionEntryEffect& entry) {
@@ -69,24 +50,39 @@ std::vector<ActionEntryEffect> loadEntries(ActionCatalogue& catalogue, const std
     return entries;
 }
 
-Actions loadActions(const std::string& defaults, const std::string& user) {
-    const actions::ObserverRegistry nobody;
-    ActionCatalogue catalogue(nobody);
-    std::vector<ActionEntryEffect> entries = loadEntries(catalogue, defaults, user);
-    Actions actions = actionsIn(catalogue);
-    actions.usersList = user;
-    actions.entries = std::move(entries);
-    return actions;
+}  // namespace
+
+bool Start::hasAccepted(const char* entry) const { return std::binary_search(accepted.begin(), accepted.end(), entry); }
+
+bool Start::hasAcceptedIn(const std::string& section) const {
+    return std::find(acceptedSections.begin(), acceptedSections.end(), section) != acceptedSections.end();
 }
 
-}  // namespace
+const std::string* Start::userValueOf(std::uint64_t key) const {
+    const auto found = std::lower_bound(userValues.begin(), userValues.end(), key,
+                                        [](const UserValue& one, std::uint64_t wanted) { return one.key < wanted; });
+    return found == userValues.end() || found->key != key ? nullptr : &found->value;
+}
 
 Version::Version(std::string defaults) {
     prefs::readDefaults(std::move(defaults), catalogue_);
     names_.emplace(catalogue_);
+    // Each start copies the catalogue. What it asks of the text is only which unread members stand there too.
+    catalogue_.setDefaultsText("");
     for (const host::SettingNames::Names& named : names_->settings()) {
         numbers_.emplace(catalogue_.settings().record(named.number).key, named.number);
     }
+    if (actionsText().empty()) {
+        shippedActions_.catalogue = std::make_shared<ActionCatalogue>(nobody_);
+    } else {
+        shippedActions_ = loadActions(actionsText(), prefs::kNoUserSettings);
+    }
+}
+
+const std::string& Version::actionsText() const {
+    static const std::string kNone;
+    const auto text = catalogue_.defaultSubManagerTexts().find(kActions);
+    return text == catalogue_.defaultSubManagerTexts().end() ? kNone : text->second;
 }
 
 const std::string* Version::defaultOf(std::uint64_t key) const {
@@ -94,10 +90,16 @@ const std::string* Version::defaultOf(std::uint64_t key) const {
     return number == numbers_.end() ? nullptr : &catalogue_.settings().record(number->second).defaultValue;
 }
 
-Start Version::startWith(json::View user) {
+std::string Version::nameOf(const UserValue& value) const {
+    const host::SettingNames::Names& named = *names_->find(catalogue_.settings().record(value.number));
+    return names_->sections()[named.section] + std::string(prefs::kNameSeparator) + named.name;
+}
+
+Start Version::startWith(json::View user, const Actions* known) {
     // The copy shares the records of the settings, and has findings and texts for the actions of its own.
     Catalogue loaded = catalogue_;
     Start start;
+    std::vector<std::uint32_t> numbers;
     prefs::readUserSettings(user, loaded,
                             prefs::EntrySinks{[&](const prefs::EntryFinding& finding, json::View place) {
                                                   if (!place.isSame(user)) {
@@ -105,44 +107,52 @@ Start Version::startWith(json::View user) {
                                                   }
                                               },
                                               [&](const prefs::AcceptedEntry& accepted) {
-                                                  start.accepted.insert(accepted.entry.value.text()->data());
-                                                  start.acceptedSections.insert(accepted.attributePath);
+                                                  numbers.push_back(accepted.setting.number);
+                                                  start.accepted.push_back(accepted.entry.value.text()->data());
+                                                  auto& sections = start.acceptedSections;
+                                                  if (sections.empty() || sections.back() != accepted.attributePath) {
+                                                      sections.push_back(accepted.attributePath);
+                                                  }
                                               }});
-    for (const host::SettingNames::Names& named : names_->settings()) {
-        const Setting& setting = loaded.settings().record(named.number);
-        if (setting.hasUserValue) {
-            const std::string name =
-                names_->sections()[named.section] + std::string(prefs::kNameSeparator) + named.name;
-            start.userValues.emplace(setting.key, UserValue{name, setting.userValue, setting.defaultValue});
-        }
-    }
-    start.actions = actionsOf(loaded);
-    takeBackValues();
+    std::sort(start.accepted.begin(), start.accepted.end());
+    start.userValues = takeUserValues(std::move(numbers));
+    start.actions = actionsOf(loaded, known);
     return start;
 }
 
-void Version::takeBackValues() {
+std::vector<UserValue> Version::takeUserValues(std::vector<std::uint32_t> numbers) {
+    std::vector<UserValue> values;
     prefs::SettingIndex& settings = catalogue_.settings();
-    for (std::size_t number = 0; number < settings.recordCount(); ++number) {
-        if (settings.record(number).hasUserValue) {
-            settings.record(number).clearUserValue();
+    for (const std::uint32_t number : numbers) {
+        Setting& setting = settings.record(number);
+        // Of several entries for one setting the first one met here takes what the last one has set.
+        if (setting.hasUserValue) {
+            values.push_back({setting.key, number, std::move(setting.userValue)});
+            setting.clearUserValue();
         }
     }
+    std::sort(values.begin(), values.end(), [](const UserValue& left, const UserValue& right) {
+        return std::tie(left.key, left.number) < std::tie(right.key, right.number);
+    });
+    // Of several definitions with one full name the first counts.
+    const auto isRepetition = [](const UserValue& first, const UserValue& second) { return first.key == second.key; };
+    values.erase(std::unique(values.begin(), values.end(), isRepetition), values.end());
+    return values;
 }
 
-Actions Version::actionsOf(const Catalogue& loaded) {
-    const auto defaults = loaded.defaultSubManagerTexts().find(kActions);
-    if (defaults == loaded.defaultSubManagerTexts().end()) {
-        return {};
-    }
+Actions Version::actionsOf(const Catalogue& loaded, const Actions* known) const {
     const auto user = loaded.userSubManagerTexts().find(kActions);
-    if (user != loaded.userSubManagerTexts().end()) {
-        return loadActions(defaults->second, user->second);
+    if (actionsText().empty() || user == loaded.userSubManagerTexts().end()) {
+        return shippedActions_;
     }
-    if (!shippedActions_) {
-        shippedActions_ = loadActions(defaults->second, prefs::kNoUserSettings);
-    }
-    return *shippedActions_;
+    const bool isKnown = known != nullptr && known->usersList == user->second;
+    return isKnown ? *known : loadActions(actionsText(), user->second);
+}
+
+Actions Version::loadActions(const std::string& defaults, const std::string& user) const {
+    const auto catalogue = std::make_shared<ActionCatalogue>(nobody_);
+    std::vector<ActionEntryEffect> entries = loadEntries(*catalogue, defaults, user);
+    return {catalogue, user, std::move(entries)};
 }
 
 }  // namespace zelutil::command::upgrade

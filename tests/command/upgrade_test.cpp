@@ -313,7 +313,6 @@ Lines expectedLines(const Loaded& before, const Loaded& after) {
     Lines lines;
     expectedOfSettings(before, after, lines);
     expectedOfActions(before, after, lines);
-    expectedOfKeys(before, after, lines);
     return lines;
 }
 
@@ -334,13 +333,35 @@ Lines linesOf(const Effect& effect) {
     for (const auto& one : effect.menuFlags) {
         lines.insert("menu " + std::to_string(one.action));
     }
+    return lines;
+}
+
+std::string keyLine(const command::upgrade::ChangedKey& key) {
+    return "key " + key.context + " " + key.shortcut + " " + std::to_string(key.before.action) + key.before.command +
+           " now " + (key.now ? std::to_string(key.now->action) + key.now->command : "nothing");
+}
+
+/// Returns a line for each key that changes for the user: those of the shipped defaults that are neither spared nor
+/// told in another way, and the user's own.
+Lines keyLines(const Effect& effect, const std::vector<command::upgrade::ChangedKey>& shipped) {
+    std::set<std::pair<std::string, std::string>> others;
+    Lines lines;
     for (const auto& one : effect.keys) {
-        lines.insert("key " + one.context + " " + one.shortcut + " " + std::to_string(one.before.action) +
-                     one.before.command + " now " +
-                     (one.now ? std::to_string(one.now->action) + one.now->command : "nothing"));
+        others.emplace(one.context, one.shortcut);
+        lines.insert(keyLine(one));
+    }
+    for (const auto& one : effect.sparedKeys) {
+        EXPECT_TRUE(others.emplace(one.context, one.shortcut).second) << "spared and changed: " << one.shortcut;
+    }
+    for (const auto& one : shipped) {
+        if (others.count({one.context, one.shortcut}) == 0) {
+            lines.insert(keyLine(one));
+        }
     }
     return lines;
 }
+
+Lines keyLines(const std::vector<command::upgrade::ChangedKey>& shipped) { return keyLines({}, shipped); }
 
 /// Expects that what is called meaningless had an effect before, and that every entry that lost its effect is named.
 void expectMeaninglessHolds(const Effect& effect, const Loaded& before, const Loaded& after) {
@@ -385,6 +406,9 @@ TEST(Upgrade, SaysWhatLoadsOfBothVersionsShow) {
         const std::string oldDefaults = random.defaults();
         const std::string newDefaults = random.defaults();
         Comparison comparison(oldDefaults, newDefaults);
+        Lines shipped;
+        expectedOfKeys(starts.start(oldDefaults, ""), starts.start(newDefaults, ""), shipped);
+        EXPECT_EQ(keyLines(comparison.shippedKeys()), shipped);
         for (int number = 0; number < 3; ++number) {
             const std::string user = random.user();
             SCOPED_TRACE("old " + oldDefaults + "\nnew " + newDefaults + "\nuser " + user);
@@ -392,17 +416,30 @@ TEST(Upgrade, SaysWhatLoadsOfBothVersionsShow) {
             const Loaded after = starts.start(newDefaults, user);
             const Effect effect = comparison.effectOn(json::Document(user).root());
             EXPECT_EQ(linesOf(effect), expectedLines(before, after));
+            Lines keys;
+            expectedOfKeys(before, after, keys);
+            EXPECT_EQ(keyLines(effect, comparison.shippedKeys()), keys);
+            // Nothing is told of a user that holds for everybody.
+            const Lines shippedToo = keyLines(comparison.shippedKeys());
+            for (const auto& one : effect.keys) {
+                EXPECT_TRUE(shippedToo.count(keyLine(one)) == 0 || one.before.byFallback ||
+                            (one.now && one.now->byFallback))
+                    << keyLine(one);
+            }
             expectRefusalsHold(effect, before, after);
             expectMeaninglessHolds(effect, before, after);
             for (const std::string& line : linesOf(effect)) {
                 ++kinds[line.substr(0, line.find(' '))];
             }
+            kinds["key"] += effect.keys.empty() ? 0 : 1;
+            kinds["spared"] += effect.sparedKeys.empty() ? 0 : 1;
+            kinds["shipped"] += shipped.empty() ? 0 : 1;
             kinds["refused"] += effect.refused.empty() ? 0 : 1;
             kinds["meaningless"] += effect.meaningless.empty() ? 0 : 1;
         }
     }
     for (const char* const kind :
-         {"dropped", "gained", "masked", "shortcut", "menu", "key", "refused", "meaningless"}) {
+         {"dropped", "gained", "masked", "shortcut", "menu", "key", "spared", "shipped", "refused", "meaningless"}) {
         EXPECT_GE(kinds[kind], 20) << kind << ": the random upgrades hardly show it";
     }
 }
@@ -630,26 +667,62 @@ TEST(Upgrade, KeyThatFallsBackToAnotherActionIsTold) {
     Comparison comparison(defaultsWith("", shippedAction(1, "move", "F5") + "," + everywhere),
                           defaultsWith("", shippedAction(1, "move", "F6") + "," + everywhere));
     const Effect effect = comparison.effectOn(json::Document("{}").root());
-    ASSERT_EQ(effect.keys.size(), 1U);
-    EXPECT_EQ(effect.keys[0].context, "board");
-    EXPECT_EQ(effect.keys[0].shortcut, "F5");
-    EXPECT_EQ(effect.keys[0].before.action, 1);
-    EXPECT_FALSE(effect.keys[0].before.byFallback);
-    ASSERT_TRUE(effect.keys[0].now);
-    EXPECT_EQ(effect.keys[0].now->action, 2);
-    EXPECT_EQ(effect.keys[0].now->command, "copy");
-    EXPECT_TRUE(effect.keys[0].now->byFallback);
+    ASSERT_EQ(comparison.shippedKeys().size(), 1U);
+    EXPECT_EQ(comparison.shippedKeys()[0].context, "board");
+    EXPECT_EQ(comparison.shippedKeys()[0].shortcut, "F5");
+    EXPECT_EQ(comparison.shippedKeys()[0].before.action, 1);
+    EXPECT_FALSE(comparison.shippedKeys()[0].before.byFallback);
+    ASSERT_TRUE(comparison.shippedKeys()[0].now);
+    EXPECT_EQ(comparison.shippedKeys()[0].now->action, 2);
+    EXPECT_EQ(comparison.shippedKeys()[0].now->command, "copy");
+    EXPECT_TRUE(comparison.shippedKeys()[0].now->byFallback);
 }
 
 TEST(Upgrade, KeyThatRunsNothingAnyMoreIsTold) {
     Comparison comparison(defaultsWith("", shippedAction(1, "move", "F5")),
                           defaultsWith("", shippedAction(1, "move", "F6")));
     const Effect effect = comparison.effectOn(json::Document("{}").root());
+    ASSERT_EQ(comparison.shippedKeys().size(), 1U);
+    EXPECT_EQ(comparison.shippedKeys()[0].shortcut, "F5");
+    EXPECT_EQ(comparison.shippedKeys()[0].before.action, 1);
+    EXPECT_FALSE(comparison.shippedKeys()[0].now);
+    EXPECT_TRUE(effect.isNothing());
+}
+
+/// The new defaults swap the keys of both actions. Who has given the first one a key of its own has the second one's
+/// key changed alone.
+TEST(Upgrade, KeysThatChangeForEverybodyAreNotTheUsers) {
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "copy", "C")),
+                          defaultsWith("", shippedAction(1, "move", "C") + "," + shippedAction(2, "copy", "M")));
+    ASSERT_EQ(comparison.shippedKeys().size(), 2U);
+    EXPECT_EQ(comparison.shippedKeys()[0].shortcut, "C");
+    EXPECT_EQ(comparison.shippedKeys()[1].shortcut, "M");
+    EXPECT_TRUE(comparison.effectOn(json::Document("{}").root()).isNothing());
+    const Effect effect = comparison.effectOn(json::Document(kOneUser).root());
+    // C ran copy and runs nothing, as move has F9; nobody had M, which runs copy.
     ASSERT_EQ(effect.keys.size(), 1U);
-    EXPECT_EQ(effect.keys[0].shortcut, "F5");
-    EXPECT_EQ(effect.keys[0].before.action, 1);
+    EXPECT_EQ(effect.keys[0].shortcut, "C");
+    EXPECT_EQ(effect.keys[0].before.command, "copy");
     EXPECT_FALSE(effect.keys[0].now);
-    EXPECT_FALSE(effect.losesAnything());
+    ASSERT_EQ(effect.sparedKeys.size(), 1U);
+    EXPECT_EQ(effect.sparedKeys[0].context, "board");
+    EXPECT_EQ(effect.sparedKeys[0].shortcut, "M");
+}
+
+TEST(Upgrade, ActionThatGetsAnotherIdIsNamed) {
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "M")),
+                          defaultsWith("", shippedAction(77, "move", "M")));
+    const json::Document user(R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[)"
+                              R"({"id":1,"shortcut":"F9","rmb":true}]}]}]})");
+    const Effect effect = comparison.effectOn(user.root());
+    ASSERT_EQ(effect.shortcuts.size(), 1U);
+    EXPECT_EQ(effect.shortcuts[0].successor, 77);
+    ASSERT_EQ(effect.menuFlags.size(), 1U);
+    EXPECT_EQ(effect.menuFlags[0].successor, 77);
+    ASSERT_EQ(effect.keys.size(), 1U);
+    EXPECT_EQ(effect.keys[0].shortcut, "F9");
+    EXPECT_EQ(effect.keys[0].successor, 77);
+    EXPECT_FALSE(effect.keys[0].now);
 }
 
 TEST(Upgrade, SameVersionDoesNothing) {
@@ -799,15 +872,15 @@ TEST_F(UpgradeCommand, TellsEachUserAndTheSummary) {
                   "  meaningless: The entry for action 1 is for none of the shipped actions.\n"
                   "  shortcut: action 1 had \"F9\", there is no such action\n"
                   "  key: \"F9\" in board ran m (action 1), now nothing\n" +
-                  userFile("bob").u8string() +
-                  "\n  key: \"M\" in board ran m (action 1), now nothing\n"
-                  "Users: 3. Losing something: 1. With a value over a changed default: 0. With a changed key: 2. "
-                  "Not read: 1. Not seen: 0.\n" +
+                  "For every user who has not set them, the new defaults change these keys:\n"
+                  "  key: \"M\" in board ran m (action 1), now nothing\n"
+                  "Users: 3. Losing something: 1. With a value over a changed default: 0. With another changed key: 1. "
+                  "Not read: 1. Not a user's file: 0. Not seen: 0.\n" +
                   userFile("ann").u8string() +
                   ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
                   userFile("eve").u8string() +
                   ": warning: The file cannot be read or is no JSON, so nothing of it counts.\n"
-                  "    \"zelutil lint\" shows where it is wrong.\n");
+                  "    \"zelutil lint\" with the name of the file shows where it is wrong.\n");
 }
 
 TEST_F(UpgradeCommand, NothingLostIsFine) {
@@ -847,14 +920,11 @@ TEST_F(UpgradeCommand, UserThatCannotBeSeenIsAFinding) {
     const std::string pattern = (homes() / "*" / "pcbenv").u8string();
     const ChildResult result = upgrade({pattern});
     EXPECT_EQ(result.exitCode, 1);
-    std::string keys;
-    for (const char* const user : {"ann", "bob", "eve"}) {
-        keys += userFile(user).u8string() + "\n  key: \"M\" in board ran m (action 1), now nothing\n";
-    }
     EXPECT_EQ(result.out,
-              keys +
-                  "Users: 3. Losing something: 0. With a value over a changed default: 0. With a changed key: 3. "
-                  "Not read: 0. Not seen: 1.\n" +
+              "For every user who has not set them, the new defaults change these keys:\n"
+              "  key: \"M\" in board ran m (action 1), now nothing\n"
+              "Users: 3. Losing something: 0. With a value over a changed default: 0. With another changed key: 0. "
+              "Not read: 0. Not a user's file: 0. Not seen: 1.\n" +
                   (homes() / "zoe").u8string() +
                   ": warning: This link leads nowhere, so that users' files behind it do not count.\n"
                   "    See whether what it leads to has to be mounted first.\n");
@@ -900,8 +970,8 @@ TEST_F(UpgradeFiles, AreComparedByTheThreadsThatStart) {
         const auto results = command::upgrade::compareAll(oldDefaults, newDefaults, files, 3, [](std::size_t) {});
         EXPECT_EQ(threadsThatStart, starting == 3 ? 0 : -1) << "the system refused no thread";
         threadsThatStart = kAllThreadsStart;
-        ASSERT_EQ(results.size(), 3U);
-        for (const auto& result : results) {
+        ASSERT_EQ(results.users.size(), 3U);
+        for (const auto& result : results.users) {
             EXPECT_EQ(result.status, command::upgrade::UserResult::Status::Compared);
             EXPECT_EQ(result.effect.dropped.size(), 1U);
         }
@@ -958,9 +1028,77 @@ TEST_F(UpgradeCommand, DefaultsInThePlaceOfAUsersFileAreNamedAsSuch) {
 }
 
 TEST_F(UpgradeCommand, ArgumentThatMeansNoFileIsAFinding) {
-    const ChildResult result = upgrade({(homes() / "x*").u8string()});
+    fs::create_directories(directory_ / "none" / "below");
+    const std::string pattern = (homes() / "x*").u8string();
+    const std::string directory = (directory_ / "none").u8string();
+    const std::string nothing = (directory_ / "gone").u8string();
+    const ChildResult result = upgrade({pattern, directory, nothing});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.out.find("means no user's file"), std::string::npos) << result.out;
+    for (const std::string& text :
+         {"The pattern \"" + pattern + "\" matches no user's file.\n",
+          "The directory \"" + directory + "\" holds no tessel_settings.cfg, neither itself nor in its directories.\n",
+          '"' + nothing + "\" is not there.\n"}) {
+        EXPECT_NE(result.out.find("warning: " + text), std::string::npos) << text << result.out;
+    }
+}
+
+TEST_F(UpgradeCommand, EmptyArgumentIsAWrongCall) {
+    EXPECT_EQ(upgrade({homes().u8string(), ""}).exitCode, 2);
+    EXPECT_EQ(upgrade({""}).exitCode, 2);
+    EXPECT_EQ(world_.run({"upgrade", "", "new.cfg", homes().u8string()}).exitCode, 2);
+}
+
+TEST_F(UpgradeCommand, FileThatIsNoUsersIsNamedAndCountedApart) {
+    struct Row {
+        const char* text;
+        const char* holds;
+    };
+    for (const Row& row : {Row{R"({"hello":1})", "nothing that is read"}, Row{"[]", "nothing that is read"},
+                           Row{R"({"actions":[{"id":1,"shortcut":"F5"}]})", "user's actions"},
+                           Row{R"({"meta":[{"header":"N","facets":[]}]})", "facets"}}) {
+        SCOPED_TRACE(row.text);
+        writeTextFile(userFile("bob"), row.text);
+        const ChildResult result = upgrade({userFile("bob").u8string()});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.out.substr(result.out.find("Users: ")),
+                  "Users: 0. Losing something: 0. With a value over a changed default: 0. With another changed key: 0. "
+                  "Not read: 0. Not a user's file: 1. Not seen: 0.\n" +
+                      userFile("bob").u8string() + ": warning: This is not a user's file, but holds " + row.holds +
+                      ", so it is not compared.\n"
+                      "    Name the files that the application saves, tessel_settings.cfg.\n");
+    }
+    const ChildResult asJson = upgrade({homes().u8string(), "--json"});
+    const json::Document document(asJson.out);
+    EXPECT_EQ(document.root().member("summary").member("users").integer(), 2);
+    EXPECT_EQ(document.root().member("summary").member("notUsers").integer(), 1);
+    EXPECT_EQ(document.root().member("shippedKeys").elements().size(), 1U);
+    EXPECT_NE(asJson.out.find("\"status\": \"not-a-users-file\""), std::string::npos);
+}
+
+TEST_F(UpgradeCommand, UsersFileThatIsALinkToNothingIsNamedAsSuch) {
+    fs::remove(userFile("bob"));
+    if (!makeFileLink(directory_ / "nothing", userFile("bob"))) {
+        GTEST_SKIP() << "This system makes no links for this user.";
+    }
+    const ChildResult result = upgrade({homes().u8string()});
+    EXPECT_NE(result.out.find(userFile("bob").u8string() +
+                              ": warning: This link leads nowhere, so that users' files behind it do not count.\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("Not read: 0. Not a user's file: 0. Not seen: 1.\n"), std::string::npos) << result.out;
+}
+
+TEST_F(UpgradeCommand, ActionThatGetsAnotherIdIsNamed) {
+    writeTextFile(directory_ / "new" / kShipped,
+                  defaultsWith(R"({"name":"grid","value":"1"})", shippedAction(77, "m", "M")));
+    const ChildResult result = upgrade({userFile("ann").u8string()});
+    EXPECT_EQ(result.out.substr(0, result.out.find("Users: ")),
+              userFile("ann").u8string() +
+                  "\n  meaningless: The entry for action 1 is for none of the shipped actions.\n"
+                  "  shortcut: action 1 had \"F9\", there is no such action, and its command is action 77 now\n"
+                  "  key: \"F9\" in board ran m (action 1), now nothing, and m is action 77 now\n"
+                  "For every user who has not set them, the new defaults change these keys:\n"
+                  "  key: \"M\" in board ran m (action 1), now m (action 77)\n");
 }
 
 // --- The progress bar -----------------------------------------------------------------------------------------------
