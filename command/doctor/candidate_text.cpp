@@ -73,6 +73,14 @@ bool isWholePath(std::string_view text) {
     return text.size() > 2 && text[1] == ':' && (text[2] == '\\' || text[2] == '/');
 }
 
+/// Returns whether this is a variable that names a product. The search joins the directory of the programs to its
+/// value.
+bool isRootVariable(const Candidate& candidate) {
+    const auto& names = file::kRootVariables;
+    return candidate.source == Source::Variable && candidate.verdict != Verdict::NotDefined &&
+           std::find(names.begin(), names.end(), candidate.variable) != names.end();
+}
+
 std::string reasonOf(const Candidate& candidate) {
     std::string reason = wordsOf(candidate.verdict).words;
     switch (candidate.verdict) {
@@ -95,6 +103,9 @@ std::string lineOf(const Candidate& candidate) {
     std::string line = wordsOf(candidate.source).words;
     if (!candidate.variable.empty()) {
         line += ' ' + candidate.variable;
+    }
+    if (isRootVariable(candidate)) {
+        line += ", whose programs are in";
     }
     if (!candidate.seen.empty()) {
         line += " \"" + (isWholePath(candidate.seen) ? nativeOrAsItStands(candidate.seen) : candidate.seen) + '"';

@@ -8,12 +8,15 @@
 #include <utility>
 
 #include "command/doctor/file_state.h"
+#include "command/doctor/left_out.h"
 #include "command/text.h"
 #include "common_library/common_library.h"
 #include "facet/facet_groups.h"
 #include "file/hierarchy_root.h"
 #include "file/hierarchy_search.h"
 #include "file/installed_file.h"
+#include "json/document.h"
+#include "platform/files.h"
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
@@ -84,6 +87,7 @@ private:
         const std::string readFile = prefs::userFilePath(read);
         diagnosis_.steps.push_back({kUserFileReadStep, "User's file, as it is read", readFile, read.candidates(),
                                     stateOfFile(readFile, FileUse::Users)});
+        addLeftOut(defaultsFile, readFile);
         SearchTrace written;
         const std::string writtenFile = prefs::writtenUserFilePath(written);
         const FileState ofRead = *diagnosis_.steps.back().file;
@@ -93,6 +97,19 @@ private:
         SearchTrace facets;
         const std::string facetFile = file::installedSettingsFile(facet::kFacetFileName, root, facets);
         diagnosis_.steps.push_back(shippedFileStep(kFacetsStep, "Facets", facetFile, facets));
+    }
+
+    /// Plans a save for the file that was looked at last.
+    void addLeftOut(const std::string& defaultsFile, const std::string& userFile) {
+        FileState& user = *diagnosis_.steps.back().file;
+        if (user.kind != FileState::Kind::Fine || diagnosis_.step(kDefaultsStep).file->kind != FileState::Kind::Fine) {
+            return;
+        }
+        const auto defaults = platform::readFile(defaultsFile.c_str(), json::kMaximumTextSize);
+        const auto text = platform::readFile(userFile.c_str(), json::kMaximumTextSize);
+        if (defaults && text) {
+            user.leftOut = leftOutBySave(*defaults, *text);
+        }
     }
 
     Diagnosis diagnosis_;

@@ -51,6 +51,10 @@ struct FileState {
     bool lacksDefaults = false;
     /// Whether it is JSON without the array of the groups of facets.
     bool lacksGroups = false;
+    /// Whether it is JSON that holds something and no section, so that nothing of it is read.
+    bool holdsNoSection = false;
+    /// What a save would leave out of the user's file, in words.
+    std::vector<std::string> leftOut;
     /// The attribute paths that an earlier section has too, where the later one stands.
     std::vector<Remark> repeatedSections;
     /// Names of files beside it that an earlier save kept, or left when it was killed. Both are the system's own.
@@ -93,6 +97,8 @@ struct Symptom {
         NotUtf8,
         NoSettings,
         NoFacets,
+        NoEffect,
+        LeftOut,
         ReadOnly,
         Blocked,
         KeptCopy,

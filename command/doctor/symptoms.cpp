@@ -211,9 +211,17 @@ private:
         } else if (!hasPath) {
             addNoHome("HOMEPATH is not set" + place + "on the drive " + drive + " itself.", kAdvice);
         } else if (platform::namesFile(home) && !home.IsDirectory()) {
-            addNoHome("The user's home directory " + shown(libraryText(home)) + " is not there.",
-                      "See whether HOMEDRIVE and HOMEPATH name the right one; a save makes it.");
+            addNoHome(home.Exists() ? "The user's home " + shown(libraryText(home)) + " is no directory."
+                                    : "The user's home directory " + shown(libraryText(home)) + " is not there.",
+                      std::string("See whether HOMEDRIVE and HOMEPATH name the right one") +
+                          (canSaveMakeIt() ? "; a save makes it." : "; a save cannot make it."));
         }
+    }
+
+    /// Returns whether the directories of the user's file can be made.
+    bool canSaveMakeIt() const {
+        const SearchStep& step = diagnosis_.step(kUserFileWrittenStep);
+        return step.file->kind == FileState::Kind::Missing && step.file->writeable && blockerOf(step.result).empty();
     }
 
     /// Returns the value that a step has seen of a variable; empty for none.
@@ -315,11 +323,28 @@ private:
             addAbout(Kind::NoFacets, step, "has no array \"meta\" with groups of facets, so there are no facets.",
                      kAdvice);
         }
+        if (!isShippedFile(step)) {
+            addUsersContent(step);
+        }
         if (step.file->notUtf8) {
             addAbout(Kind::NotUtf8, step,
                      "is not in UTF-8, so that some of its texts are not what they seem. " + step.file->notUtf8->text,
                      "Save the file in UTF-8.");
             place(*step.file->notUtf8);
+        }
+    }
+
+    void addUsersContent(const SearchStep& step) {
+        if (step.file->holdsNoSection) {
+            addAbout(
+                Kind::NoEffect, step, "is JSON, but nothing in it counts, because it holds no section.",
+                "Put the user's own file there, or remove this one. A save writes it anew and keeps a copy of it.");
+            return;
+        }
+        for (const std::string& part : step.file->leftOut) {
+            addAbout(Kind::LeftOut, step,
+                     "holds something that has no effect and that a save leaves out: " + printable(part) + '.',
+                     "Correct or remove it. The save keeps a copy of the file, whose name ends in .bad.");
         }
     }
 
@@ -402,7 +427,8 @@ private:
         }
         for (const std::string& copy : state.keptCopies) {
             addBeside(Kind::KeptCopy, step, copy,
-                      "is an earlier user's file that could not be read when it was replaced.",
+                      "is a copy of an earlier user's file, kept because a save could not read all of it or left "
+                      "something of it out.",
                       "See whether it has settings to bring back, then remove it.");
         }
         for (const std::string& leftover : state.leftovers) {
@@ -465,6 +491,10 @@ const char* nameOf(Symptom::Kind kind) {
             return "no-settings";
         case Kind::NoFacets:
             return "no-facets";
+        case Kind::NoEffect:
+            return "no-effect";
+        case Kind::LeftOut:
+            return "left-out";
         case Kind::ReadOnly:
             return "read-only";
         case Kind::Blocked:

@@ -339,6 +339,31 @@ const std::vector<Fault> kFaults = {
      [](auto& w) { writeTextFile(w.userFile(), "{\"meta\":[],\"\xE4\":1}"); },
      "not-utf8",
      {"user-file-read"}},
+    {"user's file that is a list",
+     [](auto& w) { writeTextFile(w.userFile(), "[]"); },
+     "no-effect",
+     {"user-file-read"},
+     "nothing in it counts"},
+    {"user's file that is a text",
+     [](auto& w) { writeTextFile(w.userFile(), "\"x\""); },
+     "no-effect",
+     {"user-file-read"}},
+    {"user's file with an object of sections",
+     [](auto& w) { writeTextFile(w.userFile(), R"({"meta":{}})"); },
+     "no-effect",
+     {"user-file-read"}},
+    {"user's file that is another one",
+     [](auto& w) { writeTextFile(w.userFile(), R"({"hello":1})"); },
+     "no-effect",
+     {"user-file-read"}},
+    {"user's file with an element that is no section",
+     [](auto& w) {
+         std::string text = kHealthyUser;
+         writeTextFile(w.userFile(), text.insert(text.rfind(']'), ",5"));
+     },
+     "left-out",
+     {"user-file-read"},
+     "a save leaves out: what stands under \"meta\" (5)."},
     {"two sections of the user",
      [](auto& w) { writeTextFile(w.userFile(), kUserTwice); },
      "section-twice",
@@ -347,7 +372,8 @@ const std::vector<Fault> kFaults = {
     {"kept copy",
      [](auto& w) { writeTextFile(w.userFile().string() + ".bad", "{"); },
      "kept-copy",
-     {"user-file-written"}},
+     {"user-file-written"},
+     "kept because a save could not read all of it or left something of it out"},
     {"second kept copy",
      [](auto& w) { writeTextFile(w.userFile().string() + ".bad.2", "{"); },
      "kept-copy",
@@ -434,6 +460,22 @@ TEST(Doctor, NotesAHomeThatIsNotSetOrNotThere) {
     fs::remove_all(missing.home);
     EXPECT_EQ(noteOnTheHome(missing),
               "The user's home directory \"" + fs::path(missing.home).make_preferred().string() + "\" is not there.\n");
+}
+
+TEST(Doctor, SaysThatNoSaveMakesAHomeThatIsAFile) {
+    DoctorWorld world;
+    fs::remove_all(world.home);
+    writeTextFile(world.home, "");
+    const DoctorRun doctor(world);
+    EXPECT_EQ(doctor.result.exitCode, 1);
+    EXPECT_NE(doctor.findings().find("The user's home \"" + fs::path(world.home).make_preferred().string() +
+                                     "\" is no directory.\n"),
+              std::string::npos)
+        << doctor.findings();
+    EXPECT_EQ(doctor.result.out.find("a save makes it"), std::string::npos) << doctor.result.out;
+    DoctorWorld missing;
+    fs::remove_all(missing.home);
+    EXPECT_NE(DoctorRun(missing).result.out.find("a save makes it"), std::string::npos);
 }
 
 TEST(Doctor, SaysWhichDriveIsThereOutsideWindows) {
@@ -544,6 +586,16 @@ TEST(Doctor, SaysForPeopleWhatWasTakenAndWhyTheRestWasNot) {
          }) {
         EXPECT_NE(('\n' + result.out).find('\n' + line + '\n'), std::string::npos) << line << '\n' << result.out;
     }
+}
+
+TEST(Doctor, SaysThatTheProgramsOfAVariableAreSearched) {
+    DoctorWorld world;
+    world.name("QTXROOT", world.product);
+    const ChildResult result = run({ZELUTIL_TEST_COMMAND, {"doctor"}, world.environment, world.here});
+    const std::string programs = '"' + (world.product / "tools/bin").make_preferred().string() + '"';
+    EXPECT_NE(result.out.find("\n  - the variable QTXROOT, whose programs are in " + programs + '\n'),
+              std::string::npos)
+        << result.out;
 }
 
 }  // namespace

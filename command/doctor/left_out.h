@@ -1,0 +1,16 @@
+#ifndef ZELUTIL_COMMAND_DOCTOR_LEFT_OUT_H
+#define ZELUTIL_COMMAND_DOCTOR_LEFT_OUT_H
+
+#include <string>
+#include <vector>
+
+namespace zelutil::command {
+
+/// Returns what the user's text holds and a save that changes nothing would leave out, as the library plans that save
+/// with these defaults: 'what stands under "meta" (5)', 'the number 1e-400'. Empty where either text is no JSON, and
+/// where the defaults have no section, with which nothing is saved.
+std::vector<std::string> leftOutBySave(const std::string& defaults, const std::string& user);
+
+}  // namespace zelutil::command
+
+#endif
