@@ -48,6 +48,26 @@ prefs::Catalogue catalogueWith(std::string defaultsText) {
     return catalogue;
 }
 
+/// Returns whether a name ends with the other one, at the beginning of it or behind a separator.
+bool endsWithName(std::string_view fullName, std::string_view name) {
+    if (name.empty() || name.size() > fullName.size()) {
+        return false;
+    }
+    const std::string_view before = fullName.substr(0, fullName.size() - name.size());
+    const std::size_t separator = prefs::kNameSeparator.size();
+    const bool isAtName = before.empty() || (before.size() >= separator &&
+                                             before.substr(before.size() - separator) == prefs::kNameSeparator);
+    return isAtName && prefs::keyOf(fullName.substr(before.size())) == prefs::keyOf(name);
+}
+
+/// Returns whether an entry without a setting, in a section that only groups others, names a setting further below by
+/// a part of its full name.
+bool seemsToMean(const FoundEntry& entry, std::string_view fullName) {
+    const std::string above = entry.section + std::string(prefs::kNameSeparator);
+    return fullName.size() > above.size() && prefs::keyOf(fullName.substr(0, above.size())) == prefs::keyOf(above) &&
+           endsWithName(fullName.substr(above.size()), entry.name);
+}
+
 /// Returns whether the library takes the entry's value, which a later entry may replace.
 bool setsSomething(const FoundEntry& entry) {
     return entry.effect == UserEntry::Effect::InForce || entry.effect == UserEntry::Effect::Overruled;
@@ -107,6 +127,7 @@ private:
     /// Returns whether every definition has its keys for itself, as it mostly has. There are no namesakes then.
     bool areNamesUnique() const { return catalogue_.settings().size() == keyCount_; }
     void addRepetitions(SettingAccount& account, std::uint32_t number) const;
+    void addEntriesOfGroups(SettingAccount& account, std::uint32_t number) const;
     std::string fullName(std::uint32_t number) const;
     SettingAccount::Namesake namesake(std::uint32_t number) const;
     UserEntry entryFor(std::uint32_t number, const FoundEntry& found) const;
@@ -124,6 +145,8 @@ private:
     std::vector<FoundEntry> entries_;
     std::vector<UserEntry> entriesWithoutSetting_;
     std::unordered_map<std::uint32_t, std::vector<const FoundEntry*>> entriesOf_;
+    /// Those without a setting in sections that only group others.
+    std::vector<const FoundEntry*> entriesOfGroups_;
     // Made when somebody asks for them.
     mutable std::vector<std::uint32_t> numbers_;
     mutable bool hasKeys_ = false;
@@ -160,6 +183,9 @@ void SettingAccounts::Readings::sortEntries() {
     for (const FoundEntry& entry : entries_) {
         if (!entry.means) {
             entriesWithoutSetting_.push_back(entryFor(0, entry));
+            if (entry.effect == UserEntry::Effect::GroupingSection) {
+                entriesOfGroups_.push_back(&entry);
+            }
             continue;
         }
         entriesOf_[*entry.means].push_back(&entry);
@@ -242,6 +268,21 @@ void SettingAccounts::Readings::addRepetitions(SettingAccount& account, std::uin
     });
 }
 
+void SettingAccounts::Readings::addEntriesOfGroups(SettingAccount& account, std::uint32_t number) const {
+    bool isAnyAdded = false;
+    for (const FoundEntry* const entry : entriesOfGroups_) {
+        if (seemsToMean(*entry, account.info.fullName)) {
+            account.entries.push_back(entryFor(number, *entry));
+            isAnyAdded = true;
+        }
+    }
+    if (isAnyAdded) {
+        std::sort(account.entries.begin(), account.entries.end(), [](const UserEntry& left, const UserEntry& right) {
+            return left.place.name.offset < right.place.name.offset;
+        });
+    }
+}
+
 std::vector<SettingAccount::Namesake> SettingAccounts::Readings::lenders(std::uint32_t number) const {
     if (areNamesUnique()) {
         return definitions_[number].lendsBareName ? std::vector{namesake(number)}
@@ -264,6 +305,7 @@ SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
             account.entries.push_back(entryFor(number, *entry));
         }
     }
+    addEntriesOfGroups(account, number);
     addRepetitions(account, number);
     return account;
 }

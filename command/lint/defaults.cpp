@@ -18,7 +18,8 @@ const ObjectForm& definedSectionForm() {
                                    {prefs::kAttribute, Type::Text, Need::Required},
                                    {prefs::kTclCommand, Type::Text},
                                    {prefs::kDefaultSettings, Type::Any},
-                                   {prefs::kUnique, Type::Truth},
+                                   {prefs::kUnique, Type::Truth, Need::Optional,
+                                    "This one counts as false, so that the section lends no bare names."},
                                    {prefs::kSubmanagerId, Type::Integer},
                                    {prefs::kChildren, Type::Array}}};
     return kForm;

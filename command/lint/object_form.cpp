@@ -77,14 +77,15 @@ void checkMember(const json::Member& member, json::View object, const ObjectForm
                             report.lineOf(object.member(member.key)) + ").");
         return;
     }
-    checkType(member.value, member.key, known->type, report);
+    checkType(member.value, member.key, known->type, report, known->ofAnotherType);
 }
 
 }  // namespace
 
-void checkType(json::View value, std::string_view key, Type type, Report& report) {
+void checkType(json::View value, std::string_view key, Type type, Report& report, const char* sentence) {
     if (value && !isOfType(value, type)) {
-        report.add(Rule::WrongType, value, inQuotes(key) + " must be " + nameOf(type) + '.');
+        const std::string blank = *sentence == '\0' ? "" : " ";
+        report.add(Rule::WrongType, value, inQuotes(key) + " must be " + nameOf(type) + '.' + blank + sentence);
     }
 }
 

@@ -17,6 +17,8 @@ struct MemberForm {
     std::string_view key;
     Type type = Type::Any;
     Need need = Need::Optional;
+    /// A sentence that says what a value of another type does; empty where it counts as missing.
+    const char* ofAnotherType = "";
 };
 
 /// Says what the readers look at in an object of one kind.
@@ -29,8 +31,8 @@ struct ObjectForm {
 /// false for a value that is no object, which is reported, too.
 bool checkObject(json::View value, const ObjectForm& form, Report& report);
 
-/// Reports a value that is there and not of the type.
-void checkType(json::View value, std::string_view key, Type type, Report& report);
+/// Reports a value that is there and not of the type, with a sentence behind it.
+void checkType(json::View value, std::string_view key, Type type, Report& report, const char* sentence = "");
 
 }  // namespace zelutil::lint
 

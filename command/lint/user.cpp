@@ -171,10 +171,13 @@ private:
 
     void tellMeant(const EntryFinding& finding, View place) {
         const std::string meant = names_.fullName(catalogue_.findEntry(finding.name, finding.section)->number);
-        report_.addAtKey(Rule::AnotherSection, place, finding.name,
-                         "The name " + inQuotes(finding.name) + " means " + meant + ", not a setting of the section " +
-                             inQuotes(finding.section) + '.',
-                         "Write the full name, " + fullNameOf(finding.section, finding.name) + ", if that is there.");
+        const std::string own = fullNameOf(finding.section, finding.name);
+        const bool isThere = catalogue_.settings().find(prefs::keyOf(own)) != nullptr;
+        report_.addAtKey(
+            Rule::AnotherSection, place, finding.name,
+            "The name " + inQuotes(finding.name) + " means " + meant + ", so this entry sets that and " +
+                (isThere ? own + " stays as it is." : "nothing in the section " + inQuotes(finding.section) + '.'),
+            "Write the full name of the setting that you mean, " + (isThere ? own + " or " : "") + meant + '.');
     }
 
     void inSection(const VisitedSection& visited) {

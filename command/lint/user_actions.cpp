@@ -20,7 +20,11 @@ using json::View;
 
 const ObjectForm& entryForm() {
     static const ObjectForm kForm{
-        "an entry", {{kId, Type::IntegerFrom1, Need::Required}, {kShortcut, Type::Text}, {kMenuFlag, Type::Truth}}};
+        "an entry",
+        {{kId, Type::IntegerFrom1, Need::Required},
+         {kShortcut, Type::Text, Need::Optional, "This one counts as \"\", so it takes the action's shortcut away."},
+         {kMenuFlag, Type::Truth, Need::Optional,
+          "This one counts as false, so it takes the action out of the menu."}}};
     return kForm;
 }
 
@@ -33,7 +37,7 @@ View listOf(View value, Report& report) {
         const char* const what = value.isObject() ? "the bare object" : value.isArray() ? "several" : "something else";
         report.add(Rule::NotWrapped, value,
                    std::string("The user's actions must stand in an array of exactly one object, and here is ") + what +
-                       ", so none is read.",
+                       ", so none is read and no shortcut or menu flag of the user's is in force.",
                    "Write [{\"actions\": [...]}].");
     }
     return actions::userEntriesOf(value);

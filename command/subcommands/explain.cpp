@@ -7,6 +7,7 @@
 #include "command/explain/setting_account.h"
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
+#include "command/lint/command_line_text.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
 #include "host/typed_values.h"
@@ -112,7 +113,8 @@ void Explanation::tellUnknown(const std::string& name) {
 
 void Explanation::addFinding(const UserEntry& entry) {
     output_.add({Severity::Warning, "The entry \"" + entry.name + "\" " + outcomeOf(entry) + ". " + reasonOf(entry),
-                 "\"zelutil lint\" checks the whole file.", explainedPlace(userFile_, entry.place.name)});
+                 "This checks the whole file: " + lint::commandLineFor(userFile_, defaultsFile_),
+                 explainedPlace(userFile_, entry.place.name)});
 }
 
 void Explanation::addFindings(const SettingAccount& account) {

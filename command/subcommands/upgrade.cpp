@@ -7,6 +7,7 @@
 
 #include "command/arguments.h"
 #include "command/doctor/candidate_text.h"
+#include "command/lint/command_line_text.h"
 #include "command/lint/lint.h"
 #include "command/progress.h"
 #include "command/subcommands/table.h"
@@ -64,7 +65,7 @@ std::optional<std::string> readShipped(const std::string& argument, Output& outp
                     "Name the old shipped defaults, then the new ones, and then the users' files.");
     } else {
         output.fail("\"" + argument + "\" holds no shipped defaults, because it is no JSON.",
-                    "\"zelutil lint\" says more of it.");
+                    "This says more of it: " + lint::commandLineFor(nativeOrAsItStands(shippedFileOf(argument))));
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "command/lint/command_line_text.h"
 #include "command/lint/file_kind.h"
 #include "command/text.h"
 #include "json/document.h"
@@ -238,7 +239,7 @@ private:
 };
 
 Finding aboutUncompared(const UserResult& result) {
-    const auto warning = [&](const std::string& text, const char* advice) {
+    const auto warning = [&](const std::string& text, const std::string& advice) {
         return Finding{Severity::Warning, text, advice, Place{textOf(result.file), std::nullopt, std::nullopt}};
     };
     switch (result.status) {
@@ -253,7 +254,7 @@ Finding aboutUncompared(const UserResult& result) {
             return warning("The file is not there.", "Name a user's file.");
         default:
             return warning("The file cannot be read or is no JSON, so nothing of it counts.",
-                           "\"zelutil lint\" with the name of the file shows where it is wrong.");
+                           "This shows where it is wrong: " + lint::commandLineFor(textOf(result.file)));
     }
 }
 

@@ -64,7 +64,9 @@ TEST(Explain, FindsEntriesWithoutEffectAndUnknownNames) {
         "{\"meta\":[\n{\"header\":\"D\",\"attribute\":\"display\",\"overriddensettings\":[{\"zoom\":3}]},\n"
         "{\"header\":\"S\",\"attribute\":\"savign\",\"overriddensettings\":[{\"autosave\":\"off\"}]}]}");
     const std::string user = world.userFile().u8string();
-    const std::string advice = "    \"zelutil lint\" checks the whole file.\n";
+    const std::string defaults = world.defaultsFile().u8string();
+    const std::string advice =
+        "    This checks the whole file: zelutil lint --defaults " + defaults + ' ' + user + '\n';
     const ChildResult result = world.run({"explain", "zoom", "autosave", "savign::autosav"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "error: There is no setting \"savign::autosav\".\n    Did you mean saving::autosave?\n" +
@@ -73,6 +75,7 @@ TEST(Explain, FindsEntriesWithoutEffectAndUnknownNames) {
                               ":3:59: warning: The entry \"autosave\" has no effect. The defaults have no section "
                               "\"savign\".\n" +
                               advice);
+    EXPECT_EQ(world.run({"lint", "--defaults", defaults, user}).exitCode, 1);
     EXPECT_EQ(world.run({"explain", "units"}).exitCode, 0);
     EXPECT_EQ(world.run({"explain"}).exitCode, 2);
     EXPECT_EQ(world.run({"explain", "zoom"}, {{"QTXROOT", std::nullopt}, {"PATH", ""}}).exitCode, 3);

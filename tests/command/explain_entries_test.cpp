@@ -72,6 +72,13 @@ const EntryRow kEntryRows[] = {
     // Entries that are read.
     {R"({"meta":[)" A_SECTION R"("overriddensettings":[{"width":"9"}]}]})", "a::width", {"in-force a/width=9"}},
     {R"({"meta":[)" A_SECTION R"("overriddensettings":[{"A::WIDTH":"9"}]}]})", "width", {"in-force a/A::WIDTH=9"}},
+    // In a section that groups others, a part of the full name of a setting further below.
+    {R"({"meta":[{"header":"B","attribute":"b","overriddensettings":[{"Height":"9","eight":"8","c::height":"7"}]}]})",
+     "b::c::b::c::height",
+     {"grouping-section b/Height=9", "grouping-section b/c::height=7"}},
+    {R"({"meta":[{"header":"B","attribute":"b","overriddensettings":[{"c::b::height":"9","height":5}]}]})",
+     "b::c::b::c::height",
+     {}},
     {R"({"meta":[)" A_SECTION R"("overriddensettings":[{"width":"8","Width":"9"},{"width":"7"}]}]})",
      "a::width",
      {"overruled a/width=8", "overruled a/Width=9", "in-force a/width=7"}},

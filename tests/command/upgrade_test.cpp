@@ -880,7 +880,8 @@ TEST_F(UpgradeCommand, TellsEachUserAndTheSummary) {
                   ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
                   userFile("eve").u8string() +
                   ": warning: The file cannot be read or is no JSON, so nothing of it counts.\n"
-                  "    \"zelutil lint\" with the name of the file shows where it is wrong.\n");
+                  "    This shows where it is wrong: zelutil lint " +
+                  userFile("eve").u8string() + '\n');
 }
 
 TEST_F(UpgradeCommand, NothingLostIsFine) {
