@@ -107,6 +107,41 @@ std::string sectionsOf(const std::vector<std::string>& elements) {
     return list + "]}";
 }
 
+TEST(LintTypes, WhatDoesNotCountAsMissingIsSaid) {
+    const std::string user =
+        R"({"header": "K", "attribute": "k", "submanagerId": 100, "overriddensettings": [{"actions": [
+{"id": 1, "shortcut": 5},
+{"id": 1, "rmb": "true"}]}]})";
+    EXPECT_EQ(
+        told(check(sectionsOf({user}), kSectionDefaults)),
+        "ZU004 at 3:23: \"shortcut\" must be a string. This one counts as \"\", so it takes the action's shortcut "
+        "away. \n"
+        "ZU004 at 4:18: \"rmb\" must be true or false. This one counts as false, so it takes the action out of the "
+        "menu. \n");
+    const std::string section =
+        R"({"header": "U", "attribute": "u", "unique": 1, "tclCommand": "t", "defaultsettings": [{"name": "x", "value": "1"}]})";
+    EXPECT_EQ(
+        told(lint(sectionsOf({section}))),
+        "ZU004 at 2:45: \"unique\" must be true or false. This one counts as false, so that the section lends no bare "
+        "names. \n");
+}
+
+TEST(LintSections, ANameThatMeansAnotherSectionsSettingNamesBoth) {
+    const std::string other =
+        R"({"header": "E", "attribute": "e", "tclCommand": "t", "defaultsettings": [{"name": "y", "value": "1"},{"name": "x", "value": "1"}]})";
+    std::string defaults = kSectionDefaults;
+    defaults.insert(defaults.rfind("]}"), ",\n" + other);
+    const std::string user = R"({"header": "E", "attribute": "e", "overriddensettings": [{"x": "2"}]})";
+    EXPECT_NE(
+        told(check(sectionsOf({user}), defaults))
+            .find("The name \"x\" means d::x, so this entry sets that and e::x stays as it is. Write the full name "
+                  "of the setting that you mean, e::x or d::x.\n"),
+        std::string::npos)
+        << told(check(sectionsOf({user}), defaults));
+    const std::string without = R"({"header": "K", "attribute": "d", "overriddensettings": [{"x": "2"}]})";
+    EXPECT_EQ(told(check(sectionsOf({without}), defaults)), "");
+}
+
 TEST(LintSections, OneThatOnlyGroupsOthersMayBeThereTwice) {
     const std::string groups = R"({"header": "G", "attribute": "g", "children": []})";
     const std::string holds =
