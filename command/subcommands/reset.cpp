@@ -133,10 +133,13 @@ bool areResettable(const std::vector<int>& ids, const shortcuts::KnownShortcuts&
     return areAll;
 }
 
+/// Returns the ids of the shipped actions; one that stands in for a missing parent has none.
 std::vector<int> idsOfAll(const std::vector<shortcuts::ShortcutRow>& rows) {
     std::vector<int> ids;
     for (const shortcuts::ShortcutRow& row : rows) {
-        ids.push_back(row.action.item.id);
+        if (row.action.item.id > 0) {
+            ids.push_back(row.action.id);
+        }
     }
     return ids;
 }

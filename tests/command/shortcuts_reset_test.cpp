@@ -205,6 +205,15 @@ TEST(ResetShortcuts, LeavesEveryOtherByteAlone) {
     EXPECT_EQ(world.userText(), userWithActions("\t{\"id\":77, \"x\": 1.50}\n"));
 }
 
+/// Action 9 stands in for a parent that is missing, and has no id of its own.
+TEST(ResetShortcuts, LeavesAnElementWithoutAnIdAlone) {
+    const ResetWorld world(R"({"actions":[{"id":1,"context":"c","command":"a","shortcut":"F1"},)"
+                           R"({"id":5,"parent_id":9,"context":"c","command":"b"}]})");
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"rmb":true})");
+    EXPECT_EQ(world.run({"reset", "--shortcuts", "--all"}).out, "1 c a: F9 -> F1\n" + world.saved());
+    EXPECT_EQ(world.userText(), userWithActions(R"({"rmb":true})"));
+}
+
 /// A fresh installation has F1 for action 1, and action 2 only shows it.
 TEST(ResetShortcuts, NamesWhoDoesNotRunByItsShortcutAndWhoDoesAgain) {
     const ResetWorld world(kShippedTwice);
