@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "json/view.h"
-#include "prefs/joined_names.h"
 #include "prefs/section.h"
 
 /// The layout that both preference files share: the keys, and the walk over the sections.
@@ -89,38 +88,35 @@ struct VisitedSection {
     const std::string& attributePath;  ///< Attributes of the sections around it and its own.
 };
 
-/// Calls `visit` with each section of an array and of those inside it: a section before its children, and otherwise in
-/// the order of the text.
-template <typename Visit>
-class SectionWalk {
+/// Refers to a function of a section, which must stay for as long as the walk lasts. One walk serves all callers: as a
+/// template it took a kilobyte of the library for each.
+class SectionVisit {
 public:
-    explicit SectionWalk(Visit& visit) : visit_(visit) {}
-
-    void walk(json::View array) {
-        for (const json::View element : array.elements()) {
-            if (const auto names = sectionNames(element)) {
-                walkSection(element, *names);
-            }
-        }
+    /// A function, not a constructor, which copies of a SectionVisit would take for their own.
+    template <typename Visit>
+    static SectionVisit of(Visit& visit) {
+        return {&visit, [](void* visitor, const VisitedSection& section) { (*static_cast<Visit*>(visitor))(section); }};
     }
+
+    void operator()(const VisitedSection& section) const { call_(visitor_, section); }
 
 private:
-    void walkSection(json::View element, const SectionNames& names) {
-        const JoinedNames::Level headers(headers_, names.header);
-        const JoinedNames::Level attributes(attributes_, names.attribute);
-        visit_(VisitedSection{element, names.header, headers.outer(), attributes_.text()});
-        walk(element.member(kChildren));
-    }
+    using Call = void(void* visitor, const VisitedSection& section);
 
-    Visit& visit_;
-    JoinedNames headers_;
-    JoinedNames attributes_;
+    SectionVisit(void* visitor, Call* call) : visitor_(visitor), call_(call) {}
+
+    void* visitor_;
+    Call* call_;
 };
+
+/// Calls `visit` with each section of an array and of those inside it: a section before its children, and otherwise in
+/// the order of the text.
+void walkSections(json::View array, SectionVisit visit);
 
 /// Walks over the sections of a preference file.
 template <typename Visit>
 void forEachSection(json::View root, Visit visit) {
-    SectionWalk<Visit>(visit).walk(root.member(kMeta));
+    walkSections(root.member(kMeta), SectionVisit::of(visit));
 }
 
 }  // namespace zelutil::prefs

@@ -133,14 +133,19 @@ public:
         const std::size_t home = homeOf(name, key);
         const Slot& slot = m_slots[home];
         // Most names are in their own slot, and asked for as the table has them.
-        return slot.value != N && same(m_names[slot.value], slot.key, name, key) ? slot.value
-                                                                                 : findFrom(home, name, key);
+        return slot.value != N && same(m_names[slot.value], slot.key(), name, key) ? slot.value
+                                                                                   : findFrom(home, name, key);
     }
 
 private:
+    /// A key with its value, in three words.
     struct Slot {
-        NameKey key;
-        int value = N;
+        constexpr NameKey key() const { return {first, last, length}; }
+
+        std::uint64_t first = 0;
+        std::uint64_t last = 0;
+        std::uint32_t length = 0;
+        std::int32_t value = N;
     };
 
     /// Returns whether all names were entered: with `mayMove` false it stops at one whose slot another has.
@@ -156,7 +161,7 @@ private:
                 return false;
             }
             if (m_slots[at].value == N) {
-                m_slots[at] = {key, value};
+                m_slots[at] = {key.first, key.last, static_cast<std::uint32_t>(key.length), value};
             }
         }
         return true;
@@ -173,7 +178,7 @@ private:
     /// Returns where the name is, from its home on, or else the free slot where it would be.
     constexpr std::size_t place(std::size_t home, const char* name, const NameKey& key) const {
         std::size_t at = home;
-        while (m_slots[at].value != N && !equalIgnoringCase(m_names[m_slots[at].value], m_slots[at].key, name, key)) {
+        while (m_slots[at].value != N && !equalIgnoringCase(m_names[m_slots[at].value], m_slots[at].key(), name, key)) {
             at = (at + 1) % kSlots;
         }
         return at;
