@@ -6,6 +6,7 @@
 
 #include "command/lint/object_form.h"
 #include "prefs/section_walk.h"
+#include "prefs/setting_name.h"
 
 namespace zelutil::lint {
 
