@@ -118,6 +118,15 @@ std::string printable(std::string_view text) {
     return shown;
 }
 
+std::string beginningOf(std::string_view text, std::size_t most) {
+    const auto continuesCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
+    std::size_t end = std::min(text.size(), most);
+    while (end > 0 && end < text.size() && continuesCharacter(text[end])) {
+        --end;
+    }
+    return std::string(text.substr(0, end));
+}
+
 std::string textOf(const std::filesystem::path& path) { return path.u8string(); }
 
 std::string libraryText(const ZelU::File::Path& path) { return static_cast<const char*>(path); }

@@ -33,6 +33,9 @@ std::string nameOfByte(char byte);
 ///     "a\tb" => "a\\tb"    "\x1b[31m" => "\\x1b[31m"
 std::string printable(std::string_view text);
 
+/// Returns the beginning of the text, of at most `most` bytes, that ends with a whole character.
+std::string beginningOf(std::string_view text, std::size_t most);
+
 /// Returns the system's own path, as people write it.
 std::string textOf(const std::filesystem::path& path);
 

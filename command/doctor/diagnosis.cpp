@@ -37,9 +37,23 @@ SearchStep commonLibraryStep() {
     return step;
 }
 
-/// A file that the product ships is read and never written.
-SearchStep shippedFileStep(const char* name, const char* title, const std::string& path, const SearchTrace& trace) {
-    return {name, title, path, trace.candidates(), stateOfFile(path, FileUse::Shipped)};
+/// Returns a step whose file is still to be looked at.
+SearchStep fileStep(const char* name, const char* title, const std::string& path, const SearchTrace& trace) {
+    return {name, title, path, trace.candidates(), FileState()};
+}
+
+bool isUsers(const SearchStep& step) {
+    return step.name == std::string_view(kUserFileReadStep) || step.name == std::string_view(kUserFileWrittenStep);
+}
+
+/// Returns what a save leaves out of a user's file.
+std::vector<std::string> leftOutOf(const std::string& userFile, const SearchStep& defaults) {
+    if (defaults.file->kind != FileState::Kind::Fine) {
+        return {};
+    }
+    const auto shipped = platform::readFile(defaults.result.c_str(), json::kMaximumTextSize);
+    const auto users = platform::readFile(userFile.c_str(), json::kMaximumTextSize);
+    return shipped && users ? leftOutBySave(*shipped, *users) : std::vector<std::string>();
 }
 
 class Examination {
@@ -82,34 +96,18 @@ private:
         const Path* const root = diagnosis_.hasInstallation ? &root_ : nullptr;
         SearchTrace defaults;
         const std::string defaultsFile = prefs::defaultsFilePath(root, defaults);
-        diagnosis_.steps.push_back(shippedFileStep(kDefaultsStep, "Shipped defaults", defaultsFile, defaults));
+        diagnosis_.steps.push_back(fileStep(kDefaultsStep, "Shipped defaults", defaultsFile, defaults));
         SearchTrace read;
         const std::string readFile = prefs::userFilePath(read);
-        diagnosis_.steps.push_back({kUserFileReadStep, "User's file, as it is read", readFile, read.candidates(),
-                                    stateOfFile(readFile, FileUse::Users)});
-        addLeftOut(defaultsFile, readFile);
+        diagnosis_.steps.push_back(fileStep(kUserFileReadStep, "User's file, as it is read", readFile, read));
         SearchTrace written;
         const std::string writtenFile = prefs::writtenUserFilePath(written);
-        const FileState ofRead = *diagnosis_.steps.back().file;
-        diagnosis_.steps.push_back({kUserFileWrittenStep, "User's file, as a save writes it", writtenFile,
-                                    written.candidates(),
-                                    writtenFile == readFile ? ofRead : stateOfFile(writtenFile, FileUse::Users)});
+        diagnosis_.steps.push_back(
+            fileStep(kUserFileWrittenStep, "User's file, as a save writes it", writtenFile, written));
         SearchTrace facets;
         const std::string facetFile = file::installedSettingsFile(facet::kFacetFileName, root, facets);
-        diagnosis_.steps.push_back(shippedFileStep(kFacetsStep, "Facets", facetFile, facets));
-    }
-
-    /// Plans a save for the file that was looked at last.
-    void addLeftOut(const std::string& defaultsFile, const std::string& userFile) {
-        FileState& user = *diagnosis_.steps.back().file;
-        if (user.kind != FileState::Kind::Fine || diagnosis_.step(kDefaultsStep).file->kind != FileState::Kind::Fine) {
-            return;
-        }
-        const auto defaults = platform::readFile(defaultsFile.c_str(), json::kMaximumTextSize);
-        const auto text = platform::readFile(userFile.c_str(), json::kMaximumTextSize);
-        if (defaults && text) {
-            user.leftOut = leftOutBySave(*defaults, *text);
-        }
+        diagnosis_.steps.push_back(fileStep(kFacetsStep, "Facets", facetFile, facets));
+        lookAtFiles(diagnosis_);
     }
 
     Diagnosis diagnosis_;
@@ -118,6 +116,18 @@ private:
 };
 
 }  // namespace
+
+void lookAtFiles(Diagnosis& diagnosis) {
+    const std::string& readFile = diagnosis.step(kUserFileReadStep).result;
+    for (SearchStep& step : diagnosis.steps) {
+        if (step.file) {
+            step.file = stateOfFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
+        }
+        if (isUsers(step) && step.result == readFile && step.file->kind == FileState::Kind::Fine) {
+            step.file->leftOut = leftOutOf(readFile, diagnosis.step(kDefaultsStep));
+        }
+    }
+}
 
 const SearchStep& Diagnosis::step(const char* name) const {
     return *std::find_if(steps.begin(), steps.end(),

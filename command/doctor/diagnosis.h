@@ -144,6 +144,9 @@ inline constexpr char kFacetsStep[] = "facets";
 /// printed or written. To be called before anything else that needs the common library, so that its search is told.
 Diagnosis diagnose();
 
+/// Looks at the files of the steps, whatever was known of them.
+void lookAtFiles(Diagnosis& diagnosis);
+
 /// Returns the symptoms of what was found.
 std::vector<Symptom> symptomsOf(const Diagnosis& diagnosis);
 

@@ -40,7 +40,7 @@ std::vector<FileState::Remark> repeatedSectionsIn(const json::LocatedDocument& d
 /// Returns the beginning of what stands at a place, up to the line's end.
 std::string textAt(std::string_view text, std::size_t offset) {
     const std::string_view rest = text.substr(std::min(offset, text.size()));
-    return std::string(rest.substr(0, std::min(rest.find_first_of("\r\n"), kMostShown)));
+    return beginningOf(rest.substr(0, rest.find_first_of("\r\n")), kMostShown);
 }
 
 FileState::Remark malformedBy(const json::LocatedDocument& document) {

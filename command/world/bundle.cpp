@@ -350,13 +350,7 @@ void redact(Diagnosis& diagnosis, const Redaction& redaction) {
 
 /// Looks at the files and the symptoms again, with the bundle's machine in force.
 void lookAgain(Diagnosis& diagnosis) {
-    for (SearchStep& step : diagnosis.steps) {
-        if (step.file) {
-            const bool isUsers =
-                step.name == std::string_view(kUserFileReadStep) || step.name == std::string_view(kUserFileWrittenStep);
-            step.file = stateOfFile(step.result, isUsers ? FileUse::Users : FileUse::Shipped);
-        }
-    }
+    lookAtFiles(diagnosis);
     diagnosis.symptoms = symptomsOf(diagnosis);
 }
 

@@ -102,8 +102,9 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
     plan.changesActions = plan.hasPlaceForActions && plan.savesActions &&
                           !bringAboutTheSame(actions, value, viewOrEmpty(plan.settings.actionsInFile));
     plan.text = fileText(plan.settings, value);
-    plan.losesContent = plan.settings.losesContent || plan.actions.losesEntries ||
-                        losesPartsOfActions(viewOrEmpty(plan.settings.actionsInFile), value);
+    plan.losesActions =
+        plan.actions.losesEntries || losesPartsOfActions(viewOrEmpty(plan.settings.actionsInFile), value);
+    plan.losesContent = plan.settings.losesContent || plan.losesActions;
     const bool isInFile = fileNow && plan.text && sayTheSame(*fileNow, *plan.text);
     // One that is no JSON is replaced, after a copy was kept: else what was reset here would be back once it is mended.
     const bool isNoJson = fileNow && !fileNow->empty() && !plan.settings.fileKnown;

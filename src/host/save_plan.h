@@ -30,6 +30,8 @@ struct SavePlan {
     bool changesActions = false;
     /// The text of the file; nothing where there is nothing to write and where it could not be read back.
     std::optional<std::string> text;
+    /// Whether the text lacks something that the file's list of actions holds.
+    bool losesActions = false;
     /// Whether the text lacks something that the file holds, so that a copy of the file is kept first.
     bool losesContent = false;
     /// False where the file says the same already, and where there is nothing to say and no file, or one that cannot be

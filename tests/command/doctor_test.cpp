@@ -157,6 +157,16 @@ constexpr char kTwice[] = R"({"meta":[{"header":"S","attribute":"s","tclCommand"
 constexpr char kUserTwice[] = R"({"meta":[{"header":"S","attribute":"s","overriddensettings":[{"value":"2"}]},)"
                               R"({"header":"S","attribute":"s","overriddensettings":[{"value":"3"}]}]})";
 
+/// Has the defaults ship an action of the section "k", and the user's section hold this of it.
+void setUsersActions(DoctorWorld& world, const std::string& value) {
+    writeTextFile(world.defaults(),
+                  R"({"meta":[{"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":)"
+                  R"({"actions":[{"id":1,"parent_id":0,"name":"Redo","icon":"","context":"general","command":"redo",)"
+                  R"("shortcut":"F1","rmb":false}]}},{"header":"S","attribute":"s","tclCommand":"t",)"
+                  R"("defaultsettings":[{"name":"value","value":"1"}]}]})");
+    writeTextFile(world.userFile(), R"({"meta":[{"header":"K","attribute":"k","overriddensettings":)" + value + "}]}");
+}
+
 const std::vector<Fault> kFaults = {
     // No installation.
     {"marker missing",
@@ -364,6 +374,19 @@ const std::vector<Fault> kFaults = {
      "left-out",
      {"user-file-read"},
      "a save leaves out: what stands under \"meta\" (5)."},
+    {"user's actions with a member that nobody reads",
+     [](auto& w) { setUsersActions(w, R"([{"actions":[{"id":1,"shortcut":"F2","note":"mine"}]}])"); },
+     "left-out",
+     {"user-file-read"},
+     "a save leaves out: parts of the list of changed actions."},
+    {"user's actions in an object of their own",
+     [](auto& w) { setUsersActions(w, R"({"actions":[{"id":1,"shortcut":"F2"}]})"); },
+     "left-out",
+     {"user-file-read"}},
+    {"user's actions behind one without an id",
+     [](auto& w) { setUsersActions(w, R"([{"actions":[{"shortcut":"F3"},{"id":1,"shortcut":"F2"}]}])"); },
+     "left-out",
+     {"user-file-read"}},
     {"two sections of the user",
      [](auto& w) { writeTextFile(w.userFile(), kUserTwice); },
      "section-twice",

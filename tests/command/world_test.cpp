@@ -102,6 +102,11 @@ const std::vector<Change> kChanges = {
          m.name("QTXINSTDIR", m.other);
      }},
     {"no installation", [](auto& m) { fs::remove_all(m.product / "share/pcb"); }},
+    {"user's file of which a save leaves something out",
+     [](auto& m) {
+         rewriteUserFile(m, R"({"meta":[5,{"header":"A","attribute":"a","overriddensettings":)"
+                            R"([{"actions":[{"id":1,"shortcut":"F1","note":"mine"}]}]}]})");
+     }},
     {"site",
      [](auto& m) {
          fs::create_directories(m.work / "site");
