@@ -11,7 +11,7 @@ file: common_library platform text util
 enums: util
 server: platform util
 actions: json text util
-facet: file json platform util
+facet: file json platform text util
 prefs: actions common_library file json platform text util
 host: actions common_library facet file json platform prefs server text util
 '
