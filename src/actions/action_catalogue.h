@@ -116,6 +116,9 @@ public:
     /// Does the same with a value that was parsed. The catalogue does not learn the text.
     void loadAndEdit(json::View defaults, const std::function<void(ActionCatalogue&)>& edit);
 
+    /// Becomes what the other catalogue is now, for edits to be tried on. Observers of the other are told nothing.
+    void becomeCopyOf(const ActionCatalogue& other);
+
     /// Returns the texts of the last load: an edit forgets nothing that they say, but a load overwrites what is shipped
     /// of a child.
     const Texts& texts() const { return texts_; }

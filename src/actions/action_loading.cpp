@@ -90,6 +90,23 @@ void ActionCatalogue::replaceAndEdit(std::unique_ptr<Tables> tables, Texts texts
     updateFromParents();
 }
 
+void ActionCatalogue::becomeCopyOf(const ActionCatalogue& other) {
+    load(other.texts_.defaults, other.texts_.user);
+    other.tables_->forEach([this](int id, const Action& action) {
+        Action& own = tables_->findOrStandIn(id);
+        own.shortcut = action.shortcut;
+        own.rmb = action.rmb;
+        own.binding->bound = action.binding->bound;
+    });
+    for (auto& [name, context] : tables_->contexts) {
+        context.holders = {};
+    }
+    other.forEachHolder([this](std::string_view context, const std::string& shortcut, int id) {
+        const Action& own = tables_->findOrStandIn(id);
+        tables_->findContext(context)->holders.try_emplace(shortcut, Holder{own.command, id, own.parentId});
+    });
+}
+
 void ActionCatalogue::applyUserEntries(UserEntryReader& reader) {
     UserEntry entry;
     while (reader.next(entry)) {

@@ -216,6 +216,26 @@ ActionsPlan planActions(const ActionCatalogue& current, const ActionsBase& befor
     return plan;
 }
 
+bool keepTextOfFile(ActionsPlan& plan, const ActionCatalogue& current, std::string_view fileText,
+                    const std::set<int>& touched) {
+    std::set<int> inFile;
+    for (const ActionEntry& entry : entriesOf(fileText)) {
+        inFile.insert(entry.id);
+    }
+    const bool hasTouched = std::any_of(inFile.begin(), inFile.end(), [&](int id) { return touched.count(id) != 0; });
+    if (hasTouched || !bringAboutTheSame(current, plan.text, fileText)) {
+        return false;
+    }
+    if (!fileText.empty()) {
+        plan.text = fileText;
+        plan.savedActions.assign(inFile.begin(), inFile.end());
+        plan.base.fileText = plan.text;
+        plan.base.isPlanned = false;
+    }
+    plan.losesEntries = false;
+    return true;
+}
+
 RestorableText restorableActionsText(const UCPActionManager& manager) {
     const ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(manager);
     ActionsPlan plan = planActions(catalogue, {}, std::nullopt);

@@ -90,6 +90,11 @@ ActionsPlan planActions(const actions::ActionCatalogue& current, const ActionsBa
                         std::optional<std::string_view> fileText, const std::set<int>& touched = {},
                         std::size_t searchLoads = kSearchLoads);
 
+/// Has the plan of a save after a reset keep the file's text, byte for byte, where that brings about the same as the
+/// planned one and has no entry for the actions `touched`. Returns whether that is so.
+bool keepTextOfFile(ActionsPlan& plan, const actions::ActionCatalogue& current, std::string_view fileText,
+                    const std::set<int>& touched);
+
 }  // namespace zelutil::host
 
 #endif

@@ -194,7 +194,9 @@ SaveResult saveAfter(Reset reset) {
             rememberReset(currentActions(), std::move(done.touched));
             result.notRestored = std::move(done.refused);
         }
-        saveNow({}, result);
+        SettingsRequest request;
+        request.followsResetOfActions = true;
+        saveNow(request, result);
     });
 }
 

@@ -91,8 +91,12 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
     SavePlan plan;
     plan.settings = planSettings(settings, request, fileNow);
     plan.savesActions = !actions.isLoading();
+    bool isNothingReset = false;
     if (plan.savesActions) {
-        plan.actions = planActions(actions, state.actions, actionsIn(plan.settings), resetActionsIn(state, actions));
+        const std::set<int>& touched = resetActionsIn(state, actions);
+        plan.actions = planActions(actions, state.actions, actionsIn(plan.settings), touched);
+        isNothingReset = request.followsResetOfActions && plan.settings.fileKnown &&
+                         keepTextOfFile(plan.actions, actions, viewOrEmpty(plan.settings.actionsInFile), touched);
     }
     plan.hasPlaceForActions = !plan.settings.content.sectionsOfActions.empty();
     if (!plan.hasPlaceForActions && plan.savesActions) {
@@ -105,7 +109,8 @@ SavePlan planSave(const prefs::Catalogue& settings, const actions::ActionCatalog
     plan.losesActions =
         plan.actions.losesEntries || losesPartsOfActions(viewOrEmpty(plan.settings.actionsInFile), value);
     plan.losesContent = plan.settings.losesContent || plan.losesActions;
-    const bool isInFile = fileNow && plan.text && sayTheSame(*fileNow, *plan.text);
+    const bool isInFile =
+        (isNothingReset && !plan.settings.changesValues) || (fileNow && plan.text && sayTheSame(*fileNow, *plan.text));
     // One that is no JSON is replaced, after a copy was kept: else what was reset here would be back once it is mended.
     const bool isNoJson = fileNow && !fileNow->empty() && !plan.settings.fileKnown;
     plan.isToBeWritten = plan.text && !isInFile && (plan.settings.fileKnown || isNoJson || !saysNothing(plan, value));

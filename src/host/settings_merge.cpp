@@ -52,6 +52,7 @@ std::optional<std::string_view> SettingsMerge::fileValueOf(const SettingDefiniti
     if (inFile != state.ours) {
         plan_.journal[definition.setting.number] = {copyOf(inFile), false};
     }
+    plan_.changesValues = plan_.changesValues || inFile != state.theirs;
     if (!inFile || inFile == state.theirs) {
         // The file's own text is in the plan already.
         return inFile ? state.theirs : std::nullopt;

@@ -25,8 +25,8 @@ View parse(std::string_view text, UserFileContent& content, json::Numbers number
 /// Lays out the file: finds a section and a name for each value.
 class Layout {
 public:
-    Layout(const Catalogue& catalogue, UserFileReading& now, SettingsMerge& merge, UserFileContent& content)
-        : catalogue_(catalogue), now_(now), merge_(merge), content_(content) {}
+    Layout(const Catalogue& catalogue, UserFileReading& now, SettingsMerge& merge, SettingsPlan& plan)
+        : catalogue_(catalogue), now_(now), merge_(merge), plan_(plan), content_(plan.content) {}
 
     void lay() {
         prefs::forEachSection(content_.defaults, [this](const VisitedSection& visited) { laySection(visited); });
@@ -80,6 +80,7 @@ private:
         if (isNew && text != nullptr) {
             held->second = parse(*text, content_);
         }
+        plan_.changesValues = plan_.changesValues || (type != SubManagerType::Actions && held->second);
         return held->second;
     }
 
@@ -120,6 +121,7 @@ private:
     const Catalogue& catalogue_;
     UserFileReading& now_;
     SettingsMerge& merge_;
+    SettingsPlan& plan_;
     UserFileContent& content_;
     prefs::DefinitionCount count_;
     /// Whether entries of the section that the walk has come to are read.
@@ -190,7 +192,7 @@ SettingsPlan planSettings(const Catalogue& catalogue, const SettingsRequest& req
         plan.actionsInFile = json::compactText(actions, json::Numbers::Exact);
     }
     SettingsMerge merge(catalogue, wishes, now, plan);
-    Layout(catalogue, now, merge, plan.content).lay();
+    Layout(catalogue, now, merge, plan).lay();
     plan.hasSections = !plan.content.sections.empty();
     plan.content.unread = unreadPartsOf(fileNow.value_or(std::string_view()), rootNow);
     plan.losesContent = now.hasSecondValues();

@@ -24,6 +24,8 @@ struct SettingsRequest {
     const std::map<std::string, std::string>* values = nullptr;
     /// Names of settings that are to lose the user's value, after the values are given.
     const std::vector<std::string>* resets = nullptr;
+    /// Whether actions were to be reset just before, so that the file stays as it is where none was.
+    bool followsResetOfActions = false;
 };
 
 /// Everything that a save does with the settings:
@@ -52,6 +54,9 @@ struct SettingsPlan {
     bool fileKnown = false;
     /// The compact text that the file holds now for the actions; nothing where it has nothing for them.
     std::optional<std::string> actionsInFile;
+
+    /// Whether the file is to get a value that it does not have, or is to lose one. Those of the actions do not count.
+    bool changesValues = false;
 
     /// Whether the text that `fileText` has made lacks something that the file holds now, so that a copy of the file is
     /// to be kept.

@@ -104,5 +104,40 @@ TEST_F(SaveResetBeforeALoad, IsForgottenByTheNextReset) {
     EXPECT_THAT(fileText(), HasSubstr("F9"));
 }
 
+/// A process that has started with shortcuts of actions 3 and 6 that are exchanged, in a form of the user's own.
+class SaveResetOfASwap : public testing::Test {
+protected:
+    SaveResetOfASwap() {
+        world_.writeDefaults(defaultsOfWorld());
+        world_.writeUser(kSwapped);
+        UserPreferenceManager::GetInstance();
+    }
+
+    static constexpr char kSwapped[] =
+        R"({"meta":[{"header":"Keys","attribute":"keys","submanagerId":100,"overriddensettings":[{"actions":[)"
+        R"({"id":6,"shortcut":"","note":"mine"},{"id":3,"shortcut":"Ctrl+6"},{"id":6,"shortcut":"Ctrl+3"}]}]}]})";
+
+    PreferenceWorld world_;
+};
+
+TEST_F(SaveResetOfASwap, LeavesTheFileWhereNothingCanBeReset) {
+    const SaveResult result = host::resetShortcuts({3});
+    EXPECT_EQ(result.status, Status::Unchanged);
+    ASSERT_EQ(result.notRestored.size(), 1U);
+    EXPECT_EQ(result.notRestored[0].text, "Action 3 does not get back the shortcut \"Ctrl+3\": action 6 has it.");
+    EXPECT_THAT(result.savedActions, ElementsAre(3, 6));
+    EXPECT_EQ(readTextFile(world_.userFile()), kSwapped);
+}
+
+TEST_F(SaveResetOfASwap, LeavesTheFileWhereNothingIsToBeReset) {
+    EXPECT_EQ(host::resetShortcuts({4, 5}).status, Status::Unchanged);
+    EXPECT_EQ(readTextFile(world_.userFile()), kSwapped);
+}
+
+TEST_F(SaveResetOfASwap, WritesTheFileWhereTheTwoAreResetTogether) {
+    EXPECT_EQ(host::resetShortcuts({3, 6}).status, Status::Saved);
+    EXPECT_THAT(readTextFile(world_.userFile()), Not(HasSubstr("Ctrl+")));
+}
+
 }  // namespace
 }  // namespace zelutil::test

@@ -48,8 +48,8 @@ ZELUTIL_API SaveResult save(const std::map<std::string, std::string>& settings =
 ZELUTIL_API SaveResult reset(const std::vector<std::string>& settings);
 
 /// Gives the actions their shipped shortcuts and menu flags again and takes their entries out of the file. Children
-/// follow. An action whose shortcut another one holds that is not among them keeps what it has and is named in the
-/// result. Unknown ids do nothing. Otherwise as `save`.
+/// follow. One whose shortcut another action holds that is not among them keeps what it has, and so do its children; it
+/// is named in the result. Unknown ids do nothing. Where nothing changes the file stays. Otherwise as `save`.
 ZELUTIL_API SaveResult resetShortcuts(const std::vector<int>& ids);
 
 /// The same for all actions.
