@@ -25,6 +25,7 @@
 namespace zelutil::shortcuts {
 namespace {
 
+using command::Finding;
 using command::Severity;
 using host::ActionState;
 
@@ -71,14 +72,27 @@ private:
         });
     }
 
-    bool areHoldersRight() const {
+    bool areHoldersRight() const { return isHeldWhereReset() && isHeldElsewhere() && doAllRun(); }
+
+    bool isHeldWhereReset() const {
         return std::all_of(
-                   shipped_.loaded().holders.begin(), shipped_.loaded().holders.end(),
-                   [this](const auto& entry) { return !isReset(entry.second) || isHeldAsShipped(entry.first); }) &&
-               std::all_of(before_.holders.begin(), before_.holders.end(), [this](const auto& entry) {
-                   return isReset(entry.second) || holderOf(after_, entry.first) == entry.second ||
-                          isHeldAsShipped(entry.first);
-               });
+            shipped_.loaded().holders.begin(), shipped_.loaded().holders.end(),
+            [this](const auto& entry) { return !isReset(entry.second) || isHeldAsShipped(entry.first); });
+    }
+
+    bool isHeldElsewhere() const {
+        return std::all_of(before_.holders.begin(), before_.holders.end(), [this](const auto& entry) {
+            return isReset(entry.second) || holderOf(after_, entry.first) == entry.second ||
+                   isHeldAsShipped(entry.first);
+        });
+    }
+
+    /// Returns whether each action that is reset runs by what it shows, or the one does that is shipped to.
+    bool doAllRun() const {
+        return std::all_of(reset_.begin(), reset_.end(), [this](int id) {
+            const ActionState::Place place(shipped_.find(id)->context, host::valuesOf(after_, id).shortcut);
+            return place.second.empty() || holderOf(after_, place) == id || isHeldAsShipped(place);
+        });
     }
 
     bool isHeldAsShipped(const ActionState::Place& place) const {
@@ -111,14 +125,20 @@ bool hasAny(json::View list, const std::function<bool(json::View)>& goes) {
     return false;
 }
 
-/// Returns the sentence about an action that shows a shortcut and does not run by it.
-std::string textOfSilent(const ShortcutRow& row, const std::vector<ShortcutRow>& rows) {
+/// Says that an action shows a shortcut and does not run by it.
+Finding findingOfSilent(const ShortcutRow& row, const std::vector<ShortcutRow>& rows,
+                        const host::ShippedActions& shipped) {
     const host::ActionInfo& action = row.action;
-    const std::string holder =
-        action.heldBy == 0 ? ", which no action has" : ": action " + labelOf(rows, action.heldBy) + " has it";
-    const bool isShipped = !isChangedByUser(row);
-    return "Action " + labelOf(rows, action.id) + " does not run by \"" + action.shortcut + '"' + holder +
-           (isShipped ? ", as it is shipped." : ".");
+    const bool isHeld = action.heldBy != 0;
+    const bool isShipped =
+        !isChangedByUser(row) && holderOf(shipped.loaded(), {action.item.context, action.shortcut}) == action.heldBy;
+    return {
+        Severity::Warning,
+        "Action " + labelOf(rows, action.id) + " does not run by \"" + action.shortcut + '"' +
+            (isHeld ? ": action " + labelOf(rows, action.heldBy) + " has it" : ", which no action has") +
+            (isShipped ? ", as it is shipped." : "."),
+        std::string("Give ") + (isHeld ? "one of the two" : "it") + " another shortcut; \"zelutil free\" lists some.",
+        std::nullopt};
 }
 
 /// Returns whether the action shows a shortcut by which neither it nor its parent or child runs.
@@ -170,11 +190,12 @@ ActionReset resetActions(const std::vector<int>& ids) {
     return done;
 }
 
-void tellWhoRuns(const std::vector<ShortcutRow>& before, const std::vector<int>& ids, command::Output& output) {
+void tellWhoRuns(const std::vector<ShortcutRow>& before, const ResetTold& told, command::Output& output) {
     const std::vector<ShortcutRow> rows = shortcutTable();
-    const std::unordered_set<int> asked(ids.begin(), ids.end());
-    std::vector<command::Finding> again;
-    std::vector<command::Finding> silent;
+    const host::ShippedActions shipped(
+        actions::ManagerAccess::catalogueOf(UCPActionManager::instance()).texts().defaults);
+    std::vector<Finding> again;
+    std::vector<Finding> silent;
     for (const ShortcutRow& row : rows) {
         const host::ActionInfo& now = row.action;
         const ShortcutRow* const old = findRow(before, now.id);
@@ -185,9 +206,9 @@ void tellWhoRuns(const std::vector<ShortcutRow>& before, const std::vector<int>&
                              "Action " + labelOf(rows, now.id) + " runs by \"" + now.shortcut + "\" again.", "",
                              std::nullopt});
         }
-        if (isSilent(now) && (isChanged || (asked.count(now.id) != 0 && row.runsChangedByUser))) {
-            silent.push_back({Severity::Warning, textOfSilent(row, rows),
-                              "Give one of the two another shortcut; \"zelutil free\" lists some.", std::nullopt});
+        const bool isAsked = told.asked.count(now.id) != 0 && (row.runsChangedByUser || !told.isAll);
+        if (isSilent(now) && told.refused.count(now.id) == 0 && (isChanged || isAsked)) {
+            silent.push_back(findingOfSilent(row, rows, shipped));
         }
     }
     addTheFirst(std::move(again), output);

@@ -4,6 +4,7 @@
 #include <zelutil/host/result.h>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,9 +42,18 @@ struct ActionReset {
 /// it, too, afterwards.
 ActionReset resetActions(const std::vector<int>& ids);
 
-/// Tells `output` the actions that a reset of these has left without the shortcut that they show, and those that have
-/// theirs again. `before` has the actions as they were.
-void tellWhoRuns(const std::vector<ShortcutRow>& before, const std::vector<int>& ids, command::Output& output);
+/// Holds what is known of a reset that was done.
+struct ResetTold {
+    std::set<int> asked;
+    /// Whether these are all actions, and not named one by one.
+    bool isAll = false;
+    /// The actions that keep what they have, of which the save has told.
+    std::set<int> refused;
+};
+
+/// Tells `output` the actions that show a shortcut after a reset and do not run by it, if that is new or they were
+/// named for the reset, and those that run by theirs again. `before` has the actions as they were.
+void tellWhoRuns(const std::vector<ShortcutRow>& before, const ResetTold& told, command::Output& output);
 
 }  // namespace zelutil::shortcuts
 

@@ -144,11 +144,15 @@ std::vector<int> idsOfAll(const std::vector<shortcuts::ShortcutRow>& rows) {
     return ids;
 }
 
-void resetKeys(const std::vector<int>& ids, const shortcuts::KnownShortcuts& known, Output& output) {
+void resetKeys(const std::vector<int>& ids, bool isAll, const shortcuts::KnownShortcuts& known, Output& output) {
     const shortcuts::ActionReset done = shortcuts::resetActions(ids);
     tellSavedShortcuts(known.rows(), done.save, output, done.reason);
     if (done.save.ok()) {
-        tellWhoRuns(known.rows(), ids, output);
+        shortcuts::ResetTold told{{ids.begin(), ids.end()}, isAll, {}};
+        for (const host::NotRestored& refused : done.save.notRestored) {
+            told.refused.insert(refused.action);
+        }
+        tellWhoRuns(known.rows(), told, output);
     }
     if (done.save.status == host::SaveResult::Status::Saved && !done.hasTurn) {
         tellMissingTurn(output);
@@ -165,7 +169,7 @@ void resetShortcuts(const ResetChoices& choices, Output& output) {
         output.fail("Nothing can be taken out of the user's file, because it is not read.",
                     "Mend it first: \"zelutil doctor\" says what is wrong with it.");
     } else if (known.areThere() && areResettable(ids, known, output)) {
-        resetKeys(choices.all ? idsOfAll(known.rows()) : ids, known, output);
+        resetKeys(choices.all ? idsOfAll(known.rows()) : ids, choices.all, known, output);
     }
 }
 

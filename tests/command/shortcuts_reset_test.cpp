@@ -261,6 +261,63 @@ TEST(ResetShortcuts, TakesNothingFromAnActionThatIsNotReset) {
     EXPECT_NE(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         4   lock"), std::string::npos);
 }
 
+/// Expects a reset that nothing comes of: the file stays, byte for byte.
+void expectKept(const ResetWorld& world, const char* id, const std::string& err) {
+    const std::string text = world.userText();
+    expectReset(world.run({"reset", "--shortcuts", id}), world.unchanged(), err);
+    EXPECT_EQ(world.userText(), text);
+}
+
+/// The cut of the entry of action 2 would leave it with F1, by which 5 runs.
+TEST(ResetShortcuts, CutsNoEntryByWhichAnActionRunsForAKeyThatAnotherHas) {
+    const ResetWorld world(kShippedTwice);
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"id":2,"shortcut":"F8"},{"id":5,"shortcut":"F1"})");
+    expectKept(world, "2", "warning: Action 2 does not get back the shortcut \"F1\": action 5 has it.\n");
+    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"F1\": action 5 has it.\n");
+}
+
+/// The cut of the entry of action 2 would leave it with F1, which nobody runs by: action 1 took it away by leaving.
+TEST(ResetShortcuts, HasAnActionRunByWhatAnotherOneIsShippedWithFirst) {
+    const ResetWorld world(kShippedTwice);
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"id":2,"shortcut":"F8"})");
+    expectReset(world.run({"reset", "--shortcuts", "2"}), "2 c b: F8 -> F1\n" + world.saved());
+    EXPECT_EQ(world.run({"who", "F1", "F9", "--context", "c"}).out,
+              "SHORTCUT  ID  COMMAND  WHY\n"
+              "F1        2   b        shipped\n"
+              "F9        1   a        given by the user\n");
+}
+
+/// The cut of the entry of action 1 would leave it without M, which action 2 takes away by leaving, and 3 of the linked
+/// context keeps it from being given.
+TEST(ResetShortcuts, TakesNothingFromAnActionThatCannotHaveItsShippedKey) {
+    const ResetWorld world(R"({"actions":[{"id":1,"context":"ucpedit","command":"a","shortcut":"M"},)"
+                           R"({"id":2,"context":"ucpedit","command":"b","shortcut":"M"},)"
+                           R"({"id":3,"context":"brisk3d","command":"c","shortcut":"M"}]})");
+    world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":2,"shortcut":"F2"})");
+    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"M\": action 3 has it.\n");
+    EXPECT_NE(world.run({"who", "F1", "--context", "ucpedit"}).out.find("F1        1   a"), std::string::npos);
+}
+
+/// Action 11 follows action 1.
+TEST(ResetShortcuts, LeavesTheChildrenOfAnActionThatKeepsWhatItHas) {
+    const ResetWorld world;
+    world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":4,"shortcut":"Home"})");
+    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"Home\": action 4 has it.\n");
+}
+
+TEST(ResetShortcuts, NamesWhoDoesNotRunByItsShortcutWhereNothingIsToBeDone) {
+    constexpr char kAdvice[] = "    Give one of the two another shortcut; \"zelutil free\" lists some.\n";
+    const ResetWorld world(kShippedTwice);
+    world.writeUserActions("");
+    expectKept(world, "2",
+               std::string("warning: Action 2 (c, b) does not run by \"F1\": action 1 (c, a) has it, as it is "
+                           "shipped.\n") +
+                   kAdvice);
+    world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"id":5,"shortcut":"F1"})");
+    expectKept(world, "2",
+               std::string("warning: Action 2 (c, b) does not run by \"F1\": action 5 (c, e) has it.\n") + kAdvice);
+}
+
 /// Saves go into the current directory then, and the file that is read stays.
 TEST(ResetShortcuts, WritesNothingForARegressionTest) {
     const ResetWorld world;
