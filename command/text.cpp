@@ -132,7 +132,8 @@ std::string textOf(const std::filesystem::path& path) { return path.u8string(); 
 std::string libraryText(const ZelU::File::Path& path) { return static_cast<const char*>(path); }
 
 std::string nativeText(const std::string& libraryPath) {
-    return textOf(host::nativePath(libraryPath).make_preferred());
+    std::filesystem::path file = host::nativePath(libraryPath);
+    return textOf(file.make_preferred());
 }
 
 std::string nativeOrAsItStands(std::string libraryPath) {

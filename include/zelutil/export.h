@@ -14,4 +14,13 @@
 #define ZELUTIL_API
 #endif
 
+/// `ZELUTIL_NATIVE_CHARACTER` is the type of the characters in the system's own paths. It stands here because no other
+/// header knows the system.
+
+#ifdef _WIN32
+#define ZELUTIL_NATIVE_CHARACTER wchar_t
+#else
+#define ZELUTIL_NATIVE_CHARACTER char
+#endif
+
 #endif

@@ -16,6 +16,7 @@
 #include <zelutil/file/path.h>
 #include <zelutil/host/actions.h>
 #include <zelutil/host/c_api.h>
+#include <zelutil/host/callback.h>
 #include <zelutil/host/host.h>
 #include <zelutil/host/native_path.h>
 #include <zelutil/host/observers.h>

@@ -107,7 +107,10 @@ zelutil_status zelutil_diagnose(const zelutil_text** lines) {
 }
 
 zelutil_status zelutil_native_path(const char* path, const zelutil_text** native) {
-    return textInto(native, path, [](const std::string& text) { return zelutil::host::nativePath(text).u8string(); });
+    return textInto(native, path, [](const std::string& text) {
+        const std::filesystem::path file = zelutil::host::nativePath(text);
+        return file.u8string();
+    });
 }
 
 zelutil_status zelutil_path_from_native(const char* native, const zelutil_text** path) {

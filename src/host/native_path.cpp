@@ -1,18 +1,21 @@
 #include <zelutil/host/native_path.h>
 
+#include <filesystem>
+
 #include "platform/native_paths.h"
 
 namespace zelutil::host {
 
 using ZelU::File::Path;
 
-std::filesystem::path nativePath(const Path& path) { return platform::nativePathOf(path); }
+NativePath::NativePath(const char* text) : text_(std::filesystem::path(text).native()) {}
 
-std::filesystem::path nativePath(const std::string& text) { return platform::nativePathOf(text.c_str()); }
+NativePath nativePath(const Path& path) { return platform::nativePathOf(path); }
 
-Path fromNative(const std::filesystem::path& path) {
-    constexpr std::filesystem::path::value_type kEndOfText{};
-    if (path.native().find(kEndOfText) != std::filesystem::path::string_type::npos) {
+NativePath nativePath(const std::string& text) { return platform::nativePathOf(text.c_str()); }
+
+Path fromNative(const NativePath& path) {
+    if (path.native().find(NativePath::value_type{}) != NativePath::string_type::npos) {
         return Path();
     }
     const std::string text = platform::textOfNativePath(path).value_or("");

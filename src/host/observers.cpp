@@ -44,7 +44,7 @@ private:
     IUCPActionObserver& observer_;
 };
 
-using NamesCall = std::function<void(const std::set<std::string>& fullNames)>;
+using NamesCall = Callback<void(const std::set<std::string>& fullNames)>;
 
 class AllSettings final : public IUserPreferenceObserver {
 public:
@@ -82,7 +82,7 @@ private:
     NamesCall call_;
 };
 
-using ValueCall = std::function<void(const std::string& value)>;
+using ValueCall = Callback<void(const std::string& value)>;
 
 /// Returns the record of the setting, or null. Settings are neither made nor removed after the start.
 const prefs::Setting* settingOf(const std::string& name) {
@@ -126,7 +126,7 @@ private:
 
 class Shortcuts final : public IUCPActionObserver {
 public:
-    using Call = std::function<void(int actionId, const std::string& before, const std::string& now)>;
+    using Call = Callback<void(int actionId, const std::string& before, const std::string& now)>;
 
     explicit Shortcuts(Call call) : call_(std::move(call)) {}
 
@@ -141,7 +141,7 @@ private:
 
 class MenuFlags final : public IUCPActionObserver {
 public:
-    using Call = std::function<void(int actionId, bool inMenu)>;
+    using Call = Callback<void(int actionId, bool inMenu)>;
 
     explicit MenuFlags(Call call) : call_(std::move(call)) {}
 
@@ -154,7 +154,7 @@ private:
 
 class ActiveApplication final : public IServerObserver {
 public:
-    using Call = std::function<void(int appId, bool editorSwitch)>;
+    using Call = Callback<void(int appId, bool editorSwitch)>;
 
     explicit ActiveApplication(Call call) : call_(std::move(call)) {}
 

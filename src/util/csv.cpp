@@ -1,6 +1,7 @@
 #include <zelutil/util/csv.h>
 
 #include <algorithm>
+#include <fstream>
 #include <string_view>
 
 #include "text/ascii.h"

@@ -69,7 +69,7 @@ TEST(PublicHeaders, IncludeOnlyEachOtherAndTheStandardLibrary) {
     }
 }
 
-TEST(PublicHeaders, OnlyTheVisibilityMacroKnowsTheOperatingSystem) {
+TEST(PublicHeaders, OnlyOneOfThemKnowsTheOperatingSystem) {
     for (const std::string& header : publicHeaders()) {
         if (header == "zelutil/export.h") {
             continue;

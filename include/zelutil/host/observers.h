@@ -3,10 +3,10 @@
 
 #include <zelutil/actions/action_observer.h>
 #include <zelutil/export.h>
+#include <zelutil/host/callback.h>
 #include <zelutil/prefs/user_preference_server.h>
 #include <zelutil/server/server.h>
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -81,30 +81,28 @@ private:
 // Functions. An empty one gives an empty subscription.
 
 /// Has `call` called with the full names of the settings that a save or a reset changed, when there are any.
-[[nodiscard]] ZELUTIL_API Subscription
-onSettingsChanged(std::function<void(const std::set<std::string>& fullNames)> call);
+[[nodiscard]] ZELUTIL_API Subscription onSettingsChanged(Callback<void(const std::set<std::string>& fullNames)> call);
 
 /// Has `call` called with the new value of the setting of that name, bare or in full, in any case, when it is another
 /// one than at the last call, or than at the subscription. The subscription is empty for an unknown name.
 [[nodiscard]] ZELUTIL_API Subscription onSettingChanged(const std::string& name,
-                                                        std::function<void(const std::string& value)> call);
+                                                        Callback<void(const std::string& value)> call);
 
 /// Has `call` called with the full names of changed settings of the section with that attribute path and of the
 /// sections inside it, when there are any: "display" stands for the names that begin with "display::". The path need
 /// not be known; the case of its letters matters.
-[[nodiscard]] ZELUTIL_API Subscription
-onSectionChanged(const std::string& attributePath, std::function<void(const std::set<std::string>& fullNames)> call);
+[[nodiscard]] ZELUTIL_API Subscription onSectionChanged(const std::string& attributePath,
+                                                        Callback<void(const std::set<std::string>& fullNames)> call);
 
 /// Has `call` called when the shortcut of an action changes.
 [[nodiscard]] ZELUTIL_API Subscription
-onShortcutChanged(std::function<void(int actionId, const std::string& before, const std::string& now)> call);
+onShortcutChanged(Callback<void(int actionId, const std::string& before, const std::string& now)> call);
 
 /// Has `call` called when an action enters or leaves the right-mouse-button menu.
-[[nodiscard]] ZELUTIL_API Subscription onMenuChanged(std::function<void(int actionId, bool inMenu)> call);
+[[nodiscard]] ZELUTIL_API Subscription onMenuChanged(Callback<void(int actionId, bool inMenu)> call);
 
 /// Has `call` called when an application becomes active or an editor switch is announced.
-[[nodiscard]] ZELUTIL_API Subscription
-onActiveApplicationChanged(std::function<void(int appId, bool editorSwitch)> call);
+[[nodiscard]] ZELUTIL_API Subscription onActiveApplicationChanged(Callback<void(int appId, bool editorSwitch)> call);
 
 }  // namespace zelutil::host
 

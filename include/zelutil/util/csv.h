@@ -3,7 +3,7 @@
 
 #include <zelutil/export.h>
 
-#include <fstream>
+#include <iosfwd>
 #include <string>
 #include <vector>
 

@@ -4,6 +4,7 @@
 #include <zelutil/actions/action_manager.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -61,7 +62,8 @@ void useSaves() {
 void usePaths() {
     const ZelU::File::Path path = host::fromNative("directory/file");
     expect(!path.Empty(), "the library's path");
-    expect(host::nativePath(path).filename() == "file", "the system's path");
+    const std::filesystem::path file = host::nativePath(path);
+    expect(file.filename() == "file", "the system's path");
     expect(host::nativePath(std::string(path)) == host::nativePath(path), "the path of a text");
 }
 
