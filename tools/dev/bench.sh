@@ -21,11 +21,11 @@ done
 # The processor by its name, with how many of it there are.
 machine() { lscpu | sed -n 's/^Model name: *//p' | head -n 1 | sed "s/\$/, $(nproc) threads/"; }
 
-# The compiler that built the programs, with its options.
+# The compiler that built the programs, with its options; src/CMakeLists.txt has those of the library.
 compiler() {
     local cache=build/bench/CMakeCache.txt
     "$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$cache")" --version | head -n 1 |
-        sed "s|\$|, $(sed -n 's/^CMAKE_CXX_FLAGS_RELEASE:[A-Z]*=//p' "$cache")|"
+        sed "s|\$|, $(sed -n 's/^CMAKE_CXX_FLAGS_RELEASE:[A-Z]*=//p' "$cache"); the library -Os, sources of these rows -O2|"
 }
 
 if $record; then
