@@ -15,6 +15,17 @@ inline bool hasContent(json::View section) {
            prefs::hasEntries(section.member(prefs::kOverriddenSettings));
 }
 
+/// Returns whether a user's text is JSON that holds something and no section, so that nothing in it counts. An object
+/// without members and a list of sections without elements hold nothing.
+inline bool holdsNoSection(json::View root) {
+    const json::View sections = root.member(prefs::kMeta);
+    const bool isEmpty = root.isObject() && (sections ? sections.isArray() && sections.elements().empty()
+                                                      : root.members().begin() == root.members().end());
+    bool holdsNone = !isEmpty;
+    prefs::forEachSection(root, [&](const prefs::VisitedSection&) { holdsNone = false; });
+    return holdsNone;
+}
+
 /// Calls `tell` with every section that has the attribute path of an earlier one, and with that one's element. Sections
 /// without content do not count.
 template <typename Tell>

@@ -60,16 +60,6 @@ std::optional<FileState::Remark> notUtf8In(const json::LocatedDocument& document
                   document.positionAt(bad->first));
 }
 
-/// Returns whether there is more than an object without members and a list of sections without elements.
-bool holdsAnything(json::View root) {
-    const json::View sections = root.member(prefs::kMeta);
-    if (!root.isObject() || (sections && !sections.isArray())) {
-        return true;
-    }
-    const bool hasMembers = root.members().begin() != root.members().end();
-    return sections ? !sections.elements().empty() : hasMembers;
-}
-
 /// Fills in what the bytes tell.
 void readInto(FileState& state, const std::string& path) {
     const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
@@ -84,9 +74,8 @@ void readInto(FileState& state, const std::string& path) {
         state.notUtf8 = notUtf8In(document);
         state.lacksGroups = !document.root().member(prefs::kMeta).isArray();
         state.lacksDefaults = true;
-        state.holdsNoSection = holdsAnything(document.root());
+        state.holdsNoSection = holdsNoSection(document.root());
         prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
-            state.holdsNoSection = false;
             state.lacksDefaults = state.lacksDefaults && !visited.element.member(prefs::kDefaultSettings);
         });
     } else {

@@ -82,7 +82,7 @@ struct SettingAccount {
 struct PreferenceFile {
     std::string path;     ///< As the library writes it; empty for none.
     bool isRead = false;  ///< Whether its text is JSON that the library reads.
-    /// Whether it is there and holds something, of which nothing is read.
+    /// Whether it is there, and nothing of it is read: it may be empty, no JSON, or JSON without a section.
     bool isUnread = false;
 };
 

@@ -6,6 +6,7 @@
 #include "command/explain/setting_account.h"
 #include "command/explain/unread_user_file.h"
 #include "command/explain/user_entries.h"
+#include "command/sections.h"
 #include "file/hierarchy_root.h"
 #include "host/setting_definition.h"
 #include "host/user_file_reading.h"
@@ -35,7 +36,7 @@ std::string textOfUserFile(PreferenceFile& user) {
     prefs::UserSettingsFile file;
     file.read(user.path, [&](std::string_view bytes) {
         text = bytes;
-        return true;
+        return !bytes.empty();
     });
     user.isUnread = file.unreadAtStart() || file.wasDirectoryAtStart() || isOutOfReach(user.path);
     return text;
@@ -164,7 +165,7 @@ SettingAccounts::Readings::Readings(PreferenceFile defaultsFileNow, std::string 
       user_(userText_) {
     defaultsFile.isRead = defaults_.valid();
     userFile.isRead = user_.valid();
-    userFile.isUnread = userFile.isUnread || (!user_.valid() && !userText_.empty());
+    userFile.isUnread = userFile.isUnread || (user_.valid() ? holdsNoSection(user_.root()) : !userText_.empty());
     prefs::readDefaults(defaults_.root(), catalogue_, [this](const prefs::Definition& each) { take(each); });
     entries_ = readUserEntries(user_, defaults_, catalogue_);
     sortEntries();

@@ -43,7 +43,9 @@ Finding findingOf(const FileState& state, const std::string& path) {
                 adviceOnUserPath(path), std::nullopt};
     }
     return {Severity::Warning,
-            "Nothing of the user's file is in force. " + (state.malformed ? state.malformed->text : lineOf(state)),
+            "Nothing of the user's file is in force. " + (state.malformed        ? state.malformed->text
+                                                          : state.holdsNoSection ? "It is JSON that holds no section."
+                                                                                 : lineOf(state)),
             "\"zelutil doctor\" says more of it.", std::nullopt};
 }
 
@@ -76,18 +78,20 @@ std::string adviceOnUserPath(const std::string& path) {
 }
 
 void tellUnreadUserFile(const SettingAccounts& accounts, Output& output) {
-    if (!accounts.userFile().isRead) {
+    if (accounts.userFile().isUnread) {
         tellUnread(accounts.userFile().path, output);
     }
 }
 
 bool isUserFileUnread() {
     const std::vector<host::StartWarning> warnings = host::startWarnings();
-    return std::any_of(warnings.begin(), warnings.end(),
-                       [](const host::StartWarning& warning) {
-                           return warning.kind == host::StartWarning::Kind::FileNotRead;
-                       }) ||
-           isOutOfReach(prefs::userFilePath());
+    const auto isOfFile = [](const host::StartWarning& warning) {
+        return warning.kind == host::StartWarning::Kind::FileNotRead;
+    };
+    const std::string path = prefs::userFilePath();
+    // A start has warned of a file in which nothing counts, so that others need no second look.
+    return std::any_of(warnings.begin(), warnings.end(), isOfFile) || isOutOfReach(path) ||
+           (!warnings.empty() && stateOfFile(path, FileUse::Users).holdsNoSection);
 }
 
 void tellUnreadUserFile(Output& output) {

@@ -1,5 +1,13 @@
 #include "command/html/result_file.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+
+#include "command/html/preference_places.h"
+#include "command/spelling_advice.h"
 #include "command/text.h"
 #include "json/document.h"
 #include "platform/files.h"
@@ -19,26 +27,45 @@ void tellUnwritten(const std::string& file, platform::Replaced result, Output& o
     }
 }
 
-/// Returns whether the file is there and is JSON that begins with a bracket.
-bool holdsJson(const std::string& file) {
+/// Returns whether the text is a page or a sheet that the command has made, in whatever language of these.
+bool isOwnPage(std::string_view text) {
+    constexpr std::string_view kBeginnings[] = {
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; ",
+        "# Keyboard shortcuts\n", "context,shortcut,action,command,id,"};
+    return std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
+                       [&](std::string_view beginning) { return text.substr(0, beginning.size()) == beginning; });
+}
+
+/// Returns whether something is there that a page would destroy.
+bool holdsSomethingElse(const std::string& file) {
     const platform::OutsideTheWorld thisMachine;
     const auto libraryPath = platform::textOfNativePath(pathOf(file));
-    const auto bytes = libraryPath && platform::namesFile(libraryPath->c_str())
-                           ? platform::readFile(libraryPath->c_str(), json::kMaximumTextSize)
-                           : std::nullopt;
-    if (!bytes) {
+    std::error_code ignored;
+    if (!libraryPath || !std::filesystem::is_regular_file(pathOf(file), ignored)) {
         return false;
     }
-    const std::size_t first = bytes->find_first_not_of(" \t\r\n\xEF\xBB\xBF");
-    return first != std::string::npos && ((*bytes)[first] == '{' || (*bytes)[first] == '[') &&
-           json::Document(*bytes).valid();
+    const auto bytes = platform::readFile(libraryPath->c_str(), json::kMaximumTextSize);
+    return !bytes || (!bytes->empty() && !isOwnPage(*bytes));
 }
 
 }  // namespace
 
+bool mayTakePlace(const std::string& file, Output& output) {
+    if (!isPlaceOfPreferences(pathOf(file))) {
+        return true;
+    }
+    output.fail("\"" + file + "\" is where preferences are kept, so nothing else is written there.",
+                "Name another file.");
+    return false;
+}
+
 bool writePage(const std::string& file, const std::string& text, Output& output) {
-    if (holdsJson(file)) {
-        output.fail("\"" + file + "\" is there and holds JSON, as preferences and profiles do, so it stays as it is.",
+    if (!mayTakePlace(file, output)) {
+        return false;
+    }
+    if (holdsSomethingElse(file)) {
+        output.fail("\"" + file + "\" is there and is no page or sheet of this command, so it stays as it is.",
                     "Name another file, or take it away.");
         return false;
     }
@@ -51,7 +78,12 @@ bool writeResult(const std::string& file, const std::string& text, Output& outpu
     const std::filesystem::path path = pathOf(file);
     const auto libraryPath = platform::textOfNativePath(path);
     const bool isNamed = libraryPath && platform::namesFile(libraryPath->c_str());
-    const auto result = isNamed ? platform::replaceFile(libraryPath->c_str(), text) : platform::Replaced::No;
+    if (!isNamed) {
+        output.fail("\"" + file + "\" could not be written, because the library has no spelling for its path.",
+                    kOnlySpellable);
+        return false;
+    }
+    const auto result = platform::replaceFile(libraryPath->c_str(), text);
     if (result != platform::Replaced::Yes) {
         tellUnwritten(file, result, output);
         return false;

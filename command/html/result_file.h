@@ -12,8 +12,12 @@ namespace zelutil::command {
 /// that it could not be written and why. Returns whether it was.
 bool writeResult(const std::string& file, const std::string& text, Output& output);
 
-/// Does the same with a text for people, but not over a file that holds JSON: the preferences, a profile and the parts
-/// of a bundle are such, and no text for people is.
+/// Returns whether a result may be written there: not in the place of preferences, whatever they hold, and whether or
+/// not they are there. Tells `output` where not.
+bool mayTakePlace(const std::string& file, Output& output);
+
+/// Writes a page or a sheet as `writeResult` does, where `mayTakePlace` lets it, but not over a file that holds
+/// anything else than a page or a sheet which the command has made.
 bool writePage(const std::string& file, const std::string& text, Output& output);
 
 }  // namespace zelutil::command

@@ -12,10 +12,10 @@
     // --- Settings ------------------------------------------------------------------------------------------------
 
     const settingColumns = [
-        {title: "Name", width: "38%", text: (setting) => setting.name},
-        {title: "Value", width: "20%", text: (setting) => setting.value, kind: (setting) => (setting.user ? "changed" : "")},
-        {title: "Default", width: "20%", text: (setting) => setting.default},
-        {title: "Origin", width: "8%", text: originOf},
+        {title: "Name", width: "35%", text: (setting) => setting.name},
+        {title: "Value", width: "20%", text: (setting) => setting.value || '""', kind: (setting) => (setting.user ? "changed" : "")},
+        {title: "Default", width: "20%", text: (setting) => setting.default || '""'},
+        {title: "Origin", width: "11%", text: originOf},
         {title: "Position", width: "14%", text: placeOf},
     ];
 
@@ -29,8 +29,8 @@
         const list = [];
         entry(list, "Name", setting.name);
         entry(list, "Also found as", setting.bare.join(", "));
-        entry(list, "Value", setting.value || "(empty)");
-        entry(list, "Default", setting.default || "(empty)");
+        entry(list, "Value", setting.value || '""');
+        entry(list, "Default", setting.default || '""');
         entry(list, "Origin", setting.user ? "set by the user" : "shipped");
         entry(list, "Set at", setting.userAt ? `${fileNames.user}:${setting.userAt.join(":")}` : "");
         entry(list, "Defined at", setting.at ? `${fileNames.defaults}:${setting.at.join(":")}` : "");
@@ -132,17 +132,19 @@
 
     function showChanges() {
         const changedActions = data.actions.filter((action) => action.changedByUser || action.menuChangedByUser);
-        element("changed-settings-count").textContent = `${many(changedSettings.length, "setting")} set by the user`;
-        element("changed-shortcuts-count").textContent = `${many(changedActions.length, "action")} different because of the user`;
+        const unread = data.files.user.unread ? "The user's file is there, and nothing of it is read; the findings below say why." : "";
+        element("changed-settings-count").textContent = unread || `${many(changedSettings.length, "setting")} set by the user`;
+        element("changed-shortcuts-count").textContent = unread || `${many(changedActions.length, "action")} different because of the user`;
         new Grid(element("changed-settings"), "Settings set by the user", settingColumns).show(changedSettings);
         new Grid(element("changed-shortcuts"), "Actions different because of the user", actionColumns).show(changedActions);
         if (data.strays.length > 0) {
             const rows = data.strays.map((stray) => make("tr", {}, make("th", {scope: "row"}, stray.name), make("td", {}, stray.value),
-                make("td", {}, `user ${stray.at.join(":")}`), make("td", {}, stray.why)));
+                make("td", {}, stray.at ? `user ${stray.at.join(":")}` : ""), make("td", {}, stray.why)));
             element("strays").append(make("h3", {}, "Without effect"),
                 tableOf("Entries of the user's file that set nothing", ["Entry", "Value", "Position", "Why"], rows));
         }
-        element("summary").textContent = [many(data.settings.length, "setting"), `${changedSettings.length.toLocaleString("en")} set by the user`,
+        element("summary").textContent = [many(data.settings.length, "setting"), 
+            data.files.user.unread ? "user's file not read" : `${changedSettings.length.toLocaleString("en")} set by the user`,
             many(data.actions.length, "action"), many(data.conflicts.length, "conflict"), many(data.findings.length, "finding")].join(", ");
     }
 

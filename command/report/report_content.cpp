@@ -1,10 +1,16 @@
 #include "command/report/report_content.h"
 
+#include <zelutil/host/start.h>
+
+#include <algorithm>
 #include <cstdint>
+#include <set>
 #include <utility>
 
 #include "command/explain/setting_account.h"
+#include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
+#include "command/lint/lint.h"
 #include "command/sheet/sheet_rows.h"
 #include "command/shortcuts/key_conflicts.h"
 #include "command/text.h"
@@ -44,14 +50,72 @@ Setting settingOf(SettingAccount account) {
     return setting;
 }
 
+Stray strayOf(const UserEntry& entry) {
+    return {entry.name, entry.value.value_or("(no text)"), entry.place.name, reasonOf(entry), entry.section};
+}
+
+void addWithoutEffect(const SettingAccount& account, std::vector<Stray>& strays) {
+    for (const UserEntry& entry : account.entries) {
+        if (entry.effect != UserEntry::Effect::InForce && entry.effect != UserEntry::Effect::SetsAnother) {
+            strays.push_back(strayOf(entry));
+        }
+    }
+}
+
+/// Adds the members that no reader knows, as a misspelt list of a section.
+void addUnknownMembers(const json::LocatedDocument& user, std::vector<Stray>& strays) {
+    const lint::Source source(user.text());
+    if (!user.valid() || source.kind() != lint::FileKind::User) {
+        return;
+    }
+    for (const lint::Finding& finding : lint::lint(source, {nullptr, {lint::Rule::UnknownMember}})) {
+        const std::size_t size = finding.end.offset - finding.begin.offset;
+        // The quotes around the name are not told.
+        std::string name(user.text().substr(finding.begin.offset, size));
+        name.erase(std::remove(name.begin(), name.end(), '"'), name.end());
+        strays.push_back({std::move(name), "", finding.begin, finding.message, ""});
+    }
+}
+
+/// Orders them by their places; an entry that concerns two settings is told once.
+void sortByPlace(std::vector<Stray>& strays) {
+    std::stable_sort(strays.begin(), strays.end(),
+                     [](const Stray& left, const Stray& right) { return left.at->offset < right.at->offset; });
+    const auto isSame = [](const Stray& left, const Stray& right) { return left.at->offset == right.at->offset; };
+    strays.erase(std::unique(strays.begin(), strays.end(), isSame), strays.end());
+}
+
+/// Adds what the start has found beside what is told already, as entries of actions.
+void addWarned(std::vector<Stray>& strays) {
+    using Kind = host::StartWarning::Kind;
+    std::set<std::string> told;
+    for (const Stray& stray : strays) {
+        told.insert(stray.name);
+        told.insert(stray.section);
+    }
+    for (const host::StartWarning& warning : host::startWarnings()) {
+        const bool hasEffect = warning.kind == Kind::FileNotRead || warning.kind == Kind::EntryForAnotherSection;
+        if (!hasEffect && (warning.name.empty() || told.count(warning.name) == 0)) {
+            const std::string action = "Action " + std::to_string(warning.action);
+            strays.push_back({warning.action != 0 ? action : warning.name, "", std::nullopt, warning.text, ""});
+        }
+    }
+}
+
 void addSettings(Content& content) {
     const SettingAccounts accounts;
+    std::vector<Stray>& strays = content.strays;
     for (const std::uint32_t number : accounts.numbers()) {
-        content.settings.push_back(settingOf(accounts.account(number)));
+        SettingAccount account = accounts.account(number);
+        addWithoutEffect(account, strays);
+        content.settings.push_back(settingOf(std::move(account)));
     }
     for (const UserEntry& entry : accounts.entriesWithoutSetting()) {
-        content.strays.push_back({entry.name, entry.value.value_or("(no text)"), entry.place.name, reasonOf(entry)});
+        strays.push_back(strayOf(entry));
     }
+    addUnknownMembers(accounts.userDocument(), strays);
+    sortByPlace(strays);
+    addWarned(strays);
     content.sections = host::sectionsInFileOrder();
 }
 
@@ -78,6 +142,7 @@ Content contentHere() {
     content.userFile = pathOfStep(content.diagnosis, kUserFileReadStep);
     if (areDefaultsNamed()) {
         addSettings(content);
+        content.isUserFileUnread = isUserFileUnread();
         addShortcuts(content);
     }
     return content;

@@ -23,12 +23,13 @@ struct Setting {
     std::vector<std::string> notes;           ///< Sentences about entries that do not do what they seem to.
 };
 
-/// An entry of the user's file that sets nothing.
+/// An entry of the user's file that sets nothing, or something else in it that the start makes nothing of.
 struct Stray {
     std::string name;
     std::string value;
-    json::Position at;
+    std::optional<json::Position> at;  ///< Known for entries of settings.
     std::string why;
+    std::string section;  ///< The attribute path where an entry stands; empty for anything else.
 };
 
 /// Two actions that are in each other's way.
@@ -42,6 +43,7 @@ struct Conflict {
 struct Content {
     std::string defaultsFile;  ///< The system's own path, as the next.
     std::string userFile;
+    bool isUserFileUnread = false;  ///< Whether it is there, and nothing of it is read.
     std::vector<Setting> settings;
     std::vector<Stray> strays;
     std::vector<std::string> sections;  ///< Attribute paths in the order of the defaults.

@@ -21,18 +21,18 @@ void writePosition(JsonWriter& json, const char* name, const json::Position& pos
     json.endArray();
 }
 
-void writeFile(JsonWriter& json, const char* name, const std::string& path) {
-    json.key(name);
-    json.beginObject();
-    json.member("path", path);
-    json.endObject();
-}
-
 void writeFiles(JsonWriter& json, const Content& content) {
     json.key("files");
     json.beginObject();
-    writeFile(json, "defaults", content.defaultsFile);
-    writeFile(json, "user", content.userFile);
+    json.key("defaults");
+    json.beginObject();
+    json.member("path", content.defaultsFile);
+    json.endObject();
+    json.key("user");
+    json.beginObject();
+    json.member("path", content.userFile);
+    json.member("unread", content.isUserFileUnread);
+    json.endObject();
     json.endObject();
 }
 
@@ -55,7 +55,9 @@ void writeSetting(JsonWriter& json, const Setting& setting) {
 void writeStray(JsonWriter& json, const Stray& stray) {
     json.member("name", stray.name);
     json.member("value", stray.value);
-    writePosition(json, "at", stray.at);
+    if (stray.at) {
+        writePosition(json, "at", *stray.at);
+    }
     json.member("why", stray.why);
 }
 

@@ -19,6 +19,7 @@
 #include "command/text.h"
 #include "host/action_warnings.h"
 #include "json/document.h"
+#include "platform/world.h"
 
 namespace zelutil::command {
 namespace {
@@ -28,6 +29,10 @@ using shortcuts::ShortcutRow;
 
 /// Another file than a profile is not written over.
 bool mayBeWritten(const std::string& file, Output& output) {
+    if (!mayTakePlace(file, output)) {
+        return false;
+    }
+    const platform::OutsideTheWorld thisMachine;
     std::error_code ignored;
     if (!std::filesystem::exists(pathOf(file), ignored)) {
         return true;

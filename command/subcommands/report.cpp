@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "command/arguments.h"
+#include "command/explain/unread_user_file.h"
 #include "command/html/result_file.h"
 #include "command/report/report_content.h"
 #include "command/subcommands/table.h"
@@ -31,6 +32,9 @@ void makeReport(const std::string& file, Output& output) {
     }
     std::string page = report::pageOf(*data);
     output.members([&](JsonWriter& json) { writeCounts(json, content); });
+    if (content.isUserFileUnread) {
+        tellUnreadUserFile(output);
+    }
     if (!file.empty()) {
         writePage(file, page, output);
         return;

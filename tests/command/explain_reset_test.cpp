@@ -130,6 +130,19 @@ TEST(ExplainReset, LeavesAFileThatIsNoJson) {
     EXPECT_FALSE(std::filesystem::exists(world.userFile().u8string() + ".bad"));
 }
 
+TEST(ExplainReset, LeavesAFileInWhichNothingCounts) {
+    const CommandWorld world;
+    for (const char* const text : {"", "[]", R"({"meta":{}})"}) {
+        world.writeUser(text);
+        const ChildResult result = world.run({"reset", "--all"});
+        EXPECT_EQ(result.exitCode, 3) << text;
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("warning: Nothing of the user's file is in force. "), std::string::npos)
+            << result.err;
+        EXPECT_EQ(readTextFile(world.userFile()), text);
+    }
+}
+
 TEST(ExplainReset, TellsProgramsToo) {
     const CommandWorld world;
     world.writeUser("no JSON");

@@ -48,8 +48,10 @@ report::Content smallContent() {
     report::Content content;
     content.defaultsFile = "/d";
     content.userFile = "/u";
+    content.isUserFileUnread = true;
     content.settings = {gridSetting()};
-    content.strays = {{"no such", "1", {9, 2, 4}, "No setting has its name."}};
+    content.strays = {{"no such", "1", zelutil::json::Position{9, 2, 4}, "No setting has its name.", "s"},
+                      {"Action 7", "", std::nullopt, "It was refused.", ""}};
     content.sections = {"display", "shortcuts"};
     content.actions = {moveAction()};
     content.conflicts = {{"F1", "board", "Help 9", "runs 4 instead"}};
@@ -60,10 +62,11 @@ report::Content smallContent() {
 
 TEST(ReportJson, HasAllThatThePageShows) {
     EXPECT_EQ(jsonOf(smallContent()).value_or(""),
-              R"({"files":{"defaults":{"path":"/d"},"user":{"path":"/u"}},)"
+              R"({"files":{"defaults":{"path":"/d"},"user":{"path":"/u","unread":true}},)"
               R"("settings":[{"name":"display::grid","bare":["grid"],"section":"display","default":"0.5",)"
               R"("value":"</script>","user":true,"at":[3,5],"userAt":[7,11],"notes":["A \"note\"."]}],)"
-              R"("strays":[{"name":"no such","value":"1","at":[2,4],"why":"No setting has its name."}],)"
+              R"("strays":[{"name":"no such","value":"1","at":[2,4],"why":"No setting has its name."},)"
+              R"({"name":"Action 7","value":"","why":"It was refused."}],)"
               R"("sections":["display","shortcuts"],)"
               R"("actions":[{"id":2,"context":"board","name":"edit move","command":"edit move","shortcut":"Shift+M",)"
               R"("shortcutWithoutUser":"M","changedByUser":true,"inMenu":true,"menuChangedByUser":false,)"
@@ -130,20 +133,101 @@ TEST(ReportCommand, WritesThePage) {
               R"("conflicts":0,"symptoms":1,"file":"r.html","findings":[]})");
 }
 
-TEST(ReportCommand, IsNotWrittenOverAFileThatHoldsJson) {
+TEST(ReportCommand, IsNotWrittenWherePreferencesAreKept) {
     const CommandWorld world;
-    const std::string defaults = readTextFile(world.defaultsFile());
-    const ChildResult result = world.run({"report", "-o", world.defaultsFile().u8string()});
-    EXPECT_EQ(result.exitCode, 3);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(readTextFile(world.defaultsFile()), defaults);
-    // A page may be written over a page, whatever that begins with.
-    const std::filesystem::path page = world.home().path() / "page.html";
-    for (const char* const old : {"<html>", "{ no JSON", ""}) {
-        writeTextFile(page, old);
-        EXPECT_EQ(world.run({"report", "-o", page.u8string()}).exitCode, 0) << old;
-        EXPECT_EQ(readTextFile(page).substr(0, 2), "<!") << old;
+    const std::filesystem::path user = world.userFile();
+    const std::filesystem::path facets = world.defaultsFile().parent_path() / "facet_settings.cfg";
+    std::filesystem::path copy = user;
+    copy += ".bad.2";
+    const std::string damaged = std::string(kCommandUser, sizeof kCommandUser - 2);
+    const auto expectKept = [&](const std::filesystem::path& file, const std::string& old) {
+        writeTextFile(file, old);
+        EXPECT_EQ(world.run({"report", "-o", file.u8string()}).exitCode, 3) << file << ' ' << old;
+        EXPECT_EQ(readTextFile(file), old);
+    };
+    for (const std::string& old : {damaged, "// mine\n" + damaged, std::string("\xFF\xFE{\0", 4), std::string()}) {
+        expectKept(user, old);
     }
+    for (const auto& file : {copy, world.defaultsFile(), facets, world.home().path() / "tessel_settings.cfg"}) {
+        expectKept(file, damaged);
+    }
+    std::filesystem::remove(user);
+    EXPECT_EQ(world.run({"report", "-o", user.u8string()}).err,
+              "zelutil: error: \"" + user.u8string() +
+                  "\" is where preferences are kept, so nothing else is written there.\n    Name another file.\n");
+    EXPECT_FALSE(std::filesystem::exists(user));
+}
+
+TEST(ReportCommand, IsNotWrittenOverTheDefaultsOfAnotherName) {
+    const CommandWorld world;
+    const std::filesystem::path defaults = world.home().path() / "defaults.html";
+    writeTextFile(defaults, "");
+    const ChildResult result =
+        world.run({"report", "-o", "defaults.html"}, {{"tessel_settings", zelutil::test::systemText(defaults)}});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(readTextFile(defaults), "");
+}
+
+TEST(ReportCommand, IsWrittenOverAPageOfThisCommandOnly) {
+    const CommandWorld world;
+    const std::filesystem::path page = world.home().path() / "page.html";
+    for (const char* const old : {"<html>", "{ no JSON", R"({"a":1})", "1 = Ctrl+K\n"}) {
+        writeTextFile(page, old);
+        const ChildResult result = world.run({"report", "-o", "page.html"});
+        EXPECT_EQ(result.exitCode, 3) << old;
+        EXPECT_EQ(result.err,
+                  "zelutil: error: \"page.html\" is there and is no page or sheet of this command, so it stays as it "
+                  "is.\n    Name another file, or take it away.\n");
+        EXPECT_EQ(readTextFile(page), old);
+    }
+    writeTextFile(page, "");
+    EXPECT_EQ(world.run({"report", "-o", "page.html"}).exitCode, 0);
+    const std::string written = readTextFile(page);
+    world.writeUser(kCommandUser);
+    EXPECT_EQ(world.run({"report", "-o", "page.html"}).exitCode, 0);
+    EXPECT_NE(readTextFile(page), written);
+}
+
+TEST(ReportCommand, TellsAUsersFileThatIsNotRead) {
+    const CommandWorld world;
+    world.writeUser("{");
+    const ChildResult result = world.run({"report", "-o", "r.html"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "Written to r.html\n");
+    EXPECT_NE(result.err.find("warning: Nothing of the user's file is in force. "), std::string::npos) << result.err;
+    EXPECT_EQ(countOf("\"unread\":true", dataOf(readTextFile(world.home().path() / "r.html"))), 1U);
+}
+
+/// Returns the names of what sets nothing, in the order of the page.
+std::string straysIn(const std::string& page) {
+    const zelutil::json::Document data(dataOf(page));
+    std::string names;
+    for (const zelutil::json::View stray : data.root().member("strays").elements()) {
+        const std::string position = compactText(stray.member("at")).value_or("");
+        names += std::string(stray.member("name").text().value_or("")) + position + ';';
+    }
+    return names;
+}
+
+TEST(ReportCommand, ListsAllOfTheUsersFileThatSetsNothing) {
+    const CommandWorld world;
+    writeTextFile(
+        world.defaultsFile(),
+        R"({"meta":[{"header":"D","attribute":"d","tclCommand":"t","defaultsettings":[{"name":"a","value":""}]},)"
+        R"({"header":"E","attribute":"e","tclCommand":"t","defaultsettings":[{"name":"b","value":""}]},)"
+        R"({"header":"F","attribute":"f","tclCommand":"t","defaultsettings":[{"name":"g","value":""}]},)"
+        R"({"header":"K","attribute":"k","submanagerId":100,"tclCommand":"t","defaultsettings":{"actions":[)"
+        R"({"id":1,"context":"c","command":"x","shortcut":"F1"}]}}]})");
+    world.writeUser(
+        "{\"meta\":[{\"header\":\"D\",\"attribute\":\"d\",\"overriddensettings\":[\n"
+        "{\"a\":\"1\"},{\"a\":\"2\"},{\"no\":\"3\"}]},\n"
+        "{\"header\":\"N\",\"attribute\":\"nowhere\",\"overriddensettings\":[{\"c\":\"4\"}]},\n"
+        "{\"header\":\"E\",\"attribute\":\"e\",\"overridensettings\":[{\"b\":\"4\"}]},\n"
+        "{\"header\":\"F\",\"attribute\":\"f\",\"overriddensettings\":{\"g\":\"5\"}},\n"
+        "{\"header\":\"K\",\"attribute\":\"k\",\"overriddensettings\":[{\"actions\":["
+        "{\"id\":999,\"shortcut\":\"F2\"}]}]}]}");
+    EXPECT_EQ(straysIn(world.run({"report"}).out),
+              "a[2,2];no[2,22];c[3,60];overridensettings[4,31];b[4,53];g[5,53];Action 999;");
 }
 
 TEST(ReportCommand, TellsOfSearchesWithoutAnInstallation) {

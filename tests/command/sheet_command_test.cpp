@@ -82,12 +82,21 @@ TEST_F(SheetCommand, WritesAFileInTheFormOfItsEnding) {
     EXPECT_EQ(files, 3U) << "Nothing else is left beside them.";
 }
 
-TEST_F(SheetCommand, IsNotWrittenOverAFileThatHoldsJson) {
+TEST_F(SheetCommand, IsNotWrittenWherePreferencesAreKeptOrOverAWishList) {
     const ChildResult result = world_.run({"sheet", "--md", "-o", world_.userFile().u8string()});
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_EQ(result.err.find("zelutil: error: \"" + world_.userFile().u8string() + "\" is there and holds JSON"), 0U)
+    EXPECT_EQ(result.err.find("zelutil: error: \"" + world_.userFile().u8string() + "\" is where preferences are kept"),
+              0U)
         << result.err;
     EXPECT_EQ(readTextFile(world_.userFile()), kSheetUser);
+    writeTextFile(world_.home().path() / "wishes", "1 = Ctrl+K\n");
+    EXPECT_EQ(world_.run({"sheet", "-o", "wishes"}).exitCode, 3);
+    EXPECT_EQ(textOf("wishes"), "1 = Ctrl+K\n");
+    // A sheet may take the place of a sheet of any form.
+    for (const char* const form : {"--csv", "--md", "--html", "--csv"}) {
+        EXPECT_EQ(world_.run({"sheet", form, "-o", "sheet"}).exitCode, 0) << form;
+        EXPECT_EQ(textOf("sheet"), world_.run({"sheet", form}).out) << form;
+    }
 }
 
 TEST_F(SheetCommand, WritesJson) {
@@ -110,6 +119,14 @@ TEST_F(SheetCommand, SaysWhyItCannotBeMade) {
     EXPECT_EQ(forms.err,
               "zelutil: error: --html, --md and --csv are three forms, of which a sheet has one.\n"
               "    \"zelutil sheet --help\" says how it is called.\n");
+
+    const ChildResult unspelt = world_.run({"sheet", "-o", "s?.md"});
+    EXPECT_EQ(unspelt.exitCode, 3);
+    EXPECT_EQ(
+        unspelt.err.find("zelutil: error: \"s?.md\" could not be written, because the library has no spelling for "
+                         "its path.\n"),
+        0U)
+        << unspelt.err;
 
     const ChildResult nowhere = world_.run({"sheet", "-o", "missing/s.md"});
     EXPECT_EQ(nowhere.exitCode, 3);
