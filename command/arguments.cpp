@@ -16,6 +16,11 @@ CLI::Option* unprotected(CLI::Option* option) {
     return option->transform(CLI::Validator(unprotect, ""))->type_name("");
 }
 
+CLI::Option* named(CLI::Option* option) {
+    const auto check = [](const std::string& given) { return std::string(given.empty() ? "The text is empty." : ""); };
+    return option->check(CLI::Validator(check, ""));
+}
+
 }  // namespace
 
 std::vector<std::string> protectedArguments(std::vector<std::string> arguments) {
@@ -32,8 +37,12 @@ CLI::Option* addText(CLI::App& arguments, const std::string& name, std::string& 
 }
 
 CLI::Option* addName(CLI::App& arguments, const std::string& name, std::string& text, const std::string& description) {
-    const auto check = [](const std::string& given) { return std::string(given.empty() ? "The text is empty." : ""); };
-    return addText(arguments, name, text, description)->check(CLI::Validator(check, ""));
+    return named(addText(arguments, name, text, description));
+}
+
+CLI::Option* addNames(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
+                      const std::string& description) {
+    return named(addTexts(arguments, name, texts, description));
 }
 
 CLI::Option* addTexts(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,

@@ -20,6 +20,10 @@ CLI::Option* addText(CLI::App& arguments, const std::string& name, std::string& 
 /// meant.
 CLI::Option* addName(CLI::App& arguments, const std::string& name, std::string& text, const std::string& description);
 
+/// Adds one or more names, of which none is empty.
+CLI::Option* addNames(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
+                      const std::string& description);
+
 /// Adds one or more texts. An option ("--rule") takes one text and may be repeated.
 CLI::Option* addTexts(CLI::App& arguments, const std::string& name, std::vector<std::string>& texts,
                       const std::string& description);

@@ -45,7 +45,7 @@ private:
 
     void addCommonOptions();
     void add(const Subcommand& subcommand);
-    ExitCode enterWorld() const;
+    bool entersWorld(Output& output) const;
     ExitCode runParsed() const;
     ExitCode runNow(const Declared& declared) const;
     OutputChoices outputChoices() const;
@@ -225,7 +225,9 @@ ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
 ExitCode CommandLine::runNow(const Declared& declared) const {
     Output output(declared.subcommand->name, declared.subcommand->findingsAre, outputChoices());
     try {
-        declared.work(output);
+        if (entersWorld(output)) {
+            declared.work(output);
+        }
     } catch (const UsageError& error) {
         return wrongUsage(error.what(), "\"" + helpCall() + "\" says how it is called.");
     } catch (const std::exception& error) {
@@ -234,23 +236,19 @@ ExitCode CommandLine::runNow(const Declared& declared) const {
     return output.finish();
 }
 
-/// Has the machine of a bundle in force, where one is named.
-ExitCode CommandLine::enterWorld() const {
+/// Has the machine of a bundle in force, where one is named. Returns false, and says why, where that cannot be.
+bool CommandLine::entersWorld(Output& output) const {
     const world::Obstacle obstacle = world_.empty() ? world::Obstacle() : world::enterWorld(pathOf(world_));
-    if (!obstacle) {
-        return ExitCode::Fine;
+    if (obstacle) {
+        output.fail(obstacle.text, obstacle.advice);
     }
-    write(Stream::Error, errorLines(Colors(outputChoices().color, Stream::Error), obstacle.text, obstacle.advice));
-    return ExitCode::Failed;
+    return !obstacle;
 }
 
 ExitCode CommandLine::runParsed() const {
     // If a script's variable is empty, this machine is not what was meant.
     if (worldOption_->count() > 0 && world_.empty()) {
         return wrongUsage("--world names no directory.", "\"zelutil bundle DIR\" makes one.");
-    }
-    if (const ExitCode code = enterWorld(); code != ExitCode::Fine) {
-        return code;
     }
     host::Options options;
     options.pathsWithBlanks = pathsWithBlanks_;

@@ -9,9 +9,10 @@
 
 namespace zelutil::command {
 
-/// Tells `output` why the file at a place of this machine cannot be read, by the name that people gave it, and returns
-/// true; false where it can be opened.
-bool tellUnreadable(const std::filesystem::path& place, const std::string& name, Output& output);
+/// Returns where this machine has the file that an argument names. Where a bundle is in force and lacks it, `output` is
+/// told that this machine's was `used`, such as "read". Where it cannot be opened, `output` is told why, and nothing is
+/// returned.
+std::optional<std::filesystem::path> placeOfInput(const std::string& argument, const char* used, Output& output);
 
 /// Returns the bytes of the file that an argument names. Where it cannot be read or is larger than the library's reader
 /// takes, `output` is told a failure.

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "command/command_line_text.h"
 #include "command/explain/unread_user_file.h"
 #include "command/nearest_names.h"
 #include "command/pattern.h"
 #include "command/text.h"
 #include "file/hierarchy_root.h"
+#include "host/current_preferences.h"
 #include "platform/environment.h"
 #include "prefs/preference_files.h"
 
@@ -77,14 +79,27 @@ std::vector<std::string> sectionsAndGroups() {
     return all;
 }
 
+namespace {
+
+bool isOfActions(const std::string& section) {
+    const prefs::Preferences* const preferences = host::currentPreferences();
+    return preferences != nullptr && preferences->catalogue.subManagerOf(section) == prefs::SubManagerType::Actions;
+}
+
+}  // namespace
+
 Finding unknownSetting(const std::string& name, const std::vector<std::string>& known) {
     const std::vector<std::string> sections = sectionsAndGroups();
-    const bool isSection = std::any_of(sections.begin(), sections.end(), [&](const std::string& section) {
-        return section.size() == name.size() && beginsWith(section, name);
+    const auto section = std::find_if(sections.begin(), sections.end(), [&](const std::string& one) {
+        return one.size() == name.size() && beginsWith(one, name);
     });
-    if (isSection) {
+    if (section != sections.end() && isOfActions(*section)) {
+        return {Severity::Error, '"' + name + "\" is the section of the actions, and no setting.",
+                "\"zelutil shortcuts\" shows them.", std::nullopt};
+    }
+    if (section != sections.end()) {
         return {Severity::Error, '"' + name + "\" is a section of settings, and no setting.",
-                "\"zelutil list --section " + name + "\" lists what is in it.", std::nullopt};
+                "\"zelutil list --section " + quotedForShell(name) + "\" lists what is in it.", std::nullopt};
     }
     std::string advice = questionAbout(nearestFullNames(name, known));
     if (advice.empty()) {

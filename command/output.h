@@ -59,6 +59,9 @@ public:
         return shown(role, value.empty() ? "\"\"" : value);
     }
 
+    /// Returns whether the JSON form is printed.
+    bool isJson() const { return json_.has_value(); }
+
     /// Holds how many characters a line for people may have; nothing where it may have any number.
     std::optional<std::size_t> width() const { return width_; }
 

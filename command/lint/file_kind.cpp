@@ -98,6 +98,9 @@ FileKind kindOfSections(View sections) {
 }  // namespace
 
 FileKind kindOf(View root) {
+    if (root.member("zelutilProfile")) {
+        return FileKind::Profile;
+    }
     if (holdsActions(root)) {
         return kindOfActions(root);
     }
@@ -115,8 +118,8 @@ FileKind kindOf(View root) {
 
 const char* nameOf(FileKind kind) {
     constexpr std::array kNames = {
-        "preference defaults", "user's preferences", "shipped actions", "user's actions", "facets",
-        "nothing that is read"};
+        "preference defaults",    "user's preferences",  "shipped actions", "user's actions", "facets",
+        "a profile of shortcuts", "nothing that is read"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 

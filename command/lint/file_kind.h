@@ -5,8 +5,9 @@
 
 namespace zelutil::lint {
 
-/// The kinds of files that the library reads, and the texts for the actions that hosts keep in files of their own.
-enum class FileKind { Defaults, User, Actions, UserActions, Facets, Unknown };
+/// The kinds of files that the library reads, the texts for the actions that hosts keep in files of their own, and what
+/// the command writes for another installation.
+enum class FileKind { Defaults, User, Actions, UserActions, Facets, Profile, Unknown };
 
 /// Tells a file by its content. One member that is misspelt does not make it another.
 FileKind kindOf(json::View root);

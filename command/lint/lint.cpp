@@ -28,6 +28,10 @@ void check(FileKind kind, View root, View defaults, Report& report) {
         case FileKind::Facets:
             checkFacets(root, report);
             return;
+        case FileKind::Profile:
+            report.add(Rule::UnknownKind, root, "The file is a profile of shortcuts, of which no start reads anything.",
+                       "\"zelutil import\" takes it over into a user's file.");
+            return;
         case FileKind::Unknown:
             break;
     }

@@ -51,6 +51,21 @@ std::string differenceOf(const std::string& shortcut, const std::string& other) 
     return "\"" + shortcut + "\" is another shortcut than \"" + other + "\".";
 }
 
+namespace {
+
+/// Adds the shortcuts of a context that spell the answer's key otherwise.
+void addSpellings(KeyAnswer& answer, const std::string& context, const std::vector<ShortcutRow>& rows) {
+    for (const ShortcutRow& row : rows) {
+        const std::string& shortcut = row.action.shortcut;
+        if (row.action.item.context == context && !shortcut.empty() && shortcut != answer.shortcut &&
+            !answer.shortcut.empty() && oneSpelling(shortcut) == oneSpelling(answer.shortcut)) {
+            answer.otherSpellings.push_back(shortcut);
+        }
+    }
+}
+
+}  // namespace
+
 KeyAnswer answerOf(const std::string& shortcut, const std::string& context, const std::vector<ShortcutRow>& rows) {
     const UCPActionManager& manager = UCPActionManager::instance();
     const actions::ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(manager);
@@ -64,14 +79,13 @@ KeyAnswer answerOf(const std::string& shortcut, const std::string& context, cons
     const std::string linked = host::linkedContext(context);
     answer.linkedHolder = linked == context ? 0 : manager.getActionIdByShortcut(linked, shortcut);
     for (const ShortcutRow& row : rows) {
-        if (row.action.item.context != context || row.action.shortcut.empty()) {
-            continue;
-        }
-        if (row.action.shortcut == shortcut && row.action.id != answer.action) {
+        if (row.action.item.context == context && row.action.shortcut == shortcut && row.action.id != answer.action) {
             answer.shownBy.push_back(row.action.id);
-        } else if (row.action.shortcut != shortcut && oneSpelling(row.action.shortcut) == oneSpelling(shortcut)) {
-            answer.otherSpellings.push_back(row.action.shortcut);
         }
+    }
+    addSpellings(answer, context, rows);
+    if (context != actions::ActionCatalogue::kFallbackContext) {
+        addSpellings(answer, std::string(actions::ActionCatalogue::kFallbackContext), rows);
     }
     return answer;
 }

@@ -22,7 +22,7 @@ struct KeyAnswer {
     int linkedHolder = 0;
     /// Other actions of the context that show the shortcut and do not run.
     std::vector<int> shownBy;
-    /// Shortcuts of the context that spell the same key otherwise.
+    /// Shortcuts of the context, and then of the fallback, that spell the same key otherwise.
     std::vector<std::string> otherSpellings;
 };
 

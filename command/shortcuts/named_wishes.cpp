@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "command/nearest_names.h"
+#include "command/shortcuts/shortcut_changes.h"
 
 namespace zelutil::shortcuts {
 namespace {
@@ -102,21 +103,35 @@ private:
                                                             : "There is no action " + named + ".";
     }
 
-    /// Asks whether an action of a name like that is meant.
-    std::string meantBy(const Wish& wish) const {
+    /// Asks whether an action of a name like that is meant. People are told the first wishes that are left out, so
+    /// that nothing is looked for for the others, which may be as many as there are names.
+    std::string meantBy(const Wish& wish) {
         if (wish.context.empty() || wish.command.empty()) {
+            return "\"zelutil shortcuts\" shows all.";
+        }
+        if (asked_++ >= kMostTold) {
             return {};
         }
-        std::vector<std::string> names;
-        catalogue_.forEachAction([&](int, const ActionCatalogue::Action& action) {
-            if (action.id != 0 && action.parentId == 0) {
-                names.push_back(std::string(action.contextName()) + ' ' + std::string(action.command));
-            }
-        });
-        return command::questionAbout(command::nearestNames(wish.context + ' ' + wish.command, names));
+        const std::string question =
+            command::questionAbout(command::nearestNames(wish.context + ' ' + wish.command, names()));
+        return question.empty() ? "\"zelutil shortcuts\" shows all." : question;
+    }
+
+    /// Returns the names of the actions that may be wished something for.
+    const std::vector<std::string>& names() {
+        if (names_.empty()) {
+            catalogue_.forEachAction([&](int, const ActionCatalogue::Action& action) {
+                if (action.id != 0 && action.parentId == 0) {
+                    names_.push_back(std::string(action.contextName()) + ' ' + std::string(action.command));
+                }
+            });
+        }
+        return names_;
     }
 
     const ActionCatalogue& catalogue_;
+    std::vector<std::string> names_;
+    std::size_t asked_ = 0;
     NamedWishes result_;
 };
 

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "command/arguments.h"
+#include "command/command_line_text.h"
 #include "command/doctor/report.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -36,12 +37,6 @@ constexpr char kReadme[] =
 world::Redaction redactionOfUser() {
     const world::Identity identity = world::identityInForce();
     return {identity.words, identity.homes};
-}
-
-/// Returns a path as a shell takes it.
-std::string inCommand(const fs::path& path) {
-    const std::string text = textOf(path);
-    return text.find(' ') == std::string::npos ? text : '"' + text + '"';
 }
 
 void writeInto(const fs::path& file, const std::string& text) {
@@ -83,7 +78,8 @@ void tellBundle(const Bundle& bundle, const fs::path& directory, bool redacted, 
         output.line("{} ({})", output.shown(Role::Name, file.path), world::nameOf(file.kind));
     }
     output.line("The bundle is in {}. Ask it so: zelutil doctor --world {}",
-                output.shown(Role::Value, textOf(directory)), output.shown(Role::Value, inCommand(directory)));
+                output.shown(Role::Value, textOf(directory)),
+                output.shown(Role::Value, quotedForShell(textOf(directory))));
     output.members([&](JsonWriter& json) {
         json.member("directory", textOf(directory));
         json.member("redacted", redacted);

@@ -3,11 +3,11 @@
 #include <utility>
 
 #include "command/arguments.h"
+#include "command/command_line_text.h"
 #include "command/doctor/candidate_text.h"
 #include "command/explain/setting_account.h"
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
-#include "command/lint/command_line_text.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
 #include "host/typed_values.h"
@@ -113,7 +113,7 @@ void Explanation::tellUnknown(const std::string& name) {
 
 void Explanation::addFinding(const UserEntry& entry) {
     output_.add({Severity::Warning, "The entry \"" + entry.name + "\" " + outcomeOf(entry) + ". " + reasonOf(entry),
-                 "This checks the whole file: " + lint::commandLineFor(userFile_, defaultsFile_),
+                 "This checks the whole file: " + commandLineFor(userFile_, defaultsFile_),
                  explainedPlace(userFile_, entry.place.name)});
 }
 

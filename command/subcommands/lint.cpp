@@ -12,7 +12,6 @@
 #include "command/lint/sarif.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
-#include "command/world/bundled_world.h"
 
 namespace zelutil::command {
 namespace {
@@ -42,18 +41,13 @@ using ReadFiles = std::vector<std::unique_ptr<ReadFile>>;
 
 /// Returns null, and says so, for a file that cannot be read.
 std::unique_ptr<ReadFile> readFile(const std::string& argument, Output& output) {
-    const std::filesystem::path path = pathOf(argument);
-    const world::ArgumentPlace place = world::placeOfArgument(path);
-    if (tellUnreadable(place.path, textOf(path), output)) {
+    const auto place = placeOfInput(argument, "checked", output);
+    if (!place) {
         return nullptr;
     }
-    if (place.isBesideBundle) {
-        output.add({Severity::Note, "The bundle has no such file, so that this machine's was checked.", "",
-                    Place{textOf(path), std::nullopt, std::nullopt}});
-    }
-    std::ifstream stream(place.path, std::ios::binary);
+    std::ifstream stream(*place, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    return std::make_unique<ReadFile>(textOf(path), std::move(text));
+    return std::make_unique<ReadFile>(textOf(pathOf(argument)), std::move(text));
 }
 
 const std::vector<std::string> kLintFormats = {"text", "json", "sarif"};
@@ -203,8 +197,8 @@ void check(const LintChoices& choices, Output& output) {
 
 Work declareLint(CLI::App& arguments) {
     const auto choices = std::make_shared<LintChoices>();
-    addTexts(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
-    const CLI::Option* const defaults = addText(arguments, "--defaults", choices->defaults,
+    addNames(arguments, "FILE", choices->files, "Defaults, user's, action and facet files")->required();
+    const CLI::Option* const defaults = addName(arguments, "--defaults", choices->defaults,
                                                 "The defaults for user's files; else the first ones among the files")
                                             ->type_name("FILE");
     addTexts(arguments, "--rule", choices->rules, "Tell of this rule only, as ZU003; may be repeated")

@@ -34,8 +34,11 @@ void checkSection(const std::string& wanted, Output& output) {
     const bool isKnown =
         std::any_of(sections.begin(), sections.end(), [&](const auto& section) { return isWithin(section, wanted); });
     if (!wanted.empty() && !isKnown) {
-        output.add({Severity::Error, "There is no section \"" + wanted + "\".",
-                    questionAbout(nearestNames(wanted, sections)), std::nullopt});
+        std::string advice = questionAbout(nearestNames(wanted, sections));
+        if (advice.empty()) {
+            advice = "\"zelutil list\" shows all settings with their sections.";
+        }
+        output.add({Severity::Error, "There is no section \"" + wanted + "\".", std::move(advice), std::nullopt});
     }
 }
 

@@ -97,11 +97,12 @@ void tellOutcome(const WishPlan& plan, const NamedWishes& wishes, const KnownSho
             tellPossible(plan, flags, known, output);
             break;
         case PlanOutcome::Impossible:
-            output.add({Severity::Error, "The wishes cannot be granted together.", "", std::nullopt});
+            output.add({Severity::Error, "The wishes cannot be granted together.",
+                        "Change or take away one of those that the warnings name.", std::nullopt});
             break;
         case PlanOutcome::Unknown:
-            output.add({Severity::Error, "No order was found in which the wishes can be granted; there may be one.", "",
-                        std::nullopt});
+            output.add({Severity::Error, "No order was found in which the wishes can be granted; there may be one.",
+                        "Wish less at a time: part of the list may be found an order for.", std::nullopt});
     }
 }
 

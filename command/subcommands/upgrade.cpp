@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "command/arguments.h"
+#include "command/command_line_text.h"
 #include "command/doctor/candidate_text.h"
-#include "command/lint/command_line_text.h"
 #include "command/lint/lint.h"
 #include "command/progress.h"
 #include "command/subcommands/table.h"
@@ -65,7 +65,7 @@ std::optional<std::string> readShipped(const std::string& argument, Output& outp
                     "Name the old shipped defaults, then the new ones, and then the users' files.");
     } else {
         output.fail("\"" + argument + "\" holds no shipped defaults, because it is no JSON.",
-                    "This says more of it: " + lint::commandLineFor(nativeOrAsItStands(shippedFileOf(argument))));
+                    "This says more of it: " + commandLineFor(nativeOrAsItStands(shippedFileOf(argument))));
     }
     return std::nullopt;
 }
@@ -108,6 +108,9 @@ std::size_t threadsFor(const UpgradeChoices& choices) {
 }
 
 void runUpgrade(const UpgradeChoices& choices, Output& output) {
+    if (choices.jsonLines && output.isJson()) {
+        throw UsageError("--json and --json-lines are two forms, of which the output has one.");
+    }
     // The files that are named are this machine's.
     const platform::OutsideTheWorld thisMachine;
     const auto oldDefaults = readShipped(choices.oldDefaults, output);
@@ -139,11 +142,9 @@ Work declareUpgrade(CLI::App& arguments) {
     addName(arguments, "OLD", choices->oldDefaults, "The shipped defaults as they are: a file, or an installation")
         ->required();
     addName(arguments, "NEW", choices->newDefaults, "The shipped defaults as they will be")->required();
-    addTexts(arguments, "USER", choices->users,
+    addNames(arguments, "USER", choices->users,
              "Users' files, directories that hold them, and patterns as '/home/*/pcbenv'")
-        ->required()
-        ->check(CLI::Validator(
-            [](const std::string& given) { return std::string(given.empty() ? "The text is empty." : ""); }, ""));
+        ->required();
     arguments.add_flag("--json-lines", choices->jsonLines,
                        "Print one JSON text a line: one for each user, and a summary");
     arguments.add_option("--jobs", choices->jobs, "Use that many threads; else as many as the machine has cores")

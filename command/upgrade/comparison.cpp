@@ -54,16 +54,23 @@ void compareEntries(const Actions& before, const Actions& after, Effect& effect)
     }
 }
 
+/// Returns the action of that id; null for none, which one is that stands in for a missing parent.
+const Action* findShipped(const ActionCatalogue& catalogue, int id) {
+    const Action* const action = catalogue.find(id);
+    return action == nullptr || action->id == 0 ? nullptr : action;
+}
+
 /// Returns the action that has another one's command in its context; 0 for none, and where the other one is still
 /// there.
 int successorOf(const Action& gone, int id, const ActionCatalogue& after) {
     // One that stood in for a missing parent has no context.
-    return after.find(id) != nullptr || gone.context == nullptr ? 0
-                                                                : after.idByCommand(gone.contextName(), gone.command);
+    return findShipped(after, id) != nullptr || gone.context == nullptr
+               ? 0
+               : after.idByCommand(gone.contextName(), gone.command);
 }
 
 void compareShortcut(int id, const Action& old, const ActionCatalogue& after, Effect& effect) {
-    const Action* const now = after.find(id);
+    const Action* const now = findShipped(after, id);
     const std::string& had = actions::effectiveValue(old.shortcut);
     if (now == nullptr) {
         effect.shortcuts.push_back({id, had, std::nullopt, successorOf(old, id, after)});
@@ -73,7 +80,7 @@ void compareShortcut(int id, const Action& old, const ActionCatalogue& after, Ef
 }
 
 void compareMenuFlag(int id, const Action& old, const ActionCatalogue& after, Effect& effect) {
-    const Action* const now = after.find(id);
+    const Action* const now = findShipped(after, id);
     const bool was = actions::effectiveValue(old.rmb);
     if (now == nullptr) {
         effect.menuFlags.push_back({id, was, std::nullopt, successorOf(old, id, after)});

@@ -2,8 +2,9 @@
 
 #include <utility>
 
-#include "command/lint/command_line_text.h"
+#include "command/command_line_text.h"
 #include "command/lint/file_kind.h"
+#include "command/spelling_advice.h"
 #include "command/text.h"
 #include "json/document.h"
 #include "json/writer.h"
@@ -252,9 +253,12 @@ Finding aboutUncompared(const UserResult& result) {
                            "Name the files that the application saves, tessel_settings.cfg.");
         case Status::Missing:
             return warning("The file is not there.", "Name a user's file.");
+        case Status::NoPath:
+            return warning("The file was not looked at, because the library has no spelling for its path.",
+                           kOnlySpellable);
         default:
             return warning("The file cannot be read or is no JSON, so nothing of it counts.",
-                           "This shows where it is wrong: " + lint::commandLineFor(textOf(result.file)));
+                           "This shows where it is wrong: " + commandLineFor(textOf(result.file)));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <thread>
 
+#include "command/sections.h"
 #include "json/document.h"
 #include "platform/native_paths.h"
 #include "prefs/user_settings_file.h"
@@ -25,8 +26,13 @@ constexpr std::chrono::milliseconds kBetweenTellings{50};
 /// Returns whether it is an object without members, as a user's file without values may be.
 bool isEmptyObject(json::View root) { return root.isObject() && root.members().begin() == root.members().end(); }
 
+FileKind kindOfUsers(json::View root) {
+    const FileKind kind = isEmptyObject(root) ? FileKind::User : lint::kindOf(root);
+    return kind == FileKind::User && holdsNoSection(root) ? FileKind::Unknown : kind;
+}
+
 void compareRoot(Comparison& comparison, json::View root, UserResult& result) {
-    result.kind = isEmptyObject(root) ? FileKind::User : lint::kindOf(root);
+    result.kind = kindOfUsers(root);
     if (result.kind == FileKind::User) {
         result.effect = comparison.effectOn(root);
         result.status = Status::Compared;
@@ -39,6 +45,7 @@ void compareRoot(Comparison& comparison, json::View root, UserResult& result) {
 void compareFile(Comparison& comparison, UserResult& result) {
     const auto path = platform::textOfNativePath(result.file);
     if (!path) {
+        result.status = Status::NoPath;
         return;
     }
     prefs::UserSettingsFile file;
@@ -151,6 +158,8 @@ const char* nameOf(Status status) {
             return "compared";
         case Status::Missing:
             return "missing";
+        case Status::NoPath:
+            return "not-spellable";
         case Status::Defaults:
             return "defaults";
         case Status::Foreign:

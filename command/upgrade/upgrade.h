@@ -17,6 +17,7 @@ struct UserResult {
     enum class Status {
         Compared,
         Missing,   ///< No such file is there.
+        NoPath,    ///< The library has no spelling for its path, so that no start could read it.
         Unread,    ///< It cannot be read, or is no JSON, so that neither version takes anything from it.
         Defaults,  ///< It holds shipped defaults, and is no user's.
         Foreign,   ///< It is JSON and holds something else, as a profile of shortcuts does.
@@ -29,7 +30,7 @@ struct UserResult {
     Effect effect;
 };
 
-/// Returns "compared", "missing", "unread", "defaults" or "not-a-users-file".
+/// Returns "compared", "missing", "not-spellable", "unread", "defaults" or "not-a-users-file".
 const char* nameOf(UserResult::Status status);
 
 /// Is called now and then, on the calling thread, with the number of files that are done.

@@ -58,8 +58,8 @@ public:
     std::vector<fs::path> linksPassedOver;
 
 private:
-    /// Each place is looked at once: several `**` give many ways to it.
-    void match(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at) {
+    /// Each place is looked at once: several `**` give many ways to it. `isTop` is false for what a `**` has led to.
+    void match(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at, bool isTop = true) {
         if (!matched_.emplace(directory, at).second) {
             return;
         }
@@ -67,7 +67,7 @@ private:
             take(directory);
         } else if (names[at] == "**") {
             match(directory, names, at + 1);
-            matchBelow(directory, names, at);
+            matchBelow(directory, names, at, isTop);
         } else if (!isPattern(names[at])) {
             match(directory / names[at], names, at + 1);
         } else {
@@ -80,10 +80,17 @@ private:
         }
     }
 
-    void matchBelow(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at) {
+    /// Has `**`, which is the name at that place, stand for the directories in one. The name behind it may be that of a
+    /// link, which is followed then.
+    void matchBelow(const fs::path& directory, const std::vector<fs::path>& names, std::size_t at, bool isTop) {
+        const std::string next = at + 1 < names.size() ? names[at + 1].u8string() : std::string();
         for (const fs::path& entry : entriesOf(directory)) {
-            if (typeOfItself(entry) == fs::file_type::directory) {
-                match(entry, names, at);
+            const fs::file_type type = typeOfItself(entry);
+            if (type == fs::file_type::directory) {
+                match(entry, names, at, false);
+            } else if (type == fs::file_type::symlink &&
+                       (next.empty() || !matches(next, entry.filename().u8string()))) {
+                passOver(entry, isTop);
             }
         }
     }
@@ -114,7 +121,11 @@ private:
     void take(const fs::path& path) {
         switch (typeOf(path)) {
             case fs::file_type::directory:
-                search(path, true);
+                if (path.filename() == prefs::kSettingsFileName) {
+                    found.push_back(path);
+                } else {
+                    search(path, true);
+                }
                 break;
             case fs::file_type::not_found:
             case fs::file_type::none:
@@ -136,10 +147,10 @@ private:
                 notSeen.push_back({directory, NotSeen::Why::Shut});
                 return;
             }
-            if (type == fs::file_type::directory) {
-                search(entry, false);
-            } else if (entry.filename() == prefs::kSettingsFileName) {
+            if (entry.filename() == prefs::kSettingsFileName) {
                 takeUsersFile(entry);
+            } else if (type == fs::file_type::directory) {
+                search(entry, false);
             } else if (type == fs::file_type::symlink) {
                 passOver(entry, isTop);
             }

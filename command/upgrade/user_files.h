@@ -31,7 +31,8 @@ public:
     ///     a pattern with * and ? in names   what it matches, in any case; `**` stands for any directories. A directory
     ///                                       that it matches counts as above.
     ///
-    /// In a directory links to directories are not followed. They are noted, and so is whatever cannot be seen.
+    /// In a directory and below `**` links to directories are not followed. They are noted, and so is whatever cannot
+    /// be seen. A directory in the place of a user's file counts as that file, which nobody can read.
     bool add(const std::filesystem::path& argument);
 
     const std::vector<std::filesystem::path>& files() const { return files_; }

@@ -135,6 +135,12 @@ std::unique_ptr<BundledWorld>& bundleInForce() {
     return bundle;
 }
 
+/// Its directory, as it was named.
+fs::path& directoryInForce() {
+    static fs::path directory;
+    return directory;
+}
+
 /// Returns the first thing below a directory that no bundle has, such as a link, which would lead to this machine's
 /// files; nothing for none.
 std::optional<fs::path> strangerIn(const fs::path& directory) {
@@ -190,6 +196,7 @@ std::string enterUnchecked(const fs::path& bundle) {
     const fs::path directory = fs::absolute(bundle, error);
     bundleInForce() = std::make_unique<BundledWorld>(directory.lexically_normal(), *std::move(manifest));
     platform::worldInForce = bundleInForce().get();
+    directoryInForce() = bundle;
     return {};
 }
 
@@ -208,6 +215,8 @@ Obstacle enterWorld(const fs::path& bundle) {
         return {"The bundle in \"" + textOf(bundle) + "\" cannot be read: " + error.what(), kAdvice};
     }
 }
+
+fs::path directoryOfBundleInForce() { return directoryInForce(); }
 
 const Manifest* manifestInForce() { return bundleInForce() == nullptr ? nullptr : &bundleInForce()->manifest(); }
 

@@ -56,6 +56,9 @@ Obstacle enterWorld(const std::filesystem::path& bundle);
 /// Returns what the bundle in force says of its machine; null where none is in force.
 const Manifest* manifestInForce();
 
+/// Returns the directory of the bundle in force, as it was named; empty where none is in force.
+std::filesystem::path directoryOfBundleInForce();
+
 /// Returns whether the machine in force has a link there that leads round in a circle, or one on the way.
 bool leadsRound(const std::filesystem::path& path);
 

@@ -73,7 +73,8 @@ const Row kRows[] = {
     {{"list", "--section", "disp"},
      1,
      kNone,
-     "error: There is no section \"disp\".\nnote: No setting is as asked for.\n"},
+     "error: There is no section \"disp\".\n    \"zelutil list\" shows all settings with their sections.\nnote: No "
+     "setting is as asked for.\n"},
     {{"list", "--section", "savin"},
      1,
      kNone,
@@ -142,6 +143,46 @@ TEST(Reading, TellsAUsersFileThatIsNoJson) {
         result.err.find(nativeTextOf(world.userFile()) + ":1:2: warning: Nothing of the user's file is in force. "), 0U)
         << result.err;
     EXPECT_NE(result.err.find("\n    \"zelutil doctor\" says more of it.\n"), std::string::npos) << result.err;
+}
+
+TEST(Reading, NamesTheSubcommandForASectionOfActions) {
+    const CommandWorld world;
+    zelutil::test::writeTextFile(
+        world.defaultsFile(),
+        R"({"meta":[{"header":"D","attribute":"d","tclCommand":"t","defaultsettings":[{"name":"a","value":""}]},)"
+        R"({"header":"Keys","attribute":"Keys","tclCommand":"t","submanagerId":100,"defaultsettings":{"actions":[]}}]})");
+    for (const char* const subcommand : {"get", "explain", "reset"}) {
+        EXPECT_EQ(world.run({subcommand, "keys"})
+                      .err.find("error: \"keys\" is the section of the actions, and no setting.\n"
+                                "    \"zelutil shortcuts\" shows them.\n"),
+                  0U)
+            << subcommand;
+    }
+}
+
+TEST(Reading, TellsAUsersFileWithoutASection) {
+    const CommandWorld world;
+    const auto expectTold = [&](const std::vector<std::string>& arguments, int exitCode) {
+        const ChildResult result = world.run(arguments);
+        EXPECT_EQ(result.exitCode, exitCode) << arguments.front();
+        EXPECT_NE(result.err.find(nativeTextOf(world.userFile()) +
+                                  ": warning: Nothing of the user's file is in force. It is JSON that holds no "
+                                  "section.\n    \"zelutil doctor\" says more of it.\n"),
+                  std::string::npos)
+            << result.err;
+    };
+    for (const char* const text : {"[]", "\"x\"", "null", R"({"meta":{}})"}) {
+        SCOPED_TRACE(text);
+        world.writeUser(text);
+        expectTold({"get", "grid"}, 1);
+    }
+    expectTold({"list", "--changed"}, 1);
+    expectTold({"explain", "grid"}, 1);
+    // Nothing is lost where nothing is there.
+    for (const char* const text : {"{}", R"({"meta":[]})"}) {
+        world.writeUser(text);
+        EXPECT_EQ(world.run({"get", "grid"}).err, "") << text;
+    }
 }
 
 TEST(Reading, TellsAUsersFileWhosePathHasABlank) {

@@ -127,6 +127,12 @@ TEST(Who, FindsTheKeyThatStandsBeforeItsModifiers) {
     }
 }
 
+TEST(Who, FindsTheSpellingOfTheFallback) {
+    const ShortcutsWorld world;
+    EXPECT_EQ(world.run({"who", "r", "--context", "panel"}).err,
+              "note: \"r\" is another shortcut than \"R\".\n    Shortcuts are compared byte by byte.\n");
+}
+
 TEST(Who, AnEmptyTextIsNoShortcut) {
     const ShortcutsWorld world;
     expectRefused(world.run({"who", "M", "", "--context", "ucpedit"}), 2,

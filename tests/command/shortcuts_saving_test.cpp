@@ -104,7 +104,8 @@ TEST(PlanCommand, NamesAllWhoAreInTheWay) {
                   "follows action 1, "
                   "has it.\n"
                   "    Wish another shortcut for one of the two, or none.\n"
-                  "error: The wishes cannot be granted together.\n");
+                  "error: The wishes cannot be granted together.\n"
+                  "    Change or take away one of those that the warnings name.\n");
     EXPECT_EQ(world.userText(), "");
     EXPECT_EQ(world.json({"plan", world.fileText()})
                   .find(R"({"zelutil":{"format":1,"command":"plan"},"outcome":"impossible","minimal":false,"edits":[],)"
@@ -120,7 +121,8 @@ TEST(PlanCommand, SaysThatAnotherWishIsInTheWay) {
                   "warning: Action 4 (ucpedit, lock) cannot have \"F1\": action 3 (ucpedit, rotate) is to have it by "
                   "another wish.\n"
                   "    Wish another shortcut for one of the two, or none.\n"
-                  "error: The wishes cannot be granted together.\n");
+                  "error: The wishes cannot be granted together.\n"
+                  "    Change or take away one of those that the warnings name.\n");
 }
 
 TEST(PlanCommand, SaysWhatWasMeantByAMisspeltName) {
@@ -129,7 +131,7 @@ TEST(PlanCommand, SaysWhatWasMeantByAMisspeltName) {
         world.runWith("plan", "ucpedit rotaet = F1\nucpedti lock = F2\npanel zoom = F3\nucpedit Rotate = F4\n"), 1,
         "error: In line 1: There is no action \"ucpedit rotaet\".\n    Did you mean ucpedit rotate?\n"
         "error: In line 2: There is no action \"ucpedti lock\".\n    Did you mean ucpedit lock?\n"
-        "error: In line 3: There is no action \"panel zoom\".\n"
+        "error: In line 3: There is no action \"panel zoom\".\n    \"zelutil shortcuts\" shows all.\n"
         "error: In line 4: There is no action \"ucpedit Rotate\".\n    Did you mean ucpedit rotate?\n"
         "note: Nothing was planned.\n");
 }
@@ -137,10 +139,10 @@ TEST(PlanCommand, SaysWhatWasMeantByAMisspeltName) {
 TEST(PlanCommand, AListThatIsNotUnderstoodIsNotGrantedInPart) {
     const FileWorld world;
     expectNotDone(world.runWith("plan", "99 = F1\n21 = F1\n4 = F4\n4 = F5\nucpedit fly = F6\n", {"--apply"}), 1,
-                  "error: In line 1: There is no action 99.\n"
+                  "error: In line 1: There is no action 99.\n    \"zelutil shortcuts\" shows all.\n"
                   "error: In line 2: Action 21 takes over what its parent, action 2, has. Wish it for that one.\n"
                   "error: In line 4: Action 4 has a wish before this one.\n"
-                  "error: In line 5: There is no action \"ucpedit fly\".\n"
+                  "error: In line 5: There is no action \"ucpedit fly\".\n    \"zelutil shortcuts\" shows all.\n"
                   "note: Nothing was planned.\n");
     EXPECT_EQ(world.userText(), "");
     expectNotDone(world.runWith("plan", "{"), 3,
@@ -207,7 +209,7 @@ TEST(PlanCommand, TellsTheFirstOfManyFaults) {
         list += std::to_string(id) + " = F1\n";
     }
     const ChildResult result = world.runWith("plan", list);
-    EXPECT_NE(result.err.find("error: In line 20: There is no action 120.\n"
+    EXPECT_NE(result.err.find("error: In line 20: There is no action 120.\n    \"zelutil shortcuts\" shows all.\n"
                               "note: There are 10 more of that kind.\n"
                               "note: Nothing was planned.\n"),
               std::string::npos)
@@ -334,6 +336,18 @@ TEST(Profiles, AreNotWrittenOverAnotherFile) {
     EXPECT_EQ(readTextFile(world.file()), "my poem");
 }
 
+TEST(Profiles, AreNotWrittenInThePlaceOfTheUsersFileOrWithoutIt) {
+    const FileWorld world;
+    const std::string user = world.userFile().u8string();
+    expectNotDone(world.run({"export", user}), 3,
+                  "zelutil: error: \"" + user +
+                      "\" is where preferences are kept, so nothing else is written there.\n    Name another file.\n");
+    EXPECT_FALSE(std::filesystem::exists(world.userFile()));
+    world.writeUser("[]");
+    EXPECT_EQ(world.run({"export", world.fileText()}).exitCode, 3);
+    EXPECT_FALSE(std::filesystem::exists(world.file()));
+}
+
 TEST(Profiles, BringTheSameToAnotherHomeOnce) {
     const FileWorld world;
     expectDone(world.runWith("import", kProfile),
@@ -361,11 +375,13 @@ TEST(Profiles, FindActionsByIdAndElseByContextAndCommandAndSayWhatIsSkipped) {
     EXPECT_EQ(result.out, "12 brisk3d orbit: O -> F3\n4 ucpedit lock: into the menu\n" + world.saved());
     EXPECT_EQ(result.err,
               "warning: Element 2 was skipped: There is no action \"x y\".\n"
+              "    \"zelutil shortcuts\" shows all.\n"
               "warning: Element 3 was skipped: Action 4 (ucpedit, lock) cannot have \"R\": action 3 (ucpedit, rotate) "
               "has it.\n"
               "warning: Element 4 was skipped: Action 21 takes over what its parent, action 2, has. Wish it for that "
               "one.\n"
               "warning: Element 5 was skipped: Action 2 is \"ucpedit move\" here, and not \"x y\".\n"
+              "    \"zelutil shortcuts\" shows all.\n"
               "warning: Element 6 was skipped: It has neither a \"shortcut\" nor \"inMenu\".\n");
 }
 

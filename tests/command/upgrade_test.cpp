@@ -276,7 +276,8 @@ void expectedOfSettings(const Loaded& before, const Loaded& after, Lines& lines)
 void expectedOfActions(const Loaded& before, const Loaded& after, Lines& lines) {
     for (const auto& [id, item] : before.actions) {
         const auto now = after.actions.find(id);
-        const bool isThere = now != after.actions.end();
+        // One that stands in for a missing parent has no id.
+        const bool isThere = now != after.actions.end() && now->second.id != 0;
         const bool isTop = item.parent_id < 1;
         if (isTop && item.shortcut.overwritten && (!isThere || after.shortcuts.at(id) != before.shortcuts.at(id))) {
             lines.insert("shortcut " + std::to_string(id) + " " + before.shortcuts.at(id) + " now " +
@@ -725,6 +726,22 @@ TEST(Upgrade, ActionThatGetsAnotherIdIsNamed) {
     EXPECT_FALSE(effect.keys[0].now);
 }
 
+TEST(Upgrade, ActionThatIsOnlyAMissingParentAnyMoreIsGone) {
+    const std::string child =
+        R"({"id":5,"parent_id":1,"name":"","icon":"","context":"panel","command":"turn","shortcut":"","rmb":false})";
+    Comparison comparison(defaultsWith("", shippedAction(1, "move", "M") + "," + child),
+                          defaultsWith("", shippedAction(77, "move", "M") + "," + child));
+    const json::Document user(R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[)"
+                              R"({"id":1,"shortcut":"F9","rmb":true}]}]}]})");
+    const Effect effect = comparison.effectOn(user.root());
+    ASSERT_EQ(effect.shortcuts.size(), 1U);
+    EXPECT_FALSE(effect.shortcuts[0].now) << *effect.shortcuts[0].now;
+    EXPECT_EQ(effect.shortcuts[0].successor, 77);
+    ASSERT_EQ(effect.menuFlags.size(), 1U);
+    EXPECT_FALSE(effect.menuFlags[0].now);
+    EXPECT_EQ(effect.menuFlags[0].successor, 77);
+}
+
 TEST(Upgrade, SameVersionDoesNothing) {
     for (unsigned seed = 0; seed < 50; ++seed) {
         RandomTexts random(seed);
@@ -800,6 +817,16 @@ TEST_F(UpgradeFiles, AreFoundByManyStarsInADeepDirectory) {
               std::vector<std::string>{(deep / "tessel_settings.cfg").lexically_relative(homes()).generic_u8string()});
 }
 
+TEST_F(UpgradeFiles, DirectoryInThePlaceOfOneIsNotPassedOver) {
+    fs::remove(userFile("bob"));
+    fs::create_directories(userFile("bob"));
+    const std::vector<std::string> expected{nameFor("ann"), nameFor("bob"), nameFor("eve")};
+    EXPECT_EQ(found(homes()), expected);
+    EXPECT_EQ(found(homes() / "**" / "tessel_settings.cfg"), expected);
+    const auto results = command::upgrade::compareAll("{}", "{}", {userFile("bob")}, 1, [](std::size_t) {});
+    EXPECT_STREQ(command::upgrade::nameOf(results.users[0].status), "unread");
+}
+
 TEST_F(UpgradeFiles, LinksAreFollowedByPatternsOnlyAndNoted) {
     writeTextFile(directory_ / "data/zoe/pcbenv/tessel/tessel_settings.cfg", kOneUser);
     if (!makeFileLink(directory_ / "data/zoe", homes() / "zoe")) {
@@ -811,6 +838,11 @@ TEST_F(UpgradeFiles, LinksAreFollowedByPatternsOnlyAndNoted) {
     EXPECT_EQ(searched.files().size(), 3U);
     EXPECT_EQ(searched.linksPassedOver(), (std::vector<fs::path>{homes() / "ann/lock", homes() / "zoe"}));
     EXPECT_TRUE(searched.notSeen().empty());
+    command::upgrade::UserFiles matched;
+    EXPECT_TRUE(matched.add(homes() / "**" / "tessel_settings.cfg"));
+    EXPECT_EQ(matched.files(), searched.files());
+    EXPECT_EQ(matched.linksPassedOver(), (std::vector<fs::path>{homes() / "ann/lock", homes() / "zoe"}));
+    EXPECT_TRUE(matched.notSeen().empty());
     EXPECT_EQ(found(homes() / "*").back(), nameFor("zoe"));
     EXPECT_EQ(found(homes() / "*").size(), 4U);
 }
@@ -820,8 +852,8 @@ TEST_F(UpgradeFiles, LinksThatLeadNowhereAreNotSeen) {
     if (!makeFileLink(directory_ / "nothing", dead)) {
         GTEST_SKIP() << "This system makes no links for this user.";
     }
-    for (const fs::path& argument :
-         {homes(), homes() / "*", homes() / "z*" / "pcbenv", homes() / "z*" / "p*", homes() / "zoe" / "pcbenv"}) {
+    for (const fs::path& argument : {homes(), homes() / "*", homes() / "**" / "tessel_settings.cfg",
+                                     homes() / "z*" / "pcbenv", homes() / "z*" / "p*", homes() / "zoe" / "pcbenv"}) {
         SCOPED_TRACE(argument.u8string());
         command::upgrade::UserFiles files;
         EXPECT_TRUE(files.add(argument));
@@ -1054,9 +1086,12 @@ TEST_F(UpgradeCommand, FileThatIsNoUsersIsNamedAndCountedApart) {
         const char* text;
         const char* holds;
     };
-    for (const Row& row : {Row{R"({"hello":1})", "nothing that is read"}, Row{"[]", "nothing that is read"},
-                           Row{R"({"actions":[{"id":1,"shortcut":"F5"}]})", "user's actions"},
-                           Row{R"({"meta":[{"header":"N","facets":[]}]})", "facets"}}) {
+    for (const Row& row :
+         {Row{R"({"hello":1})", "nothing that is read"}, Row{"[]", "nothing that is read"},
+          Row{R"({"meta":{}})", "nothing that is read"},
+          Row{R"({"zelutilProfile":1,"actions":[{"id":1,"context":"c","command":"x"}]})", "a profile of shortcuts"},
+          Row{R"({"actions":[{"id":1,"shortcut":"F5"}]})", "user's actions"},
+          Row{R"({"meta":[{"header":"N","facets":[]}]})", "facets"}}) {
         SCOPED_TRACE(row.text);
         writeTextFile(userFile("bob"), row.text);
         const ChildResult result = upgrade({userFile("bob").u8string()});
@@ -1087,6 +1122,13 @@ TEST_F(UpgradeCommand, UsersFileThatIsALinkToNothingIsNamedAsSuch) {
               std::string::npos)
         << result.out;
     EXPECT_NE(result.out.find("Not read: 0. Not a user's file: 0. Not seen: 1.\n"), std::string::npos) << result.out;
+}
+
+TEST_F(UpgradeFiles, WhosePathTheLibraryCannotSpellAreNotCalledMissing) {
+    const auto results =
+        command::upgrade::compareAll("{}", "{}", {homes() / "a|b", homes() / "none"}, 1, [](std::size_t) {});
+    EXPECT_STREQ(command::upgrade::nameOf(results.users[0].status), "not-spellable");
+    EXPECT_STREQ(command::upgrade::nameOf(results.users[1].status), "missing");
 }
 
 TEST_F(UpgradeCommand, ActionThatGetsAnotherIdIsNamed) {

@@ -115,6 +115,13 @@ TEST(Usage, WrongUseIsTold) {
          "zelutil: error: PROFILE: The text is empty.\n    \"zelutil import --help\" says how it is called.\n"},
         {{"plan", ""},
          "zelutil: error: FILE: The text is empty.\n    \"zelutil plan --help\" says how it is called.\n"},
+        {{"lint", ""},
+         "zelutil: error: FILE: The text is empty.\n    \"zelutil lint --help\" says how it is called.\n"},
+        {{"lint", "--defaults", "", "a.cfg"},
+         "zelutil: error: --defaults: The text is empty.\n    \"zelutil lint --help\" says how it is called.\n"},
+        {{"upgrade", "--json", "--json-lines", "a", "b", "c"},
+         "zelutil: error: --json and --json-lines are two forms, of which the output has one.\n"
+         "    \"zelutil upgrade --help\" says how it is called.\n"},
         {{"list", ""},
          "zelutil: error: PATTERN: The text is empty.\n    \"zelutil list --help\" says how it is called.\n"},
         {{"get"}, "zelutil: error: NAME is required\n    \"zelutil get --help\" says how it is called.\n"},

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "command/command_line_text.h"
 #include "command/command_world.h"
 #include "command/doctor_world.h"
 #include "command/subcommands/table.h"
@@ -374,7 +375,12 @@ TEST(World, NothingElseIsTakenForABundle) {
         EXPECT_NE(result.err, "");
     }
     fs::remove_all(machine.bundle);
-    EXPECT_EQ(machine.runFromBundle({"doctor"}).exitCode, 3);
+    const ChildResult none = machine.runFromBundle({"doctor", "--json"});
+    EXPECT_EQ(none.exitCode, 3);
+    const json::Document told(none.out);
+    EXPECT_NE(told.root().member("error").member("text").text().value_or("").find("There is no bundle in "),
+              std::string_view::npos)
+        << none.out;
 }
 
 TEST(World, BundleOfAStrangerLeadsNowhereElse) {
@@ -484,6 +490,8 @@ TEST(World, LintSaysWhereItChecksAFileOfThisMachine) {
     makeBundle(machine);
     const fs::path mine = machine.elsewhere / "mine.cfg";
     writeTextFile(mine, kUser);
+    const ChildResult plan = machine.runFromBundle({"plan", mine.u8string()});
+    EXPECT_NE(plan.err.find("The bundle has no such file, so that this machine's was read."), std::string::npos);
     const std::string note = "The bundle has no such file, so that this machine's was checked.";
     EXPECT_NE(machine.runFromBundle({"lint", mine.u8string()}).out.find(note), std::string::npos);
     EXPECT_EQ(machine.runFromBundle({"lint", machine.userFile().u8string()}).out.find(note), std::string::npos);
@@ -493,7 +501,11 @@ TEST(World, PrintsACommandThatAShellTakes) {
     Machine machine;
     machine.bundle = machine.elsewhere / "two words";
     const ChildResult made = machine.run({"bundle", machine.bundle.u8string()});
-    EXPECT_NE(made.out.find("--world \"" + machine.bundle.u8string() + "\"\n"), std::string::npos) << made.out;
+    const std::string quoted = zelutil::command::quotedForShell(machine.bundle.u8string());
+    EXPECT_NE(made.out.find("--world " + quoted + "\n"), std::string::npos) << made.out;
+    const ChildResult explained = machine.runFromBundle({"explain", "gone"});
+    EXPECT_NE(explained.err.find("zelutil lint --world " + quoted + " --defaults "), std::string::npos)
+        << explained.err;
 }
 
 TEST(World, WithoutANameIsWrongUsage) {
