@@ -53,7 +53,7 @@ struct FileState {
     bool lacksGroups = false;
     /// Whether it is JSON that holds something and no section, so that nothing of it is read.
     bool holdsNoSection = false;
-    /// What a save would leave out of the user's file, in words.
+    /// Names in words what a save would leave out of the user's file.
     std::vector<std::string> leftOut;
     /// The attribute paths that an earlier section has too, where the later one stands.
     std::vector<Remark> repeatedSections;

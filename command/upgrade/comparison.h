@@ -53,7 +53,7 @@ struct LostShortcut {
     std::string shortcut;
     /// Nothing where there is no such action.
     std::optional<std::string> now;
-    /// Where there is none: the action that has its command in its context now; 0 for none.
+    /// Identifies the action that has its command in its context now, where there is none; 0 for none.
     int successor = 0;
 };
 
@@ -77,7 +77,7 @@ struct ChangedKey {
     std::string shortcut;
     Owner before;
     std::optional<Owner> now;
-    /// Where the action of before is gone: the one that has its command in its context now; 0 for none.
+    /// Identifies the action that has its command in its context now, where the one of before is gone; 0 for none.
     int successor = 0;
 };
 

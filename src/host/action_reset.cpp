@@ -95,8 +95,8 @@ private:
         }
     }
 
-    /// Where a text ships a shortcut twice and the action that gets it by a load does not hold it any more and is not
-    /// to be reset, another one is to hold it.
+    /// Has another action hold a shortcut that the text ships twice, where the one that gets it by a load does not hold
+    /// it any more and is not to be reset.
     void setHolders() {
         std::set<ActionState::Place> given;
         for (const int id : group_) {

@@ -282,7 +282,7 @@ TEST_F(ExplainBesideLibrary, AnInstallationOfRealSizeIsExplainedAsItIsRead) {
     EXPECT_GT(expectEqual(names), 150U);
 }
 
-/// What stands in quotes ends with the second one that has no backslash before it.
+/// A quoted text ends with the second quote that has no backslash before it.
 TEST(Explain, EscapesQuotesAndBackslashesInWhatFunctionsReturn) {
     const CommandWorld world;
     ASSERT_EQ(world.run({"set", R"(units=C:\new "x")"}).exitCode, 0);

@@ -250,7 +250,7 @@ TEST(ResetShortcuts, GivesBackWhatAnotherActionsEntryHasTaken) {
               "F9        2   b        given by the user\n");
 }
 
-/// What another action has by its entry is not lost by the cut of an entry beside it.
+/// The cut of an entry takes nothing from another action that has it by an entry of its own.
 TEST(ResetShortcuts, TakesNothingFromAnActionThatIsNotReset) {
     const ResetWorld world;
     world.writeUserActions(R"({"id":3,"shortcut":"F3"},{"id":4,"shortcut":"R"},{"id":12,"shortcut":"F3"})");
