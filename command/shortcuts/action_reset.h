@@ -19,7 +19,7 @@ namespace zelutil::shortcuts {
 struct EntriesCut {
     /// The text of the file, of which every other byte stays; nothing where it has no such entry.
     std::optional<std::string> file;
-    /// The part of it that is for the actions, as a load takes it.
+    /// Holds what the file then has for the actions, as a load takes it.
     std::string userActions;
     /// Whether a start then finds these actions and all below them as they are shipped, and every other one as it is
     /// now, unless it has what is shipped for it again.

@@ -53,7 +53,7 @@ std::string differenceOf(const std::string& shortcut, const std::string& other) 
 
 namespace {
 
-/// Adds the shortcuts of a context that spell the answer's key otherwise.
+/// Adds the shortcuts of a context that are the asked one in another spelling.
 void addSpellings(KeyAnswer& answer, const std::string& context, const std::vector<ShortcutRow>& rows) {
     for (const ShortcutRow& row : rows) {
         const std::string& shortcut = row.action.shortcut;

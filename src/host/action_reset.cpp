@@ -231,8 +231,9 @@ private:
     ActionState aim_;
     /// All that are to be reset.
     std::set<int> wanted_;
-    /// Those of them that the text ships, by depth, and those that come back, ascending.
+    /// Holds those of them that the text ships, parents first.
     std::vector<int> byDepth_;
+    /// Holds those of these that come back, ascending.
     ActionGroup group_;
     std::vector<int> standIns_;
     ActionsReset result_;

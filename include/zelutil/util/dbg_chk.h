@@ -17,16 +17,16 @@ namespace ZelU {
 ///
 ///     undefined => off     "1" => on     "0", "no", "false" => on     defined but empty => on
 ///
-/// A copy takes over the answer, when there is one already. Tests of one switch may run on several threads at once;
+/// A copy takes over whether the switch is on, where that is known already. Tests of one switch may run on several threads at once;
 /// `overrideValue` and assignment must not run beside them.
 class ZELUTIL_API DbgChk {
 public:
     /// Keeps the pointer, not the text: the text has to outlive the switch, as a literal does. Null is a variable that
     /// is never defined. The environment is not read.
     DbgChk(const char* name);
-    /// Takes over the name and, when there is one already, the answer.
+    /// Takes over the name, and whether the switch is on where that is known already.
     DbgChk(const DbgChk& other);
-    /// Takes over the name and, when there is one already, the answer.
+    /// Takes over the name, and whether the switch is on where that is known already.
     DbgChk& operator=(const DbgChk& other);
 
     /// Whether the variable was defined when this switch was first tested, or else the value it was overridden with.
