@@ -17,8 +17,8 @@ namespace ZelU {
 ///
 ///     undefined => off     "1" => on     "0", "no", "false" => on     defined but empty => on
 ///
-/// A copy takes over whether the switch is on, where that is known already. Tests of one switch may run on several threads at once;
-/// `overrideValue` and assignment must not run beside them.
+/// A copy takes over whether the switch is on, where that is known already. Tests of one switch may run on several
+/// threads at once; `overrideValue` and assignment must not run beside them.
 class ZELUTIL_API DbgChk {
 public:
     /// Keeps the pointer, not the text: the text has to outlive the switch, as a literal does. Null is a variable that
