@@ -1,6 +1,7 @@
 #include "command/command_line.h"
 
 #include <zelutil/host/start.h>
+#include <zelutil/version.h>
 
 #include <algorithm>
 #include <exception>
@@ -80,7 +81,7 @@ CommandLine::CommandLine() : app_(kDescription, "zelutil") {
 }
 
 void CommandLine::addCommonOptions() {
-    app_.set_version_flag("--version", "zelutil " ZELUTIL_COMMAND_VERSION, "Print the version and exit");
+    app_.set_version_flag("--version", "zelutil " ZELUTIL_VERSION, "Print the version and exit");
     app_.add_flag("--json", json_, "Print one JSON text for programs");
     app_.add_option("--color", color_, "Use colours: auto, always or never")
         ->type_name("WHEN")
@@ -179,12 +180,12 @@ ExitCode CommandLine::printHelp(const std::string& text) const {
 /// The parser stops at the option of the version, before it gives --json its value.
 std::string CommandLine::versionText() const {
     if (app_.get_option("--json")->count() == 0) {
-        return "zelutil " ZELUTIL_COMMAND_VERSION "\n";
+        return "zelutil " ZELUTIL_VERSION "\n";
     }
     OutputChoices choices = outputChoices();
     choices.json = true;
     Output output("version", FindingsAre::BesideResult, choices);
-    output.members([](JsonWriter& json) { json.member("version", ZELUTIL_COMMAND_VERSION); });
+    output.members([](JsonWriter& json) { json.member("version", ZELUTIL_VERSION); });
     return output.text();
 }
 

@@ -1,5 +1,7 @@
 #include "command/lint/sarif.h"
 
+#include <zelutil/version.h>
+
 #include <algorithm>
 
 #include "command/json_writer.h"
@@ -33,7 +35,7 @@ void writeTool(JsonWriter& json) {
     object(json, "tool", [&] {
         object(json, "driver", [&] {
             json.member("name", "zelutil");
-            json.member("version", ZELUTIL_COMMAND_VERSION);
+            json.member("version", ZELUTIL_VERSION);
             json.objects("rules", rules(), [&](const RuleInfo& rule) { writeRule(json, rule); });
         });
     });

@@ -1,4 +1,6 @@
 // zelutil manual: the manual page, made of what the parsers know, so that it is in step with them.
+#include <zelutil/version.h>
+
 #include "command/arguments.h"
 #include "command/subcommands/table.h"
 
@@ -106,7 +108,7 @@ void addSurroundings(Output& output) {
 }
 
 void writeManual(const CLI::App& app, Output& output) {
-    output.line(".TH ZELUTIL 1 \"\" \"zelutil {}\"", roff(ZELUTIL_COMMAND_VERSION));
+    output.line(".TH ZELUTIL 1 \"\" \"zelutil {}\"", roff(ZELUTIL_VERSION));
     paragraph(output, "NAME", "zelutil \\- shows and sets the preferences of the design applications");
     paragraph(output, "SYNOPSIS", "\\fBzelutil\\fR \\fIsubcommand\\fR [\\fIoptions\\fR] [\\fIarguments\\fR]");
     paragraph(output, "DESCRIPTION", roff(app.get_description()));

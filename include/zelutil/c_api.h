@@ -21,6 +21,13 @@ extern "C" {
 #include <stdbool.h>
 #endif
 
+// --- The library ----------------------------------------------------------------------------------------------------
+
+/// Returns the version of the library that is in the process, such as "1.0.0": `ZELUTIL_VERSION` of the headers that it
+/// was compiled with. The text lives as long as the library is loaded. Reads no file, and may be called at any time on
+/// any thread.
+ZELUTIL_API const char* zelutil_version(void);
+
 // --- Preferences ----------------------------------------------------------------------------------------------------
 
 /// The value in force for the setting `name`: the user's, or else the shipped default. `name` is looked up without

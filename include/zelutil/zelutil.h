@@ -38,5 +38,6 @@
 #include <zelutil/util/smart_pointer.h>
 #include <zelutil/util/strutl.h>
 #include <zelutil/util/thread.h>
+#include <zelutil/version.h>
 
 #endif

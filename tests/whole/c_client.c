@@ -1,7 +1,13 @@
 /* A host in C99 that calls every function of the C interface and prints what it gets. */
 #include <zelutil/c_api.h>
+#include <zelutil/version.h>
 
 #include <stdio.h>
+#include <string.h>
+
+#if ZELUTIL_VERSION_MAJOR < 1
+#error "The preprocessor does not know the version."
+#endif
 
 enum { kSave = 1, kOpen = 2, kUnknownAction = 99 };
 
@@ -37,6 +43,8 @@ static void showAttach(int id, ucp_action_shortcut_callback callback) {
 
 int main(void) {
     bool defined;
+
+    printf("the library is of the headers' version: %d\n", strcmp(zelutil_version(), ZELUTIL_VERSION) == 0);
 
     showText("display::grid", get_user_setting("display::grid"));
     showText("DISPLAY::GRID", get_user_setting("DISPLAY::GRID"));

@@ -59,6 +59,7 @@ TEST(CClient, GetsWhatTheFilesSay) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out,
+              "the library is of the headers' version: 1\n"
               "display::grid: \"1.27\"\n"
               "DISPLAY::GRID: \"1.27\"\n"
               "grid: \"1.27\"\n"
@@ -96,7 +97,7 @@ TEST(CClient, GetsNothingWithoutAnInstallation) {
     EXPECT_EQ(result.exitCode, 0);
     // The preferences and the facets each look for the root once.
     EXPECT_EQ(result.err, notFound + notFound);
-    EXPECT_EQ(result.out, notFound +
+    EXPECT_EQ(result.out, "the library is of the headers' version: 1\n" + notFound +
                               "display::grid: null\n"
                               "DISPLAY::GRID: null\n"
                               "grid: null\n"

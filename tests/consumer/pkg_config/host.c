@@ -3,8 +3,13 @@
 #include <stdio.h>
 #include <string.h>
 #include <zelutil/c_api.h>
+#include <zelutil/version.h>
 
 int main(void) {
+    if (strcmp(zelutil_version(), ZELUTIL_VERSION) != 0) {
+        puts("the library is not of the headers' version");
+        return 1;
+    }
     char shortcut[4] = "abc";
     const char empty[4] = "";
     ucp_action_manager_get_shortcut(1, shortcut, (int)sizeof shortcut);

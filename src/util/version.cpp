@@ -1,0 +1,4 @@
+#include <zelutil/c_api.h>
+#include <zelutil/version.h>
+
+const char* zelutil_version() { return ZELUTIL_VERSION; }

@@ -1,0 +1,30 @@
+# The function that compares the header with the project's version lets the header pass as it is, and stops at each of its
+# four lines when that says something else. The checks that must fail run as processes of their own.
+if(DEFINED CHECKED_HEADER)
+    include("${FUNCTION}")
+    zelutil_check_version("${CHECKED_HEADER}" "${VERSION}")
+    return()
+endif()
+
+function(run_check header result)
+    execute_process(COMMAND "${CMAKE_COMMAND}" -D FUNCTION=${FUNCTION} -D CHECKED_HEADER=${header} -D VERSION=${VERSION}
+        -P "${CMAKE_CURRENT_LIST_FILE}" RESULT_VARIABLE status OUTPUT_QUIET ERROR_QUIET)
+    set(${result} ${status} PARENT_SCOPE)
+endfunction()
+
+run_check("${HEADER}" status)
+if(NOT status EQUAL 0)
+    message(FATAL_ERROR "The header as it is does not pass.")
+endif()
+file(READ "${HEADER}" right)
+foreach(name VERSION_MAJOR VERSION_MINOR VERSION_PATCH VERSION)
+    string(REGEX REPLACE "(#define ZELUTIL_${name} \"?)[0-9]+" "\\1923" wrong "${right}")
+    if(wrong STREQUAL right)
+        message(FATAL_ERROR "The header has no ZELUTIL_${name}.")
+    endif()
+    file(WRITE "${WRONG_HEADER}" "${wrong}")
+    run_check("${WRONG_HEADER}" status)
+    if(status EQUAL 0)
+        message(FATAL_ERROR "A header with another ZELUTIL_${name} passes.")
+    endif()
+endforeach()
