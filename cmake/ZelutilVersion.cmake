@@ -19,3 +19,18 @@ function(zelutil_check_version header version)
         endif()
     endforeach()
 endfunction()
+
+# zelutil_version_resource(TARGET DESCRIPTION): gives the program or DLL the version that the explorer of Windows shows of
+# a file, and that installers compare.
+function(zelutil_version_resource target description)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        set(file_type VFT_APP)
+    else()
+        set(file_type VFT_DLL)
+    endif()
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/version.rc.in" "${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc.in" @ONLY)
+    set(resource "${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc")
+    file(GENERATE OUTPUT "${resource}" INPUT "${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc.in")
+    target_sources(${target} PRIVATE "${resource}")
+endfunction()

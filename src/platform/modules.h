@@ -7,7 +7,8 @@
 /// This library's own file and the modules it binds at run time. The rules for paths are those of platform.h.
 namespace zelutil::platform {
 
-/// File name that the build gives this library, without a directory: "zelutil.dll", "libzelutil.so".
+/// File name by which hosts load this library, without a directory: "zelutil.dll", "libzelutil.so". On Linux it is a
+/// link to the file, whose name ends in the version.
 const char* libraryFileName();
 
 /// Full path of the file this code was loaded from (the library, or a program that holds it in static form); empty when

@@ -13,8 +13,6 @@ TEST(Version, OfTheHeadersIsTheProjects) {
     EXPECT_EQ(std::string(ZELUTIL_VERSION), ZELUTIL_TEST_PROJECT_VERSION);
 }
 
-TEST(Version, OfTheLibraryIsTheProjects) {
-    EXPECT_EQ(std::string(zelutil_version()), ZELUTIL_TEST_PROJECT_VERSION);
-}
+TEST(Version, OfTheLibraryIsTheProjects) { EXPECT_EQ(std::string(zelutil_version()), ZELUTIL_TEST_PROJECT_VERSION); }
 
 }  // namespace
