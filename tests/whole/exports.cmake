@@ -36,8 +36,6 @@ function(read_exports result)
             OUTPUT_VARIABLE dump COMMAND_ERROR_IS_FATAL ANY)
         string(REGEX MATCHALL "[^\n]+" lines "${dump}")
         list(TRANSFORM lines REPLACE " .*" "")
-        # The address sanitizer's own.
-        list(FILTER lines EXCLUDE REGEX "^__odr_asan")
     endif()
     string(REPLACE ";" "\n" mangled "${lines}")
     file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/exports.mangled" "${mangled}\n")
