@@ -1,6 +1,7 @@
 // The console on Windows. Order and contracts: console.h.
 #include "command/system/console.h"
 
+#include <fcntl.h>
 #include <io.h>
 
 #include <array>
@@ -85,8 +86,11 @@ void keepOutputForResults() {
     const int error = _fileno(stderr);
     // A program without a console has neither.
     const int own = output < 0 || error < 0 ? -1 : _dup(output);
-    resultFile = own < 0 ? nullptr : _fdopen(own, "w");
+    resultFile = own < 0 ? nullptr : _fdopen(own, "wb");
     if (resultFile != nullptr) {
+        // A result has its own line ends: those of CSV have a CR, which the text mode would double. The letter alone
+        // leaves the descriptor in that mode.
+        _setmode(own, _O_BINARY);
         _dup2(error, output);
     }
 }

@@ -40,22 +40,13 @@ public:
     void writeUser(const std::string& text) const { writeTextFile(userFile(), text); }
 
     ChildResult run(const std::vector<std::string>& arguments, const EnvironmentChanges& changes = {}) const {
-        return runProgram(ZELUTIL_TEST_COMMAND, arguments, changes);
+        return test::run(process(ZELUTIL_TEST_COMMAND, arguments, changes, true));
     }
 
     /// Runs another program in the same surroundings.
     ChildResult runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                            const EnvironmentChanges& changes = {}) const {
-        EnvironmentChanges environment = withoutProductVariables();
-        const std::string home = windowsText(home_.path());
-        environment["QTXROOT"] = systemText(product_.root());
-        environment["HOMEDRIVE"] = home.substr(0, 2);
-        environment["HOMEPATH"] = home.substr(2);
-        environment["NO_COLOR"] = std::nullopt;
-        for (const auto& [name, value] : changes) {
-            environment[name] = value;
-        }
-        return test::run({program, arguments, environment, home_.path()});
+        return test::run(process(program, arguments, changes, false));
     }
 
     /// Returns the JSON form without white space, as another parser than the library's reads it; empty where that
@@ -67,6 +58,20 @@ public:
     }
 
 private:
+    ChildProcess process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                         const EnvironmentChanges& changes, bool outputInBytes) const {
+        EnvironmentChanges environment = withoutProductVariables();
+        const std::string home = windowsText(home_.path());
+        environment["QTXROOT"] = systemText(product_.root());
+        environment["HOMEDRIVE"] = home.substr(0, 2);
+        environment["HOMEPATH"] = home.substr(2);
+        environment["NO_COLOR"] = std::nullopt;
+        for (const auto& [name, value] : changes) {
+            environment[name] = value;
+        }
+        return {program, arguments, environment, home_.path(), outputInBytes};
+    }
+
     InstallationTree product_;
     TempDirectory home_;
 };

@@ -173,7 +173,7 @@ struct Pipe {
     HANDLE childs = nullptr;
 };
 
-std::string outputIn(const fs::path& file) {
+std::string linesIn(const fs::path& file) {
     std::string text = readTextFile(file);
     for (std::size_t end = 0; (end = text.find("\r\n", end)) != std::string::npos;) {
         text.erase(end, 1);
@@ -225,7 +225,7 @@ int runWithOutputIn(const ChildProcess& process, const fs::path& out, const fs::
     return waitForEnd(child);
 }
 
-std::string outputIn(const fs::path& file) { return readTextFile(file); }
+std::string linesIn(const fs::path& file) { return readTextFile(file); }
 #endif
 
 }  // namespace
@@ -243,7 +243,7 @@ ChildResult run(const ChildProcess& process) {
     const fs::path out = directory / "out";
     const fs::path err = directory / "err";
     const int exitCode = runWithOutputIn(process, out, err);
-    return {exitCode, outputIn(out), outputIn(err)};
+    return {exitCode, process.outputInBytes ? readTextFile(out) : linesIn(out), linesIn(err)};
 }
 
 #ifdef _WIN32

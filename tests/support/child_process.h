@@ -23,12 +23,14 @@ struct ChildProcess {
     /// The variables that differ from this process's environment.
     EnvironmentChanges environment;
     std::filesystem::path directory;
+    /// Whether its output is to be seen byte by byte. Otherwise a line of it ends in "\n" on every system.
+    bool outputInBytes = false;
 };
 
 struct ChildResult {
     int exitCode;
-    /// The text that it wrote on its standard output and error; a line ends in "\n" on every system.
     std::string out;
+    /// The text that it wrote on its standard error; a line ends in "\n" on every system.
     std::string err;
 };
 
