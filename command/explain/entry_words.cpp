@@ -1,5 +1,6 @@
 // The words for what an entry of the user's file does.
 #include "command/explain/setting_account.h"
+#include "command/later_entry.h"
 
 namespace zelutil::command {
 namespace {
@@ -11,7 +12,8 @@ std::string reasonOfEffect(const UserEntry& entry) {
         case Effect::SetsAnother:
             return {};
         case Effect::Overruled:
-            return "A later entry sets the same setting, and the last one counts.";
+            return nameOfLaterEntry(entry.place.name, entry.overruledBy.value_or(json::Position())) +
+                   " sets the same setting, and the last one counts.";
         case Effect::NoText:
             return "Its value is no string.";
         case Effect::NoList:

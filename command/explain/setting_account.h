@@ -27,7 +27,7 @@ struct PairPlace {
 struct UserEntry {
     enum class Effect {
         InForce,          ///< Its value is the user's.
-        Overruled,        ///< A later entry sets the same setting.
+        Overruled,        ///< An entry that is read later sets the same setting.
         SetsAnother,      ///< Its name means another setting first, which gets the value.
         NoText,           ///< Its value is no string.
         NoList,           ///< The entries of its section do not stand in an array.
@@ -48,6 +48,8 @@ struct UserEntry {
     /// Whether the name means `other`, and not this setting.
     bool meansOther = false;
     PairPlace place;
+    /// The place of the name of the entry that counts in its stead; nothing where it is not overruled.
+    std::optional<json::Position> overruledBy;
 };
 
 /// Returns the name in the form for programs: "in-force", "overruled".

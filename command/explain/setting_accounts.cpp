@@ -74,6 +74,16 @@ bool setsSomething(const FoundEntry& entry) {
     return entry.effect == UserEntry::Effect::InForce || entry.effect == UserEntry::Effect::Overruled;
 }
 
+/// Tells the overruled entries which one counts.
+void nameWhatCounts(SettingAccount& account) {
+    const UserEntry* const counting = account.entryInForce();
+    for (UserEntry& entry : account.entries) {
+        if (counting != nullptr && entry.effect == UserEntry::Effect::Overruled) {
+            entry.overruledBy = counting->place.name;
+        }
+    }
+}
+
 }  // namespace
 
 /// Holds both documents and what the readers made of them and told.
@@ -307,6 +317,7 @@ SettingAccount SettingAccounts::Readings::account(std::uint32_t number) const {
         }
     }
     addEntriesOfGroups(account, number);
+    nameWhatCounts(account);
     addRepetitions(account, number);
     return account;
 }

@@ -47,6 +47,11 @@ std::string Report::lineOf(json::View value, json::View near) const {
     return other && other->line == place.line ? line + ", column " + std::to_string(place.column) : line;
 }
 
+json::Position Report::keyPlaceOf(json::View value) const {
+    const auto place = document_.keyPositionOf(value);
+    return place ? *place : document_.positionOf(value).value_or(json::Position());
+}
+
 std::vector<Finding> Report::take() {
     std::stable_sort(findings_.begin(), findings_.end(),
                      [](const Finding& a, const Finding& b) { return a.begin.offset < b.begin.offset; });

@@ -35,6 +35,9 @@ public:
     /// Returns "line 3", where a value begins; "line 3, column 9" where another one begins in the same line.
     std::string lineOf(json::View value, json::View near = {}) const;
 
+    /// Returns the position of the key whose value is given; that of the value where it is no member's.
+    json::Position keyPlaceOf(json::View value) const;
+
     const json::LocatedDocument& document() const { return document_; }
 
     /// Returns the findings in the order of the file.

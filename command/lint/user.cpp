@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "actions/action_text.h"
+#include "command/later_entry.h"
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
 #include "command/sections.h"
@@ -193,9 +194,10 @@ private:
         const json::Member& entry = accepted.entry;
         const auto [before, isNew] = entries_.try_emplace(number, entry);
         if (!isNew) {
-            report_.addAtKey(Rule::RepeatedEntry, before->second.value, before->second.key,
-                             "A later entry (" + report_.lineOf(entry.value, before->second.value) + ") sets " +
-                                 names_.fullName(number) + " too, and the last one counts.");
+            report_.addAtKey(
+                Rule::RepeatedEntry, before->second.value, before->second.key,
+                command::nameOfLaterEntry(report_.keyPlaceOf(before->second.value), report_.keyPlaceOf(entry.value)) +
+                    " sets " + names_.fullName(number) + " too, and the last one counts.");
             before->second = entry;
         }
     }

@@ -7,6 +7,7 @@
 #include "actions/action_catalogue.h"
 #include "actions/action_text.h"
 #include "actions/observer_registry.h"
+#include "command/later_entry.h"
 #include "command/lint/action_forms.h"
 #include "command/lint/checks.h"
 #include "command/lint/shortcut_spelling.h"
@@ -142,13 +143,13 @@ public:
         Last& last = lasts_[entry.id];
         if (entry.shortcut && !isShortcutRefused) {
             if (last.shortcut.text().value_or("") != "" && last.shortcut.text() != entry.shortcut) {
-                tell(entry.id, last.shortcut, kShortcut, element);
+                tell(entry.id, last.shortcut, kShortcut, element.member(kShortcut));
             }
             last.shortcut = element.member(kShortcut);
         }
         if (entry.inMenu) {
             if (last.menuFlag && last.menuFlag.isTrue() != *entry.inMenu) {
-                tell(entry.id, last.menuFlag, kMenuFlag, element);
+                tell(entry.id, last.menuFlag, kMenuFlag, element.member(kMenuFlag));
             }
             last.menuFlag = element.member(kMenuFlag);
         }
@@ -162,9 +163,9 @@ private:
 
     void tell(int id, View earlier, std::string_view key, View later) {
         report_.addAtKey(Rule::RepeatedEntry, earlier, key,
-                         "A later entry (" + report_.lineOf(later, earlier) + ") gives action " + std::to_string(id) +
-                             " another " + (key == kShortcut ? "shortcut" : "menu flag") +
-                             ", and the last one counts.");
+                         command::nameOfLaterEntry(report_.keyPlaceOf(earlier), report_.keyPlaceOf(later)) +
+                             " gives action " + std::to_string(id) + " another " +
+                             (key == kShortcut ? "shortcut" : "menu flag") + ", and the last one counts.");
     }
 
     Report& report_;

@@ -1,5 +1,6 @@
 // zelutil explain: why settings have the values that they have.
 #include <memory>
+#include <set>
 #include <utility>
 
 #include "command/arguments.h"
@@ -99,6 +100,8 @@ private:
     SettingAccounts accounts_;
     std::string defaultsFile_;
     std::string userFile_;
+    /// The places of the entries that were told of, and the texts.
+    std::set<std::pair<std::size_t, std::string>> told_;
 };
 
 void Explanation::tellUnknown(const std::string& name) {
@@ -112,7 +115,12 @@ void Explanation::tellUnknown(const std::string& name) {
 }
 
 void Explanation::addFinding(const UserEntry& entry) {
-    output_.add({Severity::Warning, "The entry \"" + entry.name + "\" " + outcomeOf(entry) + ". " + reasonOf(entry),
+    std::string text = "The entry \"" + entry.name + "\" " + outcomeOf(entry) + ". " + reasonOf(entry);
+    // Two names may find the same entry.
+    if (!told_.emplace(entry.place.name.offset, text).second) {
+        return;
+    }
+    output_.add({Severity::Warning, std::move(text),
                  "This checks the whole file: " + commandLineFor(userFile_, defaultsFile_),
                  explainedPlace(userFile_, entry.place.name)});
 }
@@ -195,6 +203,13 @@ void Explanation::writeEntry(JsonWriter& json, const UserEntry& entry) {
     json.member("effect", nameOf(entry.effect));
     if (!entry.other.empty()) {
         json.member("other", entry.other);
+    }
+    if (entry.overruledBy) {
+        json.key("overruledBy");
+        json.beginObject();
+        json.member("line", static_cast<int>(entry.overruledBy->line));
+        json.member("column", static_cast<int>(entry.overruledBy->column));
+        json.endObject();
     }
     writePlace(json, userFile_, entry.place);
 }

@@ -19,6 +19,40 @@ using zelutil::test::RandomPreferences;
 using zelutil::test::readTextFile;
 using zelutil::test::TwinJson;
 
+/// Returns what stands on standard error of an `explain` of both names of "display::units" with this user's text.
+std::string errorsAboutUnits(const CommandWorld& world, const std::string& user) {
+    world.writeUser(user);
+    return world.run({"explain", "units", "display::units"}).err;
+}
+
+TEST(Explain, TellsOnceOfAnOverruledEntryAndWhichOneCounts) {
+    const CommandWorld world;
+    const std::string file = world.userFile().u8string();
+    const std::string later = errorsAboutUnits(
+        world, R"({"meta":[{"header":"Display","attribute":"display","overriddensettings":[{"units":"a"},)"
+               "\n"
+               R"({"display::units":"b"}]}]})");
+    const std::string warning = file +
+                                ":1:75: warning: The entry \"units\" has no effect. A later entry (line 2, column 2) "
+                                "sets the same setting, and the last one counts.\n";
+    EXPECT_EQ(later.substr(0, warning.size()), warning);
+    EXPECT_EQ(later.find("warning", warning.size()), std::string::npos) << later;
+
+    const std::string before = errorsAboutUnits(
+        world, R"({"meta":[{"header":"Display","attribute":"display","children":[)"
+               "\n"
+               R"({"header":"Grid","attribute":"grids","overriddensettings":[{"display::units":"b"}]}],)"
+               "\n"
+               R"("overriddensettings":[{"units":"a"}]}]})");
+    EXPECT_EQ(before.substr(0, before.find('\n')),
+              file +
+                  ":3:24: warning: The entry \"units\" has no effect. An entry before it (line 2, column 61), which "
+                  "is read later because a section is read before its children, sets the same setting, and the last "
+                  "one counts.");
+    EXPECT_NE(world.json({"explain", "units"}).find(R"("effect":"overruled","overruledBy":{"line":2,"column":61},)"),
+              std::string::npos);
+}
+
 TEST(Explain, TellsPeople) {
     const CommandWorld world;
     world.writeUser(kCommandUser);

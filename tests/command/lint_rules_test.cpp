@@ -142,6 +142,30 @@ TEST(LintSections, ANameThatMeansAnotherSectionsSettingNamesBoth) {
     EXPECT_EQ(told(check(sectionsOf({without}), defaults)), "");
 }
 
+TEST(LintSections, OfTwoEntriesForASettingTheNameOfTheOneThatCountsIsTold) {
+    const std::string both = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": "2"}, {"d::x": "3"}]})";
+    EXPECT_EQ(told(check(sectionsOf({both}), kSectionDefaults)),
+              "ZU020 at 2:59: A later entry (line 2, column 71) sets d::x too, and the last one counts. \n");
+    const std::string inLines = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": "2"}, {
+  "d::x":
+  "3"}]})";
+    EXPECT_EQ(told(check(sectionsOf({inLines}), kSectionDefaults)),
+              "ZU020 at 2:59: A later entry (line 3, column 3) sets d::x too, and the last one counts. \n");
+}
+
+TEST(LintSections, AChildBeforeTheEntriesOfItsParentIsReadAfterThem) {
+    const std::string defaults = sectionsOf({R"({"header": "G", "attribute": "g", "tclCommand": "t",)"
+                                             R"( "defaultsettings": [{"name": "y", "value": "1"}], "children": [)"
+                                             R"({"header": "D", "attribute": "d", "tclCommand": "t",)"
+                                             R"( "defaultsettings": [{"name": "x", "value": "1"}]}]})"});
+    const std::string user = R"({"header": "G", "attribute": "g", "children": [
+{"header": "D", "attribute": "d", "overriddensettings": [{"x": "2"}]}],
+"overriddensettings": [{"g::d::x": "3"}]})";
+    EXPECT_EQ(told(check(sectionsOf({user}), defaults)),
+              "ZU020 at 4:25: An entry before it (line 3, column 59), which is read later because a section is read "
+              "before its children, sets g::d::x too, and the last one counts. \n");
+}
+
 TEST(LintSections, OneThatOnlyGroupsOthersMayBeThereTwice) {
     const std::string groups = R"({"header": "G", "attribute": "g", "children": []})";
     const std::string holds =
@@ -215,16 +239,17 @@ TEST(LintUserActions, OfWhatAnActionIsGivenTwiceTheFirstIsTold) {
     const std::string notInMenu = R"({"id": 1, "rmb": false})";
     for (const char* const defaults : {kTwoActions, ""}) {
         EXPECT_EQ(told(check(userActionsOf({f3, f4}), defaults)),
-                  "ZU020 at 2:11: A later entry (line 3) gives action 1 another shortcut, and the last one counts. \n");
+                  "ZU020 at 2:11: A later entry (line 3, column 11) gives action 1 another shortcut, and the last one "
+                  "counts. \n");
         EXPECT_EQ(placesOf(check(userActionsOf({f3, inMenu, none}), defaults)), "ZU020 at 2:11");
-        EXPECT_EQ(
-            told(check(userActionsOf({inMenu, notInMenu}), defaults)),
-            "ZU020 at 2:11: A later entry (line 3) gives action 1 another menu flag, and the last one counts. \n");
+        EXPECT_EQ(told(check(userActionsOf({inMenu, notInMenu}), defaults)),
+                  "ZU020 at 2:11: A later entry (line 3, column 11) gives action 1 another menu flag, and the last one "
+                  "counts. \n");
         // A shortcut may be taken away first, and the same may be given again.
         EXPECT_EQ(placesOf(check(userActionsOf({none, f3, inMenu, f3, inMenu}), defaults)), "");
     }
     EXPECT_EQ(told(check("[{\"actions\": [" + f3 + ", " + f4 + "]}]", kTwoActions)),
-              "ZU020 at 1:25: A later entry (line 1, column 44) gives action 1 another shortcut, and the last one "
+              "ZU020 at 1:25: A later entry (line 1, column 54) gives action 1 another shortcut, and the last one "
               "counts. \n");
     // Action 2 has F2 by then, so F3 counts.
     const std::string f2 = R"({"id": 1, "shortcut": "F2"})";
