@@ -44,6 +44,42 @@ void compareEntry(const ActionEntryEffect& before, const ActionEntryEffect& afte
     }
 }
 
+/// Returns the action of that id; null for none, which one is that stands in for a missing parent.
+const Action* findShipped(const ActionCatalogue& catalogue, int id) {
+    const Action* const action = catalogue.find(id);
+    return action == nullptr || action->id == 0 ? nullptr : action;
+}
+
+std::string textOfFollower(const ActionEntryEffect& entry, bool isOfShortcut, int parent) {
+    const std::string action = "action " + std::to_string(entry.action);
+    const std::string why = ", because it follows its parent now, action " + std::to_string(parent) + '.';
+    if (isOfShortcut && entry.shortcut->empty()) {
+        return "The entry that takes the shortcut of " + action + " away does not do so" + why;
+    }
+    const std::string what = isOfShortcut ? "shortcut \"" + *entry.shortcut + '"' : "menu flag";
+    return "The " + what + " that " + action + " is given does not stay" + why;
+}
+
+/// Lists what an element gives to an action that the new version has made a child. A start says nothing of an element
+/// that takes a shortcut away, or that decides what other actions get before the child follows its parent.
+void compareFollower(const ActionEntryEffect& before, const ActionEntryEffect& after, const Actions& old,
+                     const Actions& now, Effect& effect) {
+    const Action* const was = findShipped(*old.catalogue, before.action);
+    const Action* const is = findShipped(*now.catalogue, before.action);
+    if (was == nullptr || is == nullptr || was->parentId >= 1 || is->parentId < 1) {
+        return;
+    }
+    const auto tell = [&](bool isOfShortcut) {
+        effect.meaningless.push_back({"", "", before.action, textOfFollower(before, isOfShortcut, is->parentId)});
+    };
+    if (before.givesShortcut && after.givesShortcut && actions::effectiveValue(is->shortcut) != *before.shortcut) {
+        tell(true);
+    }
+    if (before.givesMenuFlag && after.givesMenuFlag && actions::effectiveValue(is->rmb) != *before.inMenu) {
+        tell(false);
+    }
+}
+
 /// If one start has read no list, or another one, its elements have nothing in common with the other's.
 void compareEntries(const Actions& before, const Actions& after, Effect& effect) {
     if (before.usersList != after.usersList) {
@@ -51,13 +87,8 @@ void compareEntries(const Actions& before, const Actions& after, Effect& effect)
     }
     for (std::size_t place = 0; place < after.entries.size(); ++place) {
         compareEntry(before.entries[place], after.entries[place], effect);
+        compareFollower(before.entries[place], after.entries[place], before, after, effect);
     }
-}
-
-/// Returns the action of that id; null for none, which one is that stands in for a missing parent.
-const Action* findShipped(const ActionCatalogue& catalogue, int id) {
-    const Action* const action = catalogue.find(id);
-    return action == nullptr || action->id == 0 ? nullptr : action;
 }
 
 /// Returns the action that has another one's command in its context; 0 for none, and where the other one is still

@@ -42,7 +42,11 @@ std::vector<ActionEntryEffect> loadEntries(ActionCatalogue& catalogue, const std
         if (entry.id < 1) {
             break;
         }
-        entries.push_back({entry.shortcut.has_value(), entry.inMenu.has_value(), {}});
+        entries.push_back(
+            {entry.id, std::nullopt, entry.inMenu, entry.shortcut.has_value(), entry.inMenu.has_value(), {}});
+        if (entry.shortcut) {
+            entries.back().shortcut = *entry.shortcut;
+        }
         for (; next != findings.end() && next->entry.isSame(element); ++next) {
             apply(std::move(*next), entries.back());
         }

@@ -27,6 +27,10 @@ struct UserValue {
 
 /// An element of the user's list of changed actions.
 struct ActionEntryEffect {
+    int action = 0;
+    /// Hold what the element says.
+    std::optional<std::string> shortcut;
+    std::optional<bool> inMenu;
     bool givesShortcut = false;
     bool givesMenuFlag = false;
     /// Lists what the start says of the element. Their views are void.

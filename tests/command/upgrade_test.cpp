@@ -552,6 +552,12 @@ constexpr char kKeyOfTwo[] =
 constexpr char kKeyAndFlagOfTwo[] =
     R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"shortcut":"F9","rmb":true}]}]}]})";
 
+constexpr char kNoKeyOfTwo[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":2,"shortcut":""}]}]}]})";
+constexpr char kKeysOfBoth[] =
+    R"({"meta":[{"header":"A","attribute":"a","overriddensettings":[{"actions":[{"id":1,"shortcut":"F7"},)"
+    R"({"id":2,"shortcut":"F9"}]}]}]})";
+
 const std::vector<UpgradeRow>& meaninglessRows() {
     static const std::vector<UpgradeRow> rows = {
         {"section that comes, without the names", kElsewhere, sectionOf(""), kGridAndZoom, {}},
@@ -635,6 +641,22 @@ const std::vector<UpgradeRow>& meaninglessRows() {
          defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "C")),
          kKeyAndFlagOfTwo,
          {"2"}},
+        {"action that becomes a child and had its key taken away",
+         defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "copy", "C")),
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "")),
+         kNoKeyOfTwo,
+         {"2"}},
+        // By its entry it comes to hold the key of its parent, though it does not keep its own.
+        {"action that becomes the child of one with an entry",
+         defaultsWith("", shippedAction(1, "move", "M") + "," + shippedAction(2, "copy", "C")),
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "")),
+         kKeysOfBoth,
+         {"2"}},
+        {"child that stays one",
+         defaultsWith("", shippedAction(1, "move", "M") + "," + childOf(1, 2, "")),
+         defaultsWith("", shippedAction(1, "copy", "M") + "," + childOf(1, 2, "")),
+         kKeysOfBoth,
+         {}},
         {"key that is refused now",
          defaultsWith("", shippedAction(2, "copy", "C")),
          defaultsWith("", shippedAction(1, "move", "F9") + "," + shippedAction(2, "copy", "C")),
