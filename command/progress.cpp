@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <future>
+#include <system_error>
 #include <utility>
 
 #include "command/system/console.h"
@@ -15,6 +17,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kBeforeTheFirst{1000};
 constexpr milliseconds kBetween{100};
+constexpr milliseconds kBetweenLooks{50};
 constexpr std::size_t kWidth = 40;
 
 std::string barLine(std::size_t done, std::size_t total, milliseconds elapsed) {
@@ -55,11 +58,32 @@ void Progress::finish() {
     }
 }
 
-Progress::Write writeOfTerminal() {
-    if (!isTerminal(Stream::Error)) {
-        return nullptr;
+void workWithProgress(std::size_t total, std::size_t stepsOfEach, const ProgressPlace& place,
+                      const std::function<void(std::atomic<std::size_t>&)>& work) {
+    std::atomic<std::size_t> steps{0};
+    std::future<void> done;
+    try {
+        done = place.write ? std::async(std::launch::async, [&] { work(steps); }) : std::future<void>();
+    } catch (const std::system_error&) {
+        // The system lets the process have no further thread.
     }
-    return [](std::string_view text) { write(Stream::Error, text); };
+    if (!done.valid()) {
+        work(steps);
+        return;
+    }
+    Progress progress(total, place.now(), place.write);
+    while (done.wait_for(kBetweenLooks) != std::future_status::ready) {
+        progress.update(steps / stepsOfEach, place.now());
+    }
+    progress.finish();
+    done.get();
+}
+
+ProgressPlace progressOnTerminal() {
+    if (!isTerminal(Stream::Error)) {
+        return {};
+    }
+    return {[](std::string_view text) { write(Stream::Error, text); }, std::chrono::steady_clock::now};
 }
 
 }  // namespace zelutil::command

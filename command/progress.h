@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_COMMAND_PROGRESS_H
 #define ZELUTIL_COMMAND_PROGRESS_H
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -38,8 +39,20 @@ private:
     std::size_t shownLength_ = 0;
 };
 
-/// Returns what writes to standard error where that is a terminal; null elsewhere.
-Progress::Write writeOfTerminal();
+/// Holds where the line is shown, and the clock; tests have their own.
+struct ProgressPlace {
+    Progress::Write write;
+    std::function<Progress::Time()> now;
+};
+
+/// Does the work, in a thread of its own where the line may be shown meanwhile. The work counts its steps up, and each
+/// of the `total` things has that many. What it throws is thrown on.
+void workWithProgress(std::size_t total, std::size_t stepsOfEach, const ProgressPlace& place,
+                      const std::function<void(std::atomic<std::size_t>&)>& work);
+
+/// Returns standard error and the clock of this process, where standard error is a terminal; nowhere else is anything
+/// shown.
+ProgressPlace progressOnTerminal();
 
 }  // namespace zelutil::command
 

@@ -2,6 +2,7 @@
 #include "command/lint/lint.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -10,6 +11,7 @@
 #include "command/input_file.h"
 #include "command/json_failure.h"
 #include "command/lint/sarif.h"
+#include "command/progress.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
 
@@ -152,16 +154,27 @@ void printSarif(const std::vector<CheckedFile>& files, Output& output) {
 void tellUnchecked(const ReadFile& file, const lint::Source* defaults, Output& output) {
     const lint::FileKind kind = file.source.kind();
     if (defaults == nullptr && (kind == lint::FileKind::User || kind == lint::FileKind::UserActions)) {
-        output.add({Severity::Note, "Only the form of the file was checked, because no defaults are named.",
+        output.add({Severity::Note,
+                    "Only the form of the file was checked. Without the defaults nobody knows whether its " +
+                        std::string(kind == lint::FileKind::User
+                                        ? "sections, settings and actions exist, which setting an entry means, and "
+                                        : "actions exist, and ") +
+                        "whether an action gets the shortcut that it is given.",
                     "Name them too: --defaults FILE.", Place{file.path, std::nullopt, std::nullopt}});
     }
 }
 
-void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const LintChoices& choices, Output& output) {
+/// Counts the files that have been read, and those that have been checked.
+using Steps = std::atomic<std::size_t>;
+constexpr std::size_t kStepsOfEach = 2;
+
+void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const LintChoices& choices, Steps& steps,
+                  Output& output) {
     std::vector<CheckedFile> checked;
     for (const auto& file : files) {
         checked.push_back({file->path, lint::lint(file->source, {defaults, rulesOf(choices.rules)})});
         tellUnchecked(*file, defaults, output);
+        ++steps;
     }
     print(checked, output);
     if (choices.format == "sarif") {
@@ -177,22 +190,28 @@ void checkChoices(const LintChoices& choices) {
     rulesOf(choices.rules);
 }
 
-void check(const LintChoices& choices, Output& output) {
-    checkChoices(choices);
-    if (choices.format == "json") {
-        output.useJson();
-    }
+void checkFiles(const LintChoices& choices, Steps& steps, Output& output) {
     ReadFiles files;
     for (const std::string& argument : choices.files) {
         if (auto file = readFile(argument, output)) {
             files.push_back(std::move(file));
         }
+        ++steps;
     }
     const auto named = choices.namesDefaults ? readFile(choices.defaults, output) : nullptr;
     const bool lacksDefaults = choices.namesDefaults && (named == nullptr || !areUsable(*named, output));
     if (!lacksDefaults) {
-        checkAgainst(named != nullptr ? &named->source : defaultsAmong(files), files, choices, output);
+        checkAgainst(named != nullptr ? &named->source : defaultsAmong(files), files, choices, steps, output);
     }
+}
+
+void check(const LintChoices& choices, Output& output) {
+    checkChoices(choices);
+    if (choices.format == "json") {
+        output.useJson();
+    }
+    workWithProgress(choices.files.size(), kStepsOfEach, progressOnTerminal(),
+                     [&](Steps& steps) { checkFiles(choices, steps, output); });
 }
 
 Work declareLint(CLI::App& arguments) {

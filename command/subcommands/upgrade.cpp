@@ -1,6 +1,5 @@
 // zelutil upgrade: what new shipped defaults do to users' files, before they are rolled out.
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -118,14 +117,12 @@ void runUpgrade(const UpgradeChoices& choices, Output& output) {
     if (!newDefaults) {
         return;
     }
-    using Clock = std::chrono::steady_clock;
     const upgrade::UserFiles users = namedUsersFiles(choices.users, output);
-    Progress progress(users.files().size(), Clock::now(), writeOfTerminal());
     upgrade::Outcome outcome;
     outcome.notSeen = users.notSeen();
-    outcome.results = upgrade::compareAll(*oldDefaults, *newDefaults, users.files(), threadsFor(choices),
-                                          [&](std::size_t done) { progress.update(done, Clock::now()); });
-    progress.finish();
+    workWithProgress(users.files().size(), 1, progressOnTerminal(), [&](std::atomic<std::size_t>& done) {
+        outcome.results = upgrade::compareAll(*oldDefaults, *newDefaults, users.files(), threadsFor(choices), done);
+    });
     upgrade::tell(outcome, output);
     if (choices.jsonLines) {
         const auto lines = upgrade::jsonLines(outcome);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
 #include <exception>
 #include <mutex>
 #include <system_error>
@@ -20,8 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using lint::FileKind;
 using Status = UserResult::Status;
-
-constexpr std::chrono::milliseconds kBetweenTellings{50};
 
 /// Returns whether it is an object without members, as a user's file without values may be.
 bool isEmptyObject(json::View root) { return root.isObject() && root.members().begin() == root.members().end(); }
@@ -63,26 +59,21 @@ void compareFile(Comparison& comparison, UserResult& result) {
 
 class Workers {
 public:
-    Workers(const std::string& oldDefaults, const std::string& newDefaults, Results& results)
+    Workers(const std::string& oldDefaults, const std::string& newDefaults, Results& results,
+            std::atomic<std::size_t>& done)
         : oldDefaults_(oldDefaults),
           newDefaults_(newDefaults),
           results_(results.users),
-          shippedKeys_(results.shippedKeys) {}
+          shippedKeys_(results.shippedKeys),
+          done_(done) {}
 
-    void run(std::size_t count, const TellDone& tellDone) {
+    void run(std::size_t count) {
         std::vector<std::thread> threads;
-        running_ = count;
-        for (std::size_t number = 0; number < count; ++number) {
-            if (!start(threads)) {
-                setRunning(number, count);
-                break;
-            }
+        while (threads.size() < count && start(threads)) {
         }
         if (threads.empty()) {
-            running_ = 1;
             work();
         }
-        wait(tellDone);
         for (std::thread& thread : threads) {
             thread.join();
         }
@@ -100,11 +91,6 @@ private:
         } catch (const std::system_error&) {
             return false;
         }
-    }
-
-    void setRunning(std::size_t started, std::size_t wanted) {
-        const std::lock_guard lock(mutex_);
-        running_ -= wanted - started;
     }
 
     /// They are the same in every thread.
@@ -126,27 +112,15 @@ private:
             const std::lock_guard lock(mutex_);
             failure_ = std::current_exception();
         }
-        const std::lock_guard lock(mutex_);
-        --running_;
-        ended_.notify_one();
-    }
-
-    void wait(const TellDone& tellDone) {
-        std::unique_lock lock(mutex_);
-        while (!ended_.wait_for(lock, kBetweenTellings, [this] { return running_ == 0; })) {
-            tellDone(done_);
-        }
     }
 
     const std::string& oldDefaults_;
     const std::string& newDefaults_;
     std::vector<UserResult>& results_;
     std::vector<ChangedKey>& shippedKeys_;
+    std::atomic<std::size_t>& done_;
     std::atomic<std::size_t> next_{0};
-    std::atomic<std::size_t> done_{0};
     std::mutex mutex_;
-    std::condition_variable ended_;
-    std::size_t running_ = 0;
     std::exception_ptr failure_;
 };
 
@@ -171,14 +145,14 @@ const char* nameOf(Status status) {
 }
 
 Results compareAll(const std::string& oldDefaults, const std::string& newDefaults, const std::vector<fs::path>& files,
-                   std::size_t threads, const TellDone& tellDone) {
+                   std::size_t threads, std::atomic<std::size_t>& done) {
     Results results;
     results.users.resize(files.size());
     for (std::size_t number = 0; number < files.size(); ++number) {
         results.users[number].file = files[number];
     }
-    Workers(oldDefaults, newDefaults, results)
-        .run(std::clamp<std::size_t>(threads, 1, std::max<std::size_t>(files.size(), 1)), tellDone);
+    Workers(oldDefaults, newDefaults, results, done)
+        .run(std::clamp<std::size_t>(threads, 1, std::max<std::size_t>(files.size(), 1)));
     return results;
 }
 

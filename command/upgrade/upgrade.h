@@ -1,9 +1,9 @@
 #ifndef ZELUTIL_COMMAND_UPGRADE_UPGRADE_H
 #define ZELUTIL_COMMAND_UPGRADE_UPGRADE_H
 
+#include <atomic>
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,9 +33,6 @@ struct UserResult {
 /// Returns "compared", "missing", "not-spellable", "unread", "defaults" or "not-a-users-file".
 const char* nameOf(UserResult::Status status);
 
-/// Is called now and then, on the calling thread, with the number of files that are done.
-using TellDone = std::function<void(std::size_t done)>;
-
 struct Results {
     /// In the order of the files.
     std::vector<UserResult> users;
@@ -43,9 +40,10 @@ struct Results {
     std::vector<ChangedKey> shippedKeys;
 };
 
-/// Compares all files with that many threads, at least one.
+/// Compares all files with that many threads, at least one, and counts those that are done up.
 Results compareAll(const std::string& oldDefaults, const std::string& newDefaults,
-                   const std::vector<std::filesystem::path>& files, std::size_t threads, const TellDone& tellDone);
+                   const std::vector<std::filesystem::path>& files, std::size_t threads,
+                   std::atomic<std::size_t>& done);
 
 }  // namespace zelutil::command::upgrade
 

@@ -65,7 +65,9 @@ TEST_F(LintCommand, WithoutDefaultsAUsersFileIsCheckedByItsFormAndANoteSaysSo) {
     const ChildResult result = lint({"user.cfg"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out,
-              "user.cfg: note: Only the form of the file was checked, because no defaults are named.\n"
+              "user.cfg: note: Only the form of the file was checked. Without the defaults nobody knows whether its "
+              "sections, settings and actions exist, which setting an entry means, and whether an action gets the "
+              "shortcut that it is given.\n"
               "    Name them too: --defaults FILE.\n");
 }
 

@@ -10,8 +10,10 @@
 #include <map>
 #include <random>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 #include "command/command_world.h"
@@ -845,7 +847,8 @@ TEST_F(UpgradeFiles, DirectoryInThePlaceOfOneIsNotPassedOver) {
     const std::vector<std::string> expected{nameFor("ann"), nameFor("bob"), nameFor("eve")};
     EXPECT_EQ(found(homes()), expected);
     EXPECT_EQ(found(homes() / "**" / "tessel_settings.cfg"), expected);
-    const auto results = command::upgrade::compareAll("{}", "{}", {userFile("bob")}, 1, [](std::size_t) {});
+    std::atomic<std::size_t> done{0};
+    const auto results = command::upgrade::compareAll("{}", "{}", {userFile("bob")}, 1, done);
     EXPECT_STREQ(command::upgrade::nameOf(results.users[0].status), "unread");
 }
 
@@ -1022,7 +1025,9 @@ TEST_F(UpgradeFiles, AreComparedByTheThreadsThatStart) {
     for (const int starting : {0, 1, 2, 3}) {
         SCOPED_TRACE(starting);
         threadsThatStart = starting;
-        const auto results = command::upgrade::compareAll(oldDefaults, newDefaults, files, 3, [](std::size_t) {});
+        std::atomic<std::size_t> done{0};
+        const auto results = command::upgrade::compareAll(oldDefaults, newDefaults, files, 3, done);
+        EXPECT_EQ(done, 3U);
         EXPECT_EQ(threadsThatStart, starting == 3 ? 0 : -1) << "the system refused no thread";
         threadsThatStart = kAllThreadsStart;
         ASSERT_EQ(results.users.size(), 3U);
@@ -1147,8 +1152,8 @@ TEST_F(UpgradeCommand, UsersFileThatIsALinkToNothingIsNamedAsSuch) {
 }
 
 TEST_F(UpgradeFiles, WhosePathTheLibraryCannotSpellAreNotCalledMissing) {
-    const auto results =
-        command::upgrade::compareAll("{}", "{}", {homes() / "a|b", homes() / "none"}, 1, [](std::size_t) {});
+    std::atomic<std::size_t> done{0};
+    const auto results = command::upgrade::compareAll("{}", "{}", {homes() / "a|b", homes() / "none"}, 1, done);
     EXPECT_STREQ(command::upgrade::nameOf(results.users[0].status), "not-spellable");
     EXPECT_STREQ(command::upgrade::nameOf(results.users[1].status), "missing");
 }
@@ -1193,6 +1198,34 @@ TEST_F(ProgressBar, AppearsAfterASecondAndGoesAtTheEnd) {
     EXPECT_EQ(take(), "\r" + std::string(line.size(), ' ') + "\r");
     bar.finish();
     EXPECT_EQ(take(), "");
+}
+
+/// The clock goes on by a second with each look.
+TEST_F(ProgressBar, IsShownWhileTheWorkGoesOnAndGoesBeforeItsErrorDoes) {
+    std::atomic<bool> isShown{false};
+    const command::ProgressPlace place{[&](std::string_view text) {
+                                           written_ += text;
+                                           isShown = true;
+                                       },
+                                       [this] { return start_ += std::chrono::seconds(1); }};
+    const auto work = [&](std::atomic<std::size_t>& steps) {
+        steps += 2;
+        while (!isShown) {
+            std::this_thread::yield();
+        }
+        throw std::runtime_error("no more");
+    };
+    EXPECT_THROW(command::workWithProgress(4, 2, place, work), std::runtime_error);
+    const std::string line = "\r[##########..............................]  25 %  1 of 4, ";
+    EXPECT_EQ(written_.substr(0, line.size()), line);
+    EXPECT_EQ(written_.back(), '\r');
+}
+
+TEST_F(ProgressBar, NeedsNoThreadOfItsOwnWhereNothingIsShown) {
+    const std::thread::id here = std::this_thread::get_id();
+    std::thread::id there;
+    command::workWithProgress(1, 1, {}, [&](std::atomic<std::size_t>&) { there = std::this_thread::get_id(); });
+    EXPECT_EQ(there, here);
 }
 
 TEST_F(ProgressBar, IsWrittenTenTimesASecondAtMost) {
