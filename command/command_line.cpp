@@ -53,7 +53,7 @@ private:
     ExitCode wrongUsage(const std::string& text, const std::string& advice) const;
     std::string unknownSubcommand() const;
     std::string unknownOption() const;
-    std::string questionAboutLeftOver() const;
+    std::string leftOverOption() const;
     ExitCode printHelp(const std::string& text) const;
     std::string versionText() const;
     ExitCode tellParseError(const CLI::ParseError& error) const;
@@ -158,12 +158,15 @@ std::string questionAboutOption(const std::string& option, const std::vector<con
     return questionAbout(nearestNames(option, options));
 }
 
-/// Asks what was meant by the first argument of a subcommand that is none; empty where that is no option.
-std::string CommandLine::questionAboutLeftOver() const {
-    const std::vector<std::string> rest = app_.remaining(true);
-    const auto parsed = app_.get_subcommands();
-    if (!parsed.empty() && !rest.empty() && rest.front().substr(0, 2) == "--") {
-        return questionAboutOption(rest.front(), {parsed.front(), &app_});
+/// Returns the first option of a subcommand that is none, without its value; empty where there is none.
+std::string CommandLine::leftOverOption() const {
+    if (app_.get_subcommands().empty()) {
+        return {};
+    }
+    for (const std::string& word : app_.remaining(true)) {
+        if (word.size() > 2 && word.substr(0, 2) == "--") {
+            return word.substr(0, word.find('='));
+        }
     }
     return {};
 }
@@ -208,9 +211,13 @@ ExitCode CommandLine::tellParseError(const CLI::ParseError& error) const {
         return wrongUsage("There is no option \"" + option + "\" before a subcommand.",
                           question.empty() ? "\"zelutil --help\" lists them." : question);
     }
+    const std::string howCalled = "\"" + helpCall() + "\" says how it is called.";
+    if (const std::string leftOver = leftOverOption(); !leftOver.empty()) {
+        const std::string question = questionAboutOption(leftOver, {app_.get_subcommands().front(), &app_});
+        return wrongUsage("There is no option \"" + leftOver + "\".", question.empty() ? howCalled : question);
+    }
     if (word.empty()) {
-        const std::string question = questionAboutLeftOver();
-        return wrongUsage(error.what(), question.empty() ? "\"" + helpCall() + "\" says how it is called." : question);
+        return wrongUsage(error.what(), howCalled);
     }
     std::vector<std::string> names;
     for (const Subcommand* const subcommand : subcommands()) {

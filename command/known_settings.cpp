@@ -26,10 +26,14 @@ std::string adviceWithoutDefaults(bool areNamed) {
         return "\"zelutil doctor\" says where they are looked for.";
     }
     for (const char* const variable : {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"}) {
-        const std::string value = platform::environment(variable).value_or("");
-        if (!value.empty()) {
-            return "The variable " + std::string(variable) + " is \"" + value +
-                   "\", which leads to no installation; \"zelutil doctor\" says why.";
+        const auto value = platform::environment(variable);
+        if (value && value->empty()) {
+            return "Set the variable " + std::string(variable) +
+                   ", which is set but empty, to the installation's directory, or unset it.";
+        }
+        if (value) {
+            return "Let the variable " + std::string(variable) + " name an installation: it is \"" + *value +
+                   "\", and \"zelutil doctor\" says why that is none.";
         }
     }
     return "Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin.";

@@ -5,6 +5,7 @@
 
 #include "command/text.h"
 #include "file/hierarchy_root.h"
+#include "platform/environment.h"
 #include "platform/modules.h"
 
 namespace zelutil::command {
@@ -105,7 +106,9 @@ std::string lineOf(const Candidate& candidate) {
         line += ' ' + candidate.variable;
     }
     if (isRootVariable(candidate)) {
-        line += ", whose programs are in";
+        const bool isEmpty = platform::environment(candidate.variable.c_str()).value_or("").empty();
+        line +=
+            isEmpty ? ", which is set but empty: the current directory's programs are in" : ", whose programs are in";
     }
     if (!candidate.seen.empty()) {
         line += " \"" + (isWholePath(candidate.seen) ? nativeOrAsItStands(candidate.seen) : candidate.seen) + '"';

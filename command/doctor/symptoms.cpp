@@ -143,6 +143,12 @@ private:
         if (isSameDirectory(tree, root_)) {
             return;
         }
+        if (value.empty()) {
+            addNoProduct(variable + " is set but empty, so that the current directory " + shown(tree) +
+                             " stands for the product, and that is no installation.",
+                         "Set " + variable + " to the product's directory, or unset it.");
+            return;
+        }
         const Path library = Path(tree) + "tools/bin" + platform::libraryFileName();
         if (file::isInstallation(Path(tree)) && !library.Exists()) {
             addNoProduct(variable + " names " + shown(tree) + ", which has no " + shown(libraryText(library)) + '.',

@@ -1,7 +1,10 @@
 // zelutil complete: what the shell offers while a command line is being typed. The script that asks for it is
 // completion/zelutil.bash.
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <string>
+#include <unordered_set>
 
 #include "command/arguments.h"
 #include "command/known_settings.h"
@@ -98,13 +101,22 @@ bool takesValue(const CLI::App& app, const Subcommand* subcommand, const std::st
     return !option.empty() && option.front() == '-' && known != nullptr && known->get_items_expected_max() > 0;
 }
 
+/// Returns the words in their order, without those that are there already.
+Words eachOnce(const Words& words) {
+    Words once;
+    std::unordered_set<std::string> known;
+    std::copy_if(words.begin(), words.end(), std::back_inserter(once),
+                 [&](const std::string& word) { return known.insert(word).second; });
+    return once;
+}
+
 /// Returns what the option takes; nothing where that is a file or not known.
 Words valuesBehind(const std::string& option, const Subcommand* subcommand, Output& output) {
     if (option == "--color") {
         return {"auto", "always", "never"};
     }
     if (option == "--section") {
-        return KnownSettings(output).areThere() ? host::sectionsInFileOrder() : Words();
+        return KnownSettings(output).areThere() ? eachOnce(sectionsAndGroups()) : Words();
     }
     if (option == "--context") {
         return shortcuts::contextsOf(shortcuts::KnownShortcuts(output).rows());

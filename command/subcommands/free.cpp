@@ -23,11 +23,15 @@ struct FreeChoices {
     bool chosenModifiers = false;
 };
 
+/// Stands for no modifiers, in the table and in the option.
+constexpr char kNoModifiers[] = "none";
+
 /// Returns the modifiers in the spelling of the keys.
 std::string chosenModifiers(const FreeChoices& choices) {
-    auto named = shortcuts::modifierSetNamed(choices.modifiers);
+    auto named = shortcuts::modifierSetNamed(choices.modifiers == kNoModifiers ? "" : choices.modifiers);
     if (!named) {
-        throw UsageError("\"" + choices.modifiers + "\" is none of the modifiers, as \"Ctrl\" and \"Ctrl+Shift\" are.");
+        throw UsageError("\"" + choices.modifiers +
+                         "\" is none of the modifiers, as \"Ctrl\", \"Ctrl+Shift\" and \"none\" are.");
     }
     return *std::move(named);
 }
@@ -49,7 +53,7 @@ void showLines(const std::vector<FreeKey>& keys, Output& output) {
         for (const bool byFallback : {false, true}) {
             const std::string names = namesIn(keys, modifiers, byFallback);
             if (!names.empty()) {
-                lines.push_back({{modifiers.empty() ? "none" : modifiers, Role::Name},
+                lines.push_back({{modifiers.empty() ? kNoModifiers : modifiers, Role::Name},
                                  {byFallback ? "by fallback" : "nothing", Role::Faint},
                                  {names, Role::Value}});
             }
@@ -85,8 +89,9 @@ std::vector<std::string> valuesOfFree(std::string_view option) {
     std::vector<std::string> values;
     if (option == "--modifiers") {
         // No shell offers the empty text.
-        std::copy_if(shortcuts::modifierSets().begin(), shortcuts::modifierSets().end(), std::back_inserter(values),
-                     [](const std::string& modifiers) { return !modifiers.empty(); });
+        const auto& sets = shortcuts::modifierSets();
+        std::transform(sets.begin(), sets.end(), std::back_inserter(values),
+                       [](const std::string& modifiers) { return modifiers.empty() ? kNoModifiers : modifiers; });
     }
     return values;
 }
@@ -96,9 +101,9 @@ Work declareFree(CLI::App& arguments) {
     addName(arguments, "--context", choices->context, "The context whose actions are to be given one")
         ->required()
         ->type_name("CONTEXT");
-    const CLI::Option* const modifiers =
-        addText(arguments, "--modifiers", choices->modifiers, "Show only those with these modifiers; \"\" for none")
-            ->type_name("MODIFIERS");
+    const CLI::Option* const modifiers = addText(arguments, "--modifiers", choices->modifiers,
+                                                 "Show only those with these modifiers, as Ctrl+Shift, or none")
+                                             ->type_name("MODIFIERS");
     return [choices, modifiers](Output& output) {
         choices->chosenModifiers = modifiers->count() != 0;
         showFree(*choices, output);

@@ -40,6 +40,9 @@ expect "zelutil lint --format" "--format"
 expect "zelutil free --context b" "brisk3d"
 expect "zelutil free --context=b" "brisk3d"
 expect "zelutil free --modifiers Ctrl+A" "Ctrl+Alt Ctrl+Alt+Shift"
+expect "zelutil list --section gen" \
+    "general general::startup general::saving general::recent general::locale general::log"
+expect "zelutil free --modifiers n" "none"
 expect "zelutil schema " "defaults user actions facets"
 expect "zelutil get --world g" ""
 expect "zelutil free --context my" 'my\ library'

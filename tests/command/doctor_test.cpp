@@ -219,6 +219,11 @@ const std::vector<Fault> kFaults = {
      {"root"},
      "which has no "},
     {"variable of nothing", [](auto& w) { w.name("QTXROOT", w.work / "nothing"); }, "no-product", {"root"}},
+    {"variable that is empty",
+     [](auto& w) { w.environment["QTXROOT"] = ""; },
+     "no-product",
+     {"root"},
+     "The variable QTXROOT is set but empty, so that the current directory"},
     {"variable of the tools", [](auto& w) { w.name("QTX_ROOT", w.product / "tools"); }, "no-product", {"root"}},
     {"hidden variable of nothing",
      [](auto& w) {
@@ -619,6 +624,14 @@ TEST(Doctor, SaysThatTheProgramsOfAVariableAreSearched) {
     EXPECT_NE(result.out.find("\n  - the variable QTXROOT, whose programs are in " + programs + '\n'),
               std::string::npos)
         << result.out;
+    world.environment["QTXROOT"] = "";
+    const std::string empty = run({ZELUTIL_TEST_COMMAND, {"doctor"}, world.environment, world.here}).out;
+    const std::string current = '"' + (world.here / "tools/bin").make_preferred().string() + '"';
+    EXPECT_NE(
+        empty.find("\n  - the variable QTXROOT, which is set but empty: the current directory's programs are in " +
+                   current + '\n'),
+        std::string::npos)
+        << empty;
 }
 
 }  // namespace

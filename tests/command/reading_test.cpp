@@ -283,10 +283,16 @@ TEST(Reading, SaysWhichVariableLeadsToNoInstallation) {
     for (const char* const subcommand : {"list", "shortcuts"}) {
         const ChildResult result = world.run({subcommand}, {{"QTXROOT", nowhere}, {"PATH", ""}});
         EXPECT_EQ(result.exitCode, 3);
-        EXPECT_NE(result.err.find("    The variable QTXROOT is \"" + nowhere +
-                                  "\", which leads to no installation; \"zelutil doctor\" says why.\n"),
+        EXPECT_NE(result.err.find("    Let the variable QTXROOT name an installation: it is \"" + nowhere +
+                                  "\", and \"zelutil doctor\" says why that is none.\n"),
                   std::string::npos)
             << result.err;
+        const ChildResult empty = world.run({subcommand}, {{"QTXROOT", ""}, {"PATH", ""}});
+        EXPECT_EQ(empty.exitCode, 3);
+        EXPECT_NE(empty.err.find("    Set the variable QTXROOT, which is set but empty, to the installation's "
+                                 "directory, or unset it.\n"),
+                  std::string::npos)
+            << empty.err;
     }
 }
 

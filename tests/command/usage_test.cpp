@@ -129,12 +129,16 @@ TEST(Usage, WrongUseIsTold) {
          "zelutil: error: The following argument was not expected: grid\n"
          "    \"zelutil diff --help\" says how it is called.\n"},
         {{"list", "--nonsense"},
-         "zelutil: error: The following argument was not expected: --nonsense\n"
+         "zelutil: error: There is no option \"--nonsense\".\n"
          "    \"zelutil list --help\" says how it is called.\n"},
         {{"list", "--chagned", "--section", "display"},
-         "zelutil: error: The following argument was not expected: --chagned\n    Did you mean --changed?\n"},
-        {{"list", "--jsno"},
-         "zelutil: error: The following argument was not expected: --jsno\n    Did you mean --json?\n"},
+         "zelutil: error: There is no option \"--chagned\".\n    Did you mean --changed?\n"},
+        // An option that is missing, too, matters less.
+        {{"who", "F5", "--contxt", "x"},
+         "zelutil: error: There is no option \"--contxt\".\n    Did you mean --context?\n"},
+        {{"who", "F5", "--context=x", "--contxt=y"},
+         "zelutil: error: There is no option \"--contxt\".\n    Did you mean --context?\n"},
+        {{"list", "--jsno"}, "zelutil: error: There is no option \"--jsno\".\n    Did you mean --json?\n"},
         {{"list", "--color", "often"},
          "zelutil: error: --color: \"often\" is none of auto, always and never.\n"
          "    \"zelutil list --help\" says how it is called.\n"},
@@ -183,6 +187,8 @@ TEST(Usage, CompletionOffersWhatMayFollow) {
         {{"schema", ""}, {"defaults", "user", "actions", "facets"}},
         {{"schema", "f"}, {"facets"}},
         {{"free", "--modifiers", "Ctrl+A"}, {"Ctrl+Alt", "Ctrl+Alt+Shift"}},
+        {{"free", "--modifiers", "n"}, {"none"}},
+        {{"list", "--section", "disp"}, {"display", "display::grids"}},
         // Files, which the shell knows.
         {{"get", "--world", "d"}, {}},
         {{"lint", "--defaults", "d"}, {}},
