@@ -2,8 +2,6 @@
 // them. Whatever happens: the file is the old or the new one, whole, the result says which, and doing the same once
 // more finishes the work. Once more after that writes nothing into the user's file.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/save.h>
 #include <zelutil/prefs/user_preference_manager.h>
@@ -24,6 +22,7 @@
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "support/every_fault.h"
+#include "support/killed_at.h"
 #include "support/system_faults.h"
 
 namespace zelutil::test {
@@ -139,22 +138,6 @@ TEST_P(ShortcutFaults, AnyCallMayFail) {
     EXPECT_GT(tally_.broken, 40);
     EXPECT_GT(tally_.old, 0);
     EXPECT_GT(tally_.fresh, 0);
-}
-
-/// Does the work in a process of its own, which ends at once just before the call. Returns whether it came to that.
-template <typename Work>
-bool isKilledAt(const std::string& call, std::size_t occurrence, Work work) {
-    constexpr int kKilled = 42;
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const CallHook hook(call, occurrence, [] { ::_exit(kKilled); });
-        work();
-        ::_exit(0);
-    }
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status));
-    return WEXITSTATUS(status) == kKilled;
 }
 
 TEST_P(ShortcutFaults, AProcessMayBeKilledAtAnyCall) {
