@@ -80,6 +80,15 @@ void Output::useJson() {
     }
 }
 
+void Output::replace(const Finding& old, Finding now) {
+    const auto found = std::find_if(findings_.begin(), findings_.end(), [&](const Finding& one) {
+        return one.severity == old.severity && one.text == old.text && one.advice == old.advice;
+    });
+    if (found != findings_.end()) {
+        *found = std::move(now);
+    }
+}
+
 std::string Output::shown(Role role, std::string_view text) const { return colors_(role, printable(text)); }
 
 void Output::fail(std::string text, std::string advice) {

@@ -75,6 +75,9 @@ public:
 
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
 
+    /// Puts a finding in the place of one that was added, which what was done since has made untrue.
+    void replace(const Finding& old, Finding now);
+
     /// Has the JSON form printed, as if it had been asked for. To be called before anything is added.
     void useJson();
 

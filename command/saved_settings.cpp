@@ -4,6 +4,7 @@
 
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
+#include "command/obstacle_advice.h"
 #include "command/text.h"
 #include "prefs/preference_files.h"
 
@@ -39,11 +40,11 @@ void tellChanges(const std::vector<SettingChange>& changes, Output& output) {
 }
 
 void tellFile(const SaveResult& result, Output& output) {
-    const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing to do in";
+    const char* const outcome = result.status == Status::Saved ? "Saved in" : "Nothing changed in";
     output.line("{} {}", outcome, output.shown(Role::Faint, nativeOrAsItStands(result.path)));
     if (prefs::isWrittenUserFileRedirected()) {
         output.add({Severity::Note, "The variable regression_testing has files saved in the current directory.",
-                    "They are read from where \"zelutil doctor\" says.", std::nullopt});
+                    "Unset it to have them saved where \"zelutil doctor\" says that they are read.", std::nullopt});
     }
 }
 
@@ -72,6 +73,7 @@ void tellFailure(const SaveResult& result, Output& output) {
             break;
         default:
             output.fail(result.text, "Try again.");
+            break;
     }
 }
 
@@ -82,19 +84,22 @@ void tellConflicts(const SaveResult& result, Output& output) {
         output.add({Severity::Warning,
                     name + " was changed by another process meanwhile, to \"" + conflict.theirs +
                         "\"; the file has \"" + conflict.ours + "\" now.",
-                    conflict.setting.empty() ? "" : "\"zelutil set\" brings the other value back.", std::nullopt});
+                    conflict.setting.empty() ? "See which one is wanted: \"zelutil shortcuts --changed\" shows them."
+                                             : "\"zelutil set\" brings the other value back.",
+                    std::nullopt});
     }
 }
 
 void tellObstacles(const SaveResult& result, Output& output) {
     for (const host::NotRestored& item : result.notRestored) {
-        output.add({Severity::Warning, item.text, "", std::nullopt});
+        output.add({Severity::Warning, item.text, adviceOn(item.obstacle), std::nullopt});
     }
     for (const std::string& name : result.settingsOfOthers) {
         output.add({Severity::Note, name + ": the file has what another process saved meanwhile.", "", std::nullopt});
     }
     for (const std::string& name : result.unknownSettings) {
-        output.add({Severity::Error, "There is no setting \"" + name + "\".", "", std::nullopt});
+        output.add({Severity::Error, "There is no setting \"" + name + "\".", "\"zelutil list\" shows all names.",
+                    std::nullopt});
     }
     if (!result.keptCopy.empty()) {
         output.add({Severity::Warning,
@@ -104,7 +109,8 @@ void tellObstacles(const SaveResult& result, Output& output) {
     }
 }
 
-void writeSave(const std::vector<SettingChange>& changes, const SaveResult& result, JsonWriter& json) {
+void writeSave(const std::vector<SettingChange>& changes, const BeforeSave& places, const SaveResult& result,
+               JsonWriter& json) {
     json.objects("settings", changes, [&](const SettingChange& change) {
         json.member("name", change.before.fullName);
         json.member("before", change.before.value);
@@ -116,6 +122,9 @@ void writeSave(const std::vector<SettingChange>& changes, const SaveResult& resu
     json.member("file", nativeOrAsItStands(result.path));
     if (!result.keptCopy.empty()) {
         json.member("keptCopy", nativeOrAsItStands(result.keptCopy));
+    }
+    if (const std::string made = madeDirectory(places); !made.empty()) {
+        json.member("madeDirectory", made);
     }
     json.endObject();
 }
@@ -156,26 +165,35 @@ std::string nameOf(Status status) {
     return "starting";
 }
 
-void tellSaved(const std::vector<SettingInfo>& before, const SaveResult& result, Output& output) {
+void tellSaved(const std::vector<SettingInfo>& before, const BeforeSave& places, const SaveResult& result,
+               Output& output) {
     // If nothing was written, the new values are in force in this process alone.
-    tellChanged(result.ok() ? changesSince(before) : std::vector<SettingChange>(), result, output);
+    tellChanged(result.ok() ? changesSince(before) : std::vector<SettingChange>(), places, result, output);
 }
 
-void tellChanged(const std::vector<SettingChange>& changes, const SaveResult& result, Output& output,
-                 const std::string& reason) {
+void tellChanged(const std::vector<SettingChange>& changes, const BeforeSave& places, const SaveResult& result,
+                 Output& output, const std::string& reason) {
+    putRight(places, result, output);
     tellConflicts(result, output);
     tellObstacles(result, output);
-    output.members([&](JsonWriter& json) { writeSave(changes, result, json); });
+    output.members([&](JsonWriter& json) { writeSave(changes, places, result, json); });
     if (!reason.empty()) {
-        output.fail(reason, "Nothing was done. Try again once that is mended.");
+        output.fail(reason, isOutOfReach(prefs::userFilePath()) ? adviceOnUserPath(prefs::userFilePath())
+                                                                : "Nothing was done. Try again once that is mended.");
         return;
     }
-    if (!result.ok()) {
+    if (result.ok()) {
+        tellChanges(changes, output);
+    }
+    // A save that fails may have got that far.
+    if (const std::string made = madeDirectory(places); !made.empty()) {
+        output.line("Made the directory {}", output.shown(Role::Faint, made));
+    }
+    if (result.ok()) {
+        tellFile(result, output);
+    } else {
         tellFailure(result, output);
-        return;
     }
-    tellChanges(changes, output);
-    tellFile(result, output);
 }
 
 }  // namespace zelutil::command

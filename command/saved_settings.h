@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "command/before_save.h"
 #include "command/output.h"
 
 /// Tells what a save or a reset has done.
@@ -30,13 +31,14 @@ struct SettingChange {
 
 /// Tells `output` the values of the settings before and now, and the result: what was written where, or why nothing was
 /// and what to do next, and as findings whatever somebody may want to know of. `before` has the settings as they were
-/// before the save.
-void tellSaved(const std::vector<host::SettingInfo>& before, const host::SaveResult& result, Output& output);
+/// before the save, and `places` what it found where it writes.
+void tellSaved(const std::vector<host::SettingInfo>& before, const BeforeSave& places, const host::SaveResult& result,
+               Output& output);
 
 /// Does the same for changes that are known. Where nothing was written for a reason of its own, `reason` has the
 /// sentence for it.
-void tellChanged(const std::vector<SettingChange>& changes, const host::SaveResult& result, Output& output,
-                 const std::string& reason = {});
+void tellChanged(const std::vector<SettingChange>& changes, const BeforeSave& places, const host::SaveResult& result,
+                 Output& output, const std::string& reason = {});
 
 }  // namespace zelutil::command
 

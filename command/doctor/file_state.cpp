@@ -218,4 +218,16 @@ std::string blockerOf(const std::string& path) {
     return nearest.empty() || isDirectory(nearest) ? std::string() : textOf(nearest);
 }
 
+std::string topmostMissingDirectory(const std::string& path) {
+    if (kindOfText(path) != FileState::Kind::Missing) {
+        return {};
+    }
+    fs::path missing;
+    for (fs::path directory = platform::nativePathOf(path.c_str()).parent_path();
+         directory.has_relative_path() && !isThere(directory); directory = directory.parent_path()) {
+        missing = directory;
+    }
+    return textOf(missing);
+}
+
 }  // namespace zelutil::command

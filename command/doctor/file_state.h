@@ -18,6 +18,9 @@ FileState stateOfFile(const std::string& path, FileUse use);
 /// Returns the nearest thing that is there in the place of one of the file's directories and is none; empty for none.
 std::string blockerOf(const std::string& path);
 
+/// Returns the topmost directory above the file that is not there; empty where all are, or where there is no such path.
+std::string topmostMissingDirectory(const std::string& path);
+
 }  // namespace zelutil::command
 
 #endif

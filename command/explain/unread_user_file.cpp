@@ -7,6 +7,7 @@
 
 #include <zelutil/host/start.h>
 
+#include "command/command_line_text.h"
 #include "command/doctor/candidate_text.h"
 #include "command/doctor/file_state.h"
 #include "command/text.h"
@@ -17,6 +18,9 @@
 
 namespace zelutil::command {
 namespace {
+
+constexpr char kAdviceOnBlank[] =
+    "Its path has a blank: name the option --paths-with-blanks, too, where the applications read such files.";
 
 /// Returns the path without the quotes that a blank puts it into, by which nothing is opened.
 std::string withoutQuotes(std::string path) {
@@ -35,26 +39,30 @@ bool isThereInQuotes(const std::string& path) {
 /// Returns whether nothing can have that path here.
 bool isNoPath(const std::string& path) { return !platform::namesFile(withoutQuotes(path).c_str()); }
 
-Finding findingOf(const FileState& state, const std::string& path) {
+std::string conditionOf(const FileState& state) {
+    return state.malformed        ? state.malformed->text
+           : state.holdsNoSection ? "It is JSON that holds no section."
+                                  : lineOf(state);
+}
+
+Finding findingOf(const std::string& condition, const std::string& path) {
     if (isNoPath(path)) {
         return {Severity::Warning,
                 std::string("The user's file could not be looked for: ") +
                     (path.empty() ? "the home directory's path is none." : "no file has this path."),
                 adviceOnUserPath(path), std::nullopt};
     }
-    return {Severity::Warning,
-            "Nothing of the user's file is in force. " + (state.malformed        ? state.malformed->text
-                                                          : state.holdsNoSection ? "It is JSON that holds no section."
-                                                                                 : lineOf(state)),
-            "\"zelutil doctor\" says more of it.", std::nullopt};
+    return {Severity::Warning, "Nothing of the user's file is in force. " + condition,
+            isThereInQuotes(path) ? kAdviceOnBlank : "\"zelutil doctor\" says more of it.", std::nullopt};
 }
 
-void tellUnread(const std::string& path, Output& output) {
+std::optional<UnreadUserFile> unreadAt(const std::string& path) {
     const FileState state = stateOfFile(path, FileUse::Users);
     if (state.kind == FileState::Kind::Missing) {
-        return;
+        return std::nullopt;
     }
-    Finding finding = findingOf(state, path);
+    const std::string condition = conditionOf(state);
+    Finding finding = findingOf(condition, path);
     if (!path.empty()) {
         finding.place = Place{nativeOrAsItStands(path), std::nullopt, std::nullopt};
     }
@@ -62,7 +70,13 @@ void tellUnread(const std::string& path, Output& output) {
         finding.place->line = state.malformed->line;
         finding.place->column = state.malformed->column;
     }
-    output.add(std::move(finding));
+    return UnreadUserFile{std::move(finding), condition};
+}
+
+void tell(std::optional<UnreadUserFile> unread, Output& output) {
+    if (unread) {
+        output.add(std::move(unread->finding));
+    }
 }
 
 }  // namespace
@@ -71,7 +85,7 @@ bool isOutOfReach(const std::string& path) { return isNoPath(path) || isThereInQ
 
 std::string adviceOnUserPath(const std::string& path) {
     if (path.find(' ') != std::string::npos) {
-        return "Its path has a blank: --paths-with-blanks has it written, for applications that read it.";
+        return kAdviceOnBlank;
     }
     return hasUnknownDrive(path) ? kOnlyDrive
                                  : "Name the home directory by the variables HOMEDRIVE and HOMEPATH, and try again.";
@@ -79,7 +93,7 @@ std::string adviceOnUserPath(const std::string& path) {
 
 void tellUnreadUserFile(const SettingAccounts& accounts, Output& output) {
     if (accounts.userFile().isUnread) {
-        tellUnread(accounts.userFile().path, output);
+        tell(unreadAt(accounts.userFile().path), output);
     }
 }
 
@@ -94,10 +108,22 @@ bool isUserFileUnread() {
            (!warnings.empty() && stateOfFile(path, FileUse::Users).holdsNoSection);
 }
 
-void tellUnreadUserFile(Output& output) {
-    if (isUserFileUnread()) {
-        tellUnread(prefs::userFilePath(), output);
-    }
+std::optional<UnreadUserFile> unreadUserFile() {
+    return isUserFileUnread() ? unreadAt(prefs::userFilePath()) : std::nullopt;
 }
+
+Finding findingAfterSave(const UnreadUserFile& unread, const std::string& keptCopy) {
+    constexpr char kBefore[] = "Nothing of the user's file was in force before this save";
+    if (keptCopy.empty()) {
+        return {Severity::Warning, std::string(kBefore) + ": it held nothing.", "",
+                Place{unread.finding.place.value_or(Place()).file, std::nullopt, std::nullopt}};
+    }
+    Finding finding{Severity::Warning, kBefore + (", which keeps it as this copy. " + unread.condition),
+                    "This checks the copy: " + commandLineFor(keptCopy), unread.finding.place};
+    finding.place->file = keptCopy;
+    return finding;
+}
+
+void tellUnreadUserFile(Output& output) { tell(unreadUserFile(), output); }
 
 }  // namespace zelutil::command

@@ -1,12 +1,26 @@
 #ifndef ZELUTIL_COMMAND_EXPLAIN_UNREAD_USER_FILE_H
 #define ZELUTIL_COMMAND_EXPLAIN_UNREAD_USER_FILE_H
 
+#include <optional>
 #include <string>
 
 #include "command/explain/setting_account.h"
 #include "command/output.h"
 
 namespace zelutil::command {
+
+/// A user's file that is there and of which nothing was read.
+struct UnreadUserFile {
+    Finding finding;        ///< Says so, and why.
+    std::string condition;  ///< The sentence with the reason.
+};
+
+/// Returns the file that this process has not read; nothing where it has, or there is none.
+std::optional<UnreadUserFile> unreadUserFile();
+
+/// Returns what is to be told of it once a save has put another file in its place. The copy is where the save has kept
+/// it; empty where there was nothing to keep.
+Finding findingAfterSave(const UnreadUserFile& unread, const std::string& keptCopy);
 
 /// Tells `output` a user's file that is there and of which nothing is read, and why.
 void tellUnreadUserFile(const SettingAccounts& accounts, Output& output);

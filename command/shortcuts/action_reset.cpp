@@ -15,6 +15,7 @@
 #include "actions/observer_registry.h"
 #include "command/explain/entry_cut.h"
 #include "command/explain/entry_reset.h"
+#include "command/obstacle_advice.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/shortcut_changes.h"
 #include "host/action_families.h"
@@ -149,6 +150,24 @@ bool isSilent(const host::ActionInfo& action) {
             !catalogue.find(action.id)->sharesWith(action.heldBy, catalogue.find(action.heldBy)->parentId));
 }
 
+/// Returns whether the one in the way would leave it by a reset of its own.
+bool isInTheWayByItsUser(const host::NotRestored& refused, const ResetTold& told,
+                         const std::vector<ShortcutRow>& rows) {
+    const ShortcutRow* const holder = findRow(rows, refused.otherAction);
+    return refused.obstacle == host::Obstacle::TakenByAnother && holder != nullptr &&
+           holder->action.item.parent_id < 1 && holder->changedByUser && told.asked.count(refused.otherAction) == 0;
+}
+
+std::string adviceOnRefused(const host::NotRestored& refused, const ResetTold& told,
+                            const std::vector<ShortcutRow>& rows) {
+    if (isInTheWayByItsUser(refused, told, rows)) {
+        return "\"zelutil reset --shortcuts " + std::to_string(refused.action) + ' ' +
+               std::to_string(refused.otherAction) + "\" resets both.";
+    }
+    const bool isAlone = refused.otherAction == 0 && !told.isAll;
+    return isAlone ? "\"zelutil reset --shortcuts --all\" resets all together." : command::adviceOn(refused.obstacle);
+}
+
 }  // namespace
 
 EntriesCut planEntriesCut(const command::SettingAccounts& accounts, const std::vector<int>& ids) {
@@ -188,6 +207,15 @@ ActionReset resetActions(const std::vector<int>& ids) {
     }
     done.save = host::resetShortcuts(ids);
     return done;
+}
+
+void tellRefused(const std::vector<host::NotRestored>& refused, const ResetTold& told, command::Output& output) {
+    const std::vector<ShortcutRow> rows = shortcutTable();
+    std::vector<Finding> findings;
+    for (const host::NotRestored& one : refused) {
+        findings.push_back({Severity::Warning, one.text, adviceOnRefused(one, told, rows), std::nullopt});
+    }
+    addTheFirst(std::move(findings), output);
 }
 
 void tellWhoRuns(const std::vector<ShortcutRow>& before, const ResetTold& told, command::Output& output) {

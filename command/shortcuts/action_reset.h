@@ -51,6 +51,9 @@ struct ResetTold {
     std::set<int> refused;
 };
 
+/// Tells `output` the actions that do not get back what is shipped for them, and what can be done.
+void tellRefused(const std::vector<host::NotRestored>& refused, const ResetTold& told, command::Output& output);
+
 /// Tells `output` the actions that show a shortcut after a reset and do not run by it, if that is new or they were
 /// named for the reset, and those that run by theirs again. `before` has the actions as they were.
 void tellWhoRuns(const std::vector<ShortcutRow>& before, const ResetTold& told, command::Output& output);

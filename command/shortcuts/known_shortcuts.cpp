@@ -24,7 +24,9 @@ KnownShortcuts::KnownShortcuts(command::Output& output) {
     }
     command::tellUnreadUserFile(output);
     if (rows_.empty()) {
-        output.add({Severity::Warning, "The shipped defaults have no actions.", "", std::nullopt});
+        output.add({Severity::Warning, "The shipped defaults have no actions.",
+                    "See whether they are those of the product that is meant: \"zelutil doctor\" says where they are.",
+                    std::nullopt});
     }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "command/obstacle_advice.h"
 #include "command/saved_settings.h"
 #include "command/shortcuts/key_answer.h"
 #include "command/shortcuts/known_shortcuts.h"
@@ -80,8 +81,8 @@ std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows) {
            labelOf(rows, one.holder) + howHeld(one, rows);
 }
 
-void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, Output& output,
-                        const std::string& reason) {
+void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const command::BeforeSave& places,
+                        const host::SaveResult& result, Output& output, const std::string& reason) {
     // If nothing was written, the changes are in force in this process alone.
     const std::vector<RowChange> changes = result.ok() ? changedRows(before) : std::vector<RowChange>();
     for (const RowChange& change : changes) {
@@ -90,7 +91,7 @@ void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::Save
     output.members([&](command::JsonWriter& json) {
         json.objects("changes", changes, [&](const RowChange& change) { writeRowChange(json, change); });
     });
-    command::tellChanged({}, result, output, reason);
+    command::tellChanged({}, places, result, output, reason);
 }
 
 void addTheFirst(std::vector<command::Finding> findings, Output& output) {
@@ -113,16 +114,21 @@ void tellInTheWay(const std::vector<InTheWay>& inTheWay, const std::vector<Short
     addTheFirst(std::move(findings), output);
 }
 
-void tellSideEffects(const WishPlan& plan, const std::vector<ShortcutRow>& rows, Output& output) {
+void tellSideEffects(const WishPlan& plan, bool isDone, const std::vector<ShortcutRow>& rows, Output& output) {
+    const char* const loses = isDone ? " has lost \"" : " loses \"";
+    const char* const gains = isDone ? " has come to hold \"" : " comes to hold \"";
     std::vector<command::Finding> findings;
     for (const SideEffect& effect : plan.sideEffects) {
         const std::string action = "Action " + labelOf(rows, effect.action);
         for (const std::string& shortcut : effect.lost) {
-            findings.push_back({Severity::Warning, action + " loses \"" + shortcut + "\".",
-                                "Another action that shows it is given another one.", std::nullopt});
+            findings.push_back({Severity::Warning,
+                                action + loses + shortcut + "\", since another action that shows it " +
+                                    (isDone ? "was" : "is") + " given another one.",
+                                "Wish this action another shortcut, too: \"zelutil free\" lists some.", std::nullopt});
         }
         for (const std::string& shortcut : effect.gained) {
-            findings.push_back({Severity::Warning, action + " comes to hold \"" + shortcut + "\".", "", std::nullopt});
+            findings.push_back({Severity::Warning, action + gains + shortcut + "\".",
+                                "Wish this action another shortcut, or none, if that is not meant.", std::nullopt});
         }
     }
     addTheFirst(std::move(findings), output);
@@ -131,7 +137,7 @@ void tellSideEffects(const WishPlan& plan, const std::vector<ShortcutRow>& rows,
 void tellLost(const std::vector<host::NotRestored>& notRestored, Output& output) {
     std::vector<command::Finding> findings;
     for (const host::NotRestored& item : notRestored) {
-        findings.push_back({Severity::Warning, item.text, "", std::nullopt});
+        findings.push_back({Severity::Warning, item.text, command::adviceOn(item.obstacle), std::nullopt});
     }
     addTheFirst(std::move(findings), output);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "command/before_save.h"
 #include "command/output.h"
 #include "command/shortcuts/named_wishes.h"
 #include "command/shortcuts/shortcut_table.h"
@@ -18,8 +19,8 @@ namespace zelutil::shortcuts {
 /// Tells `output` the actions that have another shortcut or menu flag than before, children that follow among them, and
 /// the result of the save, which was the last thing to be done. Where it failed, nothing of that is told but why: that
 /// is `reason` where there is one.
-void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const host::SaveResult& result, command::Output& output,
-                        const std::string& reason = {});
+void tellSavedShortcuts(const std::vector<ShortcutRow>& before, const command::BeforeSave& places,
+                        const host::SaveResult& result, command::Output& output, const std::string& reason = {});
 
 /// Returns a sentence that says who is in the way.
 std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows);
@@ -28,9 +29,10 @@ std::string textOf(const InTheWay& one, const std::vector<ShortcutRow>& rows);
 void addTheFirst(std::vector<command::Finding> findings, command::Output& output);
 inline constexpr std::size_t kMostTold = 20;
 
-/// Tells `output` who is in the way of wishes, which other actions the edits change, and what no save brings back.
+/// Tells `output` who is in the way of wishes, which other actions the edits change, or have changed, and what no save
+/// brings back.
 void tellInTheWay(const std::vector<InTheWay>& inTheWay, const std::vector<ShortcutRow>& rows, command::Output& output);
-void tellSideEffects(const WishPlan& plan, const std::vector<ShortcutRow>& rows, command::Output& output);
+void tellSideEffects(const WishPlan& plan, bool isDone, const std::vector<ShortcutRow>& rows, command::Output& output);
 void tellLost(const std::vector<host::NotRestored>& notRestored, command::Output& output);
 
 /// Tells `output` where wishes are for a shortcut that no action shows, and one shows the same key in another spelling.

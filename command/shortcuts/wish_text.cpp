@@ -76,7 +76,8 @@ private:
         }
         const std::size_t equals = line.find('=');
         if (equals == std::string_view::npos) {
-            result_.faults.push_back({number, "It has no equals sign."});
+            result_.faults.push_back(
+                {number, "It has no equals sign: write ID = KEY or CONTEXT COMMAND = KEY, such as 1 = Ctrl+O."});
             return;
         }
         Wish wish;

@@ -74,7 +74,9 @@ void tellLeftOut(Output& output) {
     for (const auto& finding : odd) {
         const host::StartWarning& warning = finding.warning;
         if (countsAsSomething(finding)) {
-            findings.push_back({Severity::Warning, warning.text, "The profile has what it counts as.", std::nullopt});
+            findings.push_back({Severity::Warning, warning.text,
+                                "Correct the entry if the profile is to have something else than what it counts as.",
+                                std::nullopt});
         } else {
             findings.push_back({Severity::Warning, "Not in the profile: " + warning.text,
                                 "\"zelutil roundtrip\" says more.", std::nullopt});

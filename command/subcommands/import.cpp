@@ -41,15 +41,16 @@ void importProfile(const std::string& file, Output& output) {
     if (!known.areThere()) {
         return;
     }
+    const BeforeSave places = lookBeforeSave();
     const shortcuts::Import import = shortcuts::importWishes(text);
-    tellSavedShortcuts(known.rows(), import.save, output);
+    tellSavedShortcuts(known.rows(), places, import.save, output);
     tellSkipped(import.wishes, output);
     output.members([&](JsonWriter& json) {
         writeInTheWay(json, import.partial.inTheWay);
         writeSideEffects(json, import.partial.plan);
     });
     tellOtherSpellings(import.wishes.keys, known.rows(), output);
-    tellSideEffects(import.partial.plan, known.rows(), output);
+    tellSideEffects(import.partial.plan, import.save.ok(), known.rows(), output);
 }
 
 Work declareImport(CLI::App& arguments) {

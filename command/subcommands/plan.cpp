@@ -132,12 +132,14 @@ void planKeys(const PlanChoices& choices, Output& output) {
         return;
     }
     tellOtherSpellings(wishes.keys, known.rows(), output);
-    tellSideEffects(plan, known.rows(), output);
     if (choices.apply) {
+        const BeforeSave places = lookBeforeSave();
         const host::SaveResult result = applyWishes(plan, wishes.menuFlags);
-        tellSavedShortcuts(known.rows(), result, output);
+        tellSideEffects(plan, result.ok(), known.rows(), output);
+        tellSavedShortcuts(known.rows(), places, result, output);
         output.members([&](JsonWriter& json) { shortcuts::writeNotRestored(json, result.notRestored); });
     } else {
+        tellSideEffects(plan, false, known.rows(), output);
         const std::vector<host::NotRestored> lost = notRestoredAfter(catalogue, plan.edits);
         shortcuts::tellLost(lost, output);
         output.members([&](JsonWriter& json) { shortcuts::writeNotRestored(json, lost); });

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <memory>
 #include <unordered_set>
+#include <utility>
 
 #include "command/arguments.h"
 #include "command/explain/entry_reset.h"
@@ -16,6 +17,7 @@
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/shortcut_changes.h"
 #include "command/subcommands/table.h"
+#include "prefs/preference_files.h"
 
 namespace zelutil::command {
 namespace {
@@ -58,7 +60,8 @@ void tellReset(const std::vector<host::SettingInfo>& before, const host::SaveRes
     for (const host::SettingInfo& setting : result.ok() ? before : std::vector<host::SettingInfo>()) {
         changes.push_back({setting, setting.defaultValue, false});
     }
-    tellChanged(changes, result, output, result.text);
+    // A file that is not there, or is not read, is not written.
+    tellChanged(changes, {}, result, output, result.text);
 }
 
 void tellMissingTurn(Output& output) {
@@ -145,13 +148,16 @@ std::vector<int> idsOfAll(const std::vector<shortcuts::ShortcutRow>& rows) {
 }
 
 void resetKeys(const std::vector<int>& ids, bool isAll, const shortcuts::KnownShortcuts& known, Output& output) {
-    const shortcuts::ActionReset done = shortcuts::resetActions(ids);
-    tellSavedShortcuts(known.rows(), done.save, output, done.reason);
+    const BeforeSave places = lookBeforeSave();
+    shortcuts::ActionReset done = shortcuts::resetActions(ids);
+    const std::vector<host::NotRestored> refused = std::exchange(done.save.notRestored, {});
+    tellSavedShortcuts(known.rows(), places, done.save, output, done.reason);
     if (done.save.ok()) {
         shortcuts::ResetTold told{{ids.begin(), ids.end()}, isAll, {}};
-        for (const host::NotRestored& refused : done.save.notRestored) {
-            told.refused.insert(refused.action);
+        for (const host::NotRestored& one : refused) {
+            told.refused.insert(one.action);
         }
+        tellRefused(refused, told, output);
         tellWhoRuns(known.rows(), told, output);
     }
     if (done.save.status == host::SaveResult::Status::Saved && !done.hasTurn) {
@@ -167,7 +173,9 @@ void resetShortcuts(const ResetChoices& choices, Output& output) {
     const shortcuts::KnownShortcuts known(output);
     if (known.areThere() && isUserFileUnread()) {
         output.fail("Nothing can be taken out of the user's file, because it is not read.",
-                    "Mend it first: \"zelutil doctor\" says what is wrong with it.");
+                    isOutOfReach(prefs::userFilePath())
+                        ? adviceOnUserPath(prefs::userFilePath())
+                        : "Mend it first: \"zelutil doctor\" says what is wrong with it.");
     } else if (known.areThere() && areResettable(ids, known, output)) {
         resetKeys(choices.all ? idsOfAll(known.rows()) : ids, choices.all, known, output);
     }

@@ -11,6 +11,7 @@
 
 #include "command/arguments.h"
 #include "command/explain/unread_user_file.h"
+#include "command/obstacle_advice.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/round_trip.h"
 #include "command/shortcuts/shortcut_changes.h"
@@ -23,24 +24,6 @@ namespace {
 using shortcuts::KeyWish;
 using shortcuts::KnownShortcuts;
 using shortcuts::RoundTrip;
-
-std::string cureOf(host::Obstacle obstacle) {
-    switch (obstacle) {
-        case host::Obstacle::ShippedTwice:
-            return "Give one of the two another shortcut, or have the shipped actions mended.";
-        case host::Obstacle::TakenByAnother:
-            return "Give one of the two another shortcut; \"zelutil free\" lists some.";
-        case host::Obstacle::ChildRefuses:
-            return "Give the action that holds the shortcut in the child's context another one.";
-        case host::Obstacle::FollowsParent:
-            return "Change the parent instead.";
-        case host::Obstacle::NoPlaceInFile:
-            return "The shipped defaults need a section for actions, whose \"submanagerId\" is 100.";
-        case host::Obstacle::NameBelongsToAnother:
-            break;
-    }
-    return "";
-}
 
 /// Says what to do about an entry for an action that takes over what its parent has; empty for another entry.
 std::string cureOf(const host::StartWarning& warning, const KnownShortcuts& known) {
@@ -142,7 +125,7 @@ void writeTrip(const RoundTrip& trip, const KnownShortcuts& known, JsonWriter& j
         json.member("action", item.action);
         json.member("otherAction", item.otherAction);
         json.member("text", item.text);
-        json.member("cure", cureOf(item.obstacle));
+        json.member("cure", adviceOn(item.obstacle));
     });
     json.member("userFileRead", !isUserFileUnread());
     json.list("lostByOldCalls", trip.lostByOldCalls, [&](int id) { json.integer(id); });
@@ -159,7 +142,7 @@ void tellRoundTrip(Output& output) {
         output.add({Severity::Warning, warning.text, cureOf(warning, known), std::nullopt});
     }
     for (const host::NotRestored& item : trip.notRestored) {
-        output.add({Severity::Warning, item.text, cureOf(item.obstacle), std::nullopt});
+        output.add({Severity::Warning, item.text, adviceOn(item.obstacle), std::nullopt});
     }
     tellCure(trip, known, output);
     tellOldCalls(trip, known, output);

@@ -23,8 +23,11 @@ struct Assignment {
 
 void checkForm(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
-        if (text.find('=') == std::string::npos || text.front() == '=') {
-            throw UsageError("\"" + text + "\" is no assignment, which is NAME=VALUE.");
+        if (text.find('=') == std::string::npos) {
+            throw UsageError("\"" + text + "\" has no equals sign: write NAME=VALUE, such as grid=0.25.");
+        }
+        if (text.front() == '=') {
+            throw UsageError("\"" + text + "\" names no setting: write NAME=VALUE, such as grid=0.25.");
         }
         if (validUtf8(text) != text) {
             throw UsageError("\"" + validUtf8(text) + "\" is not in UTF-8, as the user's file is.");
@@ -120,7 +123,8 @@ void set(const std::vector<std::string>& texts, Output& output) {
         return;
     }
     checkEachOnce(assignments, *before);
-    tellSaved(*before, saveAll(assignments, *before), output);
+    const BeforeSave places = lookBeforeSave();
+    tellSaved(*before, places, saveAll(assignments, *before), output);
 }
 
 Work declareSet(CLI::App& arguments) {

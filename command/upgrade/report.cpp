@@ -280,7 +280,8 @@ Finding aboutLoss(const UserResult& result) {
     return {Severity::Warning,
             fmt::format("The upgrade takes from this user: values {}, shortcuts {}, menu flags {}.",
                         effect.dropped.size(), effect.shortcuts.size(), effect.menuFlags.size()),
-            "", Place{textOf(result.file), std::nullopt, std::nullopt}};
+            "Tell the user, or have the new defaults keep these names and shortcuts.",
+            Place{textOf(result.file), std::nullopt, std::nullopt}};
 }
 
 }  // namespace

@@ -18,17 +18,6 @@ ActionValues valuesOf(const ActionCatalogue::Action& action) {
     return {actions::effectiveValue(action.shortcut), actions::effectiveValue(action.rmb)};
 }
 
-/// Two actions of one context that are shipped with one shortcut cannot both be given it.
-NotRestored refusal(int id, const std::string& shortcut, int holder, bool shippedTwice) {
-    NotRestored refused;
-    refused.action = id;
-    refused.obstacle = shippedTwice ? Obstacle::ShippedTwice : Obstacle::TakenByAnother;
-    refused.otherAction = holder;
-    refused.text = "Action " + std::to_string(id) + " does not get back the shortcut \"" + shortcut + "\"";
-    refused.text += holder == 0 ? std::string(".") : ": action " + std::to_string(holder) + " has it.";
-    return refused;
-}
-
 int holderOf(const ActionState& state, const ActionState::Place& place) {
     const auto found = state.holders.find(place);
     return found == state.holders.end() ? 0 : found->second;
@@ -212,10 +201,31 @@ private:
         for (const int id : refused) {
             if (asked.count(id) != 0 || refused.count(shipped_.find(id)->parent) == 0) {
                 const std::string& shortcut = valuesOf(aim_, id).shortcut;
-                const int holder = catalogue_.shortcutTakenBy(id, shortcut);
-                result_.refused.push_back(refusal(id, shortcut, holder, areShippedAlike(id, holder)));
+                result_.refused.push_back(refusal(id, shortcut, catalogue_.shortcutTakenBy(id, shortcut)));
             }
         }
+    }
+
+    /// Two actions of one context that are shipped with one shortcut cannot both be given it.
+    NotRestored refusal(int id, const std::string& shortcut, int holder) const {
+        NotRestored refused;
+        refused.action = id;
+        refused.obstacle = areShippedAlike(id, holder) ? Obstacle::ShippedTwice : Obstacle::TakenByAnother;
+        refused.otherAction = holder;
+        refused.text = "Action " + labelOf(id) +
+                       (shortcut.empty() ? " does not lose its shortcut again"
+                                         : " does not get back the shortcut \"" + shortcut + '"') +
+                       ": ";
+        refused.text += holder == 0 ? std::string("an action below it cannot follow, or another action would lose one.")
+                                    : "action " + labelOf(holder) + " has it.";
+        return refused;
+    }
+
+    /// Returns the id with the context and the command, by which people know an action.
+    std::string labelOf(int id) const {
+        const ShippedAction* const action = shipped_.find(id);
+        return action == nullptr ? std::to_string(id)
+                                 : std::to_string(id) + " (" + action->context + ", " + action->command + ')';
     }
 
     bool areShippedAlike(int id, int other) const {

@@ -95,7 +95,7 @@ TEST(ExplainReset, LeavesEveryOtherByteAloneAndASecondRunAllOfThem) {
     const auto written = std::filesystem::last_write_time(world.userFile());
     const ChildResult again = world.run({"reset", "grid"});
     EXPECT_EQ(again.exitCode, 0);
-    EXPECT_EQ(again.out, "display::grids::grid: 0.5, as before\nNothing to do in " + file + "\n");
+    EXPECT_EQ(again.out, "display::grids::grid: 0.5, as before\nNothing changed in " + file + "\n");
     EXPECT_EQ(readTextFile(world.userFile()), kOddFileWithoutGrid);
     EXPECT_EQ(std::filesystem::last_write_time(world.userFile()), written);
 
@@ -103,7 +103,7 @@ TEST(ExplainReset, LeavesEveryOtherByteAloneAndASecondRunAllOfThem) {
     EXPECT_EQ(readTextFile(world.userFile()), kOddFileWithoutAny);
     const ChildResult none = world.run({"reset", "--all"});
     EXPECT_EQ(none.exitCode, 0);
-    EXPECT_EQ(none.out, "Nothing to do in " + file + "\n");
+    EXPECT_EQ(none.out, "Nothing changed in " + file + "\n");
     EXPECT_EQ(world.run({"diff"}).out, "");
 }
 
@@ -112,7 +112,7 @@ TEST(ExplainReset, MakesNoFileWhereThereIsNone) {
     const ChildResult result = world.run({"reset", "grid"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out,
-              "display::grids::grid: 0.5, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+              "display::grids::grid: 0.5, as before\nNothing changed in " + world.userFile().u8string() + "\n");
     EXPECT_FALSE(std::filesystem::exists(world.home() / "pcbenv"));
 }
 
@@ -203,7 +203,7 @@ TEST(ExplainReset, SaysThatAFileIsNotReadForABlankOrItsPath) {
     const zelutil::test::EnvironmentChanges blank{{"HOMEPATH", home.substr(2)}};
     const ChildResult nothing = world.run({"reset", "--all"}, blank);
     EXPECT_EQ(nothing.exitCode, 0);
-    EXPECT_EQ(nothing.out.find("Nothing to do in "), 0U) << nothing.out;
+    EXPECT_EQ(nothing.out.find("Nothing changed in "), 0U) << nothing.out;
     EXPECT_EQ(nothing.err, "");
     ASSERT_EQ(world.run({"set", "grid=1", "--paths-with-blanks"}, blank).exitCode, 0);
     const zelutil::test::EnvironmentChanges nowhere{{"HOMEPATH", "\\a?b"}};

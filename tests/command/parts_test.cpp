@@ -138,7 +138,7 @@ TEST(SavedSettings, TellAConflict) {
     Output output("set", FindingsAre::BesideResult, {false, ColorChoice::Never});
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    tellSaved({}, result, output);
+    tellSaved({}, {}, result, output);
     EXPECT_EQ(output.finish(), ExitCode::Found);
     testing::internal::GetCapturedStdout();
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -174,7 +174,7 @@ TEST(SavedSettings, FailWhereTheFileHasNotWhatIsToBeKept) {
         Output output("set", FindingsAre::BesideResult, {true, ColorChoice::Never});
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        tellSaved({}, result, output);
+        tellSaved({}, {}, result, output);
         EXPECT_EQ(output.finish(), row.exitCode);
         EXPECT_NE(testing::internal::GetCapturedStdout().find(std::string("\"status\": \"") + row.name + '"'),
                   std::string::npos);

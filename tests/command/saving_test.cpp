@@ -1,6 +1,7 @@
 // The subcommands that save: set, reset.
 #include <gtest/gtest.h>
 
+#include "command/command_line_text.h"
 #include "command/command_world.h"
 
 namespace {
@@ -24,11 +25,17 @@ void expectNothingDone(const CommandWorld& world, const ChildResult& result, int
     EXPECT_FALSE(std::filesystem::exists(world.userFile()));
 }
 
+/// Returns what is said where nothing was in the user's home.
+std::string madeDirectoryIn(const CommandWorld& world) {
+    return "Made the directory " + (world.home().path() / "pcbenv").make_preferred().u8string() + "\n";
+}
+
 TEST(Saving, SetGivesValuesToANewProcess) {
     const CommandWorld world;
     const std::string file = world.userFile().u8string();
     expectFine(world.run({"set", "grid=0.125", "DISPLAY::units=a=b"}),
-               "display::grids::grid: 0.5 -> 0.125\ndisplay::units: mm -> a=b\nSaved in " + file + "\n");
+               "display::grids::grid: 0.5 -> 0.125\ndisplay::units: mm -> a=b\n" + madeDirectoryIn(world) +
+                   "Saved in " + file + "\n");
     expectFine(world.run({"get", "grid", "units"}), "display::grids::grid=0.125\ndisplay::units=a=b\n");
 }
 
@@ -37,7 +44,7 @@ TEST(Saving, SettingTheSameValueAgainWritesNothing) {
     ASSERT_EQ(world.run({"set", "grid=0.25"}).exitCode, 0);
     const std::string before = readTextFile(world.userFile());
     expectFine(world.run({"set", "grid=0.25"}),
-               "display::grids::grid: 0.25, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+               "display::grids::grid: 0.25, as before\nNothing changed in " + world.userFile().u8string() + "\n");
     EXPECT_EQ(readTextFile(world.userFile()), before);
 }
 
@@ -47,7 +54,7 @@ TEST(Saving, AFileThatGivesTheValueByABareNameStaysAsItIs) {
         R"({"meta": [{"header": "", "attribute": "display", "overriddensettings": [{"grid": "0.25"}]}]} )";
     world.writeUser(user);
     expectFine(world.run({"set", "grid=0.25"}),
-               "display::grids::grid: 0.25, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+               "display::grids::grid: 0.25, as before\nNothing changed in " + world.userFile().u8string() + "\n");
     EXPECT_EQ(readTextFile(world.userFile()), user);
 }
 
@@ -56,11 +63,12 @@ TEST(Saving, AValueThatIsTheDefaultTooIsTheUsersFromNowOn) {
     const CommandWorld world;
     const std::string saved = "Saved in " + world.userFile().u8string() + "\n";
     expectFine(world.run({"set", "units=mm", "zoom=3"}),
-               "display::units: mm, the default, and the user's own value now\ndisplay::zoom: 2 -> 3\n" + saved);
+               "display::units: mm, the default, and the user's own value now\ndisplay::zoom: 2 -> 3\n" +
+                   madeDirectoryIn(world) + saved);
     expectFine(world.run({"list", "--changed"}), "display::units=mm\ndisplay::zoom=3\n");
     const std::string before = readTextFile(world.userFile());
     expectFine(world.run({"set", "units=mm"}),
-               "display::units: mm, as before\nNothing to do in " + world.userFile().u8string() + "\n");
+               "display::units: mm, as before\nNothing changed in " + world.userFile().u8string() + "\n");
     EXPECT_EQ(readTextFile(world.userFile()), before);
     std::string defaults = zelutil::test::kCommandDefaults;
     writeTextFile(world.defaultsFile(), defaults.replace(defaults.find("\"mm\""), 4, "\"inch\""));
@@ -79,7 +87,7 @@ TEST(Saving, SaysThatARegressionTestSavesElsewhere) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
               "note: The variable regression_testing has files saved in the current directory.\n"
-              "    They are read from where \"zelutil doctor\" says.\n");
+              "    Unset it to have them saved where \"zelutil doctor\" says that they are read.\n");
     EXPECT_TRUE(std::filesystem::exists(world.home().path() / "tessel_settings.cfg"));
     EXPECT_EQ(world.run({"get", "grid", "--value"}).out, "0.5\n");
 }
@@ -115,7 +123,7 @@ TEST(Saving, WritesJson) {
     EXPECT_EQ(world.json({"set", "grid=1"}),
               R"({"zelutil":{"format":1,"command":"set"},"settings":[{"name":"display::grids::grid","before":"0.5",)"
               R"("value":"1"}],"save":{"status":"saved","file":")" +
-                  file + R"("},"findings":[]})");
+                  file + R"(","madeDirectory":")" + inJson(world.home().path() / "pcbenv") + R"("},"findings":[]})");
     EXPECT_EQ(world.json({"set", "grid=1"}),
               R"({"zelutil":{"format":1,"command":"set"},"settings":[{"name":"display::grids::grid","before":"1",)"
               R"("value":"1"}],"save":{"status":"unchanged","file":")" +
@@ -144,8 +152,8 @@ struct WrongUse {
 
 TEST(Saving, ArgumentsThatMakeNoSenseLeaveAllAsItIs) {
     const WrongUse rows[] = {
-        {{"set", "grid"}, "\"grid\" is no assignment, which is NAME=VALUE."},
-        {{"set", "=1"}, "\"=1\" is no assignment, which is NAME=VALUE."},
+        {{"set", "grid"}, "\"grid\" has no equals sign: write NAME=VALUE, such as grid=0.25."},
+        {{"set", "=1"}, "\"=1\" names no setting: write NAME=VALUE, such as grid=0.25."},
         {{"set", "grid=1", "display::grids::grid=1"}, "\"grid\" and \"display::grids::grid\" are the same setting."},
         {{"set", "grid=1", "grid=2"}, "\"grid\" and \"grid\" are the same setting."},
         {{"reset"}, "A reset takes either names or --all."},
@@ -183,10 +191,44 @@ TEST(Saving, TellsTheCopyOfAFileThatWasNoJson) {
     world.writeUser("no JSON");
     const ChildResult result = world.run({"set", "grid=1"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.err.find("it is kept as \"" + world.userFile().u8string() + ".bad\""), std::string::npos)
-        << result.err;
+    const std::string copy = world.userFile().u8string() + ".bad";
+    // The first sign that is none of a value is the second one.
+    EXPECT_EQ(result.err,
+              copy +
+                  ":1:2: warning: Nothing of the user's file was in force before this save, which keeps it as this "
+                  "copy. A value is missing or is none. There stands: o JSON\n    This checks the copy: zelutil lint " +
+                  zelutil::command::quotedForShell(copy) +
+                  "\nwarning: What was there could not be taken over whole; it is kept as \"" + copy +
+                  "\".\n    Take from it by hand whatever is still wanted.\n");
     EXPECT_EQ(readTextFile(world.userFile().u8string() + ".bad"), "no JSON");
     expectFine(world.run({"get", "grid"}), "display::grids::grid=1\n");
+}
+
+TEST(Saving, AnEmptyFileIsToldOfAsItWas) {
+    const CommandWorld world;
+    world.writeUser("");
+    const ChildResult result = world.run({"set", "grid=1"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err,
+              world.userFile().u8string() +
+                  ": warning: Nothing of the user's file was in force before this save: it held nothing.\n");
+}
+
+/// A home that is mistyped is made, and that is said.
+TEST(Saving, TellsTheDirectoryThatItMakes) {
+    const CommandWorld world;
+    const std::string home = zelutil::test::windowsText(world.home() / "mistyped");
+    const auto in = zelutil::test::EnvironmentChanges{{"HOMEPATH", home.substr(2)}};
+    const auto made = (world.home().path() / "mistyped").make_preferred();
+    const auto file = (made / "pcbenv/tessel/tessel_settings.cfg").make_preferred();
+    const ChildResult first = world.run({"set", "grid=1"}, in);
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_EQ(first.out, "display::grids::grid: 0.5 -> 1\nMade the directory " + made.u8string() + "\nSaved in " +
+                             file.u8string() + "\n");
+    EXPECT_EQ(world.run({"set", "grid=2"}, in).out, "display::grids::grid: 1 -> 2\nSaved in " + file.u8string() + "\n");
+    std::filesystem::remove_all(made);
+    const ChildResult again = world.run({"set", "grid=1", "--json"}, in);
+    EXPECT_NE(again.out.find("\"madeDirectory\": \"" + inJson(made) + '"'), std::string::npos) << again.out;
 }
 
 /// Files whose path has a blank are nobody's, unless that is asked for.
@@ -197,6 +239,17 @@ TEST(Saving, APathWithABlankIsAskedFor) {
     const ChildResult refused = world.run({"set", "grid=1"}, in);
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.err.find("--paths-with-blanks"), std::string::npos) << refused.err;
+    writeTextFile(world.home() / "my home/pcbenv/tessel/tessel_settings.cfg", zelutil::test::kCommandUser);
+    constexpr char kAdvice[] =
+        "    Its path has a blank: name the option --paths-with-blanks, too, where the applications read such files.\n";
+    for (const auto& arguments :
+         {std::vector<std::string>{"reset", "--all"}, std::vector<std::string>{"reset", "grid"}}) {
+        const ChildResult reset = world.run(arguments, in);
+        EXPECT_EQ(reset.exitCode, 3);
+        EXPECT_NE(reset.err.find(kAdvice), std::string::npos) << reset.err;
+        EXPECT_EQ(reset.err.find("doctor"), std::string::npos) << reset.err;
+    }
+    std::filesystem::remove_all(world.home() / "my home");
     EXPECT_EQ(world.run({"set", "grid=1", "--paths-with-blanks"}, in).exitCode, 0);
     EXPECT_EQ(world.run({"--paths-with-blanks", "get", "grid"}, in).out, "display::grids::grid=1\n");
     EXPECT_EQ(world.run({"get", "grid"}, in).out, "display::grids::grid=0.5\n");

@@ -46,7 +46,7 @@ TEST(WishText, ListsAreReadLineByLine) {
     EXPECT_EQ(toldOf(readWishes("# a comment\n\n33 = Ctrl+Home\r\n ucpedit  view zoom_fit=F2\n4=\n5 = =\n")),
               "3: 33 | = Ctrl+Home\n4: 0 ucpedit|view zoom_fit = F2\n5: 4 | = \n6: 5 | = =\n");
     EXPECT_EQ(toldOf(readWishes("33\nucpedit = F1\n0 = F1\n99999999999 = F1\n= F1\n")),
-              "1! It has no equals sign.\n"
+              "1! It has no equals sign: write ID = KEY or CONTEXT COMMAND = KEY, such as 1 = Ctrl+O.\n"
               "2! It names no action: that is an id, or a context and a command.\n"
               "3! It names no action: that is an id, or a context and a command.\n"
               "4! It names no action: that is an id, or a context and a command.\n"

@@ -29,7 +29,7 @@ public:
 
     std::string userText() const { return readTextFile(userFile()); }
     std::string saved() const { return "Saved in " + userFile().u8string() + "\n"; }
-    std::string unchanged() const { return "Nothing to do in " + userFile().u8string() + "\n"; }
+    std::string unchanged() const { return "Nothing changed in " + userFile().u8string() + "\n"; }
 
     /// Returns all that a new process knows of the actions.
     std::string table() const { return json({"shortcuts"}); }
@@ -74,7 +74,9 @@ TEST(ResetShortcuts, WhatAnotherActionHasIsNotGiven) {
     world.writeUserActions(R"({"id":3,"shortcut":""},{"id":4,"shortcut":"R"})");
     const ChildResult result = world.run({"reset", "--shortcuts", "3"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err, "warning: Action 3 does not get back the shortcut \"R\": action 4 has it.\n");
+    EXPECT_EQ(result.err,
+              "warning: Action 3 (ucpedit, rotate) does not get back the shortcut \"R\": action 4 (ucpedit, lock) has "
+              "it.\n    \"zelutil reset --shortcuts 3 4\" resets both.\n");
     EXPECT_EQ(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         4   lock"), 27U);
     EXPECT_EQ(world.run({"reset", "--shortcuts", "3", "4"}).exitCode, 0);
     EXPECT_EQ(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         3   rotate"), 27U);
@@ -256,7 +258,9 @@ TEST(ResetShortcuts, TakesNothingFromAnActionThatIsNotReset) {
     world.writeUserActions(R"({"id":3,"shortcut":"F3"},{"id":4,"shortcut":"R"},{"id":12,"shortcut":"F3"})");
     const ChildResult result = world.run({"reset", "--shortcuts", "3"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.err.find("Action 3 does not get back the shortcut \"R\": action 4 has it."), std::string::npos)
+    EXPECT_NE(result.err.find(
+                  "Action 3 (ucpedit, rotate) does not get back the shortcut \"R\": action 4 (ucpedit, lock) has it."),
+              std::string::npos)
         << result.err;
     EXPECT_NE(world.run({"who", "R", "--context", "ucpedit"}).out.find("R         4   lock"), std::string::npos);
 }
@@ -272,8 +276,12 @@ void expectKept(const ResetWorld& world, const char* id, const std::string& err)
 TEST(ResetShortcuts, CutsNoEntryByWhichAnActionRunsForAKeyThatAnotherHas) {
     const ResetWorld world(kShippedTwice);
     world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"id":2,"shortcut":"F8"},{"id":5,"shortcut":"F1"})");
-    expectKept(world, "2", "warning: Action 2 does not get back the shortcut \"F1\": action 5 has it.\n");
-    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"F1\": action 5 has it.\n");
+    expectKept(world, "2",
+               "warning: Action 2 (c, b) does not get back the shortcut \"F1\": action 5 (c, e) has it.\n"
+               "    \"zelutil reset --shortcuts 2 5\" resets both.\n");
+    expectKept(world, "1",
+               "warning: Action 1 (c, a) does not get back the shortcut \"F1\": action 5 (c, e) has it.\n"
+               "    \"zelutil reset --shortcuts 1 5\" resets both.\n");
 }
 
 /// The cut of the entry of action 2 would leave it with F1, which nobody runs by: action 1 took it away by leaving.
@@ -294,7 +302,9 @@ TEST(ResetShortcuts, TakesNothingFromAnActionThatCannotHaveItsShippedKey) {
                            R"({"id":2,"context":"ucpedit","command":"b","shortcut":"M"},)"
                            R"({"id":3,"context":"brisk3d","command":"c","shortcut":"M"}]})");
     world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":2,"shortcut":"F2"})");
-    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"M\": action 3 has it.\n");
+    expectKept(world, "1",
+               "warning: Action 1 (ucpedit, a) does not get back the shortcut \"M\": action 3 (brisk3d, c) has it.\n"
+               "    Give one of the two another shortcut; \"zelutil free\" lists some.\n");
     EXPECT_NE(world.run({"who", "F1", "--context", "ucpedit"}).out.find("F1        1   a"), std::string::npos);
 }
 
@@ -302,7 +312,10 @@ TEST(ResetShortcuts, TakesNothingFromAnActionThatCannotHaveItsShippedKey) {
 TEST(ResetShortcuts, LeavesTheChildrenOfAnActionThatKeepsWhatItHas) {
     const ResetWorld world;
     world.writeUserActions(R"({"id":1,"shortcut":"F1"},{"id":4,"shortcut":"Home"})");
-    expectKept(world, "1", "warning: Action 1 does not get back the shortcut \"Home\": action 4 has it.\n");
+    expectKept(
+        world, "1",
+        "warning: Action 1 (ucpedit, zoom fit) does not get back the shortcut \"Home\": action 4 (ucpedit, lock) "
+        "has it.\n    \"zelutil reset --shortcuts 1 4\" resets both.\n");
 }
 
 TEST(ResetShortcuts, NamesWhoDoesNotRunByItsShortcutWhereNothingIsToBeDone) {
@@ -328,7 +341,7 @@ TEST(ResetShortcuts, WritesNothingForARegressionTest) {
     for (const char* const nothing : {"1", "4"}) {
         const ChildResult result = world.run({"reset", "--shortcuts", nothing}, redirected);
         EXPECT_EQ(result.exitCode, 0);
-        EXPECT_EQ(result.out.find("Nothing to do in "), 0U) << result.out;
+        EXPECT_EQ(result.out.find("Nothing changed in "), 0U) << result.out;
         EXPECT_FALSE(std::filesystem::exists(saved));
     }
     for (const char* const something : {"3", "--all"}) {

@@ -9,6 +9,7 @@ namespace {
 
 using zelutil::test::ChildResult;
 using zelutil::test::inJson;
+using zelutil::test::kShortcutActions;
 using zelutil::test::readTextFile;
 using zelutil::test::ShortcutsWorld;
 using zelutil::test::writeTextFile;
@@ -16,7 +17,10 @@ using zelutil::test::writeTextFile;
 /// A world with a file that is handed over.
 class FileWorld : public ShortcutsWorld {
 public:
-    using ShortcutsWorld::ShortcutsWorld;
+    explicit FileWorld(const std::string& actions = kShortcutActions) : ShortcutsWorld(actions) {
+        // No save says that it has made it.
+        std::filesystem::create_directories(userFile().parent_path());
+    }
 
     std::filesystem::path file() const { return home() / "handed.over"; }
     std::string fileText() const { return file().u8string(); }
@@ -30,7 +34,7 @@ public:
 
     std::string userText() const { return std::filesystem::exists(userFile()) ? readTextFile(userFile()) : ""; }
     std::string saved() const { return "Saved in " + userFile().u8string() + "\n"; }
-    std::string unchanged() const { return "Nothing to do in " + userFile().u8string() + "\n"; }
+    std::string unchanged() const { return "Nothing changed in " + userFile().u8string() + "\n"; }
 };
 
 void expectDone(const ChildResult& result, const std::string& out, const std::string& err = "") {
@@ -171,10 +175,20 @@ TEST(PlanCommand, SaysWhoLosesAShortcutBesides) {
                           R"({"id":2,"context":"c","command":"b","shortcut":"F1"}]})");
     const ChildResult result = world.runWith("plan", "2 = F2\n");
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.err.find("warning: Action 1 (c, a) loses \"F1\".\n"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("warning: Action 1 (c, a) loses \"F1\", since another action that "
+                              "shows it is given another one.\n    Wish this action another shortcut, too: "
+                              "\"zelutil free\" lists some.\n"),
+              std::string::npos)
+        << result.err;
     const std::string json = world.json({"plan", world.fileText()});
     EXPECT_NE(json.find(R"("sideEffects":[{"id":1,"loses":["F1"],"gains":[]}],"notRestored":[)"), std::string::npos)
         << json;
+    const std::string done = world.runWith("plan", "2 = F2\n", {"--apply"}).err;
+    EXPECT_EQ(
+        done.find("warning: Action 1 (c, a) has lost \"F1\", since another action that shows it was given another "
+                  "one.\n"),
+        0U)
+        << done;
 }
 
 TEST(PlanCommand, NamesAKeyThatIsShownInAnotherSpelling) {
@@ -287,9 +301,9 @@ TEST(Profiles, HoldWhatAnOddEntryDoes) {
     EXPECT_EQ(result.out, "Written to " + world.fileText() + "\nActions in it: 2\n");
     EXPECT_EQ(result.err,
               "warning: The entry for action 1 has a menu flag that is neither true nor false and counts as false.\n"
-              "    The profile has what it counts as.\n"
+              "    Correct the entry if the profile is to have something else than what it counts as.\n"
               "warning: The entry for action 3 has a shortcut that is no text and counts as none.\n"
-              "    The profile has what it counts as.\n");
+              "    Correct the entry if the profile is to have something else than what it counts as.\n");
     EXPECT_NE(world.json({"export", world.fileText()}).find(R"("actions":[1,3],"skipped":[],)"), std::string::npos);
 }
 

@@ -934,7 +934,8 @@ TEST_F(UpgradeCommand, TellsEachUserAndTheSummary) {
                   "Users: 3. Losing something: 1. With a value over a changed default: 0. With another changed key: 1. "
                   "Not read: 1. Not a user's file: 0. Not seen: 0.\n" +
                   userFile("ann").u8string() +
-                  ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n" +
+                  ": warning: The upgrade takes from this user: values 1, shortcuts 1, menu flags 0.\n"
+                  "    Tell the user, or have the new defaults keep these names and shortcuts.\n" +
                   userFile("eve").u8string() +
                   ": warning: The file cannot be read or is no JSON, so nothing of it counts.\n"
                   "    This shows where it is wrong: zelutil lint " +
