@@ -92,7 +92,10 @@ TEST(Shortcuts, AMissingParentIsShownAsAStandIn) {
 
 TEST(Shortcuts, WithoutActionsThereIsNothingToShow) {
     const ShortcutsWorld world(R"({"actions":[]})");
-    expectRefused(world.run({"shortcuts"}), 1, "warning: The shipped defaults have no actions.\n");
+    expectRefused(
+        world.run({"shortcuts"}), 1,
+        "warning: The shipped defaults have no actions.\n"
+        "    See whether they are those of the product that is meant: \"zelutil doctor\" says where they are.\n");
 }
 
 TEST(Shortcuts, WithoutDefaultsNoneCanBeShown) {
