@@ -6,14 +6,15 @@ set(package_directory "${CMAKE_INSTALL_LIBDIR}/cmake/zelutil")
 
 install(TARGETS zelutil
     EXPORT zelutilTargets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/zelutil"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    COMPONENT development
     FILES_MATCHING PATTERN "*.h")
 if(ZELUTIL_RUNTIME_DLLS)
-    install(FILES ${ZELUTIL_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(FILES ${ZELUTIL_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 endif()
 
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfig.cmake.in"
@@ -23,18 +24,20 @@ configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfig.cmake.in"
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/zelutilVersion.cmake" COMPATIBILITY SameMajorVersion)
 configure_file("${CMAKE_CURRENT_LIST_DIR}/zelutilConfigVersion.cmake.in"
     "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake" @ONLY)
-install(EXPORT zelutilTargets NAMESPACE zelutil:: DESTINATION "${package_directory}")
+install(EXPORT zelutilTargets NAMESPACE zelutil:: DESTINATION "${package_directory}" COMPONENT development)
 install(FILES
     "${PROJECT_BINARY_DIR}/zelutilConfig.cmake"
     "${PROJECT_BINARY_DIR}/zelutilConfigVersion.cmake"
     "${PROJECT_BINARY_DIR}/zelutilVersion.cmake"
-    DESTINATION "${package_directory}")
+    DESTINATION "${package_directory}"
+    COMPONENT development)
 
 # How far up from the file's own directory the prefix is.
 file(RELATIVE_PATH up "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" ZELUTIL_PC_UP "${up}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/zelutil.pc.in" "${PROJECT_BINARY_DIR}/zelutil.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/zelutil.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+install(FILES "${PROJECT_BINARY_DIR}/zelutil.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 
 # The pages that ./dev docs makes. They are a component of their own, "docs".
 if(ZELUTIL_INSTALL_DOCS)
@@ -44,3 +47,5 @@ if(ZELUTIL_INSTALL_DOCS)
     endif()
     install(DIRECTORY "${pages}/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zelutil" COMPONENT docs)
 endif()
+
+include(ZelutilPackages)
