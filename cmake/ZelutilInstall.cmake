@@ -48,4 +48,7 @@ if(ZELUTIL_INSTALL_DOCS)
     install(DIRECTORY "${pages}/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zelutil" COMPONENT docs)
 endif()
 
-include(ZelutilPackages)
+# A project that has this one as a part makes its own packages.
+if(PROJECT_IS_TOP_LEVEL)
+    include(ZelutilPackages)
+endif()

@@ -21,5 +21,14 @@ else()
     endif()
     install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zelutil" COMPONENT runtime)
+    # What library and command are compiled with, and the DLLs that go with them, want their licences to be passed on.
+    set(third_parties rapidjson-dev libcli11-dev libfmt-dev)
+    if(MINGW)
+        list(APPEND third_parties gcc-mingw-w64-x86-64-posix-runtime mingw-w64-common)
+    endif()
+    foreach(party ${third_parties})
+        install(FILES "/usr/share/doc/${party}/copyright"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zelutil/third-party" COMPONENT runtime RENAME "${party}" OPTIONAL)
+    endforeach()
 endif()
 include(CPack)
