@@ -1,4 +1,4 @@
-#  [SECONDS]: Run what takes hours: long random tests, thread sanitizer, so many seconds (600) of each fuzz target, coverage, docs, pages, 100 mutants
+#  [SECONDS]: Run what takes hours: long random tests, thread sanitizer, so many seconds (600) of each fuzz target, coverage, docs, pages, interface, packages, 100 mutants
 seconds=${1:-600}
 [[ $seconds =~ ^[0-9]+$ ]] || fail "nightly takes a number of seconds, not $seconds"
 failures=()
@@ -18,6 +18,8 @@ part fuzz "$seconds"
 part coverage
 part docs --look
 part pages
+part abi
+part packages
 part mutants 100
 
 if ((${#failures[@]} > 0)); then

@@ -21,6 +21,8 @@ hasPackage() {
     case $1 in
         ninja-build) command -v ninja ;;
         rapidjson-dev) [[ -e /usr/include/rapidjson/document.h || -e /usr/local/include/rapidjson/document.h ]] ;;
+        abigail-tools) command -v abidiff ;;
+        xz-utils) command -v xz ;;
         dpkg-dev) command -v dpkg-shlibdeps ;;
         googletest) [[ -e /usr/src/googletest/googletest/CMakeLists.txt ]] ;;
         g++-mingw-w64-x86-64-posix) command -v x86_64-w64-mingw32-g++-posix ;;
