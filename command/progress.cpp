@@ -23,7 +23,7 @@ constexpr std::size_t kWidth = 40;
 std::string barLine(std::size_t done, std::size_t total, milliseconds elapsed) {
     const std::size_t filled = kWidth * done / total;
     const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, '.');
-    const std::string head = fmt::format("[{}] {:3} %  {} of {}", bar, 100 * done / total, done, total);
+    std::string head = fmt::format("[{}] {:3} %  {} of {}", bar, 100 * done / total, done, total);
     if (done == 0) {
         return head;
     }
