@@ -1,17 +1,11 @@
 #  [SECONDS]: Run what takes hours: long random tests, thread sanitizer, so many seconds (600) of each fuzz target, coverage, docs, pages, interface, packages, 100 mutants
 seconds=${1:-600}
 [[ $seconds =~ ^[0-9]+$ ]] || fail "nightly takes a number of seconds, not $seconds"
-failures=()
-part() { # COMMAND...
-    say "./dev $*"
-    ./dev "$@" || failures+=("./dev $*")
-}
-
 need "${buildPackages[@]}" "${commandPackages[@]}" "${testPackages[@]}"
 say "Random tests with all their cases"
 step "Configuring for long tests" cmake --preset release -B build/long -DZELUTIL_LONG_TESTS=ON -DZELUTIL_BUILD_EXAMPLES=OFF
 cmake --build build/long
-ctest --test-dir build/long --label-regex slow --output-on-failure --timeout 3600 -j "$(nproc)" || failures+=("long random tests")
+ctest --test-dir build/long --label-regex slow --output-on-failure --timeout 3600 -j "$(nproc)" || partsFailed+=("long random tests")
 
 part tsan
 part fuzz "$seconds"
@@ -21,10 +15,4 @@ part pages
 part abi
 part packages
 part mutants 100
-
-if ((${#failures[@]} > 0)); then
-    printf '\nFailed:\n'
-    printf '    %s\n' "${failures[@]}"
-    exit 1
-fi
-printf '\nAll of the night passed.\n'
+endParts "All of the night passed."
