@@ -21,6 +21,17 @@ if(PROJECT_IS_TOP_LEVEL AND ZELUTIL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER "${ZELUTIL_CCACHE}")
 endif()
 
+# zelutil_compile_together(TARGET COUNT): has the compiler read so many sources of the target at a time, which spares it
+# their common headers and templates. A larger number makes a whole build faster and one after a small change slower, so a
+# machine that builds everything once sets ZELUTIL_TOGETHER for all.
+set(ZELUTIL_TOGETHER "" CACHE STRING "Sources read at a time where a target's are read together, empty for each target's own number")
+function(zelutil_compile_together target count)
+    if(ZELUTIL_TOGETHER)
+        set(count ${ZELUTIL_TOGETHER})
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE ${count})
+endfunction()
+
 add_library(zelutil_options INTERFACE)
 
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")

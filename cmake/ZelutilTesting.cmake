@@ -40,7 +40,7 @@ endfunction()
 # The labels of the tests are those in the variable ZELUTIL_TEST_LABELS.
 function(zelutil_add_gtest name)
     # A few sources of one program at a time: what GoogleTest's macros make of templates is compiled once for them.
-    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
+    zelutil_compile_together(${name} 4)
     target_compile_definitions(${name} PRIVATE ZELUTIL_TEST_DATA="${ZELUTIL_TEST_DRIVE}${CMAKE_CURRENT_SOURCE_DIR}")
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE zelutil_options zelutil_test_support GTest::gtest GTest::gmock GTest::gtest_main)

@@ -46,13 +46,14 @@ TEST(LintReaders, EveryFindingOfThePreferencesReaderIsToldByItsRule) {
         prefs::readUserSettings(user, catalogue);
         const std::vector<Finding> findings = check(user, defaults);
         const auto& expected = catalogue.findings();
-        using Kind = EntryFinding::Kind;
-        EXPECT_EQ(countOf(findings, Rule::UnknownSection), countOf(expected, Kind::UnknownSection)) << user;
-        EXPECT_EQ(countOf(findings, Rule::UnknownSetting), countOf(expected, Kind::UnknownName)) << user;
-        EXPECT_EQ(countOf(findings, Rule::AnotherSection), countOf(expected, Kind::AnotherSection)) << user;
-        EXPECT_GE(countOf(findings, Rule::WrongType), countOf(expected, Kind::NoText) + countOf(expected, Kind::NoList))
+        using EntryKind = EntryFinding::Kind;
+        EXPECT_EQ(countOf(findings, Rule::UnknownSection), countOf(expected, EntryKind::UnknownSection)) << user;
+        EXPECT_EQ(countOf(findings, Rule::UnknownSetting), countOf(expected, EntryKind::UnknownName)) << user;
+        EXPECT_EQ(countOf(findings, Rule::AnotherSection), countOf(expected, EntryKind::AnotherSection)) << user;
+        EXPECT_GE(countOf(findings, Rule::WrongType),
+                  countOf(expected, EntryKind::NoText) + countOf(expected, EntryKind::NoList))
             << user;
-        if (countOf(expected, Kind::NotOfTheForm) > 0) {
+        if (countOf(expected, EntryKind::NotOfTheForm) > 0) {
             EXPECT_FALSE(findings.empty()) << user;
         }
         for (const EntryFinding& finding : expected) {
@@ -168,7 +169,7 @@ private:
 };
 
 TEST(LintReaders, EveryWarningOfAStartAboutTheActionsIsToldByARule) {
-    using Kind = host::StartWarning::Kind;
+    using WarningKind = host::StartWarning::Kind;
     std::size_t refused = 0;
     std::size_t withoutEffect = 0;
     for (unsigned seed = 0; seed < 2000; ++seed) {
@@ -177,7 +178,7 @@ TEST(LintReaders, EveryWarningOfAStartAboutTheActionsIsToldByARule) {
         const std::string user = random.user();
         const std::vector<host::StartWarning> warnings = host::actionWarnings(shipped, user);
         const std::vector<Finding> findings = check(fileWith(kOverridden, user), fileWith(kShipped, shipped));
-        const auto number = [&](Kind kind) {
+        const auto number = [&](WarningKind kind) {
             return static_cast<std::size_t>(std::count_if(warnings.begin(), warnings.end(),
                                                           [&](const auto& warning) { return warning.kind == kind; }));
         };
@@ -187,7 +188,7 @@ TEST(LintReaders, EveryWarningOfAStartAboutTheActionsIsToldByARule) {
         std::size_t gifts = 0;
         std::size_t refusedToOthers = 0;
         for (const host::StartWarning& warning : warnings) {
-            const bool isRefused = warning.kind == Kind::ShortcutRefused;
+            const bool isRefused = warning.kind == WarningKind::ShortcutRefused;
             refusedToOthers += isRefused && !children.has(warning.action) ? 1U : 0U;
             if (warning.text.find("because it follows its parent") != std::string::npos ||
                 (isRefused && children.has(warning.action))) {
@@ -199,7 +200,7 @@ TEST(LintReaders, EveryWarningOfAStartAboutTheActionsIsToldByARule) {
         EXPECT_EQ(countOf(findings, Rule::ChildProperty), inVain.size()) << shipped << user << told(findings);
         EXPECT_GE(findings.size() - inVain.size(), warnings.size() - gifts) << shipped << user << told(findings);
         refused += refusedToOthers;
-        withoutEffect += number(Kind::EntryWithoutEffect);
+        withoutEffect += number(WarningKind::EntryWithoutEffect);
     }
     EXPECT_GT(refused, 200U);
     EXPECT_GT(withoutEffect, 200U);

@@ -145,13 +145,13 @@ TEST(Saving, AnUnknownNameLeavesAllAsItIs) {
               R"({"severity":"note","text":"Nothing was done."}]})");
 }
 
-struct WrongUse {
+struct WrongSave {
     std::vector<std::string> arguments;
     const char* text;
 };
 
 TEST(Saving, ArgumentsThatMakeNoSenseLeaveAllAsItIs) {
-    const WrongUse rows[] = {
+    const WrongSave rows[] = {
         {{"set", "grid"}, "\"grid\" has no equals sign: write NAME=VALUE, such as grid=0.25."},
         {{"set", "=1"}, "\"=1\" names no setting: write NAME=VALUE, such as grid=0.25."},
         {{"set", "grid=1", "display::grids::grid=1"}, "\"grid\" and \"display::grids::grid\" are the same setting."},
@@ -160,7 +160,7 @@ TEST(Saving, ArgumentsThatMakeNoSenseLeaveAllAsItIs) {
         {{"reset", "grid", "--all"}, "A reset takes either names or --all."},
     };
     const CommandWorld world;
-    for (const WrongUse& row : rows) {
+    for (const WrongSave& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
         expectNothingDone(world, world.run(row.arguments), 2,
                           std::string("zelutil: error: ") + row.text + "\n    \"zelutil " + row.arguments.front() +

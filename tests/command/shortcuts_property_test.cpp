@@ -198,7 +198,7 @@ private:
     std::map<int, zelutil::host::ShortcutSource> sources_;
 };
 
-constexpr int kKeys = 4;
+constexpr int kKeyCount = 4;
 
 std::vector<std::string> keysOf(int count) {
     std::vector<std::string> keys;
@@ -226,7 +226,7 @@ Kind oddKind() {
     Kind kind;
     kind.actions = 12;
     kind.contexts = 3;
-    kind.shortcuts = kKeys;
+    kind.shortcuts = kKeyCount;
     kind.linked = true;
     kind.withParent = 35;
     kind.withMissingParent = 10;
@@ -252,7 +252,7 @@ TEST(ShortcutsProperty, TheTableTheAnswersAndTheConflictsAreTheManagers) {
         SCOPED_TRACE(seed);
         ActionRandom random(seed);
         const std::vector<Shipped> shipped = randomShipped(random, oddKind());
-        const Expected expected(shipped, "[{\"actions\":[" + randomEntries(random, shipped, kKeys, 6) + "]}]");
+        const Expected expected(shipped, "[{\"actions\":[" + randomEntries(random, shipped, kKeyCount, 6) + "]}]");
         const auto rows = zelutil::shortcuts::shortcutTable();
         expected.compareRows(Document(listText(rows, zelutil::shortcuts::writeRow)).root().member("list"));
         const auto found = zelutil::shortcuts::keyConflicts(rows);
@@ -260,7 +260,7 @@ TEST(ShortcutsProperty, TheTableTheAnswersAndTheConflictsAreTheManagers) {
         expected.compareConflicts(Document(listText(found, zelutil::shortcuts::writeConflict)).root().member("list"));
         for (const std::string& context : expected.contexts()) {
             std::vector<zelutil::shortcuts::KeyAnswer> answers;
-            for (const std::string& key : keysOf(kKeys + 1)) {
+            for (const std::string& key : keysOf(kKeyCount + 1)) {
                 answers.push_back(zelutil::shortcuts::answerOf(key, context, rows));
             }
             const Document told(listText(answers, zelutil::shortcuts::writeAnswer));
@@ -301,7 +301,7 @@ TEST(ShortcutsProperty, TheCommandPrintsWhatTheManagerAnswersInRandomWorlds) {
         SCOPED_TRACE(seed);
         ActionRandom random(seed);
         const std::vector<Shipped> shipped = randomShipped(random, oddKind());
-        compareProcess(shipped, randomEntries(random, shipped, kKeys, 6), kKeys + 1, 3);
+        compareProcess(shipped, randomEntries(random, shipped, kKeyCount, 6), kKeyCount + 1, 3);
     }
 }
 

@@ -319,16 +319,16 @@ TEST(ResetShortcuts, LeavesTheChildrenOfAnActionThatKeepsWhatItHas) {
 }
 
 TEST(ResetShortcuts, NamesWhoDoesNotRunByItsShortcutWhereNothingIsToBeDone) {
-    constexpr char kAdvice[] = "    Give one of the two another shortcut; \"zelutil free\" lists some.\n";
+    constexpr char kTwoWant[] = "    Give one of the two another shortcut; \"zelutil free\" lists some.\n";
     const ResetWorld world(kShippedTwice);
     world.writeUserActions("");
     expectKept(world, "2",
                std::string("warning: Action 2 (c, b) does not run by \"F1\": action 1 (c, a) has it, as it is "
                            "shipped.\n") +
-                   kAdvice);
+                   kTwoWant);
     world.writeUserActions(R"({"id":1,"shortcut":"F9"},{"id":5,"shortcut":"F1"})");
     expectKept(world, "2",
-               std::string("warning: Action 2 (c, b) does not run by \"F1\": action 5 (c, e) has it.\n") + kAdvice);
+               std::string("warning: Action 2 (c, b) does not run by \"F1\": action 5 (c, e) has it.\n") + kTwoWant);
 }
 
 /// Saves go into the current directory then, and the file that is read stays.

@@ -13,9 +13,9 @@ namespace zelutil::test {
 namespace {
 
 /// Sections, names and values from small alphabets, so that they collide.
-class RandomPreferences {
+class RandomSections {
 public:
-    RandomPreferences(unsigned seed, bool unique) : random_(seed), unique_(unique) {}
+    RandomSections(unsigned seed, bool unique) : random_(seed), unique_(unique) {}
 
     std::string defaults() { return withMeta(sections(3, "defaultsettings")); }
     std::string user() { return withMeta(sections(3, "overriddensettings")); }
@@ -92,7 +92,7 @@ TEST(SavedText, IsThereWhenAValueChangesAndTheSameSaveOnceMoreChangesNothing) {
     int saves = 0;
     for (unsigned seed = 0; seed < 3000; ++seed) {
         SCOPED_TRACE(seed);
-        RandomPreferences preferences(seed, true);
+        RandomSections preferences(seed, true);
         const std::string defaults = preferences.defaults();
         Catalogue catalogue = catalogueOfTexts(defaults, preferences.user());
         const auto edits = preferences.edits();
@@ -114,7 +114,7 @@ TEST(SavedText, ReadBackGivesTheValuesInForceWhereNoBareNamesAreLent) {
     int saves = 0;
     for (unsigned seed = 0; seed < 3000; ++seed) {
         SCOPED_TRACE(seed);
-        RandomPreferences preferences(seed, false);
+        RandomSections preferences(seed, false);
         const std::string defaults = preferences.defaults();
         Catalogue catalogue = catalogueOfTexts(defaults, preferences.user());
         const auto text = savedText(catalogue, preferences.edits());

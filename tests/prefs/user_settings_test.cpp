@@ -10,7 +10,7 @@ namespace zelutil::test {
 namespace {
 
 // a::g and b::g lend the bare name g (a's wins); c::g does not; a::sub::s lies below a; "group" only groups.
-constexpr char kDefaults[] = R"([
+constexpr char kDefaultSections[] = R"([
     {"header":"A","attribute":"a","tclCommand":"t","defaultsettings":[{"name":"g","value":"ag"},{"name":"x","value":"ax"}],
      "children":[{"header":"S","attribute":"sub","tclCommand":"t","defaultsettings":[{"name":"s","value":"s"}]}]},
     {"header":"B","attribute":"b","tclCommand":"t","defaultsettings":[{"name":"g","value":"bg"},{"name":"y","value":"by"}]},
@@ -23,9 +23,9 @@ constexpr Answer kUntouched[] = {{"a::g", "ag"}, {"a::x", "ax"}, {"a::sub::s", "
                                  {"b::y", "by"}, {"c::g", "cg"}, {"c::z", "cz"},     {"group::in::i", "i"}};
 
 /// The answers of a row are what differs from the defaults.
-void expectAll(const std::vector<Row>& rows) {
+void expectLoaded(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
-        const Catalogue catalogue = catalogueOf(kDefaults, row.sections);
+        const Catalogue catalogue = catalogueOf(kDefaultSections, row.sections);
         for (const Answer& untouched : kUntouched) {
             std::string expected = untouched.value;
             for (const Answer& answer : row.answers) {
@@ -38,7 +38,7 @@ void expectAll(const std::vector<Row>& rows) {
 }
 
 TEST(UserSettings, AreNamedBareInFullOrWithinTheirSection) {
-    expectAll({
+    expectLoaded({
         {"bare, in its own section",
          R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"1"}]}])",
          {{"a::x", "1"}}},
@@ -91,7 +91,7 @@ TEST(UserSettings, OfASectionWithoutAnAttributeAreNamedBelowTheEmptyPath) {
 }
 
 TEST(UserSettings, CountOnlyInASectionOfTheDefaults) {
-    expectAll({
+    expectLoaded({
         {"a path that the defaults do not have",
          R"([{"header":"A","attribute":"other","overriddensettings":[{"a::x":"1","x":"2"}]}])",
          {}},
@@ -121,7 +121,7 @@ TEST(UserSettings, CountOnlyInASectionOfTheDefaults) {
 }
 
 TEST(UserSettings, TheLastEntryForASettingWins) {
-    expectAll({
+    expectLoaded({
         {"in one object",
          R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"1","a::x":"2"}]}])",
          {{"a::x", "2"}}},
@@ -143,13 +143,13 @@ TEST(UserSettings, TheLastEntryForASettingWins) {
 }
 
 TEST(UserSettings, OneObjectMayHoldSeveral) {
-    expectAll({{"several",
+    expectLoaded({{"several",
                 R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"1","g":"2"},{},{"y":"3"}]}])",
                 {{"a::x", "1"}, {"a::g", "2"}, {"b::y", "3"}}}});
 }
 
 TEST(UserSettings, WhatIsOfAnotherTypeIsPassedOverAndTheRestCounts) {
-    expectAll({
+    expectLoaded({
         {"values that are no strings",
          R"([{"header":"A","attribute":"a","overriddensettings":[{"x":1,"g":null},{"x":["1"]},{"s":true,"y":"2"}]}])",
          {{"b::y", "2"}}},
@@ -174,7 +174,7 @@ TEST(UserSettings, WhatIsOfAnotherTypeIsPassedOverAndTheRestCounts) {
 
 TEST(UserSettings, AnEmptyValueIsAValue) {
     const Catalogue catalogue =
-        catalogueOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":""}]}])");
+        catalogueOf(kDefaultSections, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":""}]}])");
     EXPECT_EQ(valueOf(catalogue, "a::x"), "");
     EXPECT_EQ(defaultOf(catalogue, "a::x"), "ax");
     EXPECT_TRUE(catalogue.find("x")->hasUserValue);
@@ -183,7 +183,7 @@ TEST(UserSettings, AnEmptyValueIsAValue) {
 
 TEST(UserSettings, AValueEqualToTheDefaultIsTheUsersAllTheSame) {
     const Catalogue catalogue =
-        catalogueOf(kDefaults, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"ax"}]}])");
+        catalogueOf(kDefaultSections, R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"ax"}]}])");
     EXPECT_TRUE(catalogue.find("x")->hasUserValue);
     EXPECT_EQ(valueOf(catalogue, "x"), "ax");
 }
@@ -197,7 +197,7 @@ TEST(UserSettings, OfASubManagersSectionSetNothing) {
 }
 
 TEST(UserSettings, CataloguesCopiedByMapsShareTheirRecords) {
-    const Catalogue catalogue = catalogueOf(kDefaults);
+    const Catalogue catalogue = catalogueOf(kDefaultSections);
     const Catalogue copy = catalogue;
     EXPECT_EQ(copy.find("a::x"), catalogue.find("a::x"));
     EXPECT_EQ(copy.sections(), catalogue.sections());

@@ -182,11 +182,11 @@ private:
     }
 
     std::uint32_t hexDigits() {
-        constexpr std::string_view kDigits = "0123456789abcdef";
+        constexpr std::string_view kHexDigits = "0123456789abcdef";
         std::uint32_t code = 0;
         for (int i = 0; i < 4; ++i) {
             const char c = next();
-            const std::size_t digit = kDigits.find(c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c);
+            const std::size_t digit = kHexDigits.find(c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c);
             demand(digit != std::string_view::npos);
             code = code * 16 + static_cast<std::uint32_t>(digit);
         }

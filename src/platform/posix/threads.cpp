@@ -103,12 +103,12 @@ private:
     ThreadRecord* record_;
 };
 
-timespec monotonicTimeAfter(std::uint32_t milliseconds) {
+timespec monotonicTimeAfter(std::uint32_t delayInMilliseconds) {
     constexpr long kNanosecondsPerSecond = 1000000000;
     timespec time{};
     clock_gettime(CLOCK_MONOTONIC, &time);
-    time.tv_sec += static_cast<time_t>(milliseconds / 1000);
-    time.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000;
+    time.tv_sec += static_cast<time_t>(delayInMilliseconds / 1000);
+    time.tv_nsec += static_cast<long>(delayInMilliseconds % 1000) * 1000000;
     if (time.tv_nsec >= kNanosecondsPerSecond) {
         time.tv_nsec -= kNanosecondsPerSecond;
         ++time.tv_sec;
