@@ -5,7 +5,10 @@ set(CPACK_PACKAGE_NAME "${PROJECT_NAME}")
 set(CPACK_PACKAGE_VENDOR "the zelutil authors")
 set(CPACK_PACKAGE_CONTACT "the zelutil authors <zelutil@example.org>")
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_STRIP_FILES ON)
+if(NOT WIN32)
+    # In a file of Windows, strip would note the time; the linker does the same without it.
+    set(CPACK_STRIP_FILES ON)
+endif()
 string(TOLOWER "${PROJECT_NAME}-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" CPACK_PACKAGE_FILE_NAME)
 # The same sources make the same bytes, whenever and wherever they are packed.
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/packages/fix_times.cmake")

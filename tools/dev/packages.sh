@@ -1,5 +1,5 @@
 #  : Make packages for Debian, an archive and a ZIP for Windows below build/packages, twice to compare them, and use each in an empty root
-need "${buildPackages[@]}" "${commandPackages[@]}" "${windowsPackages[@]}" dpkg-dev fakeroot lintian pkg-config unzip
+need "${buildPackages[@]}" "${commandPackages[@]}" "${windowsPackages[@]}" dpkg-dev lintian pkg-config unzip
 source tools/dev/packages/make.sh
 source tools/dev/packages/use.sh
 
@@ -7,7 +7,7 @@ readonly made=build/packages/made again=build/packages/again
 rm -rf build/packages
 mkdir -p "$made" "$again"
 SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
-export SOURCE_DATE_EPOCH
+export SOURCE_DATE_EPOCH TZ=UTC
 
 say "Making the packages in this directory"
 makePackages "$PWD" "$PWD/$made"
