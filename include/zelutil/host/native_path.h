@@ -16,10 +16,12 @@ namespace zelutil::host {
 ///
 ///     const std::filesystem::path file = zelutil::host::nativePath(path);
 ///
-/// The header <filesystem> is left to the sources that use it, since it doubles what this one costs the compiler.
+/// The header `<filesystem>` is left to the sources that use it, since it doubles what this one costs the compiler.
 class NativePath {
 public:
+    /// A character of the system's.
     using value_type = ZELUTIL_NATIVE_CHARACTER;
+    /// Such characters, as std::filesystem::path has them.
     using string_type = std::basic_string<value_type>;
 
     /// Makes an empty one.
@@ -38,8 +40,11 @@ public:
               typename = decltype(std::declval<const Path&>().native())>
     NativePath(const Path& path) : text_(path.native()) {}
 
+    /// Returns the characters.
     const string_type& native() const noexcept { return text_; }
+    /// Returns the characters, with a null character behind the last.
     const value_type* c_str() const noexcept { return text_.c_str(); }
+    /// Returns whether there are none.
     bool empty() const noexcept { return text_.empty(); }
 
     /// Makes a std::filesystem::path.
@@ -59,6 +64,7 @@ std::enable_if_t<std::is_same_v<A, NativePath> && std::is_same_v<B, NativePath>,
                                                                                                   const B& b) {
     return a.native() == b.native();
 }
+/// Compares them the other way round.
 template <typename A, typename B>
 std::enable_if_t<std::is_same_v<A, NativePath> && std::is_same_v<B, NativePath>, bool> operator!=(const A& a,
                                                                                                   const B& b) {
