@@ -75,6 +75,9 @@ std::vector<std::string> leftOutBySave(const std::string& defaults, const std::s
             names.push_back("digits of the number " + beginningOfPart(number));
         }
     }
+    if (kept.behindEnd != now.behindEnd) {
+        names.push_back("what stands behind a null character (" + beginningOfPart(now.behindEnd) + ')');
+    }
     if (plan.losesActions) {
         names.emplace_back("parts of the list of changed actions");
     }

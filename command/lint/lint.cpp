@@ -70,7 +70,17 @@ void checkNullCharacters(View value, Report& report) {
     }
 }
 
-/// A null character is spelled so; as it is, it is no JSON.
+/// The text ends there for every reader.
+void checkEnd(const json::LocatedDocument& document, Report& report) {
+    const std::size_t end = document.text().find('\0');
+    if (end != std::string_view::npos) {
+        report.addAt(Rule::NullCharacter, document.positionAt(end), document.positionAt(end + 1),
+                     "The file has a null character. Nothing behind it is read, and a save leaves that out.",
+                     "Take it out, with what stands behind it.");
+    }
+}
+
+/// In a text that is read it is spelled so; as it is, it ends the file.
 bool maySpellNullCharacters(std::string_view text) { return text.find("\\u0000") != std::string_view::npos; }
 
 }  // namespace
@@ -87,6 +97,7 @@ std::vector<Finding> lint(const Source& source, const Choices& choices) {
         const View defaults = choices.defaults == nullptr ? View() : choices.defaults->document().root();
         check(source.kind(), document.root(), defaults, report);
         checkBytes(report);
+        checkEnd(document, report);
         if (maySpellNullCharacters(document.text())) {
             checkNullCharacters(document.root(), report);
         }

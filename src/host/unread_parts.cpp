@@ -84,6 +84,15 @@ private:
     std::set<std::string> found_;
 };
 
+/// Returns "" where there is nothing but white space and more null characters, with which file systems fill up files
+/// after a crash.
+std::string_view behindEndOf(std::string_view text) {
+    constexpr std::string_view kNothing("\0 \t\r\n", 5);
+    text.remove_prefix(std::min(text.find('\0'), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(kNothing), text.size()));
+    return text;
+}
+
 std::set<std::string> unreadOfActions(std::string_view text) {
     const json::Document document(text, json::Numbers::Exact);
     return UnreadActions().run(document.root());
@@ -92,7 +101,8 @@ std::set<std::string> unreadOfActions(std::string_view text) {
 }  // namespace
 
 bool UnreadParts::areAllIn(const UnreadParts& others) const {
-    return isSubset(contents, others.contents) && isSubset(numbers, others.numbers);
+    return isSubset(contents, others.contents) && isSubset(numbers, others.numbers) &&
+           (behindEnd.empty() || behindEnd == others.behindEnd);
 }
 
 UnreadParts unreadPartsOf(std::string_view text, View root) {
@@ -102,6 +112,7 @@ UnreadParts unreadPartsOf(std::string_view text, View root) {
         for (const std::string_view number : json::inexactNumbers(text)) {
             parts.numbers.emplace(number);
         }
+        parts.behindEnd = std::string(behindEndOf(text));
     }
     return parts;
 }

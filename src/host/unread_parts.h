@@ -15,8 +15,10 @@ struct UnreadParts {
     std::set<prefs::UnreadContent> contents;
     /// Numbers with more digits than are held of them.
     std::set<std::string> numbers;
+    /// What stands behind a null character, at which a text ends for every reader.
+    std::string behindEnd;
 
-    bool empty() const { return contents.empty() && numbers.empty(); }
+    bool empty() const { return contents.empty() && numbers.empty() && behindEnd.empty(); }
     bool areAllIn(const UnreadParts& others) const;
 };
 

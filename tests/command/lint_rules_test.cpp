@@ -289,6 +289,14 @@ TEST(LintBytes, ANullCharacterIsToldInTextsAndNames) {
     EXPECT_EQ(placesOf(lint(R"({"meta": [{"header": "A\\u0000", "attribute": "a", "overriddensettings": []}]})")), "");
 }
 
+TEST(LintBytes, ANullCharacterThatEndsTheFileIsTold) {
+    const std::string user = "{\"meta\": [{\"header\": \"A\", \"attribute\": \"a\", \"overriddensettings\": []}]}\n";
+    const std::string hint = " Take it out, with what stands behind it.\n";
+    EXPECT_EQ(
+        told(lint(user + std::string("\0 lost", 6))),
+        "ZU032 at 2:1: The file has a null character. Nothing behind it is read, and a save leaves that out." + hint);
+}
+
 // --- Commas
 // -----------------------------------------------------------------------------------------------------------
 

@@ -52,6 +52,15 @@ TEST(SettingsLostContent, IsToldOfWhatIsNotInTheFormThatIsRead) {
     }
 }
 
+TEST(SettingsLostContent, IsToldOfWhatStandsBehindANullCharacter) {
+    using namespace std::string_literals;
+    FileText file = fileWith({given("a", R"({"x":"2"})")}) + "\0\n lost"s;
+    EXPECT_TRUE(losesContent(file));
+    EXPECT_EQ(valueOf(catalogueOfTexts(kLostContentDefaults, *file), "x"), "2");
+    FileText filledUp = fileWith({given("a", R"({"x":"2"})")}) + "\n\0\0\0\n"s;
+    EXPECT_FALSE(losesContent(filledUp));
+}
+
 TEST(SettingsLostContent, IsToldOfNothingElse) {
     const std::string files[] = {
         fileWith({}),
