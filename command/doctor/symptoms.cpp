@@ -136,8 +136,7 @@ private:
     void addVariable(const std::string& variable, const std::string& tree) {
         const std::string value = platform::environment(variable.c_str()).value_or("");
         if (value.find('"') != std::string::npos) {
-            addNoProduct(variable + " has quotation marks in its value, which count as a part of the path.",
-                         "Set " + variable + " without them.");
+            addInQuotes(Kind::NoProduct, kRootStep, variable);
             return;
         }
         if (isSameDirectory(tree, root_)) {
@@ -161,6 +160,12 @@ private:
         }
     }
 
+    void addInQuotes(Kind kind, const char* step, const std::string& variable) {
+        add(kind, step,
+            "The variable " + variable + " has quotation marks in its value, which count as a part of the path.",
+            "Set " + variable + " without them.");
+    }
+
     /// Adds a symptom whose text is a sentence without "The variable" at its beginning.
     void addNoProduct(const std::string& text, std::string advice) {
         add(Kind::NoProduct, kRootStep, "The variable " + text, std::move(advice));
@@ -177,7 +182,12 @@ private:
         if (step.candidates.empty() || step.candidates[0].verdict == Verdict::NotDefined) {
             return;
         }
-        if (!Path(step.result).IsDirectory()) {
+        const bool isDirectory = Path(step.result).IsDirectory();
+        if (!isDirectory && step.candidates[0].seen.find('"') != std::string::npos) {
+            addInQuotes(Kind::NoSite, kSiteStep, file::kSiteVariable);
+            return;
+        }
+        if (!isDirectory) {
             add(Kind::NoSite, kSiteStep,
                 std::string("The variable ") + file::kSiteVariable + " names " + shown(step.candidates[0].seen) +
                     ", which is no directory.",

@@ -258,6 +258,14 @@ const std::vector<Fault> kFaults = {
      "other-product",
      {"site"}},
     {"site of nothing", [](auto& w) { w.name("QTX_SITE", w.work / "nothing"); }, "no-site", {"site"}},
+    {"site in quotation marks",
+     [](auto& w) {
+         fs::create_directories(w.work / "site");
+         w.environment["QTX_SITE"] = '"' + systemText(w.work / "site") + '"';
+     },
+     "no-site",
+     {"site"},
+     "The variable QTX_SITE has quotation marks in its value"},
     {"site that is a file",
      [](auto& w) {
          writeTextFile(w.work / "site", "");
