@@ -27,7 +27,10 @@ bool endsWith(const std::string& text, const std::string& end) {
     return text.size() >= end.size() && beginsWith(text.substr(text.size() - end.size()), end);
 }
 
-/// Returns the form that an option names or else the ending of the file; Markdown where neither does.
+/// Returns whether the name of the file has an ending.
+bool hasEnding(const std::string& file) { return file.find('.', file.find_last_of("/\\") + 1) != std::string::npos; }
+
+/// Returns the form that an option names or else the ending of the file; Markdown where there is neither.
 SheetForm formOf(const SheetChoices& choices) {
     if (choices.html + choices.markdown + choices.csv > 1) {
         throw UsageError("--html, --md and --csv are three forms, of which a sheet has one.");
@@ -38,7 +41,14 @@ SheetForm formOf(const SheetChoices& choices) {
     if (endsWith(choices.file, ".html") || endsWith(choices.file, ".htm")) {
         return sheet::htmlOf;
     }
-    return endsWith(choices.file, ".csv") ? sheet::csvOf : sheet::markdownOf;
+    if (endsWith(choices.file, ".csv")) {
+        return sheet::csvOf;
+    }
+    if (hasEnding(choices.file) && !endsWith(choices.file, ".md") && !endsWith(choices.file, ".txt")) {
+        throw UsageError("The ending of \"" + choices.file +
+                         "\" names no form: end it in .html, .md or .csv, or give --html, --md or --csv.");
+    }
+    return sheet::markdownOf;
 }
 
 void writeEntry(JsonWriter& json, const sheet::Entry& entry) {

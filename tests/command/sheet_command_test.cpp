@@ -82,6 +82,23 @@ TEST_F(SheetCommand, WritesAFileInTheFormOfItsEnding) {
     EXPECT_EQ(files, 3U) << "Nothing else is left beside them.";
 }
 
+TEST_F(SheetCommand, TakesAnEndingInAnyCaseAndNoneThatSaysNoForm) {
+    EXPECT_EQ(world_.run({"sheet", "-o", "SHEET.CSV"}).exitCode, 0);
+    EXPECT_EQ(textOf("SHEET.CSV"), kAllInCsv);
+    for (const char* const name : {"plain", "plain.txt", "./plain.md"}) {
+        EXPECT_EQ(world_.run({"sheet", "-o", name}).exitCode, 0) << name;
+        EXPECT_EQ(textOf(name), world_.run({"sheet", "--md"}).out) << name;
+    }
+    const ChildResult result = world_.run({"sheet", "-o", "sheet.pdf"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(
+        result.err,
+        "zelutil: error: The ending of \"sheet.pdf\" names no form: end it in .html, .md or .csv, or give --html, "
+        "--md or --csv.\n    \"zelutil sheet --help\" says how it is called.\n");
+    EXPECT_FALSE(std::filesystem::exists(world_.home().path() / "sheet.pdf"));
+    EXPECT_EQ(world_.run({"sheet", "--html", "-o", "sheet.pdf"}).exitCode, 0);
+}
+
 TEST_F(SheetCommand, IsNotWrittenWherePreferencesAreKeptOrOverAWishList) {
     const ChildResult result = world_.run({"sheet", "--md", "-o", world_.userFile().u8string()});
     EXPECT_EQ(result.exitCode, 3);
