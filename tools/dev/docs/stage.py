@@ -5,8 +5,9 @@ usage: stage.py PROJECT DIRECTORY
 Guide pages lie side by side there. Their links lead to each other; a link to a file that has no page becomes the name of
 that file. A heading gets its page's name and its own as identifier, by which links find it.
 
-Headers lose what is no declaration of its own: copies and moves that the compiler makes ("= default") and
-specialisations that the primary template documents. No line moves, so that warnings name the right one.
+Headers lose what is no declaration of its own: copies and moves that the compiler makes ("= default"), specialisations
+that the primary template documents, and classes within the private part of another, to whose list Doxygen would link
+without making one. No line moves, so that warnings name the right one.
 """
 
 import os
@@ -22,6 +23,8 @@ EXAMPLE_PAGES = {"examples/qt_board/README.md": "qt_board.md"}
 SHARED_NAMESPACE = re.compile(r"\n\n((?:///.*\n)+)(?=namespace zelutil::host \{)")
 # A header in C describes itself above its includes.
 HEADER_IN_C = re.compile(r"\n\n((?:///.*\n)+)(?=\n#include)")
+ACCESS = re.compile(r"^(public|protected|private):$|^};$")
+PRIVATE_CLASS = re.compile(r"^    (struct|class) \w+[^;]* \{$")
 DEFAULTED = re.compile(r"^ +(\w+\((const \w+&|\w+&&)( \w+)?\)|\w+& operator=\((const \w+&|\w+&&)( \w+)?\)) = default;$")
 
 
@@ -55,11 +58,26 @@ def without_what_the_language_documents(text):
     return "\n".join(lines)
 
 
+def without_private_classes(text):
+    lines = text.split("\n")
+    is_private = is_within = False
+    for number, line in enumerate(lines):
+        if ACCESS.match(line):
+            is_private = line == "private:"
+        is_within = is_within or (is_private and PRIVATE_CLASS.match(line) is not None)
+        if is_within:
+            lines[number] = ""
+        if line == "    };":
+            is_within = False
+    return "\n".join(lines)
+
+
 def stage_headers():
     for directory, _, names in os.walk(os.path.join(PROJECT, "include")):
         for name in names:
             path = os.path.relpath(os.path.join(directory, name), PROJECT)
-            write(os.path.join(DIRECTORY, path), without_what_the_language_documents(described_file(read(path))))
+            text = without_private_classes(without_what_the_language_documents(described_file(read(path))))
+            write(os.path.join(DIRECTORY, path), text)
 
 
 # --- Guide pages ------------------------------------------------------------------------------------------------------
