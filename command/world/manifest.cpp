@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "command/text.h"
 #include "json/document.h"
 #include "json/writer.h"
 
@@ -131,7 +132,15 @@ std::optional<std::string> optionalStringOf(View value) {
     return value.text() ? std::optional<std::string>(stringOf(value)) : std::nullopt;
 }
 
-fs::path pathIn(View value) { return fs::u8path(stringOf(value)); }
+/// Returns the empty path for a text that names no file. The system does not look behind a null character, so a name
+/// of ".." could hide before one, and wide paths have no bytes that are no part of UTF-8.
+fs::path pathOfText(std::string_view text) {
+    constexpr bool kIsWide = sizeof(fs::path::value_type) > 1;
+    const bool isNone = text.find('\0') != std::string_view::npos || (kIsWide && badBytesOf(text));
+    return isNone ? fs::path() : fs::u8path(text);
+}
+
+fs::path pathIn(View value) { return pathOfText(value.text().value_or("")); }
 
 /// Whether a path leads to a place in the bundle's world and not past it: a manifest may come from a stranger.
 bool staysInWorld(const fs::path& path) {
@@ -143,7 +152,7 @@ bool staysInWorld(const fs::path& path) {
 Rights rightsOf(View value) {
     Rights rights;
     for (const json::Member one : value.members()) {
-        rights[fs::u8path(one.key)] = one.value.isTrue();
+        rights[pathOfText(one.key)] = one.value.isTrue();
     }
     return rights;
 }
@@ -179,6 +188,9 @@ std::optional<Manifest> manifestOf(std::string_view text) {
     }
     Manifest manifest;
     manifest.system = stringOf(root.member("system"));
+    if (manifest.system != nameOfThisSystem()) {
+        return manifest;
+    }
     manifest.redacted = root.member("redacted").isTrue();
     manifest.directory = pathIn(root.member("directory"));
     manifest.module = stringOf(root.member("module"));

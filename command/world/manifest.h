@@ -58,7 +58,9 @@ const char* nameOfThisSystem();
 /// Returns the text of the file; nothing where it would be too large.
 std::optional<std::string> textOfManifest(const Manifest& manifest);
 
-/// Returns nothing for a text that is no manifest of this format.
+/// Returns nothing for a text that is no manifest of this format, and for one with a path that leads out of the bundle.
+/// Of one of another system only its name is returned, because its paths are none here. What is of another type than it
+/// should be counts as empty or false.
 std::optional<Manifest> manifestOf(std::string_view text);
 
 }  // namespace zelutil::command::world

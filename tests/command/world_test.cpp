@@ -13,6 +13,7 @@
 #include "command/command_world.h"
 #include "command/doctor_world.h"
 #include "command/subcommands/table.h"
+#include "command/world/manifest.h"
 #include "command/world/mirror.h"
 #include "command/world/redaction.h"
 #include "support/common_library_stand_in.h"
@@ -430,6 +431,20 @@ void putIntoManifest(const Machine& machine, const std::string& member) {
     std::string manifest = readTextFile(machine.bundle / "world.json");
     manifest.insert(manifest.find('{') + 1, member + ',');
     writeTextFile(machine.bundle / "world.json", manifest);
+}
+
+TEST(World, BundleOfAnotherSystemIsNamedAsThat) {
+    Machine machine;
+    makeBundle(machine);
+    const bool isPosix = command::world::nameOfThisSystem() == std::string("posix");
+    const std::string other = isPosix ? "windows" : "posix";
+    putIntoManifest(machine, R"("system":")" + other + R"(","directory":")" + (isPosix ? "C:/work" : "/work") +
+                                 R"(","links":[{"from":"/a","to":"no path here"}])");
+    const ChildResult result = machine.runFromBundle({"doctor"});
+    EXPECT_EQ(result.exitCode, 3) << shown(result);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("The bundle was made on another system (" + other + ")"), std::string::npos)
+        << result.err;
 }
 
 TEST(World, WithoutItsDirectoryOfFilesIsNotWhole) {
