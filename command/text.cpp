@@ -3,6 +3,8 @@
 #include <zelutil/host/native_path.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include "platform/files.h"
 
@@ -50,6 +52,20 @@ std::size_t lengthOfFirst(std::string_view text) {
     return whole && (length == 1 || !isExcluded(text[0], text[1])) ? length : 0;
 }
 
+/// Returns how many characters of ASCII the text begins with, in eights: mostly a text has no others, and eight at once
+/// take a fraction of the time.
+std::size_t asciiInEights(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::size_t length = 0;
+    for (std::uint64_t eight = 0; text.size() - length >= sizeof eight; length += sizeof eight) {
+        std::memcpy(&eight, text.data() + length, sizeof eight);
+        if ((eight & kHighBits) != 0) {
+            break;
+        }
+    }
+    return length;
+}
+
 /// Calls `take` with every character, and with the replacement for every byte that belongs to none.
 template <typename Take>
 void forEachCharacter(std::string_view text, Take take) {
@@ -94,7 +110,7 @@ std::string validUtf8(std::string_view text) {
 
 std::optional<BadBytes> badBytesOf(std::string_view text) {
     BadBytes bad;
-    for (std::size_t place = 0; place < text.size();) {
+    for (std::size_t place = asciiInEights(text); place < text.size(); place += asciiInEights(text.substr(place))) {
         const std::size_t length = lengthOfFirst(text.substr(place));
         if (length == 0 && bad.count++ == 0) {
             bad.first = place;

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "actions/action_catalogue.h"
+#include "actions/action_tables.h"
 #include "actions/action_text.h"
 #include "actions/overwritable.h"
 #include "command/lint/action_forms.h"
@@ -35,18 +36,25 @@ const ObjectForm& definitionForm() {
 
 std::string actionText(int id) { return "action " + std::to_string(id); }
 
+/// An action of which a load takes the definition, and where that stands.
+using TakenAction = std::pair<ActionDefinition, View>;
+
 /// Goes through the list beside a catalogue that has loaded it.
 class ShippedActions {
 public:
     ShippedActions(View list, Report& report, const ActionCatalogue& catalogue)
-        : list_(list), report_(report), catalogue_(catalogue) {}
+        : list_(list), report_(report), catalogue_(catalogue) {
+        collect();
+    }
 
     void run() {
-        collect();
         for (const auto& [definition, element] : taken_) {
-            checkAction(definition, element);
+            checkAction(definition, element, *catalogue_.find(definition.id));
         }
     }
+
+    /// Returns them in the order of the list.
+    const std::vector<TakenAction>& taken() const { return taken_; }
 
 private:
     /// Takes those that a load takes, in the order of the list.
@@ -76,14 +84,14 @@ private:
         return place == places_.end() ? "not in the list" : report_.lineOf(taken_[place->second].second);
     }
 
-    void checkAction(const ActionDefinition& definition, View element) {
-        checkCommand(definition, element);
-        checkShortcut(definition, element);
+    void checkAction(const ActionDefinition& definition, View element, const ActionCatalogue::Action& action) {
+        checkCommand(definition, element, action.binding->action);
+        checkShortcut(definition, element, action);
         checkParent(definition, element);
     }
 
-    void checkCommand(const ActionDefinition& definition, View element) {
-        const int first = catalogue_.idByCommand(definition.context, definition.command);
+    /// `first` is the first action with the command.
+    void checkCommand(const ActionDefinition& definition, View element, int first) {
         if (first != definition.id) {
             report_.add(Rule::RepeatedCommand, element.member("command"),
                         "The command is that of " + actionText(first) + " in the same context (" + lineOf(first) +
@@ -92,11 +100,11 @@ private:
     }
 
     /// Tells of the later one of two that are in each other's way.
-    void checkShortcut(const ActionDefinition& definition, View element) {
+    void checkShortcut(const ActionDefinition& definition, View element, const ActionCatalogue::Action& action) {
         if (definition.shortcut.empty()) {
             return;
         }
-        const int holder = catalogue_.find(definition.id)->inTheWay(std::string(definition.shortcut));
+        const int holder = action.inTheWay(std::string(definition.shortcut));
         const auto place = places_.find(holder);
         if (holder != 0 && place != places_.end() && place->second < places_.at(definition.id)) {
             report_.add(Rule::KeyShippedTwice, element.member(kShortcut),
@@ -142,19 +150,16 @@ private:
     View list_;
     Report& report_;
     const ActionCatalogue& catalogue_;
-    std::vector<std::pair<ActionDefinition, View>> taken_;
+    std::vector<TakenAction> taken_;
     std::unordered_map<int, std::size_t> places_;
     /// Holds the ids of the actions that were followed to the top already.
     std::unordered_set<int> known_;
 };
 
 /// Reports the children that a load gives their parent's shortcut although their context refuses it.
-void checkHeirs(View list, const ActionCatalogue& loaded, Report& report) {
-    std::unordered_set<int> seen;
-    for (const View element : list.elements()) {
-        const ActionDefinition definition = actions::definitionOf(element);
-        // Of one whose id is that of an earlier one nothing is loaded.
-        if (definition.parentId == 0 || !definition.isUsable() || !seen.insert(definition.id).second) {
+void checkHeirs(const std::vector<TakenAction>& taken, const ActionCatalogue& loaded, Report& report) {
+    for (const auto& [definition, element] : taken) {
+        if (definition.parentId == 0) {
             continue;
         }
         const ActionCatalogue::Action& child = *loaded.find(definition.id);
@@ -199,8 +204,9 @@ void checkActions(View object, Report& report) {
     const actions::ObserverRegistry nobody;
     ActionCatalogue catalogue(nobody);
     // Before children take over from their parents everything is as it is shipped.
-    catalogue.loadAndEdit(object, [&](ActionCatalogue& loading) { ShippedActions(list, report, loading).run(); });
-    checkHeirs(list, catalogue, report);
+    ShippedActions shipped(list, report, catalogue);
+    catalogue.loadAndEdit(object, [&](ActionCatalogue&) { shipped.run(); });
+    checkHeirs(shipped.taken(), catalogue, report);
 }
 
 }  // namespace zelutil::lint

@@ -76,10 +76,8 @@ public:
 
     void run(View root) {
         prefs::readDefaults(root, catalogue_, [this](const prefs::Definition& made) { note(made); });
-        for (std::uint32_t number = 0; number < definitions_.size(); ++number) {
-            if (!isRepeated(number) && definitions_[number].lendsBareName) {
-                checkBareName(number);
-            }
+        if (catalogue_.settings().size() != names_) {
+            findRepeated();
         }
         prefs::forEachSection(root, [this](const VisitedSection& visited) { checkSubManager(visited); });
     }
@@ -93,7 +91,16 @@ private:
         View name() const { return element.member(prefs::kName); }
     };
 
+    void findRepeated() {
+        for (std::uint32_t number = 0; number < definitions_.size(); ++number) {
+            if (!isRepeated(number) && definitions_[number].lendsBareName) {
+                checkBareName(number);
+            }
+        }
+    }
+
     void note(const prefs::Definition& made) {
+        names_ += made.lendsBareName ? 2U : 1U;
         if (paths_.empty() || paths_.back() != made.attributePath) {
             paths_.push_back(made.attributePath);
         }
@@ -143,6 +150,8 @@ private:
     /// By the numbers of their records.
     std::vector<Defined> definitions_;
     std::vector<std::string> paths_;
+    /// Counts the full and the bare names. The catalogue has as many where no name is there twice.
+    std::size_t names_ = 0;
     std::map<std::int32_t, View> subManagers_;
 };
 

@@ -1,6 +1,7 @@
 #include "command/lint/object_form.h"
 
 #include <algorithm>
+#include <bitset>
 
 namespace zelutil::lint {
 namespace {
@@ -62,23 +63,68 @@ std::vector<std::string> keysOf(const ObjectForm& form) {
     return keys;
 }
 
-void checkMember(const json::Member& member, json::View object, const ObjectForm& form, Report& report) {
-    const auto known = std::find_if(form.members.begin(), form.members.end(),
-                                    [&](const MemberForm& candidate) { return candidate.key == member.key; });
-    if (known == form.members.end()) {
-        report.addAtKey(Rule::UnknownMember, member.value, member.key,
-                        "The member " + inQuotes(member.key) + " means nothing in " + form.what + '.',
-                        nearestHint(member.key, keysOf(form)));
-        return;
+/// Goes through the members of an object and remembers which of the form were there. Large files have hundreds of
+/// thousands of objects, so none of their members is searched for a second time.
+class MemberChecks {
+public:
+    MemberChecks(json::View object, const ObjectForm& form, Report& report)
+        : object_(object), form_(form), report_(report) {}
+
+    void run() {
+        for (const json::Member& member : object_.members()) {
+            check(member);
+        }
+        for (std::size_t place = 0; place < form_.members.size(); ++place) {
+            if (form_.members[place].need == Need::Required && !isThere_.test(place)) {
+                report_.add(Rule::MissingMember, object_,
+                            "The member " + inQuotes(form_.members[place].key) + " is missing, without which " +
+                                form_.what + " is not read.");
+            }
+        }
     }
-    if (!member.value.isSame(object.member(member.key))) {
-        report.addAtKey(Rule::RepeatedMember, member.value, member.key,
-                        "The member " + inQuotes(member.key) + " stands twice, and the first counts (" +
-                            report.lineOf(object.member(member.key)) + ").");
-        return;
+
+private:
+    /// No form has more.
+    static constexpr std::size_t kMostMembers = 32;
+
+    /// Most objects have their members in the order of the form.
+    std::size_t placeOf(std::string_view key) const {
+        const auto& members = form_.members;
+        if (next_ < members.size() && members[next_].key == key) {
+            return next_;
+        }
+        const auto known = std::find_if(members.begin(), members.end(),
+                                        [&](const MemberForm& candidate) { return candidate.key == key; });
+        return static_cast<std::size_t>(known - members.begin());
     }
-    checkType(member.value, member.key, known->type, report, known->ofAnotherType);
-}
+
+    void check(const json::Member& member) {
+        const std::size_t place = placeOf(member.key);
+        if (place == form_.members.size()) {
+            report_.addAtKey(Rule::UnknownMember, member.value, member.key,
+                             "The member " + inQuotes(member.key) + " means nothing in " + form_.what + '.',
+                             nearestHint(member.key, keysOf(form_)));
+            return;
+        }
+        next_ = place + 1;
+        if (isThere_.test(place)) {
+            report_.addAtKey(Rule::RepeatedMember, member.value, member.key,
+                             "The member " + inQuotes(member.key) + " stands twice, and the first counts (" +
+                                 report_.lineOf(object_.member(member.key)) + ").");
+            return;
+        }
+        isThere_.set(place);
+        const MemberForm& known = form_.members[place];
+        checkType(member.value, member.key, known.type, report_, known.ofAnotherType);
+    }
+
+    json::View object_;
+    const ObjectForm& form_;
+    Report& report_;
+    /// The place behind that of the last member.
+    std::size_t next_ = 0;
+    std::bitset<kMostMembers> isThere_;
+};
 
 }  // namespace
 
@@ -94,16 +140,7 @@ bool checkObject(json::View value, const ObjectForm& form, Report& report) {
         report.add(Rule::WrongType, value, std::string("Here ") + form.what + " must stand, which is an object.");
         return false;
     }
-    for (const json::Member& member : value.members()) {
-        checkMember(member, value, form, report);
-    }
-    for (const MemberForm& member : form.members) {
-        if (member.need == Need::Required && !value.member(member.key)) {
-            report.add(
-                Rule::MissingMember, value,
-                "The member " + inQuotes(member.key) + " is missing, without which " + form.what + " is not read.");
-        }
-    }
+    MemberChecks(value, form, report).run();
     return true;
 }
 
