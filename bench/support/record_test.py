@@ -54,6 +54,18 @@ class RecordTest(unittest.TestCase):
         self.assertEqual(report("finding | find | map | 0.40 |", 8.0)[1],
                          ['finding: no program has compared "find" with "map"'])
 
+    def test_a_rate_is_the_calls_a_second_of_the_median(self):
+        rows = record.rows_of("files | read | map | a second |")
+        measured = record.samples_of({"benchmarks": [
+            {**run(0, "read/zelutil/repeats:1", 4e6), "calls": 1000},
+            {**run(1, "read/map/repeats:1", 2e6), "calls": 1000},
+        ]})
+        text, problems = record.report_of(rows, measured, "M", "C")
+        self.assertIn("| files | **250000** | map | 2.00 |\n", text)
+        self.assertEqual(problems, [])
+        self.assertEqual(record.report_of(rows, {}, "M", "C")[1],
+                         ['files: no program has compared "read" with "map"'])
+
     def test_a_slower_side_is_not_ahead(self):
         text, _ = report("finding | find, 10 keys | map | 9.00 |", 14.0)
         self.assertIn("Ahead of the reference in 1 of 1 rows, ahead of every peer in 0.", text)

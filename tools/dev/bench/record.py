@@ -15,6 +15,7 @@ from dataclasses import dataclass
 SUBJECT = "zelutil"
 LIMIT = "limit: "
 NOISE = 1.15
+RATE = "a second"
 
 
 @dataclass
@@ -61,12 +62,12 @@ def rows_of(text):
 
 
 def samples_of(output):
-    """The times of each repetition by comparison and side, in the order of the programs' sides."""
+    """The nanoseconds a call of each repetition by comparison and side, in the order of the programs' sides."""
     samples = {}
     for run in sorted(output["benchmarks"], key=lambda run: run["family_index"]):
         if run["run_type"] == "iteration":
             comparison, side = run["name"].split("/repeats:")[0].rsplit("/", 1)
-            samples.setdefault(comparison, {}).setdefault(side, []).append(run["cpu_time"])
+            samples.setdefault(comparison, {}).setdefault(side, []).append(run["cpu_time"] / run.get("calls", 1))
     return samples
 
 
@@ -99,6 +100,10 @@ def verdict_of(row, result):
     return f"missed: {row.reason}" if row.reason else "missed"
 
 
+def missing(row):
+    return f"{row.work}: no program has compared \"{row.comparison}\" with \"{row.reference}\""
+
+
 def table_of_rows(rows, samples, problems):
     lines = [
         line_of("work", "reference = 1.00", "zelutil", "peers", "limit", "aim", ""),
@@ -108,7 +113,7 @@ def table_of_rows(rows, samples, problems):
     for row in rows:
         result = result_of(samples.get(row.comparison, {}), row.reference)
         if result is None:
-            problems.append(f"{row.work}: no program has compared \"{row.comparison}\" with \"{row.reference}\"")
+            problems.append(missing(row))
             continue
         ahead += result.ours < 1
         ahead_of_all += result.is_ahead_of_every_peer()
@@ -118,6 +123,19 @@ def table_of_rows(rows, samples, problems):
         cells = [listed(result.peers()), listed(result.limits()), f"{aim_of(row, result):.2f}", verdict]
         lines.append(line_of(row.work, result.reference, f"**{result.ours:.2f}**", *cells))
     lines += ["", f"Ahead of the reference in {ahead} of {len(rows)} rows, ahead of every peer in {ahead_of_all}."]
+    return lines
+
+
+def table_of_rates(rows, samples, problems):
+    lines = [line_of("work", "a second and core", "reference = 1.00", "zelutil"), "|---|---|---|---|"]
+    for row in rows:
+        sides = samples.get(row.comparison, {})
+        result = result_of(sides, row.reference)
+        if result is None:
+            problems.append(missing(row))
+            continue
+        rate = 1e9 / statistics.median(sides[SUBJECT])
+        lines.append(line_of(row.work, f"**{rate:.0f}**", result.reference, f"{result.ours:.2f}"))
     return lines
 
 
@@ -135,6 +153,8 @@ def table_of_others(rows, samples):
 def report_of(rows, samples, machine, compiler):
     """Returns the text, and what is wrong with it."""
     problems = []
+    aimed = [row for row in rows if row.aim != RATE]
+    rates = [row for row in rows if row.aim == RATE]
     lines = [
         "# Results of the benchmarks",
         "",
@@ -144,8 +164,9 @@ def report_of(rows, samples, machine, compiler):
         f"- Machine: {machine}",
         f"- Compiler: {compiler}",
         "",
-        *table_of_rows(rows, samples, problems),
+        *table_of_rows(aimed, samples, problems),
         "",
+        *(["## Rates", "", *table_of_rates(rates, samples, problems), ""] if rates else []),
         "## Other comparisons",
         "",
         *table_of_others(rows, samples),
