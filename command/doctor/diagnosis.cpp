@@ -118,13 +118,19 @@ private:
 }  // namespace
 
 void lookAtFiles(Diagnosis& diagnosis) {
-    const std::string& readFile = diagnosis.step(kUserFileReadStep).result;
+    const SearchStep& read = diagnosis.step(kUserFileReadStep);
     for (SearchStep& step : diagnosis.steps) {
-        if (step.file) {
-            step.file = stateOfFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
+        if (!step.file) {
+            continue;
         }
-        if (isUsers(step) && step.result == readFile && step.file->kind == FileState::Kind::Fine) {
-            step.file->leftOut = leftOutOf(readFile, diagnosis.step(kDefaultsStep));
+        if (&step != &read && isUsers(step) && step.result == read.result) {
+            // It was looked at already: mostly a save writes the file that a start reads.
+            step.file = read.file;
+            continue;
+        }
+        step.file = stateOfFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
+        if (&step == &read && step.file->kind == FileState::Kind::Fine) {
+            step.file->leftOut = leftOutOf(read.result, diagnosis.step(kDefaultsStep));
         }
     }
 }
