@@ -1,6 +1,7 @@
 #include "command/world/manifest.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "command/text.h"
@@ -144,9 +145,12 @@ fs::path pathIn(View value) { return pathOfText(value.text().value_or("")); }
 
 /// Whether a path leads to a place in the bundle's world and not past it: a manifest may come from a stranger.
 bool staysInWorld(const fs::path& path) {
+    const auto leadsAway = [](const fs::path& component) {
+        // A drive within a path, which a component tells only as a path of its own, would replace all before it.
+        return component == ".." || component == "." || fs::path(component.native()).has_root_name();
+    };
     return path.is_absolute() && path.root_name().u8string().find("..") == std::string::npos &&
-           std::none_of(path.begin(), path.end(),
-                        [](const fs::path& component) { return component == ".." || component == "."; });
+           std::none_of(path.has_root_name() ? std::next(path.begin()) : path.begin(), path.end(), leadsAway);
 }
 
 Rights rightsOf(View value) {

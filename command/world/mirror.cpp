@@ -29,7 +29,8 @@ fs::path Mirror::resolved(const fs::path& path) const {
         if (component == "..") {
             place = place.parent_path();
         } else if (!component.empty() && component != ".") {
-            place /= component;
+            // A drive within a path, which a component tells only as a path of its own, would replace all before it.
+            place /= fs::path(component.native()).has_root_name() ? fs::u8path(directoryNameOf(component)) : component;
             const auto link = links_.find(place);
             place = link == links_.end() ? place : link->second;
         }
