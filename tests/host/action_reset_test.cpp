@@ -46,7 +46,8 @@ TEST(ActionReset, NamesAnActionWhoseShortcutAnotherHolds) {
     ASSERT_EQ(reset.refused.size(), 1U);
     EXPECT_EQ(reset.refused[0].action, 1);
     EXPECT_EQ(reset.refused[0].otherAction, 2);
-    EXPECT_EQ(reset.refused[0].text, "Action 1 (board, run1) does not get back the shortcut \"F1\": action 2 (board, run2) has it.");
+    EXPECT_EQ(reset.refused[0].text,
+              "Action 1 (board, run1) does not get back the shortcut \"F1\": action 2 (board, run2) has it.");
     EXPECT_EQ(here.shortcut(1), "F2");
     EXPECT_EQ(here.shortcut(2), "F1");
 }

@@ -124,7 +124,9 @@ TEST_F(SaveResetOfASwap, LeavesTheFileWhereNothingCanBeReset) {
     const SaveResult result = host::resetShortcuts({3});
     EXPECT_EQ(result.status, Status::Unchanged);
     ASSERT_EQ(result.notRestored.size(), 1U);
-    EXPECT_EQ(result.notRestored[0].text, "Action 3 (context0, command3) does not get back the shortcut \"Ctrl+3\": action 6 (context0, command6) has it.");
+    EXPECT_EQ(result.notRestored[0].text,
+              "Action 3 (context0, command3) does not get back the shortcut \"Ctrl+3\": action 6 (context0, command6) "
+              "has it.");
     EXPECT_THAT(result.savedActions, ElementsAre(3, 6));
     EXPECT_EQ(readTextFile(world_.userFile()), kSwapped);
 }

@@ -144,8 +144,8 @@ TEST(UserSettings, TheLastEntryForASettingWins) {
 
 TEST(UserSettings, OneObjectMayHoldSeveral) {
     expectLoaded({{"several",
-                R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"1","g":"2"},{},{"y":"3"}]}])",
-                {{"a::x", "1"}, {"a::g", "2"}, {"b::y", "3"}}}});
+                   R"([{"header":"A","attribute":"a","overriddensettings":[{"x":"1","g":"2"},{},{"y":"3"}]}])",
+                   {{"a::x", "1"}, {"a::g", "2"}, {"b::y", "3"}}}});
 }
 
 TEST(UserSettings, WhatIsOfAnotherTypeIsPassedOverAndTheRestCounts) {
