@@ -15,7 +15,7 @@ struct UnreadParts {
     std::set<prefs::UnreadContent> contents;
     /// Numbers with more digits than are held of them.
     std::set<std::string> numbers;
-    /// What stands behind a null character, at which a text ends for every reader.
+    /// Bytes behind a null character, at which a text ends for every reader.
     std::string behindEnd;
 
     bool empty() const { return contents.empty() && numbers.empty() && behindEnd.empty(); }
