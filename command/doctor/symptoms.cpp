@@ -136,7 +136,8 @@ private:
     void addVariable(const std::string& variable, const std::string& tree) {
         const std::string value = platform::environment(variable.c_str()).value_or("");
         if (value.find('"') != std::string::npos) {
-            addInQuotes(Kind::NoProduct, kRootStep, variable);
+            addNoProduct(variable + " has quotation marks in its value, which count as a part of the path.",
+                         "Set " + variable + " without them.");
             return;
         }
         if (isSameDirectory(tree, root_)) {
@@ -160,12 +161,6 @@ private:
         }
     }
 
-    void addInQuotes(Kind kind, const char* step, const std::string& variable) {
-        add(kind, step,
-            "The variable " + variable + " has quotation marks in its value, which count as a part of the path.",
-            "Set " + variable + " without them.");
-    }
-
     /// Adds a symptom whose text is a sentence without "The variable" at its beginning.
     void addNoProduct(const std::string& text, std::string advice) {
         add(Kind::NoProduct, kRootStep, "The variable " + text, std::move(advice));
@@ -182,19 +177,24 @@ private:
         if (step.candidates.empty() || step.candidates[0].verdict == Verdict::NotDefined) {
             return;
         }
-        const bool isDirectory = Path(step.result).IsDirectory();
-        if (!isDirectory && step.candidates[0].seen.find('"') != std::string::npos) {
-            addInQuotes(Kind::NoSite, kSiteStep, file::kSiteVariable);
-            return;
-        }
-        if (!isDirectory) {
-            add(Kind::NoSite, kSiteStep,
-                std::string("The variable ") + file::kSiteVariable + " names " + shown(step.candidates[0].seen) +
-                    ", which is no directory.",
-                "Let it name the site's directory, or unset it.");
+        if (!Path(step.result).IsDirectory()) {
+            addSiteOfNoDirectory(step.candidates[0].seen, step.result);
             return;
         }
         addTreeAround(kSiteStep, file::kSiteVariable, step.result);
+    }
+
+    /// A path loses its quotation marks, and may lose with the first of them that it begins at the root.
+    void addSiteOfNoDirectory(const std::string& value, const std::string& path) {
+        const std::string variable = std::string("The variable ") + file::kSiteVariable;
+        if (value.find('"') == std::string::npos) {
+            add(Kind::NoSite, kSiteStep, variable + " names " + shown(value) + ", which is no directory.",
+                "Let it name the site's directory, or unset it.");
+            return;
+        }
+        add(Kind::NoSite, kSiteStep,
+            variable + " has quotation marks in its value and names " + shown(path) + ", which is no directory.",
+            "Let it name the site's directory, without quotation marks, or unset it.");
     }
 
     /// A variable whose file or directory may lie in another product's tree.

@@ -259,13 +259,10 @@ const std::vector<Fault> kFaults = {
      {"site"}},
     {"site of nothing", [](auto& w) { w.name("QTX_SITE", w.work / "nothing"); }, "no-site", {"site"}},
     {"site in quotation marks",
-     [](auto& w) {
-         fs::create_directories(w.work / "site");
-         w.environment["QTX_SITE"] = '"' + systemText(w.work / "site") + '"';
-     },
+     [](auto& w) { w.environment["QTX_SITE"] = '"' + systemText(w.work / "nothing") + '"'; },
      "no-site",
      {"site"},
-     "The variable QTX_SITE has quotation marks in its value"},
+     "The variable QTX_SITE has quotation marks in its value and names "},
     {"site that is a file",
      [](auto& w) {
          writeTextFile(w.work / "site", "");
