@@ -15,7 +15,7 @@ makePackages "$PWD" "$PWD/$made"
 copy=$PWD/build/packages/elsewhere/a-copy-of-the-sources
 say "Making them anew in ${copy#"$PWD/"}"
 copySources "$copy"
-# What a cache has of the first build would show nothing.
+# A cache would hand out what the first build made, and the comparison would show nothing.
 CCACHE_DISABLE=1 makePackages "$copy" "$PWD/$again"
 step "Comparing the packages" comparePackages "$made" "$again"
 rm -rf "$copy" "$again"
