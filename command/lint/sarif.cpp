@@ -25,9 +25,18 @@ void object(JsonWriter& json, std::string_view key, WriteMembers writeMembers) {
 
 int number(std::size_t value) { return static_cast<int>(value); }
 
+void writeText(JsonWriter& json, std::string_view key, const std::string& text) {
+    object(json, key, [&] { json.member("text", messageText(text)); });
+}
+
+/// Writes a rule with all descriptions that code hosts ask for, some of which refuse a file without them.
 void writeRule(JsonWriter& json, const RuleInfo& rule) {
+    const std::string title = std::string(rule.title) + '.';
     json.member("id", rule.number);
-    object(json, "shortDescription", [&] { json.member("text", messageText(std::string(rule.title) + '.')); });
+    writeText(json, "shortDescription", title);
+    writeText(json, "fullDescription", title);
+    writeText(json, "help",
+              std::string("The page docs/lint.md has a bad and a good example below ") + rule.number + '.');
     object(json, "defaultConfiguration", [&] { json.member("level", command::nameOf(rule.severity)); });
 }
 
@@ -67,7 +76,7 @@ void writeResult(JsonWriter& json, const CheckedFile& file, const Finding& findi
     json.member("ruleIndex", number(static_cast<std::size_t>(finding.rule)));
     json.member("level", command::nameOf(rule.severity));
     const std::string text = finding.hint.empty() ? finding.message : finding.message + ' ' + finding.hint;
-    object(json, "message", [&] { json.member("text", messageText(text)); });
+    writeText(json, "message", text);
     json.objects("locations", std::vector<int>{0}, [&](int) { writeLocation(json, file, finding); });
     json.endObject();
 }

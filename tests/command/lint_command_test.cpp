@@ -163,6 +163,18 @@ TEST_F(LintCommand, SarifHasTheRulesAndAResultWithItsRegion) {
     EXPECT_EQ(location.member("region").member("endColumn").integer(), 10);
 }
 
+TEST_F(LintCommand, SarifDescribesEachRuleThreeTimes) {
+    const ChildResult result = lint({"defaults.cfg", "--format", "sarif"});
+    const json::Document document(result.out);
+    const json::View sarif = *document.root().member("runs").elements().begin();
+    const json::View rule = *sarif.member("tool").member("driver").member("rules").elements().begin();
+    EXPECT_EQ(rule.member("id").text(), "ZU001");
+    EXPECT_EQ(rule.member("shortDescription").member("text").text(), "The file is no JSON.");
+    EXPECT_EQ(rule.member("fullDescription").member("text").text(), "The file is no JSON.");
+    EXPECT_EQ(rule.member("help").member("text").text(),
+              "The page docs/lint.md has a bad and a good example below ZU001.");
+}
+
 struct UriRow {
     const char* path;
     const char* posix;
