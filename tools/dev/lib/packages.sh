@@ -3,8 +3,8 @@
 readonly buildPackages=(g++ cmake ninja-build rapidjson-dev googletest)
 readonly windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
 # The test of the installed package asks pkg-config for its flags; an example host is written in Python, and a validator
-# in it tests the command's schemas.
-readonly testPackages=(pkg-config python3 python3-jsonschema)
+# in it tests the command's schemas. A build makes the locales that a host is tested in from the sources in `locales`.
+readonly testPackages=(pkg-config python3 python3-jsonschema locales)
 # Headers of the command, which is left out where they are missing.
 readonly commandPackages=(libcli11-dev libfmt-dev)
 # The board viewer of the examples needs Qt; the library itself does without.
@@ -24,6 +24,7 @@ hasPackage() {
         abigail-tools) command -v abidiff ;;
         xz-utils) command -v xz ;;
         dpkg-dev) command -v dpkg-shlibdeps ;;
+        locales) [[ -e /usr/share/i18n/locales/de_DE ]] && command -v localedef ;;
         googletest) [[ -e /usr/src/googletest/googletest/CMakeLists.txt ]] ;;
         g++-mingw-w64-x86-64-posix) command -v x86_64-w64-mingw32-g++-posix ;;
         wine64) command -v wine64 || [[ -x /usr/lib/wine/wine64 ]] ;;
