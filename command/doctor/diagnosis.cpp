@@ -4,6 +4,7 @@
 #include <zelutil/file/hierarchy.h>
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -15,8 +16,6 @@
 #include "file/hierarchy_root.h"
 #include "file/hierarchy_search.h"
 #include "file/installed_file.h"
-#include "json/document.h"
-#include "platform/files.h"
 #include "prefs/preference_files.h"
 
 namespace zelutil::command {
@@ -44,16 +43,6 @@ SearchStep fileStep(const char* name, const char* title, const std::string& path
 
 bool isUsers(const SearchStep& step) {
     return step.name == std::string_view(kUserFileReadStep) || step.name == std::string_view(kUserFileWrittenStep);
-}
-
-/// Returns what a save leaves out of a user's file.
-std::vector<std::string> leftOutOf(const std::string& userFile, const SearchStep& defaults) {
-    if (defaults.file->kind != FileState::Kind::Fine) {
-        return {};
-    }
-    const auto shipped = platform::readFile(defaults.result.c_str(), json::kMaximumTextSize);
-    const auto users = platform::readFile(userFile.c_str(), json::kMaximumTextSize);
-    return shipped && users ? leftOutBySave(*shipped, *users) : std::vector<std::string>();
 }
 
 class Examination {
@@ -118,7 +107,9 @@ private:
 }  // namespace
 
 void lookAtFiles(Diagnosis& diagnosis) {
+    const SearchStep& defaults = diagnosis.step(kDefaultsStep);
     const SearchStep& read = diagnosis.step(kUserFileReadStep);
+    std::unique_ptr<const ReadFile> shipped;
     for (SearchStep& step : diagnosis.steps) {
         if (!step.file) {
             continue;
@@ -128,9 +119,12 @@ void lookAtFiles(Diagnosis& diagnosis) {
             step.file = read.file;
             continue;
         }
-        step.file = stateOfFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
-        if (&step == &read && step.file->kind == FileState::Kind::Fine) {
-            step.file->leftOut = leftOutOf(read.result, diagnosis.step(kDefaultsStep));
+        FileLook look = lookAtFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
+        step.file = std::move(look.state);
+        if (&step == &defaults) {
+            shipped = std::move(look.read);
+        } else if (&step == &read && shipped && look.read) {
+            step.file->leftOut = leftOutBySave(*shipped, *look.read);
         }
     }
 }

@@ -60,27 +60,34 @@ std::optional<FileState::Remark> notUtf8In(const json::LocatedDocument& document
                   document.positionAt(bad->first));
 }
 
-/// Fills in what the bytes tell.
-void readInto(FileState& state, const std::string& path) {
-    const auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
+/// Fills in what a JSON text tells.
+void tellContent(FileState& state, const json::LocatedDocument& document) {
+    state.repeatedSections = repeatedSectionsIn(document);
+    state.notUtf8 = notUtf8In(document);
+    state.lacksGroups = !document.root().member(prefs::kMeta).isArray();
+    state.lacksDefaults = true;
+    state.holdsNoSection = holdsNoSection(document.root());
+    prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
+        state.lacksDefaults = state.lacksDefaults && !visited.element.member(prefs::kDefaultSettings);
+    });
+}
+
+/// Fills in what the bytes tell, and returns them where they are JSON.
+std::unique_ptr<const ReadFile> readInto(FileState& state, const std::string& path) {
+    auto bytes = platform::readFile(path.c_str(), json::kMaximumTextSize);
     if (!bytes) {
         state.kind = FileState::Kind::Unreadable;
-        return;
+        return nullptr;
     }
-    const json::LocatedDocument document(*bytes);
-    state.kind = document.valid() ? FileState::Kind::Fine : FileState::Kind::Malformed;
-    if (document.valid()) {
-        state.repeatedSections = repeatedSectionsIn(document);
-        state.notUtf8 = notUtf8In(document);
-        state.lacksGroups = !document.root().member(prefs::kMeta).isArray();
-        state.lacksDefaults = true;
-        state.holdsNoSection = holdsNoSection(document.root());
-        prefs::forEachSection(document.root(), [&](const prefs::VisitedSection& visited) {
-            state.lacksDefaults = state.lacksDefaults && !visited.element.member(prefs::kDefaultSettings);
-        });
-    } else {
-        state.malformed = malformedBy(document);
+    auto read = std::make_unique<const ReadFile>(std::move(*bytes));
+    if (!read->document.valid()) {
+        state.kind = FileState::Kind::Malformed;
+        state.malformed = malformedBy(read->document);
+        return nullptr;
     }
+    state.kind = FileState::Kind::Fine;
+    tellContent(state, read->document);
+    return read;
 }
 
 /// Looks for what saves left beside the file, which may be missing itself.
@@ -180,11 +187,12 @@ void lookAround(FileState& state, const fs::path& file, FileUse use) {
 
 }  // namespace
 
-FileState stateOfFile(const std::string& path, FileUse use) {
-    FileState state;
+FileLook lookAtFile(const std::string& path, FileUse use) {
+    FileLook look;
+    FileState& state = look.state;
     state.kind = kindOfText(path);
     if (state.kind != FileState::Kind::Missing) {
-        return state;
+        return look;
     }
     if (use == FileUse::Users) {
         lookBeside(state, path);
@@ -193,24 +201,24 @@ FileState stateOfFile(const std::string& path, FileUse use) {
     const auto status = platform::fileStatus(path.c_str());
     if (!status) {
         lookAround(state, file, use);
-        return state;
+        return look;
     }
     state.writeable = status->ownerWrite && (status->directory || mayWriteThere(file));
     if (status->directory) {
         state.kind = FileState::Kind::Directory;
-        return state;
+        return look;
     }
     if (!isRegular(file)) {
         state.kind = FileState::Kind::NotRegular;
-        return state;
+        return look;
     }
     state.size = status->size;
     if (static_cast<std::uint64_t>(status->size) > json::kMaximumTextSize) {
         state.kind = FileState::Kind::TooLarge;
-        return state;
+        return look;
     }
-    readInto(state, path);
-    return state;
+    look.read = readInto(state, path);
+    return look;
 }
 
 std::string blockerOf(const std::string& path) {

@@ -1,9 +1,12 @@
 #ifndef ZELUTIL_COMMAND_DOCTOR_FILE_STATE_H
 #define ZELUTIL_COMMAND_DOCTOR_FILE_STATE_H
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "command/doctor/diagnosis.h"
+#include "json/located_document.h"
 
 namespace zelutil::command {
 
@@ -12,8 +15,27 @@ enum class FileUse {
     Users,    ///< Saves write it.
 };
 
+/// The bytes of a file that is JSON. They are parsed once for all that is asked of them.
+struct ReadFile {
+    explicit ReadFile(std::string bytes) : text(std::move(bytes)), document(text) {}
+    ReadFile(const ReadFile&) = delete;
+    ReadFile& operator=(const ReadFile&) = delete;
+
+    const std::string text;
+    const json::LocatedDocument document;
+};
+
+struct FileLook {
+    FileState state;
+    /// Null unless the state is `FileState::Kind::Fine`.
+    std::unique_ptr<const ReadFile> read;
+};
+
 /// Looks at a file that the library opens by this text, which may be empty.
-FileState stateOfFile(const std::string& path, FileUse use);
+FileLook lookAtFile(const std::string& path, FileUse use);
+
+/// Returns the state alone.
+inline FileState stateOfFile(const std::string& path, FileUse use) { return lookAtFile(path, use).state; }
 
 /// Returns the nearest thing that is there in the place of one of the file's directories and is none; empty for none.
 std::string blockerOf(const std::string& path);

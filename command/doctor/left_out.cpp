@@ -1,6 +1,7 @@
 #include "command/doctor/left_out.h"
 
 #include <map>
+#include <set>
 #include <string_view>
 
 #include "actions/action_catalogue.h"
@@ -10,6 +11,7 @@
 #include "host/unread_parts.h"
 #include "json/document.h"
 #include "prefs/catalogue_reader.h"
+#include "prefs/section_walk.h"
 
 namespace zelutil::command {
 namespace {
@@ -38,6 +40,44 @@ std::string actionsIn(const std::map<prefs::SubManagerType, std::string>& texts)
     return text == texts.end() ? std::string() : text->second;
 }
 
+/// Returns the attribute paths of the sections of the defaults to which a user's actions may belong.
+std::set<std::string> sectionsOfActions(json::View defaults) {
+    std::set<std::string> paths;
+    prefs::forEachSection(defaults, [&](const prefs::VisitedSection& visited) {
+        if (prefs::SubManagerType{prefs::subManagerNumber(visited.element)} == prefs::SubManagerType::Actions) {
+            paths.insert(visited.attributePath);
+        }
+    });
+    return paths;
+}
+
+bool mayHoldActions(json::View defaults, json::View user) {
+    const std::set<std::string> paths = sectionsOfActions(defaults);
+    bool mayHold = false;
+    prefs::forEachSection(user, [&](const prefs::VisitedSection& visited) {
+        mayHold =
+            mayHold || (visited.element.member(prefs::kOverriddenSettings) && paths.count(visited.attributePath) != 0);
+    });
+    return mayHold;
+}
+
+/// Returns whether the user's file holds anything that a save may leave out. Most files hold nothing of the kind, and
+/// the plan of a save, for which a start has to be made, takes more time than all else that the doctor does: see
+/// "doctor on 10,000 settings" of bench/doctor_bench.cpp.
+bool mayLeaveOut(const ReadFile& defaults, const ReadFile& user) {
+    const json::View root = user.document.root();
+    return !host::unreadPartsOf(user.text, root).empty() || mayHoldActions(defaults.document.root(), root);
+}
+
+/// Returns the settings as a start with these files has them.
+prefs::Catalogue settingsOf(const ReadFile& defaults, const ReadFile& user) {
+    prefs::Catalogue settings;
+    prefs::readDefaults(defaults.document.root(), settings);
+    settings.setDefaultsText(defaults.text);
+    prefs::readUserSettings(user.text, settings);
+    return settings;
+}
+
 /// Plans the save that a start with these settings makes when it is asked for nothing.
 host::SavePlan planOfSave(const prefs::Catalogue& settings, const std::string& user) {
     const std::string usersActions = actionsIn(settings.userSubManagerTexts());
@@ -51,15 +91,12 @@ host::SavePlan planOfSave(const prefs::Catalogue& settings, const std::string& u
 
 }  // namespace
 
-std::vector<std::string> leftOutBySave(const std::string& defaults, const std::string& user) {
-    prefs::Catalogue settings;
-    prefs::readDefaults(defaults, settings);
-    prefs::readUserSettings(user, settings);
-    const host::UnreadParts now = unreadPartsIn(user);
-    if (now.empty() && actionsIn(settings.userSubManagerTexts()).empty()) {
+std::vector<std::string> leftOutBySave(const ReadFile& defaults, const ReadFile& user) {
+    if (!mayLeaveOut(defaults, user)) {
         return {};
     }
-    const host::SavePlan plan = planOfSave(settings, user);
+    const host::UnreadParts now = unreadPartsIn(user.text);
+    const host::SavePlan plan = planOfSave(settingsOf(defaults, user), user.text);
     if (!plan.text || !plan.losesContent) {
         return {};
     }
