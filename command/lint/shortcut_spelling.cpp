@@ -22,12 +22,41 @@ constexpr std::size_t kUsual = 2;
 /// Nobody presses more keys at once. A text with more parts names none, and they would have to be compared in pairs.
 constexpr std::ptrdiff_t kMostParts = 8;
 
+constexpr char kSign[] = "the sign between keys";
+
+bool isCapital(char c) { return ascii::lowerCase(c) != c; }
+
+bool isFunctionKey(std::string_view token) {
+    return ascii::lowerCase(token[0]) == 'f' && std::all_of(token.begin() + 1, token.end(), ascii::isDigit);
+}
+
+std::string caseOf(std::string_view token) {
+    const bool hasCapitals = std::any_of(token.begin(), token.end(), isCapital);
+    const bool hasOthers =
+        std::any_of(token.begin(), token.end(), [](char c) { return ascii::isLetter(c) && !isCapital(c); });
+    if (hasCapitals && hasOthers) {
+        return "with some capitals";
+    }
+    return hasCapitals ? "in capitals" : "in lower case";
+}
+
+/// Says whether the modifiers and the key are joined by hyphens, as in "Ctrl-D".
+bool isHyphenated(std::string_view token) {
+    const std::size_t hyphen = token.find('-');
+    return hyphen != std::string_view::npos && hyphen + 1 < token.size() &&
+           !command::modifierNamed(token.substr(0, hyphen)).empty();
+}
+
 void addKey(std::string_view token, std::vector<SpellingChoice>& choices) {
-    const bool isLetter = token.size() == 1 && ascii::lowerCase(token[0]) >= 'a' && ascii::lowerCase(token[0]) <= 'z';
-    if (isLetter) {
-        choices.push_back({"letters", token[0] == ascii::lowerCase(token[0]) ? "lower case" : "capitals"});
+    if (token.size() == 1 && ascii::isLetter(token[0])) {
+        choices.push_back({"letters", isCapital(token[0]) ? "capitals" : "lower case"});
+    } else if (isHyphenated(token)) {
+        choices.push_back({kSign, inQuotes("-")});
+    } else if (token.size() > 1 && isFunctionKey(token)) {
+        choices.push_back({"function keys", caseOf(token)});
     } else if (token.size() > 1) {
         choices.push_back({"the key " + keyNamed(token), inQuotes(token)});
+        choices.push_back({"named keys", caseOf(token), true});
     }
 }
 
@@ -65,8 +94,8 @@ Texts textsOf(const std::vector<WrittenShortcut>& shortcuts) {
 Spelled spelledIn(const Texts& texts) {
     Spelled all;
     for (const auto& [text, number] : texts) {
-        for (const auto& [about, spelling] : choicesOf(text)) {
-            all[about].counts[spelling] += number;
+        for (const SpellingChoice& choice : choicesOf(text)) {
+            all[choice.about].counts[choice.spelling] += number;
         }
     }
     for (auto& [about, spellings] : all) {
@@ -89,6 +118,21 @@ struct Difference {
     SpellingChoice choice;
     std::string usual;
 };
+
+/// Returns where a shortcut is spelled unlike most others. The case of all names is not told for a name that is itself
+/// usually spelled otherwise: one reason is enough.
+std::vector<Difference> differencesOf(std::string_view shortcut, const Spelled& all) {
+    std::vector<Difference> differences;
+    bool isLastDifferent = false;
+    for (const SpellingChoice& choice : choicesOf(shortcut)) {
+        const std::string usual = choice.isOfAllNames && isLastDifferent ? std::string() : usualInstead(choice, all);
+        isLastDifferent = !usual.empty();
+        if (isLastDifferent) {
+            differences.push_back({choice, usual});
+        }
+    }
+    return differences;
+}
 
 /// Returns one sentence for all that is spelled otherwise.
 std::string messageOf(const std::vector<Difference>& differences) {
@@ -114,11 +158,13 @@ std::vector<SpellingChoice> choicesOf(std::string_view shortcut) {
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
         modifiers.push_back(modifierMeant(tokens[i]));
         choices.push_back({"the modifier " + modifiers.back(), inQuotes(tokens[i])});
+        choices.push_back({"modifiers", caseOf(tokens[i]), true});
     }
     addKey(tokens.back(), choices);
     addOrder(modifiers, choices);
     if (tokens.size() > 1) {
         const bool hasBlanks = shortcut.find(' ') != std::string_view::npos;
+        choices.push_back({kSign, inQuotes("+")});
         choices.push_back({"the plus sign", hasBlanks ? "with blanks" : "without blanks"});
     }
     return choices;
@@ -129,13 +175,7 @@ void checkSpelling(const std::vector<WrittenShortcut>& shortcuts, Report& report
     const Spelled all = spelledIn(texts);
     std::unordered_map<std::string_view, std::string> messages;
     for (const auto& [text, number] : texts) {
-        std::vector<Difference> differences;
-        for (const SpellingChoice& choice : choicesOf(text)) {
-            const std::string usual = usualInstead(choice, all);
-            if (!usual.empty()) {
-                differences.push_back({choice, usual});
-            }
-        }
+        const std::vector<Difference> differences = differencesOf(text, all);
         if (!differences.empty()) {
             messages.emplace(text, messageOf(differences));
         }

@@ -318,6 +318,45 @@ TEST(LintShortcuts, OneThatDiffersInTwoWaysIsToldOnce) {
               "\"ctrl\" and lower case, so it is another key for the library. \n");
 }
 
+/// Returns what lint tells of the last of these shortcuts, without the place and the end that all such findings have.
+std::string toldOfLast(const std::vector<std::string>& shortcuts) {
+    std::vector<std::string> actions;
+    for (const std::string& shortcut : shortcuts) {
+        const std::string id = std::to_string(actions.size() + 1);
+        actions.push_back(R"({"id": )" + id + R"(, "context": "c", "command": "x)" + id + R"(", "shortcut": ")" +
+                          shortcut + "\"}");
+    }
+    const std::string all = told(lint(actionsOf(actions)));
+    const std::string ending = ", so it is another key for the library. \n";
+    const std::size_t begin = all.find(": ");
+    const std::size_t end = all.find(ending);
+    return end == std::string::npos || end + ending.size() != all.size() ? all : all.substr(begin + 2, end - begin - 2);
+}
+
+TEST(LintShortcuts, TheCaseOfNamesIsComparedAmongAllOfThem) {
+    EXPECT_EQ(toldOfLast({"F3", "F4", "f2"}),
+              "The other shortcuts spell function keys in capitals, this one in lower case");
+    EXPECT_EQ(toldOfLast({"Home", "End", "PGUP"}),
+              "The other shortcuts spell named keys with some capitals, this one in capitals");
+    EXPECT_EQ(toldOfLast({"Ctrl+F3", "Ctrl+F4", "ALT+F5"}),
+              "The other shortcuts spell modifiers with some capitals, this one in capitals");
+}
+
+TEST(LintShortcuts, ANameThatIsSpelledOtherwiseIsToldOnce) {
+    EXPECT_EQ(toldOfLast({"Ctrl+Home", "Alt+Home", "HOME"}),
+              "The other shortcuts spell the key home \"Home\", this one \"HOME\"");
+}
+
+TEST(LintShortcuts, FunctionKeysAndNamedKeysAreNotCompared) { EXPECT_EQ(toldOfLast({"F3", "F4", "Home"}), ""); }
+
+TEST(LintShortcuts, AHyphenIsAnotherSign) {
+    EXPECT_EQ(toldOfLast({"Ctrl+E", "Ctrl+G", "Ctrl-D"}),
+              "The other shortcuts spell the sign between keys \"+\", this one \"-\"");
+    // Here the hyphen is the key.
+    EXPECT_EQ(toldOfLast({"Ctrl+E", "Ctrl+G", "Ctrl+-"}), "");
+    EXPECT_EQ(toldOfLast({"Ctrl+E", "Ctrl+G", "-"}), "");
+}
+
 TEST(LintShortcuts, ATextOfVeryManyPartsNamesNoKeysAndTakesNoTime) {
     EXPECT_FALSE(choicesOf("Ctrl+Alt+Shift+Meta+F1").empty());
     std::string parts;
