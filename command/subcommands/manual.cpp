@@ -95,6 +95,7 @@ void addSurroundings(Output& output) {
     output.line(".SH ENVIRONMENT");
     definition(output, "QTXROOT, QTX_ROOT, QTXINSTDIR",
                "Name the root of the installation, where the command does not lie in its tools/bin.");
+    definition(output, "PATH", "Is searched for the installation where none of these names it.");
     definition(output, "tessel_settings", "Names the file of the shipped defaults.");
     definition(output, "HOMEDRIVE, HOMEPATH",
                "Name the user's home directory, in which the user's file is pcbenv/tessel/tessel_settings.cfg. Outside "
