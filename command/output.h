@@ -89,6 +89,9 @@ public:
     /// after the other; what was added before is printed all the same.
     void fail(std::string text, std::string advice);
 
+    /// Returns why the work could not be done; the empty text where it could.
+    std::string failureText() const { return failure_ ? failure_->text : std::string(); }
+
     /// Returns what `finish` writes on standard output. Called once, and then in its place.
     std::string text();
 

@@ -81,8 +81,25 @@ void writeResult(JsonWriter& json, const CheckedFile& file, const Finding& findi
     json.endObject();
 }
 
-void writeRun(JsonWriter& json, const std::vector<CheckedFile>& files) {
+/// Writes whether all files were checked. Without this, a run over files that could not be read looks clean.
+void writeInvocation(JsonWriter& json, const std::string& failure) {
+    json.beginObject();
+    json.member("executionSuccessful", failure.empty());
+    if (!failure.empty()) {
+        json.objects("toolExecutionNotifications", std::vector<int>{0}, [&](int) {
+            json.member("level", "error");
+            writeText(json, "message", failure);
+        });
+    }
+    json.endObject();
+}
+
+void writeRun(JsonWriter& json, const std::vector<CheckedFile>& files, const std::string& failure) {
     writeTool(json);
+    json.key("invocations");
+    json.beginArray();
+    writeInvocation(json, failure);
+    json.endArray();
     json.member("columnKind", "unicodeCodePoints");
     json.key("results");
     json.beginArray();
@@ -147,12 +164,12 @@ std::string uriOf(std::string_view path, PathForm form) {
     return hasDrive ? "file:///" + std::string(rest.substr(0, 2)) + encodedPath(rest.substr(2)) : encodedPath(rest);
 }
 
-std::optional<std::string> sarifText(const std::vector<CheckedFile>& files) {
+std::optional<std::string> sarifText(const std::vector<CheckedFile>& files, const std::string& failure) {
     JsonWriter json;
     json.beginObject();
     json.member("$schema", kSchema);
     json.member("version", "2.1.0");
-    json.objects("runs", std::vector<int>{0}, [&](int) { writeRun(json, files); });
+    json.objects("runs", std::vector<int>{0}, [&](int) { writeRun(json, files, failure); });
     json.endObject();
     return json.take();
 }

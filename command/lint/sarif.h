@@ -17,8 +17,8 @@ struct CheckedFile {
 };
 
 /// Returns the findings in the form of SARIF 2.1.0, which code hosts and editors show in place; nothing where the text
-/// would be too large for a reader.
-std::optional<std::string> sarifText(const std::vector<CheckedFile>& files);
+/// would be too large for a reader. `failure` says why some files were not checked; it is empty where all were.
+std::optional<std::string> sarifText(const std::vector<CheckedFile>& files, const std::string& failure);
 
 /// Returns the text as a SARIF message holds it: braces stand for arguments there and brackets for links, so each of
 /// these signs is escaped.

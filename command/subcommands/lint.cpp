@@ -144,7 +144,7 @@ void print(const std::vector<CheckedFile>& files, Output& output) {
 }
 
 void printSarif(const std::vector<CheckedFile>& files, Output& output) {
-    const auto text = lint::sarifText(files);
+    const auto text = lint::sarifText(files, output.failureText());
     if (!text) {
         output.fail("The result is too large for SARIF.", "Check fewer files at once.");
     }
@@ -182,10 +182,13 @@ void checkAgainst(const lint::Source* defaults, const ReadFiles& files, const Li
     }
 }
 
-/// Throws for a value that an option does not have.
-void checkChoices(const LintChoices& choices) {
+/// Throws for a value that an option does not have, and for two forms at once.
+void checkChoices(const LintChoices& choices, const Output& output) {
     if (std::find(kLintFormats.begin(), kLintFormats.end(), choices.format) == kLintFormats.end()) {
         throw UsageError("There is no format \"" + choices.format + "\". The formats are text, json and sarif.");
+    }
+    if (choices.format == "sarif" && output.isJson()) {
+        throw UsageError("--json and --format sarif are two forms, of which the output has one.");
     }
     rulesOf(choices.rules);
 }
@@ -206,7 +209,7 @@ void checkFiles(const LintChoices& choices, Steps& steps, Output& output) {
 }
 
 void check(const LintChoices& choices, Output& output) {
-    checkChoices(choices);
+    checkChoices(choices, output);
     if (choices.format == "json") {
         output.useJson();
     }

@@ -175,6 +175,33 @@ TEST_F(LintCommand, SarifDescribesEachRuleThreeTimes) {
               "The page docs/lint.md has a bad and a good example below ZU001.");
 }
 
+TEST_F(LintCommand, SarifSaysWhetherAllFilesWereChecked) {
+    const auto invocationOf = [](const json::Document& document) {
+        const json::View sarif = *document.root().member("runs").elements().begin();
+        return *sarif.member("invocations").elements().begin();
+    };
+    const json::Document clean(lint({"defaults.cfg", "--format", "sarif"}).out);
+    EXPECT_TRUE(invocationOf(clean).member("executionSuccessful").isTrue());
+    EXPECT_FALSE(invocationOf(clean).member("toolExecutionNotifications"));
+
+    const ChildResult result = lint({"missing.cfg", "defaults.cfg", "--format", "sarif"});
+    EXPECT_EQ(result.exitCode, 3);
+    const json::Document incomplete(result.out);
+    EXPECT_FALSE(invocationOf(incomplete).member("executionSuccessful").isTrue());
+    const json::View notifications = invocationOf(incomplete).member("toolExecutionNotifications");
+    ASSERT_EQ(notifications.elements().size(), 1U) << result.out;
+    const json::View notification = *notifications.elements().begin();
+    EXPECT_EQ(notification.member("level").text(), "error");
+    EXPECT_NE(notification.member("message").member("text").text().value_or("").find("missing.cfg"),
+              std::string_view::npos);
+}
+
+TEST_F(LintCommand, TwoFormsAtOnceAreAWrongCall) {
+    const ChildResult result = lint({"defaults.cfg", "--format", "sarif", "--json"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE((result.out + result.err).find("--json and --format sarif are two forms"), std::string::npos);
+}
+
 struct UriRow {
     const char* path;
     const char* posix;
