@@ -135,16 +135,19 @@ void addShortcuts(Content& content) {
 
 }  // namespace
 
-Content contentHere() {
+Content contentHere(std::atomic<std::size_t>& parts) {
     Content content;
     content.diagnosis = diagnose();
     content.defaultsFile = pathOfStep(content.diagnosis, kDefaultsStep);
     content.userFile = pathOfStep(content.diagnosis, kUserFileReadStep);
+    ++parts;
     if (areDefaultsNamed()) {
         addSettings(content);
         content.isUserFileUnread = isUserFileUnread();
+        ++parts;
         addShortcuts(content);
     }
+    parts = kPartsOfContent;
     return content;
 }
 

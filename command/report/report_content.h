@@ -3,6 +3,7 @@
 
 #include <zelutil/host/settings.h>
 
+#include <atomic>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -52,9 +53,12 @@ struct Content {
     Diagnosis diagnosis;
 };
 
-/// Finds out everything. To be called before anything else that needs the common library, as `diagnose` says. Where no
-/// installation is found, there is only the diagnosis.
-Content contentHere();
+/// The searches, the settings and the shortcuts.
+inline constexpr std::size_t kPartsOfContent = 3;
+
+/// Finds out everything, and counts the parts of it that are done up to `kPartsOfContent`. To be called before anything
+/// else that needs the common library, as `diagnose` says. Where no installation is found, there is only the diagnosis.
+Content contentHere(std::atomic<std::size_t>& parts);
 
 /// Returns the content as the JSON text that the page reads, without white space; nothing where it would be longer than
 /// the library reads.

@@ -1,10 +1,12 @@
 // zelutil report: everything on one page.
 #include <algorithm>
+#include <atomic>
 #include <memory>
 
 #include "command/arguments.h"
 #include "command/explain/unread_user_file.h"
 #include "command/html/result_file.h"
+#include "command/progress.h"
 #include "command/report/report_content.h"
 #include "command/subcommands/table.h"
 
@@ -23,15 +25,31 @@ void writeCounts(JsonWriter& json, const report::Content& content) {
     json.member("symptoms", numberOf(content.diagnosis.symptoms.size()));
 }
 
+struct Report {
+    report::Content content;
+    std::string page;  ///< Empty where there is too much for one.
+};
+
+/// Makes the page, which takes some seconds of a hundred thousand settings.
+Report reportHere() {
+    Report made;
+    constexpr std::size_t kParts = report::kPartsOfContent + 2;
+    workWithProgress(kParts, 1, progressOnTerminal(), [&](std::atomic<std::size_t>& parts) {
+        made.content = report::contentHere(parts);
+        const std::optional<std::string> data = jsonOf(made.content);
+        ++parts;
+        made.page = data ? report::pageOf(*data) : std::string();
+    });
+    return made;
+}
+
 void makeReport(const std::string& file, Output& output) {
-    const report::Content content = report::contentHere();
-    const std::optional<std::string> data = jsonOf(content);
-    if (!data) {
+    auto [content, page] = reportHere();
+    if (page.empty()) {
         output.fail("There is too much for a page.", "\"zelutil list\" and \"zelutil doctor\" print parts of it.");
         return;
     }
-    std::string page = report::pageOf(*data);
-    output.members([&](JsonWriter& json) { writeCounts(json, content); });
+    output.members([&, &shown = content](JsonWriter& json) { writeCounts(json, shown); });
     if (content.isUserFileUnread) {
         tellUnreadUserFile(output);
     }
