@@ -1,11 +1,13 @@
 // Parts of the command that decide on values alone.
 #include <gtest/gtest.h>
 
+#include "command/doctor/candidate_text.h"
 #include "command/nearest_names.h"
 #include "command/pattern.h"
 #include "command/saved_settings.h"
 #include "command/shortcuts/columns.h"
 #include "command/text.h"
+#include "support/text_file.h"
 
 namespace {
 
@@ -190,6 +192,22 @@ TEST(Output, WritesAPlaceAsCompilersDo) {
     EXPECT_EQ(output.finish(), ExitCode::Found);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "/a b/c.cfg:3:14: error: No JSON.\n    Mend it.\n/a: note: As a whole.\n");
+}
+
+/// Expects that the page of the doctor has the names of all values of an enumeration up to the last.
+template <typename Enum>
+void expectOnPage(Enum last) {
+    const std::string page = zelutil::test::readTextFile(ZELUTIL_TEST_PROJECT "/docs/doctor.md");
+    for (int value = 0; value <= static_cast<int>(last); ++value) {
+        const std::string name = std::string("`") + nameOf(static_cast<Enum>(value)) + '`';
+        EXPECT_NE(page.find(name), std::string::npos) << name;
+    }
+}
+
+TEST(DoctorPage, HasAllNamesThatProgramsRead) {
+    expectOnPage(zelutil::text::Candidate::Source::Loader);
+    expectOnPage(zelutil::text::Candidate::Verdict::NoMarker);
+    expectOnPage(FileState::Kind::Fine);
 }
 
 }  // namespace
