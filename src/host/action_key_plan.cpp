@@ -3,7 +3,7 @@
 #include "actions/overwritable.h"
 
 #include <algorithm>
-#include <deque>
+#include <list>
 #include <set>
 #include <unordered_set>
 
@@ -221,7 +221,7 @@ private:
     std::unordered_set<int> members_;
     Children children_;
     ActionEntries entries_;
-    std::deque<int> queue_;
+    std::list<int> queue_;
     /// The actions that wait for somebody, and by the topmost action above that one.
     std::set<int> stuck_;
     std::map<int, std::vector<int>> waiting_;

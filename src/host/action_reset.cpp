@@ -5,7 +5,9 @@
 #include "host/action_key_plan.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -50,10 +52,13 @@ private:
         for (const int id : wanted_) {
             (shipped_.find(id) == nullptr ? standIns_ : group_).push_back(id);
         }
-        byDepth_ = group_;
-        std::stable_sort(byDepth_.begin(), byDepth_.end(), [this](int left, int right) {
-            return shipped_.find(left)->depth < shipped_.find(right)->depth;
-        });
+        std::multimap<std::size_t, int> byDepth;
+        for (const int id : group_) {
+            byDepth.emplace(shipped_.find(id)->depth, id);
+        }
+        for (const auto& [depth, id] : byDepth) {
+            byDepth_.push_back(id);
+        }
     }
 
     /// Unknown ids are passed over.

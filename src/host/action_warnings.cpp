@@ -8,6 +8,8 @@
 #include "json/writer.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <map>
 #include <utility>
 
 namespace zelutil::host {
@@ -251,15 +253,17 @@ std::vector<ActionEntryFinding> actionEntryFindings(ActionCatalogue& catalogue, 
                                                     json::View user) {
     Retelling retelling(catalogue);
     catalogue.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(user); });
-    std::vector<PlacedFinding> placed = retelling.takeFindings();
-    for (PlacedFinding& vain : VainGifts(defaultsText, catalogue, retelling.takeEntries()).run()) {
-        placed.push_back(std::move(vain));
+    // Those of one place stay in their order.
+    std::multimap<std::size_t, ActionEntryFinding> placed;
+    for (PlacedFinding& told : retelling.takeFindings()) {
+        placed.insert(std::move(told));
     }
-    std::stable_sort(placed.begin(), placed.end(),
-                     [](const PlacedFinding& left, const PlacedFinding& right) { return left.first < right.first; });
+    for (PlacedFinding& vain : VainGifts(defaultsText, catalogue, retelling.takeEntries()).run()) {
+        placed.insert(std::move(vain));
+    }
     std::vector<ActionEntryFinding> findings;
-    for (PlacedFinding& one : placed) {
-        findings.push_back(std::move(one.second));
+    for (auto& [place, finding] : placed) {
+        findings.push_back(std::move(finding));
     }
     return findings;
 }

@@ -1,39 +1,21 @@
 #ifndef ZELUTIL_HOST_C_API_GUARD_H
 #define ZELUTIL_HOST_C_API_GUARD_H
 
-#include <zelutil/file/hierarchy.h>
 #include <zelutil/host/c_api.h>
 
-#include <new>
 #include <string>
-
-#include "host/current_preferences.h"
-#include "platform/discard_exceptions.h"
 
 /// The way of every C function into C++ and back: nothing that is thrown goes on into the caller.
 namespace zelutil::host::c {
 
-/// Returns the status that the action returns, or the one that says what it has thrown.
-template <typename Action>
-zelutil_status statusOf(Action action) {
-    try {
-        return action();
-    } catch (const std::bad_alloc&) {
-        return ZELUTIL_NO_MEMORY;
-    } catch (const ZelU::File::Exceptions::HierarchyNotFound&) {
-        return ZELUTIL_NO_INSTALLATION;
-    } catch (bool) {
-        // UserPreferenceManager::GetInstance throws one once its destruction has begun, and a host's function any time.
-        return currentPreferences() == nullptr ? ZELUTIL_TOO_LATE : ZELUTIL_FAILED;
-    }
-}
+/// Calls a function with its argument and returns the status that it returns, or the one that says what it has thrown;
+/// a thread's kill goes on. The handlers stand in one place, because they are larger than most of what is called.
+zelutil_status callGuarded(zelutil_status (*function)(void*), void* argument);
 
-/// The same for whatever the action throws; a thread's kill goes on.
+/// Returns the status of an action in the same way.
 template <typename Action>
 zelutil_status guarded(Action action) {
-    zelutil_status status = ZELUTIL_FAILED;
-    platform::discardExceptions([&] { status = statusOf(action); });
-    return status;
+    return callGuarded([](void* object) { return (*static_cast<Action*>(object))(); }, &action);
 }
 
 /// Has `make` make what is put into `*out`, which is null before and where that fails. No place for it is a bad

@@ -2,7 +2,7 @@
 #define ZELUTIL_HOST_USER_FILE_CONTENT_H
 
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <string>
 #include <vector>
 
@@ -14,9 +14,9 @@ namespace zelutil::host {
 
 /// Holds what a user's file is to be written of, and everything that its views point into.
 struct UserFileContent {
-    /// The texts that the views point into. Deques, because their elements stay where they are.
-    std::deque<json::Document> documents;
-    std::deque<std::string> strings;
+    /// The texts that the views point into. Lists, because their elements stay where they are.
+    std::list<json::Document> documents;
+    std::list<std::string> strings;
 
     json::View defaults;
     /// One for each section of the defaults, in the order of a walk.

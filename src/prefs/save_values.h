@@ -2,7 +2,7 @@
 #define ZELUTIL_PREFS_SAVE_VALUES_H
 
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <map>
 #include <memory>
 #include <string>
@@ -62,8 +62,8 @@ private:
     void addUsersTexts(const SubManagerTexts& held);
 
     std::shared_ptr<SaveLayout> layout_;
-    /// A deque, because its elements stay where they are.
-    std::deque<std::string> values_;
+    /// A list, because its elements stay where they are.
+    std::list<std::string> values_;
     std::vector<const std::string*> byDefinition_;
     std::vector<std::uint32_t> usersSettings_;
     std::uint64_t changesThen_;

@@ -2,8 +2,6 @@
 #include <zelutil/prefs/user_preference_server.h>
 
 #include <algorithm>
-#include <type_traits>
-#include <utility>
 
 #include "prefs/manager_access.h"
 #include "prefs/preferences.h"
@@ -59,20 +57,6 @@ UserPreferenceManager::UserPreferenceManager() : preferences_(makePreferences())
     // Made before the manager is complete, the text is destroyed after it and its copies.
     noValue();
 }
-
-UserPreferenceManager::UserPreferenceManager(const UserPreferenceManager& other)
-    : preferences_(std::make_unique<Preferences>(*other.preferences_)) {}
-
-UserPreferenceManager& UserPreferenceManager::operator=(const UserPreferenceManager& other) {
-    if (this != &other) {
-        Preferences copy(*other.preferences_);
-        static_assert(std::is_nothrow_move_assignable_v<Preferences>);
-        *preferences_ = std::move(copy);
-    }
-    return *this;
-}
-
-UserPreferenceManager::~UserPreferenceManager() = default;
 
 // NOLINTBEGIN(performance-unnecessary-value-param): the types are part of the interface.
 const std::string& UserPreferenceManager::getUserPrefSetting(std::string name) const {

@@ -1,6 +1,7 @@
 #include "host/c_api_guard.h"
 
 #include <gtest/gtest.h>
+#include <zelutil/file/hierarchy.h>
 
 #include <new>
 #include <stdexcept>
