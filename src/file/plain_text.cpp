@@ -23,7 +23,7 @@ bool isSeparator(char c) { return c == '/' || c == '\\'; }
 Block unusualOf(Block block) {
     const Block quoteOrAsterisk = equal(block & static_cast<unsigned char>(~('"' ^ '*')), '"');
     const Block lessToQuestionMark = equal(block & static_cast<unsigned char>(~('<' ^ '?')), '<');
-    const auto control = reinterpret_cast<Block>(block < static_cast<unsigned char>(' '));
+    const Block control = equal(block & static_cast<unsigned char>(~(' ' - 1)), '\0');
     return quoteOrAsterisk | lessToQuestionMark | control | equal(block, '|');
 }
 

@@ -2,8 +2,14 @@
 #define ZELUTIL_TEXT_BLOCKS_H
 
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
+
+// A test defines ZELUTIL_BLOCKS_OF_WORDS, so that what other compilers take is tried with these, too.
+#if defined(__GNUC__) && !defined(ZELUTIL_BLOCKS_OF_WORDS)
+#include "text/block_vectors.h"
+#else
+#include "text/block_words.h"
+#endif
 
 /// Sixteen characters at a time, for "normalise plain paths" of bench/path_bench.cpp and "file not found over eight
 /// candidates" of bench/find_bench.cpp: each path is looked through for the few characters that matter before it is
@@ -11,32 +17,36 @@
 namespace zelutil::text {
 
 /// Characters that are compared and exchanged together; a comparison yields 0xFF for true.
-using Block = unsigned char __attribute__((vector_size(16)));
+#if defined(__GNUC__) && !defined(ZELUTIL_BLOCKS_OF_WORDS)
+using vectors::any;
+using vectors::Block;
+using vectors::equal;
+#else
+using words::any;
+using words::Block;
+using words::equal;
+#endif
 
-inline constexpr std::size_t kBlock = sizeof(Block);
+inline constexpr std::size_t kBlock = 16;
+static_assert(sizeof(Block) == kBlock);
 
-inline Block blockAt(const char* text) {
-    Block block;
+template <typename AnyBlock = Block>
+AnyBlock blockAt(const char* text) {
+    AnyBlock block;
     std::memcpy(&block, text, kBlock);
     return block;
 }
 
-inline Block equal(Block block, char c) { return reinterpret_cast<Block>(block == static_cast<unsigned char>(c)); }
-
-/// Returns whether any character is marked.
-inline bool any(Block marks) {
-    std::uint64_t halves[2];
-    static_assert(sizeof halves == kBlock);
-    std::memcpy(halves, &marks, kBlock);
-    return (halves[0] | halves[1]) != 0;
-}
-
 /// Returns the block with `to` in place of each `from`.
-inline Block replaced(Block block, char from, char to) {
+template <typename AnyBlock>
+AnyBlock replaced(AnyBlock block, char from, char to) {
     return block ^ (equal(block, from) & static_cast<unsigned char>(from ^ to));
 }
 
-inline void putBlock(char* text, Block block) { std::memcpy(text, &block, kBlock); }
+template <typename AnyBlock>
+void putBlock(char* text, AnyBlock block) {
+    std::memcpy(text, &block, kBlock);
+}
 
 /// Calls `call` with the first character of blocks that cover the text, which has at least one; the last may lie over
 /// the one before.
