@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "file/path_text.h"
 #include "text/blocks.h"
@@ -87,7 +86,7 @@ void convertSeparators(std::string& text, std::size_t start) {
     if (size < kBlock) {
         ShortText copy(begin, size);
         convertBlock(copy.characters.data());
-        std::memcpy(begin, copy.characters.data(), size);
+        std::copy_n(copy.characters.begin(), size, begin);
         return;
     }
     text::forEachBlock(begin, size, convertBlock);
