@@ -134,7 +134,10 @@ std::string lineOf(const FileState& file) {
         case FileState::Kind::NotRegular:
             return "It is no regular file.";
         case FileState::Kind::LinkCircle:
-            return "It is out of reach: the link \"" + file.circle + "\" leads round in a circle.";
+            return "It is out of reach: the link \"" + file.link + "\" leads round in a circle.";
+        case FileState::Kind::DeadLink:
+            return "It is not there: the link \"" + file.link + "\" leads to \"" + file.linkTarget +
+                   "\", which is not there" + (file.writeable ? "." : ", and cannot be made.");
         case FileState::Kind::Unreadable:
             return file.shutDirectory.empty()
                        ? "It cannot be read."
@@ -168,6 +171,8 @@ const char* nameOf(FileState::Kind kind) {
             return "not-regular";
         case FileState::Kind::LinkCircle:
             return "link-circle";
+        case FileState::Kind::DeadLink:
+            return "dead-link";
         case FileState::Kind::Unreadable:
             return "unreadable";
         case FileState::Kind::Malformed:

@@ -22,6 +22,7 @@ struct FileState {
         TooLarge,
         NotRegular,  ///< It is a pipe or something else that is not read.
         LinkCircle,  ///< A link on the way to it, or it itself, leads round in a circle.
+        DeadLink,    ///< A link on the way to it, or it itself, leads to nothing.
         Unreadable,
         Malformed,  ///< It is no JSON that the library reads.
         Fine,
@@ -41,8 +42,10 @@ struct FileState {
     /// The directory, the system's own, that may not be entered, or in which the missing file may not be made; empty
     /// where there is none.
     std::string shutDirectory;
-    /// The link that leads round in a circle, the system's own; empty for none.
-    std::string circle;
+    /// The link that leads round in a circle or to nothing, and in the second case that nothing. Both are the system's
+    /// own, and empty for none.
+    std::string link;
+    std::string linkTarget;
     /// The first byte that is no part of UTF-8.
     std::optional<Remark> notUtf8;
     /// Why it is no JSON, with the text there.
@@ -92,6 +95,7 @@ struct Symptom {
         TooLarge,
         NotRegular,
         LinkCircle,
+        DeadLink,
         Unreadable,
         NotJson,
         NotUtf8,

@@ -146,13 +146,27 @@ bool isRegular(const fs::path& path) {
     return fs::is_regular_file(platform::placeInWorld(path), ignored);
 }
 
-/// Returns the first link on the way to the file that leads round in a circle; empty for none.
-fs::path circleOn(const fs::path& file) {
-    fs::path circle;
+/// Fills in the first link on the way to the file that leads round in a circle, or to nothing; returns whether there is
+/// one.
+bool lookForLink(FileState& state, const fs::path& file) {
     for (fs::path path = file; path.has_relative_path(); path = path.parent_path()) {
-        circle = world::leadsRound(path) ? path : circle;
+        if (world::leadsRound(path)) {
+            state.kind = FileState::Kind::LinkCircle;
+            state.link = textOf(path);
+        } else if (const auto target = world::targetOfDeadLink(path)) {
+            state.kind = FileState::Kind::DeadLink;
+            state.link = textOf(path);
+            state.linkTarget = textOf(*target);
+        }
     }
-    return circle;
+    return !state.link.empty();
+}
+
+/// Returns whether a save makes the file that such a link leads to. In the place of a directory it makes none.
+bool canMakeBehind(const FileState& state, const fs::path& file) {
+    const fs::path directory = pathOf(state.linkTarget).parent_path();
+    return state.kind == FileState::Kind::DeadLink && state.link == textOf(file) && isDirectory(directory) &&
+           mayWriteThere(directory);
 }
 
 /// Returns the nearest thing above the file that is there; empty for none.
@@ -166,13 +180,11 @@ fs::path nearestThere(const fs::path& file) {
 
 /// Fills in why nothing is there: the way to it may be shut.
 void lookAround(FileState& state, const fs::path& file, FileUse use) {
-    const fs::path nearest = nearestThere(file);
-    state.circle = textOf(circleOn(file));
-    if (!state.circle.empty()) {
-        state.kind = FileState::Kind::LinkCircle;
-        state.writeable = false;
+    if (lookForLink(state, file)) {
+        state.writeable = canMakeBehind(state, file);
         return;
     }
+    const fs::path nearest = nearestThere(file);
     if (isHidden(file)) {
         state.kind = FileState::Kind::Unreadable;
         state.shutDirectory = textOf(nearest);

@@ -316,10 +316,12 @@ private:
                 return addAbout(Kind::NotRegular, step, "is no regular file, so it is not read.",
                                 "Put a file in its place.");
             case FileState::Kind::LinkCircle:
-                return addAbout(Kind::LinkCircle, step,
-                                "is out of reach, because the link \"" + printable(step.file->circle) +
-                                    "\" leads round in a circle.",
-                                "Remove the link, or have it lead to what is meant.");
+                return addAbout(
+                    Kind::LinkCircle, step,
+                    "is out of reach, because the link \"" + printable(step.file->link) + "\" leads round in a circle.",
+                    "Remove the link, or have it lead to what is meant.");
+            case FileState::Kind::DeadLink:
+                return addDeadLink(step);
             case FileState::Kind::Unreadable:
                 return addUnreadable(step);
             case FileState::Kind::Malformed:
@@ -387,6 +389,16 @@ private:
                     : "Install the product anew, or put the file there.");
     }
 
+    void addDeadLink(const SearchStep& step) {
+        const FileState& state = *step.file;
+        const std::string users =
+            state.writeable ? "; a save makes it" : ", so that nothing is read there and nothing can be saved";
+        addAbout(Kind::DeadLink, step,
+                 "is not there, because the link \"" + printable(state.link) + "\" leads to \"" +
+                     printable(state.linkTarget) + "\", which is not there" + (isShippedFile(step) ? "" : users) + '.',
+                 "Bring back what the link leads to, have it lead to what is meant, or remove it.");
+    }
+
     void addNotSpellable(const SearchStep& step) {
         if (hasUnknownDrive(step.result)) {
             addAbout(Kind::NotSpellable, step,
@@ -420,7 +432,7 @@ private:
         const FileState& state = *step.file;
         const bool isSaidAlready = state.kind == FileState::Kind::Directory ||
                                    state.kind == FileState::Kind::NotRegular ||
-                                   state.kind == FileState::Kind::LinkCircle;
+                                   state.kind == FileState::Kind::LinkCircle || state.kind == FileState::Kind::DeadLink;
         if (!state.writeable && state.shutDirectory.empty() && !isSaidAlready) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
@@ -497,6 +509,8 @@ const char* nameOf(Symptom::Kind kind) {
             return "not-regular";
         case Kind::LinkCircle:
             return "link-circle";
+        case Kind::DeadLink:
+            return "dead-link";
         case Kind::Unreadable:
             return "unreadable";
         case Kind::NotJson:

@@ -41,6 +41,8 @@ void askTheRest() {
 /// Returns the links of a bundle that is in force, which has none among its files.
 Links linksInForce() { return manifestInForce() == nullptr ? Links() : manifestInForce()->links; }
 
+Links deadDirectoriesInForce() { return manifestInForce() == nullptr ? Links() : manifestInForce()->deadDirectories; }
+
 Account accountInForce() { return manifestInForce() == nullptr ? account() : manifestInForce()->account; }
 
 CommonLibrary commonLibraryBy(const Diagnosis& diagnosis) {
@@ -73,6 +75,7 @@ public:
             noteLinks(file);
         }
         noteContents();
+        addDeadFiles();
         target_ = Mirror(directory_ / kFilesName, redaction_.path(source_.directory()));
         fs::create_directories(directory_ / kFilesName);
         for (const fs::path& file : files_) {
@@ -94,6 +97,7 @@ private:
         bundle_.diagnosis = diagnose();
         askTheRest();
         source_ = Mirror({}, fs::path(recording.directory({})), linksInForce());
+        deadDirectories_ = deadDirectoriesInForce();
         variables_ = recording.variables();
         for (const char* const name : {kUserFileReadStep, kUserFileWrittenStep}) {
             besideFile(stateOfFile(withoutQuotes(bundle_.diagnosis.step(name).result), FileUse::Users));
@@ -144,18 +148,34 @@ private:
     /// A link that leads round in a circle has itself as its target.
     void noteLinks(const fs::path& path) {
         const fs::path absolute = source_.directory() / path;
+        const fs::path relative = absolute.relative_path();
         fs::path place = absolute.root_path();
-        for (const fs::path& component : absolute.relative_path()) {
-            place = source_.resolved(place / component);
+        for (auto component = relative.begin(); component != relative.end(); ++component) {
+            place = source_.resolved(place / *component);
             std::error_code error;
-            if (fs::is_symlink(here(place), error)) {
-                const fs::path target = fs::weakly_canonical(place, error);
-                if (error == std::errc::too_many_symbolic_link_levels) {
-                    source_.addLink(place, place);
-                } else if (!error && target != place) {
-                    source_.addLink(place, target);
-                    place = target;
-                }
+            if (!fs::is_symlink(here(place), error)) {
+                continue;
+            }
+            if (const auto target = targetOfDeadLink(place)) {
+                (std::next(component) == relative.end() ? deadFiles_ : deadDirectories_)[place] = *target;
+                return;
+            }
+            const fs::path target = fs::weakly_canonical(place, error);
+            if (error == std::errc::too_many_symbolic_link_levels) {
+                source_.addLink(place, place);
+            } else if (!error && target != place) {
+                source_.addLink(place, target);
+                place = target;
+            }
+        }
+    }
+
+    /// A save makes a file behind a link, and no directory. The paths that go on behind a link tell which it stands
+    /// for.
+    void addDeadFiles() {
+        for (const auto& [link, target] : deadFiles_) {
+            if (deadDirectories_.count(link) == 0) {
+                source_.addLink(link, target);
             }
         }
     }
@@ -282,9 +302,8 @@ private:
             manifest.variables.emplace(name, redaction_.words(value));
             bundle_.variables.push_back(name);
         }
-        for (const auto& [from, to] : source_.links()) {
-            manifest.links[redaction_.path(from)] = redaction_.path(to);
-        }
+        manifest.links = redacted(source_.links());
+        manifest.deadDirectories = redacted(deadDirectories_);
         const Account own = accountInForce();
         manifest.account = {redaction_.words(own.user), redaction_.words(own.host)};
         manifest.unreadable = unreadable_;
@@ -294,6 +313,14 @@ private:
         redact(manifest.commonLibrary);
         const auto text = textOfManifest(manifest);
         write(directory_ / kManifestName, text.value_or(""));
+    }
+
+    Links redacted(const Links& links) const {
+        Links result;
+        for (const auto& [from, to] : links) {
+            result[redaction_.path(from)] = redaction_.path(to);
+        }
+        return result;
     }
 
     /// Returns them by the paths that the bundle has.
@@ -320,6 +347,8 @@ private:
     /// The paths of the machine, and those in the bundle.
     Mirror source_;
     Mirror target_;
+    Links deadDirectories_;
+    Links deadFiles_;
     std::map<std::string, std::string> variables_;
     std::set<fs::path> files_;
     /// Names the files that saves left beside the user's file.

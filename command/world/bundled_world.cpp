@@ -66,8 +66,19 @@ void* functionOf(std::string_view name) {
     return nullptr;
 }
 
+constexpr int kMostLinks = 40;
+
 /// Variables of the terminal on which the command is read.
 bool isOfTheTerminal(std::string_view name) { return name == "NO_COLOR" || name == "TERM"; }
+
+/// Returns whether the predicate holds for a path or one of the directories above it.
+template <typename Predicate>
+bool isOnTheWay(fs::path path, Predicate predicate) {
+    while (path.has_relative_path() && !predicate(path)) {
+        path = path.parent_path();
+    }
+    return path.has_relative_path();
+}
 
 std::optional<std::string> bytesOf(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -80,7 +91,10 @@ std::optional<std::string> bytesOf(const fs::path& file) {
 }  // namespace
 
 BundledWorld::BundledWorld(const fs::path& bundle, Manifest manifest)
-    : manifest_(std::move(manifest)), mirror_(bundle / kFilesName, manifest_.directory, manifest_.links) {
+    : manifest_(std::move(manifest)),
+      mirror_(bundle / kFilesName, manifest_.directory, manifest_.links),
+      // Nothing is behind a file, and nothing can be made there.
+      nowhere_(bundle / kManifestName / "nowhere") {
     recorded = &manifest_.commonLibrary;
 }
 
@@ -94,9 +108,17 @@ std::optional<std::string> BundledWorld::variable(const char* name, std::optiona
 
 NativeText BundledWorld::directory(NativeText /*own*/) { return manifest_.directory.native(); }
 
-NativeText BundledWorld::file(NativeText path) { return mirror_.placeOf(fs::path(std::move(path))).native(); }
+NativeText BundledWorld::file(NativeText path) {
+    const fs::path resolved = mirror_.resolved(fs::path(std::move(path)));
+    return (isBehindDeadLink(resolved) ? nowhere_ : mirror_.placeOfResolved(resolved)).native();
+}
 
-bool BundledWorld::mayRead(NativeText path) { return manifest_.unreadable.count(mirror_.resolved(path)) == 0; }
+bool BundledWorld::mayRead(NativeText path) {
+    const fs::path resolved = mirror_.resolved(path);
+    const auto leadsThereRound = [this](const fs::path& link) { return leadsRound(link); };
+    return manifest_.unreadable.count(resolved) == 0 && !recordedOr(manifest_.hidden, path, false) &&
+           !isOnTheWay(resolved, leadsThereRound);
+}
 
 std::string BundledWorld::modulePath(std::string /*own*/) { return manifest_.module; }
 
@@ -120,6 +142,24 @@ bool BundledWorld::leadsRound(const fs::path& path) const {
     const fs::path place = mirror_.resolved(path);
     const auto link = manifest_.links.find(place);
     return link != manifest_.links.end() && link->second == place;
+}
+
+std::optional<fs::path> BundledWorld::targetOfDeadLink(const fs::path& path) const {
+    const auto asDirectory = manifest_.deadDirectories.find(mirror_.resolved(path));
+    if (asDirectory != manifest_.deadDirectories.end()) {
+        return asDirectory->second;
+    }
+    const auto link = manifest_.links.find(mirror_.resolved(path.parent_path()) / path.filename());
+    std::error_code error;
+    const bool isDead = link != manifest_.links.end() && link->second != link->first &&
+                        fs::status(mirror_.placeOfResolved(link->second), error).type() == fs::file_type::not_found;
+    return isDead ? std::optional<fs::path>(link->second) : std::nullopt;
+}
+
+bool BundledWorld::isBehindDeadLink(const fs::path& resolved) const {
+    return isOnTheWay(resolved, [this](const fs::path& path) {
+        return manifest_.deadDirectories.count(path) != 0 || leadsRound(path);
+    });
 }
 
 bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool own) const {
@@ -227,6 +267,22 @@ bool leadsRound(const fs::path& path) {
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();
     return type == fs::file_type::none && error == std::errc::too_many_symbolic_link_levels;
+}
+
+std::optional<fs::path> targetOfDeadLink(const fs::path& path) {
+    if (bundleInForce() != nullptr) {
+        return bundleInForce()->targetOfDeadLink(path);
+    }
+    std::error_code error;
+    if (fs::status(path, error).type() != fs::file_type::not_found || !fs::is_symlink(path, error)) {
+        return std::nullopt;
+    }
+    fs::path target = path;
+    // A chain is no longer than the system follows one; meanwhile somebody may have made a circle of it.
+    for (int links = 0; links < kMostLinks && fs::is_symlink(target, error); ++links) {
+        target = fs::weakly_canonical(target.parent_path() / fs::read_symlink(target, error), error);
+    }
+    return target;
 }
 
 ArgumentPlace placeOfArgument(const fs::path& path) {

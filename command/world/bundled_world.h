@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
 #define ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
 
+#include <optional>
 #include <string>
 
 #include "command/world/manifest.h"
@@ -31,13 +32,18 @@ public:
     /// Returns whether the path is a link that led round in a circle.
     bool leadsRound(const std::filesystem::path& path) const;
 
+    /// Returns where a link leads that led to nothing and still does; nothing for anything else.
+    std::optional<std::filesystem::path> targetOfDeadLink(const std::filesystem::path& path) const;
+
     const Manifest& manifest() const { return manifest_; }
 
 private:
+    bool isBehindDeadLink(const std::filesystem::path& resolved) const;
     bool recordedOr(const Rights& rights, const platform::NativeText& path, bool own) const;
 
     Manifest manifest_;
     Mirror mirror_;
+    std::filesystem::path nowhere_;
 };
 
 /// Says in a sentence why something cannot be done, and in another one what to do next. Both are empty where it is
@@ -61,6 +67,10 @@ std::filesystem::path directoryOfBundleInForce();
 
 /// Returns whether the machine in force has a link there that leads round in a circle, or one on the way.
 bool leadsRound(const std::filesystem::path& path);
+
+/// Returns where a link leads, without the links behind it, if there is nothing; nothing for anything else. The way to
+/// the link itself is open.
+std::optional<std::filesystem::path> targetOfDeadLink(const std::filesystem::path& path);
 
 /// The file that an argument names, where this machine has it: in the bundle where that has it, and otherwise where the
 /// argument says.

@@ -27,6 +27,7 @@ public:
         text("module", manifest.module);
         key("variables", [&] { writeVariables(manifest.variables); });
         key("links", [&] { writeLinks(manifest.links); });
+        key("deadDirectories", [&] { writeLinks(manifest.deadDirectories); });
         key("account", [&] { write(manifest.account); });
         key("unreadable", [&] { writePaths(manifest.unreadable); });
         key("writeable", [&] { writeRights(manifest.writeable); });
@@ -153,6 +154,19 @@ bool staysInWorld(const fs::path& path) {
            std::none_of(path.has_root_name() ? std::next(path.begin()) : path.begin(), path.end(), leadsAway);
 }
 
+/// Returns nothing where one of them leads past the world.
+std::optional<Links> linksOf(View value) {
+    Links links;
+    for (const View link : value.elements()) {
+        const fs::path target = pathIn(link.member("to"));
+        if (!staysInWorld(target)) {
+            return std::nullopt;
+        }
+        links[pathIn(link.member("from"))] = target;
+    }
+    return links;
+}
+
 Rights rightsOf(View value) {
     Rights rights;
     for (const json::Member one : value.members()) {
@@ -201,13 +215,13 @@ std::optional<Manifest> manifestOf(std::string_view text) {
     for (const json::Member variable : root.member("variables").members()) {
         manifest.variables.emplace(variable.key, variable.value.text().value_or(""));
     }
-    for (const View link : root.member("links").elements()) {
-        const fs::path target = pathIn(link.member("to"));
-        if (!staysInWorld(target)) {
-            return std::nullopt;
-        }
-        manifest.links[pathIn(link.member("from"))] = target;
+    auto links = linksOf(root.member("links"));
+    auto deadDirectories = linksOf(root.member("deadDirectories"));
+    if (!links || !deadDirectories) {
+        return std::nullopt;
     }
+    manifest.links = *std::move(links);
+    manifest.deadDirectories = *std::move(deadDirectories);
     if (!manifest.directory.empty() && !staysInWorld(manifest.directory)) {
         return std::nullopt;
     }

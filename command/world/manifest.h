@@ -43,6 +43,8 @@ struct Manifest {
     /// The variables that were asked for and are defined.
     std::map<std::string, std::string> variables;
     Links links;
+    /// The links in the places of directories that lead to nothing.
+    Links deadDirectories;
     /// The user and the machine; empty in a bundle of an earlier version.
     Account account;
     /// The files that are there and cannot be read, by paths without links.

@@ -1,7 +1,9 @@
-// Tests that a bundle says of files what its maker could do with them, whoever asks it.
+// Tests that a bundle says of files and links what its maker could do with them, whoever asks it.
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "command/doctor_world.h"
 #include "support/ordinary_user.h"
@@ -65,17 +67,103 @@ TEST(WorldRights, ABundleThatTheUserMayNotReadIsToldAsSuch) {
         << doctor.err;
 }
 
+/// A link to nothing, and whether a save gets past it.
+struct LinkRow {
+    const char* name;
+    const char* link;  ///< Below the world's directory, as are the others.
+    const char* target;
+    const char* end;  ///< The target behind all links.
+    bool canSave;
+};
+constexpr char kFileInHome[] = "home/pcbenv/tessel/tessel_settings.cfg";
+constexpr LinkRow kDeadLinks[] = {
+    {"Home", "home", "gone", "gone", false},
+    {"Environment", "home/pcbenv", "gone/pcbenv", "gone/pcbenv", false},
+    {"EnvironmentInADirectoryThatIsThere", "home/pcbenv", "here/pcbenv", "here/pcbenv", false},
+    {"DirectoryOfTheFile", "home/pcbenv/tessel", "here/tessel", "here/tessel", false},
+    {"FileInADirectoryThatIsGone", kFileInHome, "gone/mine.cfg", "gone/mine.cfg", false},
+    {"FileInADirectoryThatIsThere", kFileInHome, "here/mine.cfg", "here/mine.cfg", true},
+    {"FileBehindTwoLinks", kFileInHome, "here/second", "here/mine.cfg", true},
+};
+
+/// Asks a machine, and the bundle of it, on another one.
+class MachineAndBundle {
+public:
+    explicit MachineAndBundle(const DoctorWorld& world) : world_(world), made_(here({"bundle", bundle()})) {}
+
+    const ChildResult& made() const { return made_; }
+    ChildResult here(const std::vector<std::string>& arguments) const {
+        return run({ZELUTIL_TEST_COMMAND, arguments, world_.environment, world_.here});
+    }
+    ChildResult there(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.end(), {"--world", bundle()});
+        return run({ZELUTIL_TEST_COMMAND, arguments, withoutProductVariables(), elsewhere_.path()});
+    }
+
+private:
+    std::string bundle() const { return elsewhere_ / "bundle"; }
+
+    const DoctorWorld& world_;
+    TempDirectory elsewhere_;
+    ChildResult made_;
+};
+
+void expectSame(const ChildResult& here, const ChildResult& there) {
+    EXPECT_EQ(there.exitCode, here.exitCode);
+    EXPECT_EQ(there.out, here.out);
+    EXPECT_EQ(there.err, here.err);
+}
+
+class DeadLinks : public testing::TestWithParam<LinkRow> {
+protected:
+    DeadLinks() {
+        fs::remove_all(link_);
+        fs::create_directories(link_.parent_path());
+        fs::create_symlink("mine.cfg", world_.here / "second");
+        fs::create_symlink(world_.work / GetParam().target, link_);
+    }
+
+    const DoctorWorld world_;
+    const fs::path link_ = world_.work / GetParam().link;
+};
+
+TEST_P(DeadLinks, AreNamedAndTheirBundleSaysTheSame) {
+    const MachineAndBundle both(world_);
+    EXPECT_EQ(both.made().exitCode, 0) << both.made().err;
+    const ChildResult doctor = both.here({"doctor"});
+    EXPECT_EQ(doctor.exitCode, 1);
+    EXPECT_NE(
+        doctor.out.find("warning: The file \"" + world_.userFile().string() + "\" is not there, because the link \"" +
+                        link_.string() + "\" leads to \"" + std::string(world_.work / GetParam().end) +
+                        "\", which is not there" + (GetParam().canSave ? "; a save makes it." : ", so that ")),
+        std::string::npos)
+        << doctor.out;
+    expectSame(doctor, both.there({"doctor"}));
+    expectSame(both.here({"list"}), both.there({"list"}));
+    const ChildResult saved = both.here({"set", "s::value=3"});
+    EXPECT_EQ(saved.exitCode, GetParam().canSave ? 0 : 3) << saved.err;
+    EXPECT_EQ(fs::exists(link_), GetParam().canSave);
+    expectSame(saved, both.there({"set", "s::value=3"}));
+    expectSame(both.here({"doctor"}), both.there({"doctor"}));
+    expectSame(both.here({"get", "s::value"}), both.there({"get", "s::value"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(World, DeadLinks, testing::ValuesIn(kDeadLinks),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 TEST(WorldLinks, ABundleHasTheLinkThatLeadsRoundInACircle) {
     const DoctorWorld world;
     fs::create_directories(world.userFile().parent_path());
     fs::create_symlink(world.userFile().filename(), world.userFile());
-    const std::string bundle = world.work / "bundle";
-    const ChildResult made = run({ZELUTIL_TEST_COMMAND, {"bundle", bundle}, world.environment, world.here});
-    EXPECT_EQ(made.exitCode, 0) << made.err;
-    const ChildResult here = run({ZELUTIL_TEST_COMMAND, {"doctor"}, world.environment, world.here});
-    EXPECT_NE(here.out.find("leads round in a circle"), std::string::npos) << here.out;
-    EXPECT_EQ(run({ZELUTIL_TEST_COMMAND, {"doctor", "--world", bundle}, withoutProductVariables(), world.home}).out,
-              here.out);
+    const MachineAndBundle both(world);
+    EXPECT_EQ(both.made().exitCode, 0) << both.made().err;
+    const ChildResult doctor = both.here({"doctor"});
+    EXPECT_NE(doctor.out.find("leads round in a circle"), std::string::npos) << doctor.out;
+    expectSame(doctor, both.there({"doctor"}));
+    expectSame(both.here({"list"}), both.there({"list"}));
+    const ChildResult saved = both.here({"set", "s::value=3"});
+    EXPECT_EQ(saved.exitCode, 3) << saved.out;
+    expectSame(saved, both.there({"set", "s::value=3"}));
 }
 
 }  // namespace
