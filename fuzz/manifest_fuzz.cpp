@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <string_view>
 
 #include "command/world/manifest.h"
@@ -38,8 +39,9 @@ void checkPath(const Mirror& mirror, const fs::path& path) {
     requireInside(mirror.placeOf(path / "../../../../../../x"));
 }
 
-void checkPaths(const Mirror& mirror, const Rights& rights) {
-    for (const auto& [path, holds] : rights) {
+template <typename Answer>
+void checkPaths(const Mirror& mirror, const std::map<fs::path, Answer>& answers) {
+    for (const auto& [path, answer] : answers) {
         checkPath(mirror, path);
     }
 }
@@ -48,9 +50,11 @@ void check(const Manifest& manifest) {
     const Mirror mirror(kFiles, manifest.directory, manifest.links);
     checkPath(mirror, "");
     checkPath(mirror, manifest.directory);
-    for (const auto& [from, to] : manifest.links) {
-        checkPath(mirror, from);
-        checkPath(mirror, to);
+    for (const Links* const links : {&manifest.links, &manifest.deadDirectories}) {
+        for (const auto& [from, to] : *links) {
+            checkPath(mirror, from);
+            checkPath(mirror, to);
+        }
     }
     for (const fs::path& path : manifest.unreadable) {
         checkPath(mirror, path);

@@ -117,6 +117,13 @@ std::string lineOf(const Candidate& candidate) {
     return reason.empty() ? line : line + ": " + reason;
 }
 
+std::string wordsOnLength(const FileState& file) {
+    constexpr std::size_t kMostShownOfName = 40;
+    return file.longName.empty() ? "its path is too long for the system"
+                                 : "the name \"" + printable(beginningOf(file.longName, kMostShownOfName)) +
+                                       "...\" in its path is too long";
+}
+
 std::string lineOf(const FileState& file) {
     switch (file.kind) {
         case FileState::Kind::NoPath:
@@ -138,7 +145,12 @@ std::string lineOf(const FileState& file) {
         case FileState::Kind::DeadLink:
             return "It is not there: the link \"" + file.link + "\" leads to \"" + file.linkTarget +
                    "\", which is not there" + (file.writeable ? "." : ", and cannot be made.");
+        case FileState::Kind::NameTooLong:
+            return "It cannot be there, because " + wordsOnLength(file) + '.';
         case FileState::Kind::Unreadable:
+            if (!file.reason.empty()) {
+                return "It cannot be looked at: " + file.reason + '.';
+            }
             return file.shutDirectory.empty()
                        ? "It cannot be read."
                        : "It is out of reach: \"" + file.shutDirectory + "\" may not be entered.";
@@ -173,6 +185,8 @@ const char* nameOf(FileState::Kind kind) {
             return "link-circle";
         case FileState::Kind::DeadLink:
             return "dead-link";
+        case FileState::Kind::NameTooLong:
+            return "name-too-long";
         case FileState::Kind::Unreadable:
             return "unreadable";
         case FileState::Kind::Malformed:

@@ -14,6 +14,9 @@ std::string lineOf(const text::Candidate& candidate);
 /// Returns a line for people.
 std::string lineOf(const FileState& file);
 
+/// Returns in words that a name in the file's path, or the path itself, is too long.
+std::string wordsOnLength(const FileState& file);
+
 // Names in the form for programs.
 const char* nameOf(text::Candidate::Source source);
 const char* nameOf(text::Candidate::Verdict verdict);

@@ -23,6 +23,7 @@ struct FileState {
         NotRegular,  ///< It is a pipe or something else that is not read.
         LinkCircle,  ///< A link on the way to it, or it itself, leads round in a circle.
         DeadLink,    ///< A link on the way to it, or it itself, leads to nothing.
+        NameTooLong,  ///< Its path, or a name in it, is longer than the system takes.
         Unreadable,
         Malformed,  ///< It is no JSON that the library reads.
         Fine,
@@ -46,6 +47,10 @@ struct FileState {
     /// own, and empty for none.
     std::string link;
     std::string linkTarget;
+    /// The name that is too long; empty where the path is as a whole.
+    std::string longName;
+    /// The system's words for another reason why it cannot be looked at; empty for none.
+    std::string reason;
     /// The first byte that is no part of UTF-8.
     std::optional<Remark> notUtf8;
     /// Why it is no JSON, with the text there.
@@ -96,6 +101,7 @@ struct Symptom {
         NotRegular,
         LinkCircle,
         DeadLink,
+        NameTooLong,
         Unreadable,
         NotJson,
         NotUtf8,

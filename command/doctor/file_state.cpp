@@ -24,6 +24,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kMostShown = 40;
 
+/// A longer path is too long by itself for the system, whose calls take no more.
+constexpr std::size_t kMostInPath = 4095;
+
 FileState::Remark remark(std::string text, const json::Position& position) {
     return {std::move(text), static_cast<int>(position.line), static_cast<int>(position.column)};
 }
@@ -129,11 +132,10 @@ bool isDirectory(const fs::path& path) {
     return fs::is_directory(platform::placeInWorld(path), ignored);
 }
 
-/// Returns whether something may be there that the system does not tell of.
-bool isHidden(const fs::path& path) {
-    std::error_code ignored;
-    const bool own = fs::status(platform::placeInWorld(path), ignored).type() == fs::file_type::none;
-    return platform::worldInForce == nullptr ? own : platform::worldInForce->isHidden(path.native(), own);
+/// Returns why something may be there that the system does not tell of; `std::errc()` where nothing hides it.
+std::errc hiddenBy(const fs::path& path) {
+    const std::errc own = whyHidden(platform::placeInWorld(path));
+    return platform::worldInForce == nullptr ? own : platform::worldInForce->hiddenBy(path.native(), own);
 }
 
 bool mayWriteThere(const fs::path& path) {
@@ -178,19 +180,41 @@ fs::path nearestThere(const fs::path& file) {
     return directory;
 }
 
+/// Returns the first name on the way to the file that is too long; empty where the path is as a whole.
+std::string longNameIn(const fs::path& file) {
+    std::string name;
+    for (fs::path path = file; path.has_relative_path(); path = path.parent_path()) {
+        const bool isWhole = path.native().size() > kMostInPath && path.filename().native().size() <= kMostInName;
+        name = hiddenBy(path) == std::errc::filename_too_long && !isWhole ? textOf(path.filename()) : name;
+    }
+    return name;
+}
+
+/// Fills in what hides the file.
+void tellHidden(FileState& state, const fs::path& file, std::errc by) {
+    state.writeable = false;
+    state.kind = FileState::Kind::Unreadable;
+    if (by == std::errc::filename_too_long) {
+        state.kind = FileState::Kind::NameTooLong;
+        state.longName = longNameIn(file);
+    } else if (by == std::errc::permission_denied || by == std::errc::operation_not_permitted) {
+        state.shutDirectory = textOf(nearestThere(file));
+    } else {
+        state.reason = std::make_error_code(by).message();
+    }
+}
+
 /// Fills in why nothing is there: the way to it may be shut.
 void lookAround(FileState& state, const fs::path& file, FileUse use) {
     if (lookForLink(state, file)) {
         state.writeable = canMakeBehind(state, file);
         return;
     }
-    const fs::path nearest = nearestThere(file);
-    if (isHidden(file)) {
-        state.kind = FileState::Kind::Unreadable;
-        state.shutDirectory = textOf(nearest);
-        state.writeable = false;
+    if (const std::errc by = hiddenBy(file); by != std::errc()) {
+        tellHidden(state, file, by);
         return;
     }
+    const fs::path nearest = nearestThere(file);
     if (use == FileUse::Users && isDirectory(nearest) && !mayWriteThere(nearest)) {
         state.shutDirectory = textOf(nearest);
         state.writeable = false;

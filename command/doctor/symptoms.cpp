@@ -322,6 +322,10 @@ private:
                     "Remove the link, or have it lead to what is meant.");
             case FileState::Kind::DeadLink:
                 return addDeadLink(step);
+            case FileState::Kind::NameTooLong:
+                return addAbout(Kind::NameTooLong, step,
+                                "can neither be read nor made, because " + wordsOnLength(*step.file) + '.',
+                                "Use a path with shorter names.");
             case FileState::Kind::Unreadable:
                 return addUnreadable(step);
             case FileState::Kind::Malformed:
@@ -412,7 +416,10 @@ private:
 
     void addUnreadable(const SearchStep& step) {
         const std::string& shut = step.file->shutDirectory;
-        if (shut.empty()) {
+        if (!step.file->reason.empty()) {
+            addAbout(Kind::Unreadable, step, "cannot be looked at: " + step.file->reason + '.',
+                     "See whether the disk or the server that has it is well.");
+        } else if (shut.empty()) {
             addAbout(Kind::Unreadable, step, "cannot be read.", "Give the user the right to read it.");
         } else {
             addAbout(Kind::Unreadable, step,
@@ -427,13 +434,24 @@ private:
         place(*step.file->malformed);
     }
 
+    /// Returns whether it is said of the file already why it is not written.
+    static bool isOutOfReachByItself(const FileState& state) {
+        switch (state.kind) {
+            case FileState::Kind::Directory:
+            case FileState::Kind::NotRegular:
+            case FileState::Kind::LinkCircle:
+            case FileState::Kind::DeadLink:
+            case FileState::Kind::NameTooLong:
+                return true;
+            default:
+                return !state.reason.empty();
+        }
+    }
+
     /// The file that saves write.
     void addWriting(const SearchStep& step) {
         const FileState& state = *step.file;
-        const bool isSaidAlready = state.kind == FileState::Kind::Directory ||
-                                   state.kind == FileState::Kind::NotRegular ||
-                                   state.kind == FileState::Kind::LinkCircle || state.kind == FileState::Kind::DeadLink;
-        if (!state.writeable && state.shutDirectory.empty() && !isSaidAlready) {
+        if (!state.writeable && state.shutDirectory.empty() && !isOutOfReachByItself(state)) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
         }
@@ -511,6 +529,8 @@ const char* nameOf(Symptom::Kind kind) {
             return "link-circle";
         case Kind::DeadLink:
             return "dead-link";
+        case Kind::NameTooLong:
+            return "name-too-long";
         case Kind::Unreadable:
             return "unreadable";
         case Kind::NotJson:

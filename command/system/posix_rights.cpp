@@ -13,4 +13,10 @@ bool mayWrite(const std::filesystem::path& path) {
     return faccessat(AT_FDCWD, path.c_str(), rights, AT_EACCESS) == 0;
 }
 
+std::errc whyHidden(const std::filesystem::path& path) {
+    std::error_code error;
+    const bool isTold = std::filesystem::status(path, error).type() != std::filesystem::file_type::none;
+    return isTold ? std::errc() : static_cast<std::errc>(error.value());
+}
+
 }  // namespace zelutil::command

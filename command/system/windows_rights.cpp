@@ -20,4 +20,16 @@ bool mayWrite(const std::filesystem::path& path) {
     return GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
+/// The system takes a name that is too long for one of a file that is not there.
+std::errc whyHidden(const std::filesystem::path& path) {
+    for (const std::filesystem::path& name : path.relative_path()) {
+        if (name.native().size() > kMostInName) {
+            return std::errc::filename_too_long;
+        }
+    }
+    std::error_code error;
+    const bool isTold = std::filesystem::status(path, error).type() != std::filesystem::file_type::none;
+    return isTold ? std::errc() : static_cast<std::errc>(error.default_error_condition().value());
+}
+
 }  // namespace zelutil::command

@@ -324,10 +324,11 @@ private:
     }
 
     /// Returns them by the paths that the bundle has.
-    Rights inBundle(const Rights& rights) const {
-        Rights result;
-        for (const auto& [path, holds] : rights) {
-            result[redaction_.path(source_.resolved(path))] = holds;
+    template <typename Answer>
+    std::map<fs::path, Answer> inBundle(const std::map<fs::path, Answer>& answers) const {
+        std::map<fs::path, Answer> result;
+        for (const auto& [path, answer] : answers) {
+            result[redaction_.path(source_.resolved(path))] = answer;
         }
         return result;
     }
@@ -354,7 +355,7 @@ private:
     /// Names the files that saves left beside the user's file.
     std::set<std::string> kept_;
     Rights writeable_;
-    Rights hidden_;
+    Reasons hidden_;
     std::map<fs::path, Content> contents_;
     std::set<fs::path> done_;
     /// The path of the machine to which each place in the bundle belongs, and those that found theirs taken.

@@ -113,11 +113,20 @@ NativeText BundledWorld::file(NativeText path) {
     return (isBehindDeadLink(resolved) ? nowhere_ : mirror_.placeOfResolved(resolved)).native();
 }
 
+template <typename Answer>
+Answer BundledWorld::recordedOr(const std::map<fs::path, Answer>& answers, const NativeText& path, Answer own) const {
+    const auto recorded = answers.find(mirror_.resolved(path));
+    return recorded == answers.end() ? own : recorded->second;
+}
+
+/// The library says of a file that may be there and that it cannot read so much; under a name that is too long there is
+/// none.
 bool BundledWorld::mayRead(NativeText path) {
     const fs::path resolved = mirror_.resolved(path);
-    const auto leadsThereRound = [this](const fs::path& link) { return leadsRound(link); };
-    return manifest_.unreadable.count(resolved) == 0 && !recordedOr(manifest_.hidden, path, false) &&
-           !isOnTheWay(resolved, leadsThereRound);
+    const std::errc hidden = recordedOr(manifest_.hidden, path, std::errc());
+    const auto isRound = [this](const fs::path& link) { return isCircle(link); };
+    return manifest_.unreadable.count(resolved) == 0 &&
+           (hidden == std::errc() || hidden == std::errc::filename_too_long) && !isOnTheWay(resolved, isRound);
 }
 
 std::string BundledWorld::modulePath(std::string /*own*/) { return manifest_.module; }
@@ -136,13 +145,14 @@ std::optional<void*> BundledWorld::moduleFunction(void* /*module*/, const char* 
 
 bool BundledWorld::mayWrite(NativeText path, bool own) { return recordedOr(manifest_.writeable, path, own); }
 
-bool BundledWorld::isHidden(NativeText path, bool own) { return recordedOr(manifest_.hidden, path, own); }
+std::errc BundledWorld::hiddenBy(NativeText path, std::errc own) { return recordedOr(manifest_.hidden, path, own); }
 
-bool BundledWorld::leadsRound(const fs::path& path) const {
-    const fs::path place = mirror_.resolved(path);
-    const auto link = manifest_.links.find(place);
-    return link != manifest_.links.end() && link->second == place;
+bool BundledWorld::isCircle(const fs::path& resolved) const {
+    const auto link = manifest_.links.find(resolved);
+    return link != manifest_.links.end() && link->second == resolved;
 }
+
+bool BundledWorld::leadsRound(const fs::path& path) const { return isCircle(mirror_.resolved(path)); }
 
 std::optional<fs::path> BundledWorld::targetOfDeadLink(const fs::path& path) const {
     const auto asDirectory = manifest_.deadDirectories.find(mirror_.resolved(path));
@@ -158,13 +168,8 @@ std::optional<fs::path> BundledWorld::targetOfDeadLink(const fs::path& path) con
 
 bool BundledWorld::isBehindDeadLink(const fs::path& resolved) const {
     return isOnTheWay(resolved, [this](const fs::path& path) {
-        return manifest_.deadDirectories.count(path) != 0 || leadsRound(path);
+        return manifest_.deadDirectories.count(path) != 0 || isCircle(path);
     });
-}
-
-bool BundledWorld::recordedOr(const Rights& rights, const NativeText& path, bool own) const {
-    const auto recorded = rights.find(mirror_.resolved(path));
-    return recorded == rights.end() ? own : recorded->second;
 }
 
 namespace {

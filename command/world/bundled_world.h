@@ -1,6 +1,7 @@
 #ifndef ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
 #define ZELUTIL_COMMAND_WORLD_BUNDLED_WORLD_H
 
+#include <map>
 #include <optional>
 #include <string>
 
@@ -27,7 +28,7 @@ public:
     std::optional<void*> openModule(const char* baseName, std::vector<platform::ModulePlace>* places) override;
     std::optional<void*> moduleFunction(void* module, const char* name) override;
     bool mayWrite(platform::NativeText path, bool own) override;
-    bool isHidden(platform::NativeText path, bool own) override;
+    std::errc hiddenBy(platform::NativeText path, std::errc own) override;
 
     /// Returns whether the path is a link that led round in a circle.
     bool leadsRound(const std::filesystem::path& path) const;
@@ -38,8 +39,11 @@ public:
     const Manifest& manifest() const { return manifest_; }
 
 private:
+    bool isCircle(const std::filesystem::path& resolved) const;
     bool isBehindDeadLink(const std::filesystem::path& resolved) const;
-    bool recordedOr(const Rights& rights, const platform::NativeText& path, bool own) const;
+    template <typename Answer>
+    Answer recordedOr(const std::map<std::filesystem::path, Answer>& answers, const platform::NativeText& path,
+                      Answer own) const;
 
     Manifest manifest_;
     Mirror mirror_;

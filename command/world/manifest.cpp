@@ -31,7 +31,7 @@ public:
         key("account", [&] { write(manifest.account); });
         key("unreadable", [&] { writePaths(manifest.unreadable); });
         key("writeable", [&] { writeRights(manifest.writeable); });
-        key("hidden", [&] { writeRights(manifest.hidden); });
+        key("hidden", [&] { writeReasons(manifest.hidden); });
         key("commonLibrary", [&] { write(manifest.commonLibrary); });
         json_.endObject();
         return json_.take();
@@ -93,6 +93,20 @@ private:
         for (const auto& [path, holds] : rights) {
             json_.key(path.u8string());
             json_.truth(holds);
+        }
+        json_.endObject();
+    }
+
+    /// A missing right is "true", as in bundles of earlier versions, which have no other reason.
+    void writeReasons(const Reasons& reasons) {
+        json_.beginObject();
+        for (const auto& [path, reason] : reasons) {
+            json_.key(path.u8string());
+            if (reason == std::errc() || reason == std::errc::permission_denied) {
+                json_.truth(reason != std::errc());
+            } else {
+                json_.integer(static_cast<int>(reason));
+            }
         }
         json_.endObject();
     }
@@ -175,6 +189,16 @@ Rights rightsOf(View value) {
     return rights;
 }
 
+Reasons reasonsOf(View value) {
+    Reasons reasons;
+    for (const json::Member one : value.members()) {
+        const std::errc right = one.value.isTrue() ? std::errc::permission_denied : std::errc();
+        const auto other = one.value.integer();
+        reasons[pathOfText(one.key)] = other ? static_cast<std::errc>(*other) : right;
+    }
+    return reasons;
+}
+
 CommonLibrary commonLibraryOf(View value) {
     CommonLibrary library;
     for (const View place : value.member("places").elements()) {
@@ -231,7 +255,7 @@ std::optional<Manifest> manifestOf(std::string_view text) {
         manifest.unreadable.insert(pathIn(path));
     }
     manifest.writeable = rightsOf(root.member("writeable"));
-    manifest.hidden = rightsOf(root.member("hidden"));
+    manifest.hidden = reasonsOf(root.member("hidden"));
     manifest.commonLibrary = commonLibraryOf(root.member("commonLibrary"));
     return manifest;
 }

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "command/system/console.h"
@@ -30,6 +31,9 @@ struct CommonLibrary {
 /// Says of files and directories, by paths without links, whether something holds for them.
 using Rights = std::map<std::filesystem::path, bool>;
 
+/// Says of paths why the system does not tell whether something is there.
+using Reasons = std::map<std::filesystem::path, std::errc>;
+
 /// Describes the machine of a bundle beside the files. All texts are as that machine has them.
 struct Manifest {
     static constexpr int kFormat = 1;
@@ -50,7 +54,7 @@ struct Manifest {
     /// The files that are there and cannot be read, by paths without links.
     std::set<std::filesystem::path> unreadable;
     Rights writeable;
-    Rights hidden;
+    Reasons hidden;
     CommonLibrary commonLibrary;
 };
 

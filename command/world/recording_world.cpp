@@ -47,9 +47,9 @@ bool RecordingWorld::mayWrite(NativeText path, bool own) {
     return writeable_[std::move(path)] = may;
 }
 
-bool RecordingWorld::isHidden(NativeText path, bool own) {
-    const bool hidden = below_ == nullptr ? own : below_->isHidden(path, own);
-    return hidden_[std::move(path)] = hidden;
+std::errc RecordingWorld::hiddenBy(NativeText path, std::errc own) {
+    const std::errc reason = below_ == nullptr ? own : below_->hiddenBy(path, own);
+    return hidden_[std::move(path)] = reason;
 }
 
 }  // namespace zelutil::command::world

@@ -28,22 +28,22 @@ public:
     std::optional<void*> openModule(const char* baseName, std::vector<platform::ModulePlace>* places) override;
     std::optional<void*> moduleFunction(void* module, const char* name) override;
     bool mayWrite(platform::NativeText path, bool own) override;
-    bool isHidden(platform::NativeText path, bool own) override;
+    std::errc hiddenBy(platform::NativeText path, std::errc own) override;
 
     /// The variables that were asked for and are defined.
     const std::map<std::string, std::string>& variables() const { return variables_; }
     /// The paths of the files that were asked for, as they were spelled.
     const std::set<std::filesystem::path>& files() const { return files_; }
-    /// Tell of the files that were asked for whether the user may write them, and whether they may be hidden.
+    /// Tell of the files that were asked for whether the user may write them, and what may hide them.
     const Rights& writeable() const { return writeable_; }
-    const Rights& hidden() const { return hidden_; }
+    const Reasons& hidden() const { return hidden_; }
 
 private:
     platform::World* below_;
     std::map<std::string, std::string> variables_;
     std::set<std::filesystem::path> files_;
     Rights writeable_;
-    Rights hidden_;
+    Reasons hidden_;
 };
 
 }  // namespace zelutil::command::world

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "platform/modules.h"
@@ -43,8 +44,8 @@ public:
     /// Returns whether the user may write the file or directory.
     virtual bool mayWrite(NativeText path, bool own) = 0;
 
-    /// Returns whether something may be there that the user may not see.
-    virtual bool isHidden(NativeText path, bool own) = 0;
+    /// Returns why something may be there that the system does not tell of; `std::errc()` where nothing hides it.
+    virtual std::errc hiddenBy(NativeText path, std::errc own) = 0;
 
 protected:
     ~World() = default;

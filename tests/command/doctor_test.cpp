@@ -432,6 +432,13 @@ const std::vector<Fault> kFaults = {
      },
      "blank",
      {"user-file-written"}},
+    {"home with a name that is too long",
+     [](auto& w) { *w.environment["HOMEPATH"] += '\\' + std::string(300, 'a'); },
+     "name-too-long",
+     {"user-file-read"},
+     "can neither be read nor made, because the name \"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa...\" in its path is "
+     "too "
+     "long."},
     {"home that is no path", [](auto& w) { w.environment["HOMEPATH"] = "\\a?b"; }, "not-spellable", {"environment"}},
     // The common library.
     {"common library without its search",

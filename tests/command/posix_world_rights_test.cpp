@@ -1,8 +1,10 @@
 // Tests that a bundle says of files and links what its maker could do with them, whoever asks it.
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "command/doctor_world.h"
@@ -89,20 +91,19 @@ constexpr LinkRow kDeadLinks[] = {
 /// Asks a machine, and the bundle of it, on another one.
 class MachineAndBundle {
 public:
-    explicit MachineAndBundle(const DoctorWorld& world) : world_(world), made_(here({"bundle", bundle()})) {}
+    explicit MachineAndBundle(const DoctorWorld& world) : world_(world), made_(here({"bundle", bundle().string()})) {}
 
+    fs::path bundle() const { return elsewhere_ / "bundle"; }
     const ChildResult& made() const { return made_; }
     ChildResult here(const std::vector<std::string>& arguments) const {
         return run({ZELUTIL_TEST_COMMAND, arguments, world_.environment, world_.here});
     }
     ChildResult there(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.end(), {"--world", bundle()});
+        arguments.insert(arguments.end(), {"--world", bundle().string()});
         return run({ZELUTIL_TEST_COMMAND, arguments, withoutProductVariables(), elsewhere_.path()});
     }
 
 private:
-    std::string bundle() const { return elsewhere_ / "bundle"; }
-
     const DoctorWorld& world_;
     TempDirectory elsewhere_;
     ChildResult made_;
@@ -150,6 +151,44 @@ TEST_P(DeadLinks, AreNamedAndTheirBundleSaysTheSame) {
 
 INSTANTIATE_TEST_SUITE_P(World, DeadLinks, testing::ValuesIn(kDeadLinks),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST(WorldRights, APathThatIsTooLongIsToldAsSuchInABundleToo) {
+    std::string deep;
+    for (int i = 0; i < 25; ++i) {
+        deep += '/' + std::string(200, 'd');
+    }
+    for (const auto& [home, said] :
+         {std::pair<std::string, std::string>("/" + std::string(5000, 'h'), "because the name"),
+          {deep, "because its path is too long for the system."}}) {
+        DoctorWorld world;
+        world.environment["HOMEPATH"] = home;
+        const MachineAndBundle both(world);
+        EXPECT_EQ(both.made().exitCode, 0) << both.made().err;
+        const ChildResult doctor = both.here({"doctor"});
+        EXPECT_EQ(doctor.exitCode, 1);
+        EXPECT_NE(doctor.out.find(said), std::string::npos) << doctor.out;
+        EXPECT_EQ(doctor.out.find("may not be entered"), std::string::npos) << doctor.out;
+        expectSame(doctor, both.there({"doctor"}));
+        expectSame(both.here({"list"}), both.there({"list"}));
+    }
+}
+
+/// A test cannot have a server fail, so that the manifest says so.
+TEST(WorldRights, AnotherReasonIsToldInTheWordsOfTheSystem) {
+    const DoctorWorld world;
+    const MachineAndBundle both(world);
+    const std::string file = world.userFile();
+    std::string manifest = readTextFile(both.bundle() / "world.json");
+    const std::string shown = '"' + file + "\": false";
+    ASSERT_NE(manifest.find(shown), std::string::npos) << manifest;
+    manifest.replace(manifest.find(shown), shown.size(), '"' + file + "\": " + std::to_string(EIO));
+    writeTextFile(both.bundle() / "world.json", manifest);
+    const ChildResult doctor = both.there({"doctor"});
+    EXPECT_EQ(doctor.exitCode, 1);
+    EXPECT_NE(doctor.out.find("The file \"" + file + "\" cannot be looked at: Input/output error.\n"),
+              std::string::npos)
+        << doctor.out;
+}
 
 TEST(WorldLinks, ABundleHasTheLinkThatLeadsRoundInACircle) {
     const DoctorWorld world;
