@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "command/doctor/diagnosis.h"
 #include "command/explain/unread_user_file.h"
 #include "command/known_settings.h"
 #include "command/obstacle_advice.h"
@@ -48,6 +49,16 @@ void tellFile(const SaveResult& result, Output& output) {
     }
 }
 
+/// Tells the reason that the doctor knows. Another one, as a full disk, is over soon or comes back by turns.
+void tellNotWritten(const std::string& file, Output& output) {
+    if (const auto obstacle = obstacleToSaving(diagnose())) {
+        output.fail("Nothing was saved. " + obstacle->text, obstacle->advice);
+    } else {
+        output.fail("Nothing was saved, because \"" + file + "\" could not be written.",
+                    "See whether the file and its directory may be written and the disk has room, and try again.");
+    }
+}
+
 /// Tells why nothing was saved, or not all.
 void tellFailure(const SaveResult& result, Output& output) {
     const std::string file = nativeOrAsItStands(result.path);
@@ -65,8 +76,7 @@ void tellFailure(const SaveResult& result, Output& output) {
                         "Take the file away or make room for a copy, and try again.");
             break;
         case Status::NotWritten:
-            output.fail("Nothing was saved, because \"" + file + "\" could not be written.",
-                        "See whether the file and its directory may be written and the disk has room, and try again.");
+            tellNotWritten(file, output);
             break;
         case Status::Torn:
             output.fail("\"" + file + "\" was only written in part.", "Make room on the disk, and try again at once.");

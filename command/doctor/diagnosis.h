@@ -160,6 +160,9 @@ void lookAtFiles(Diagnosis& diagnosis);
 /// Returns the symptoms of what was found.
 std::vector<Symptom> symptomsOf(const Diagnosis& diagnosis);
 
+/// Returns what keeps a save from writing the user's file; nothing where nothing is known to.
+std::optional<Finding> obstacleToSaving(const Diagnosis& diagnosis);
+
 }  // namespace zelutil::command
 
 #endif

@@ -561,6 +561,41 @@ const char* nameOf(Symptom::Kind kind) {
     return "";
 }
 
+namespace {
+
+bool keepsFromSaving(const Symptom& symptom, const FileState& written) {
+    switch (symptom.kind) {
+        case Kind::Blank:
+        case Kind::NotSpellable:
+        case Kind::IsDirectory:
+        case Kind::NotRegular:
+        case Kind::LinkCircle:
+        case Kind::NameTooLong:
+        case Kind::Unreadable:
+        case Kind::ReadOnly:
+        case Kind::Blocked:
+            return true;
+        case Kind::DeadLink:
+            return !written.writeable;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+std::optional<Finding> obstacleToSaving(const Diagnosis& diagnosis) {
+    const SearchStep& written = diagnosis.step(kUserFileWrittenStep);
+    const bool isRead = written.result == diagnosis.step(kUserFileReadStep).result;
+    for (const Symptom& symptom : diagnosis.symptoms) {
+        const bool isOfFile = symptom.step == kUserFileWrittenStep || (isRead && symptom.step == kUserFileReadStep);
+        if (isOfFile && keepsFromSaving(symptom, *written.file)) {
+            return symptom.finding;
+        }
+    }
+    return std::nullopt;
+}
+
 std::vector<Symptom> symptomsOf(const Diagnosis& diagnosis) { return Symptoms(diagnosis).run(); }
 
 }  // namespace zelutil::command

@@ -137,6 +137,25 @@ TEST_F(ExplainResetFaults, WithoutATurnItIsDoneAndTold) {
     EXPECT_EQ(fileText(), kFileWithout);
 }
 
+/// A disk that fails once is nothing that can be seen afterwards.
+TEST_F(ExplainResetFaults, AReasonThatIsGoneIsNotGuessedAt) {
+    testing::internal::CaptureStderr();
+    zelutil::command::ExitCode code{};
+    {
+        const Fault fault{"fsync", 1, EIO};
+        const zelutil::test::FaultInjection injection(fault);
+        code = zelutil::command::run({"reset", "s::value"});
+        EXPECT_TRUE(injection.happened());
+    }
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "zelutil: error: Nothing was saved, because \"" + world_.userFile().u8string() +
+            "\" could not be written.\n    See whether the file and its directory may be written and the disk has "
+            "room, and try again.\n");
+    EXPECT_EQ(code, zelutil::command::ExitCode::Failed);
+    EXPECT_EQ(fileText(), kFile);
+}
+
 /// Nobody is kept from saving between the reading and the cut then.
 TEST_F(ExplainResetFaults, WithoutATurnWhatAnotherSavesMeanwhileStays) {
     const Fault fault{"flock", 1, EIO};

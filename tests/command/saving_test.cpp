@@ -168,17 +168,17 @@ TEST(Saving, ArgumentsThatMakeNoSenseLeaveAllAsItIs) {
     }
 }
 
-/// No directory can be made where a file lies.
-TEST(Saving, TellsAFileThatCannotBeWritten) {
+/// No directory can be made where a file lies: the doctor says so.
+TEST(Saving, TellsWhyAFileCannotBeWritten) {
     const CommandWorld world;
     writeTextFile(world.home() / "pcbenv", "in the way");
     const ChildResult result = world.run({"set", "grid=1"});
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "zelutil: error: Nothing was saved, because \"" + world.userFile().u8string() +
-                  "\" could not be written.\n"
-                  "    See whether the file and its directory may be written and the disk has room, and try again.\n");
+    EXPECT_EQ(result.err, "zelutil: error: Nothing was saved. The file \"" + world.userFile().u8string() +
+                              "\" cannot be written, because \"" +
+                              (world.home().path() / "pcbenv").make_preferred().u8string() +
+                              "\" is no directory.\n    Remove it or give it another name.\n");
     const ChildResult json = world.run({"set", "grid=1", "--json"});
     EXPECT_EQ(json.exitCode, 3);
     EXPECT_NE(json.out.find("\"status\": \"notWritten\""), std::string::npos) << json.out;

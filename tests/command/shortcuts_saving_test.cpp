@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <tuple>
 
 #include "command/shortcuts_world.h"
 
@@ -374,6 +375,24 @@ TEST(Profiles, BringTheSameToAnotherHomeOnce) {
     EXPECT_EQ(world.userText(), text);
     expectDone(world.run({"export", world.fileText()}), "Written to " + world.fileText() + "\nActions in it: 2\n");
     EXPECT_EQ(readTextFile(world.file()), kProfile);
+}
+
+TEST(Profiles, AndPlansThatCannotBeSavedSayWhy) {
+    for (const auto& [subcommand, text, options] :
+         {std::tuple<const char*, const char*, std::vector<std::string>>("import", kProfile, {}),
+          {"plan", kSwap, {"--apply"}}}) {
+        const FileWorld world;
+        std::filesystem::remove_all(world.home() / "pcbenv");
+        writeTextFile(world.home() / "pcbenv", "in the way");
+        const ChildResult result = world.runWith(subcommand, text, options);
+        EXPECT_EQ(result.exitCode, 3) << result.out;
+        EXPECT_NE(result.err.find("zelutil: error: Nothing was saved. The file \"" + world.userFile().u8string() +
+                                  "\" cannot be written, because \"" +
+                                  (world.home().path() / "pcbenv").make_preferred().u8string() +
+                                  "\" is no directory.\n    Remove it or give it another name.\n"),
+                  std::string::npos)
+            << result.err;
+    }
 }
 
 TEST(Profiles, FindActionsByIdAndElseByContextAndCommandAndSayWhatIsSkipped) {
