@@ -1,5 +1,7 @@
 #include "command/doctor/candidate_text.h"
 
+#include <zelutil/file/path.h>
+
 #include <algorithm>
 #include <string_view>
 
@@ -100,15 +102,23 @@ std::string reasonOf(const Candidate& candidate) {
 
 }  // namespace
 
+bool holdsNoPath(const std::string& variable) {
+    const auto value = platform::environmentPath(variable.c_str());
+    return value && !value->empty() && ZelU::File::Path(*value).Empty();
+}
+
 std::string lineOf(const Candidate& candidate) {
     std::string line = wordsOf(candidate.source).words;
     if (!candidate.variable.empty()) {
         line += ' ' + candidate.variable;
     }
     if (isRootVariable(candidate)) {
-        const bool isEmpty = platform::environment(candidate.variable.c_str()).value_or("").empty();
+        const char* const why = platform::environment(candidate.variable.c_str()).value_or("").empty()
+                                    ? ", which is set but empty"
+                                : holdsNoPath(candidate.variable) ? ", whose value is no path"
+                                                                  : "";
         line +=
-            isEmpty ? ", which is set but empty: the current directory's programs are in" : ", whose programs are in";
+            *why == '\0' ? ", whose programs are in" : why + std::string(": the current directory's programs are in");
     }
     if (!candidate.seen.empty()) {
         line += " \"" + (isWholePath(candidate.seen) ? nativeOrAsItStands(candidate.seen) : candidate.seen) + '"';

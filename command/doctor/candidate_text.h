@@ -8,6 +8,9 @@
 /// The words for what the searches looked at.
 namespace zelutil::command {
 
+/// Returns whether the variable holds something that cannot be a path. The current directory then stands for it.
+bool holdsNoPath(const std::string& variable);
+
 /// Returns a line for people: where the candidate comes from, its path, and why it was taken or refused.
 std::string lineOf(const text::Candidate& candidate);
 

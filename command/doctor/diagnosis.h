@@ -20,9 +20,9 @@ struct FileState {
         Missing,
         Directory,
         TooLarge,
-        NotRegular,  ///< It is a pipe or something else that is not read.
-        LinkCircle,  ///< A link on the way to it, or it itself, leads round in a circle.
-        DeadLink,    ///< A link on the way to it, or it itself, leads to nothing.
+        NotRegular,   ///< It is a pipe or something else that is not read.
+        LinkCircle,   ///< A link on the way to it, or it itself, leads round in a circle.
+        DeadLink,     ///< A link on the way to it, or it itself, leads to nothing.
         NameTooLong,  ///< Its path, or a name in it, is longer than the system takes.
         Unreadable,
         Malformed,  ///< It is no JSON that the library reads.

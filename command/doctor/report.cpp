@@ -14,7 +14,7 @@ void print(const SearchStep& step, Output& output) {
         output.line("  {} {}", taken ? '+' : '-', output.shown(taken ? Role::Value : Role::Faint, lineOf(candidate)));
     }
     if (step.file) {
-        output.line("    {}", lineOf(*step.file));
+        output.line("    {}", printable(lineOf(*step.file)));
     }
 }
 

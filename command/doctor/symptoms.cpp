@@ -149,6 +149,13 @@ private:
                          "Set " + variable + " to the product's directory, or unset it.");
             return;
         }
+        if (holdsNoPath(variable)) {
+            addNoProduct(variable + " names \"" + printable(value) +
+                             "\", which is no path, so that the current directory " + shown(tree) +
+                             " stands for the product, and that is no installation.",
+                         "Let " + variable + " name the product's directory, or unset it.");
+            return;
+        }
         const Path library = Path(tree) + "tools/bin" + platform::libraryFileName();
         if (file::isInstallation(Path(tree)) && !library.Exists()) {
             addNoProduct(variable + " names " + shown(tree) + ", which has no " + shown(libraryText(library)) + '.',

@@ -224,6 +224,11 @@ const std::vector<Fault> kFaults = {
      "no-product",
      {"root"},
      "The variable QTXROOT is set but empty, so that the current directory"},
+    {"variable with a control character",
+     [](auto& w) { w.environment["QTXROOT"] = systemText(w.product) + "\nx"; },
+     "no-product",
+     {"root"},
+     "product\\nx\", which is no path, so that the current directory \""},
     {"variable of the tools", [](auto& w) { w.name("QTX_ROOT", w.product / "tools"); }, "no-product", {"root"}},
     {"hidden variable of nothing",
      [](auto& w) {
@@ -649,6 +654,12 @@ TEST(Doctor, SaysThatTheProgramsOfAVariableAreSearched) {
                    current),
         std::string::npos)
         << empty;
+    world.environment["QTXROOT"] = "a\rb";
+    const std::string none = run({ZELUTIL_TEST_COMMAND, {"doctor"}, world.environment, world.here}).out;
+    EXPECT_NE(none.find("\n  - the variable QTXROOT, whose value is no path: the current directory's programs are in " +
+                        current),
+              std::string::npos)
+        << none;
 }
 
 }  // namespace
