@@ -135,11 +135,6 @@ private:
     /// A variable that names an installation.
     void addVariable(const std::string& variable, const std::string& tree) {
         const std::string value = platform::environment(variable.c_str()).value_or("");
-        if (value.find('"') != std::string::npos) {
-            addNoProduct(variable + " has quotation marks in its value, which count as a part of the path.",
-                         "Set " + variable + " without them.");
-            return;
-        }
         if (isSameDirectory(tree, root_)) {
             return;
         }
@@ -156,15 +151,22 @@ private:
                          "Let " + variable + " name the product's directory, or unset it.");
             return;
         }
+        addTreeOf(variable, value.find('"') != std::string::npos, tree);
+    }
+
+    /// A path loses its quotation marks, and may lose with the first of them that it begins at the root.
+    void addTreeOf(const std::string& variable, bool isQuoted, const std::string& tree) {
         const Path library = Path(tree) + "tools/bin" + platform::libraryFileName();
+        const std::string names = (isQuoted ? " has quotation marks in its value and names " : " names ") + shown(tree);
         if (file::isInstallation(Path(tree)) && !library.Exists()) {
-            addNoProduct(variable + " names " + shown(tree) + ", which has no " + shown(libraryText(library)) + '.',
+            addNoProduct(variable + names + ", which has no " + shown(libraryText(library)) + '.',
                          "Install the product anew, or let " + variable + " name a whole one.");
         } else if (file::isInstallation(Path(tree))) {
             addOtherProduct(kRootStep, variable, tree);
         } else {
-            addNoProduct(variable + " names " + shown(tree) + ", which is no installation.",
-                         "Let " + variable + " name the product's directory, or unset it.");
+            addNoProduct(variable + names + ", which is no installation.",
+                         "Let " + variable + " name the product's directory," +
+                             (isQuoted ? " without quotation marks," : "") + " or unset it.");
         }
     }
 
@@ -191,7 +193,6 @@ private:
         addTreeAround(kSiteStep, file::kSiteVariable, step.result);
     }
 
-    /// A path loses its quotation marks, and may lose with the first of them that it begins at the root.
     void addSiteOfNoDirectory(const std::string& value, const std::string& path) {
         const std::string variable = std::string("The variable ") + file::kSiteVariable;
         if (value.find('"') == std::string::npos) {

@@ -205,10 +205,10 @@ const std::vector<Fault> kFaults = {
      {"root"},
      "The variable QTXINSTDIR"},
     {"variable in quotation marks",
-     [](auto& w) { w.environment["QTXROOT"] = '"' + systemText(w.product) + '"'; },
+     [](auto& w) { w.environment["QTXROOT"] = '"' + systemText(w.work / "nothing") + '"'; },
      "no-product",
      {"root"},
-     "The variable QTXROOT has quotation marks in its value"},
+     "The variable QTXROOT has quotation marks in its value and names "},
     {"variable of another product without its library",
      [](auto& w) {
          makeInstallation(w.other);
@@ -475,6 +475,26 @@ TEST(Doctor, NamesEachPlantedFaultAndNothingElse) {
         EXPECT_NE(doctor.findings().find(fault.said), std::string::npos) << doctor.findings();
         expectAnswersOfTheLibrary(doctor, world);
     }
+}
+
+/// A path loses its quotation marks. Of one of Windows the whole is left; of another one the first separator, which
+/// slides into the place of a quotation mark, tells no longer that the path begins at the root.
+TEST(Doctor, SaysWhatAVariableInQuotationMarksNames) {
+    DoctorWorld world;
+    world.setPath({world.here});
+    world.environment["QTXROOT"] = '"' + systemText(world.product) + '"';
+    const DoctorRun doctor(world);
+    expectAnswersOfTheLibrary(doctor, world);
+    if (fs::path::preferred_separator != '/') {
+        EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings();
+        EXPECT_EQ(doctor.resultOf("root"), windowsText(world.product));
+        return;
+    }
+    EXPECT_EQ(doctor.result.exitCode, 1);
+    EXPECT_NE(doctor.findings().find("The variable QTXROOT has quotation marks in its value and names \"" +
+                                     world.here.string() + world.product.string() + "\", which is no installation.\n"),
+              std::string::npos)
+        << doctor.findings();
 }
 
 // --- Homes ----------------------------------------------------------------------------------------------------------
