@@ -5,7 +5,6 @@
 
 #include "command/command_line_text.h"
 #include "command/explain/unread_user_file.h"
-#include "command/nearest_names.h"
 #include "command/pattern.h"
 #include "command/text.h"
 #include "file/hierarchy_root.h"
@@ -63,13 +62,13 @@ KnownSettings::KnownSettings(Output& output) {
     tellUnreadUserFile(output);
 }
 
-Finding KnownSettings::unknown(const std::string& name) const {
+std::vector<std::string> KnownSettings::names() const {
     std::vector<std::string> names;
     for (const host::SettingInfo& setting : all_) {
         names.push_back(setting.fullName);
         names.insert(names.end(), setting.bareNames.begin(), setting.bareNames.end());
     }
-    return unknownSetting(name, names);
+    return names;
 }
 
 std::vector<std::string> sectionsAndGroups() {
@@ -92,20 +91,22 @@ bool isOfActions(const std::string& section) {
 
 }  // namespace
 
-Finding unknownSetting(const std::string& name, const std::vector<std::string>& known) {
-    const std::vector<std::string> sections = sectionsAndGroups();
-    const auto section = std::find_if(sections.begin(), sections.end(), [&](const std::string& one) {
+UnknownSettings::UnknownSettings(std::vector<std::string> known)
+    : known_(std::move(known)), sections_(sectionsAndGroups()) {}
+
+Finding UnknownSettings::finding(const std::string& name) {
+    const auto section = std::find_if(sections_.begin(), sections_.end(), [&](const std::string& one) {
         return one.size() == name.size() && beginsWith(one, name);
     });
-    if (section != sections.end() && isOfActions(*section)) {
+    if (section != sections_.end() && isOfActions(*section)) {
         return {Severity::Error, '"' + name + "\" is the section of the actions, and no setting.",
                 "\"zelutil shortcuts\" shows them.", std::nullopt};
     }
-    if (section != sections.end()) {
+    if (section != sections_.end()) {
         return {Severity::Error, '"' + name + "\" is a section of settings, and no setting.",
                 "\"zelutil list --section " + quotedForShell(name) + "\" lists what is in it.", std::nullopt};
     }
-    std::string advice = questionAbout(nearestFullNames(name, known));
+    std::string advice = hints_.take() ? questionAbout(nearestFullNames(name, known_)) : std::string();
     if (advice.empty()) {
         advice = "\"zelutil list\" shows all names.";
     }
@@ -114,12 +115,16 @@ Finding unknownSetting(const std::string& name, const std::vector<std::string>& 
 
 std::vector<host::SettingInfo> KnownSettings::find(const std::vector<std::string>& names, Output& output) const {
     std::vector<host::SettingInfo> found;
+    std::optional<UnknownSettings> unknown;
     for (const std::string& name : names) {
         if (auto setting = host::setting(name)) {
             found.push_back(*std::move(setting));
-        } else {
-            output.add(unknown(name));
+            continue;
         }
+        if (!unknown) {
+            unknown.emplace(this->names());
+        }
+        output.add(unknown->finding(name));
     }
     return found;
 }

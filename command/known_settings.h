@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "command/nearest_names.h"
 #include "command/output.h"
 
 namespace zelutil::command {
@@ -29,7 +30,7 @@ public:
     std::optional<std::vector<host::SettingInfo>> findAll(const std::vector<std::string>& names, Output& output) const;
 
 private:
-    Finding unknown(const std::string& name) const;
+    std::vector<std::string> names() const;
 
     std::vector<host::SettingInfo> all_;
 };
@@ -48,8 +49,18 @@ void failWithoutDefaults(const std::string& thing, Output& output);
 /// Returns the sections with those that only group others.
 std::vector<std::string> sectionsAndGroups();
 
-/// Returns the finding for a name that no setting has, with the nearest of the known names, or for a section.
-Finding unknownSetting(const std::string& name, const std::vector<std::string>& known);
+/// Makes findings for names that no setting has, each with the nearest of the known names, or for a section.
+class UnknownSettings {
+public:
+    explicit UnknownSettings(std::vector<std::string> known);
+
+    Finding finding(const std::string& name);
+
+private:
+    std::vector<std::string> known_;
+    std::vector<std::string> sections_;
+    HintBudget hints_;
+};
 
 /// Returns a name under which the setting is found: the full one, or where that means another setting, a bare one.
 const std::string& findableName(const host::SettingInfo& setting);

@@ -34,9 +34,12 @@ using Candidate = std::pair<std::size_t, std::string>;
 
 std::vector<Candidate> candidatesFor(std::string_view wanted, const std::vector<std::string>& known) {
     std::vector<Candidate> candidates;
+    std::size_t most = mostChangesIn(wanted);
     for (const std::string& name : known) {
-        if (differenceInLength(wanted, name) <= mostChangesIn(wanted)) {
-            candidates.emplace_back(editDistance(wanted, name), name);
+        const std::size_t distance = editDistance(wanted, name, most);
+        if (distance <= most) {
+            candidates.emplace_back(distance, name);
+            most = std::min(most, distance + 1);
         }
     }
     std::stable_sort(candidates.begin(), candidates.end(),
@@ -44,26 +47,67 @@ std::vector<Candidate> candidatesFor(std::string_view wanted, const std::vector<
     return candidates;
 }
 
+/// Rows of the table of distances between the beginnings of two texts: the one being made, and the two before it. Only
+/// the cells of which the beginnings differ in length by no more than `most` are made: all others are larger.
+class DistanceTable {
+public:
+    DistanceTable(std::string_view a, std::string_view b, std::size_t most)
+        : a_(a), b_(b), most_(most), row_(b.size() + 1), before_(row_), twoBefore_(row_) {
+        std::iota(before_.begin(), before_.end(), std::size_t{0});
+    }
+
+    std::size_t distance() {
+        std::size_t leastBefore = 0;
+        for (std::size_t i = 1; i <= a_.size(); ++i) {
+            const std::size_t least = makeRow(i);
+            // Each cell of the rows behind comes from one of the last two.
+            if (least > most_ && leastBefore > most_) {
+                return most_ + 1;
+            }
+            leastBefore = least;
+            std::swap(twoBefore_, before_);
+            std::swap(before_, row_);
+        }
+        return std::min(before_.back(), most_ + 1);
+    }
+
+private:
+    /// Returns the least of the row.
+    std::size_t makeRow(std::size_t i) {
+        const std::size_t first = i > most_ ? i - most_ : 1;
+        const std::size_t last = std::min(b_.size(), i + most_);
+        row_[first - 1] = first == 1 ? i : most_ + 1;
+        std::size_t least = row_[first - 1];
+        for (std::size_t j = first; j <= last; ++j) {
+            row_[j] = cell(i, j);
+            least = std::min(least, row_[j]);
+        }
+        if (last < b_.size()) {
+            row_[last + 1] = most_ + 1;
+        }
+        return least;
+    }
+
+    std::size_t cell(std::size_t i, std::size_t j) const {
+        const std::size_t replaced = before_[j - 1] + (isSame(a_[i - 1], b_[j - 1]) ? 0 : 1);
+        const std::size_t least = std::min({replaced, before_[j] + 1, row_[j - 1] + 1});
+        const bool isSwapped = i > 1 && j > 1 && isSame(a_[i - 1], b_[j - 2]) && isSame(a_[i - 2], b_[j - 1]);
+        return isSwapped ? std::min(least, twoBefore_[j - 2] + 1) : least;
+    }
+
+    std::string_view a_;
+    std::string_view b_;
+    std::size_t most_;
+    std::vector<std::size_t> row_;
+    std::vector<std::size_t> before_;
+    std::vector<std::size_t> twoBefore_;
+};
+
 }  // namespace
 
-std::size_t editDistance(std::string_view a, std::string_view b) {
-    // Rows of the table of distances between the beginnings of both texts: the one being made, and the two before it.
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    std::vector<std::size_t> before;
-    std::vector<std::size_t> twoBefore;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        twoBefore = std::exchange(before, row);
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t replaced = before[j - 1] + (isSame(a[i - 1], b[j - 1]) ? 0 : 1);
-            row[j] = std::min({replaced, before[j] + 1, row[j - 1] + 1});
-            if (i > 1 && j > 1 && isSame(a[i - 1], b[j - 2]) && isSame(a[i - 2], b[j - 1])) {
-                row[j] = std::min(row[j], twoBefore[j - 2] + 1);
-            }
-        }
-    }
-    return row.back();
+std::size_t editDistance(std::string_view a, std::string_view b, std::size_t most) {
+    most = std::min(most, std::max(a.size(), b.size()));
+    return differenceInLength(a, b) > most ? most + 1 : DistanceTable(a, b, most).distance();
 }
 
 std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& known) {
@@ -90,7 +134,7 @@ std::vector<std::string> nearestByLastPart(std::string_view part, const std::vec
     const std::size_t least = near.empty() ? 0 : editDistance(near.front(), part);
     std::vector<std::string> names;
     for (std::size_t number = 0; number < known.size() && !near.empty() && names.size() < kMostNames; ++number) {
-        if (parts[number].size() < known[number].size() && editDistance(parts[number], part) == least) {
+        if (parts[number].size() < known[number].size() && editDistance(parts[number], part, least) == least) {
             names.push_back(known[number]);
         }
     }
@@ -102,7 +146,7 @@ std::vector<std::string> nearestByLastPart(std::string_view part, const std::vec
 std::vector<std::string> nearestFullNames(std::string_view wanted, const std::vector<std::string>& known) {
     std::vector<std::string> near = nearestNames(wanted, known);
     const auto hasItsLastPart = [&](const std::string& name) {
-        return editDistance(lastPartOf(name), lastPartOf(wanted)) == 0;
+        return editDistance(lastPartOf(name), lastPartOf(wanted), 0) == 0;
     };
     if (std::any_of(near.begin(), near.end(), hasItsLastPart)) {
         return near;

@@ -8,6 +8,7 @@
 #include "command/later_entry.h"
 #include "command/lint/checks.h"
 #include "command/lint/section_forms.h"
+#include "command/nearest_names.h"
 #include "command/sections.h"
 #include "prefs/catalogue_reader.h"
 #include "prefs/definition_walk.h"
@@ -18,9 +19,6 @@ namespace {
 using json::View;
 using prefs::EntryFinding;
 using prefs::VisitedSection;
-
-/// Looking for a near name takes long among many, so that only so many findings have one.
-constexpr std::size_t kMostHints = 100;
 
 const ObjectForm& userSectionForm() {
     static const ObjectForm kForm{"a section",
@@ -70,14 +68,14 @@ public:
 
 private:
     std::string hintFor(const std::string& wanted, const std::vector<std::string>& known) {
-        return hints_++ < kMostHints ? nearestHint(wanted, known) : std::string();
+        return hints_.take() ? nearestHint(wanted, known) : std::string();
     }
 
     std::vector<std::string> paths_;
     std::unordered_set<std::string> sections_;
     std::vector<std::string> fullNames_;  ///< By the numbers of their records.
     std::vector<std::string> names_;
-    std::size_t hints_ = 0;
+    command::HintBudget hints_;
 };
 
 /// Checks what sections hold, one after the other.

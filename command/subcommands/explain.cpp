@@ -98,6 +98,8 @@ private:
 
     Output& output_;
     SettingAccounts accounts_;
+    /// Is there once a name is not known.
+    std::optional<UnknownSettings> unknown_;
     std::string defaultsFile_;
     std::string userFile_;
     /// The places of the entries that were told of, and the texts.
@@ -105,7 +107,10 @@ private:
 };
 
 void Explanation::tellUnknown(const std::string& name) {
-    output_.add(unknownSetting(name, accounts_.names()));
+    if (!unknown_) {
+        unknown_.emplace(accounts_.names());
+    }
+    output_.add(unknown_->finding(name));
     for (const UserEntry& entry : accounts_.entriesWithoutSetting()) {
         const std::string fullName = entry.section + std::string(prefs::kNameSeparator) + entry.name;
         if (prefs::keyOf(name) == prefs::keyOf(entry.name) || prefs::keyOf(name) == prefs::keyOf(fullName)) {

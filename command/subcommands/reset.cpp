@@ -33,17 +33,19 @@ std::optional<std::vector<std::uint32_t>> settingsToReset(const ResetChoices& ch
                                                           Output& output) {
     std::vector<std::uint32_t> numbers;
     std::unordered_set<std::uint32_t> known;
-    bool areAllKnown = true;
+    std::optional<UnknownSettings> unknown;
     for (const std::string& name : choices.names) {
         const auto number = accounts.find(name);
-        areAllKnown = areAllKnown && number;
         if (!number) {
-            output.add(unknownSetting(name, accounts.names()));
+            if (!unknown) {
+                unknown.emplace(accounts.names());
+            }
+            output.add(unknown->finding(name));
         } else if (known.insert(*number).second) {
             numbers.push_back(*number);
         }
     }
-    if (!areAllKnown) {
+    if (unknown) {
         output.add({Severity::Note, "Nothing was done.", "", std::nullopt});
         return std::nullopt;
     }

@@ -1,6 +1,10 @@
 // Parts of the command that decide on values alone.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+#include <string_view>
+
 #include "command/doctor/candidate_text.h"
 #include "command/nearest_names.h"
 #include "command/pattern.h"
@@ -58,6 +62,40 @@ TEST(NearestNames, CountsChanges) {
     for (const Distance& row : rows) {
         EXPECT_EQ(editDistance(row.a, row.b), row.distance) << row.a << ' ' << row.b;
         EXPECT_EQ(editDistance(row.b, row.a), row.distance) << row.b << ' ' << row.a;
+    }
+}
+
+/// The definition of the distance, by recursion over the last characters.
+std::size_t literalDistance(std::string_view a, std::string_view b) {
+    if (a.empty() || b.empty()) {
+        return a.size() + b.size();
+    }
+    const std::string_view shorterA = a.substr(0, a.size() - 1);
+    const std::string_view shorterB = b.substr(0, b.size() - 1);
+    std::size_t least = std::min({literalDistance(shorterA, b) + 1, literalDistance(a, shorterB) + 1,
+                                  literalDistance(shorterA, shorterB) + (a.back() == b.back() ? 0 : 1)});
+    if (a.size() > 1 && b.size() > 1 && a.back() == shorterB.back() && shorterA.back() == b.back()) {
+        least = std::min(least, literalDistance(a.substr(0, a.size() - 2), b.substr(0, b.size() - 2)) + 1);
+    }
+    return least;
+}
+
+TEST(NearestNames, CountChangesAsFarAsAskedFor) {
+    std::mt19937 random(5);
+    const auto text = [&random] {
+        std::string made(random() % 7, 'a');
+        std::for_each(made.begin(), made.end(), [&](char& c) { c = static_cast<char>('a' + random() % 3); });
+        return made;
+    };
+    for (int i = 0; i < 500; ++i) {
+        const std::string a = text();
+        const std::string b = text();
+        const std::size_t distance = literalDistance(a, b);
+        EXPECT_EQ(editDistance(a, b), distance) << a << ' ' << b;
+        for (std::size_t most = 0; most < 8; ++most) {
+            EXPECT_EQ(editDistance(a, b, most) <= most, distance <= most) << a << ' ' << b << ' ' << most;
+            EXPECT_EQ(std::min(editDistance(a, b, most), most + 1), std::min(distance, most + 1)) << a << ' ' << b;
+        }
     }
 }
 

@@ -309,4 +309,24 @@ TEST(Reading, WritesAFailureIntoTheJsonToo) {
         R"("advice":"Name the installation by the variable QTXROOT, or run the command that lies in its tools/bin."}})");
 }
 
+int countOf(const std::string& part, const std::string& text) {
+    int count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+/// The search among ten thousand names takes milliseconds, and a script may have thousands of wrong ones.
+TEST(Reading, NearNamesAreLookedForAHundredTimes) {
+    const CommandWorld world;
+    for (const char* const subcommand : {"get", "reset", "explain"}) {
+        std::vector<std::string> arguments = {subcommand};
+        arguments.insert(arguments.end(), 103, "gird");
+        const std::string told = world.run(arguments).err;
+        EXPECT_EQ(countOf("Did you mean", told), 100) << subcommand << told;
+        EXPECT_EQ(countOf("shows all names", told), 3) << subcommand << told;
+    }
+}
+
 }  // namespace
