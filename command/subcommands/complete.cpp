@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 #include "command/arguments.h"
 #include "command/known_settings.h"
@@ -124,13 +125,15 @@ Words valuesBehind(const std::string& option, const Subcommand* subcommand, Outp
     return subcommand == nullptr || subcommand->valuesOf == nullptr ? Words() : subcommand->valuesOf(option);
 }
 
-/// Returns the ids of the actions that the user has changed.
-Words changedActions(Output& output) {
+/// Returns the ids of the actions that the user has changed and that are not among the words yet.
+Words changedActions(const Words& words, Output& output) {
     Words ids;
     const shortcuts::KnownShortcuts known(output);
     for (const shortcuts::ShortcutRow& row : known.rows()) {
-        if (isChangedByUser(row) && row.action.item.parent_id < 1) {
-            ids.push_back(std::to_string(row.action.id));
+        std::string id = std::to_string(row.action.id);
+        const bool isNamed = std::find(words.begin(), words.end(), id) != words.end();
+        if (isChangedByUser(row) && row.action.item.parent_id < 1 && !isNamed) {
+            ids.push_back(std::move(id));
         }
     }
     return ids;
@@ -157,7 +160,7 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
         return beginningWith(typed, optionsFor(app, subcommand));
     }
     if (subcommand == &kReset && std::find(words.begin(), words.end(), "--shortcuts") != words.end()) {
-        return beginningWith(typed, changedActions(output));
+        return beginningWith(typed, changedActions(words, output));
     }
     return subcommand == nullptr ? beginningWith(typed, namesOfSubcommands())
                                  : argumentsFor(*subcommand, typed, output);

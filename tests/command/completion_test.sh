@@ -51,4 +51,12 @@ expect "zelutil reset general::locale::lan" "language"
 expect "zelutil get general::locale::language angle" "angle_units"
 expect "zelutil set general::locale::lan" "language="
 expect "zelutil set language=" ""
+# A reset takes ids of actions that the user has changed, each once.
+expect "zelutil reset --shortcuts " ""
+printf '1 = Ctrl+Alt+K\n2 = Ctrl+Alt+L\n' >"$world/wishes"
+"$command" plan "$world/wishes" --apply >/dev/null || failures=1
+expect "zelutil reset --shortcuts " "1 2"
+expect "zelutil reset --shortcuts 2" "2"
+expect "zelutil reset --shortcuts 1 " "2"
+expect "zelutil reset 2 --shortcuts " "1"
 exit "$failures"
