@@ -364,11 +364,21 @@ private:
         }
     }
 
+    /// Returns whether it is known what a save leaves out of the file: of the one that is read, where there are
+    /// settings.
+    bool isSaveKnown(const SearchStep& step) const {
+        const FileState& defaults = *diagnosis_.step(kDefaultsStep).file;
+        return isStep(step, kUserFileReadStep) && defaults.kind == FileState::Kind::Fine && !defaults.lacksDefaults;
+    }
+
     void addUsersContent(const SearchStep& step) {
         if (step.file->holdsNoSection) {
+            const char* const save = step.file->leftOut.empty()
+                                         ? " A save adds settings to what it holds, which stays without an effect."
+                                         : " A save writes it anew and keeps a copy of it.";
             addAbout(
                 Kind::NoEffect, step, "is JSON, but nothing in it counts, because it holds no section.",
-                "Put the user's own file there, or remove this one. A save writes it anew and keeps a copy of it.");
+                std::string("Put the user's own file there, or remove this one.") + (isSaveKnown(step) ? save : ""));
             return;
         }
         for (const std::string& part : step.file->leftOut) {

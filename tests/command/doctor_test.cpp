@@ -497,6 +497,30 @@ TEST(Doctor, SaysWhatAVariableInQuotationMarksNames) {
         << doctor.findings();
 }
 
+/// Members that the library does not know are taken over.
+TEST(Doctor, SaysWhatASaveMakesOfAFileWithoutASection) {
+    for (const auto& [text, isKept] :
+         {std::pair(R"({"a":1})", false), {R"({"a":1,"meta":{}})", true}, {"[]", true}, {"\"x\"", true}}) {
+        SCOPED_TRACE(text);
+        DoctorWorld world;
+        writeTextFile(world.userFile(), text);
+        const DoctorRun doctor(world);
+        EXPECT_NE(doctor.findings().find("is JSON, but nothing in it counts, because it holds no section."),
+                  std::string::npos)
+            << doctor.findings();
+        EXPECT_NE(doctor.result.out.find(isKept ? "or remove this one. A save writes it anew and keeps a copy of it.\""
+                                                : "or remove this one. A save adds settings to what it holds, which "
+                                                  "stays without an effect.\""),
+                  std::string::npos)
+            << doctor.result.out;
+        const ChildResult saved = run({ZELUTIL_TEST_COMMAND, {"set", "s::value=3"}, world.environment, world.here});
+        EXPECT_EQ(saved.exitCode, isKept ? 1 : 0) << saved.err;
+        EXPECT_EQ(fs::exists(world.userFile().string() + ".bad"), isKept);
+        const bool hasMember = readTextFile(world.userFile()).find("\"a\": 1") != std::string::npos;
+        EXPECT_EQ(hasMember, std::string(text).find("\"a\"") != std::string::npos);
+    }
+}
+
 // --- Homes ----------------------------------------------------------------------------------------------------------
 
 /// Returns the texts of the only symptom, which is expected to be a note of that kind about the user's environment.
