@@ -18,11 +18,11 @@
 #include "command/html/result_file.h"
 #include "command/shortcuts/importing.h"
 #include "command/shortcuts/profile.h"
-#include "host/save_fault_tally.h"
 #include "host/save_world.h"
 #include "prefs/preference_world.h"
 #include "support/every_fault.h"
 #include "support/killed_at.h"
+#include "support/save_fault_tally.h"
 #include "support/system_faults.h"
 
 namespace zelutil::test {
@@ -134,10 +134,7 @@ TEST_P(ShortcutFaults, AnyCallMayFail) {
         expectFinished(number);
         return happened;
     });
-    tally_.print(GetParam().name);
-    EXPECT_GT(tally_.broken, 40);
-    EXPECT_GT(tally_.old, 0);
-    EXPECT_GT(tally_.fresh, 0);
+    tally_.expectBothFiles(GetParam().name, 40);
 }
 
 TEST_P(ShortcutFaults, AProcessMayBeKilledAtAnyCall) {
@@ -156,10 +153,7 @@ TEST_P(ShortcutFaults, AProcessMayBeKilledAtAnyCall) {
             }
         }
     }
-    tally_.print((std::string(GetParam().name) + ", killed").c_str());
-    EXPECT_GT(tally_.broken, 15);
-    EXPECT_GT(tally_.old, 0);
-    EXPECT_GT(tally_.fresh, 0);
+    tally_.expectBothFiles((std::string(GetParam().name) + ", killed").c_str(), 15);
 }
 
 INSTANTIATE_TEST_SUITE_P(Changes, ShortcutFaults,

@@ -12,25 +12,12 @@
 #include "prefs/preference_world.h"
 #include "prefs/saving_host.h"
 #include "support/every_fault.h"
+#include "support/save_fault_tally.h"
 
 namespace zelutil::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Over all cases of one test.
-struct Tally {
-    int broken = 0;
-    int old = 0;
-    int fresh = 0;
-    int damaged = 0;
-    int leftovers = 0;
-
-    void print(const char* what) const {
-        std::printf("%s: %d calls broken, %d times the old file, %d times the new one, %d damaged, %d leftovers\n",
-                    what, broken, old, fresh, damaged, leftovers);
-    }
-};
 
 class SaveFaults : public testing::Test {
 protected:
@@ -90,7 +77,7 @@ protected:
     }
 
     PreferenceWorld world_;
-    Tally tally_;
+    SaveFaultTally tally_;
 
 private:
     int saves_ = 0;
@@ -103,10 +90,7 @@ TEST_F(SaveFaults, AnyCallMayFailWhereThereIsAFile) {
         expectGoodSave();
         return happened;
     });
-    tally_.print("over a file");
-    EXPECT_GT(tally_.broken, 150);
-    EXPECT_GT(tally_.old, 0);
-    EXPECT_GT(tally_.fresh, 0);
+    tally_.expectBothFiles("over a file", 150);
 }
 
 TEST_F(SaveFaults, AnyCallMayFailWhereThereIsNoDirectoryYet) {
@@ -116,10 +100,7 @@ TEST_F(SaveFaults, AnyCallMayFailWhereThereIsNoDirectoryYet) {
         expectGoodSave();
         return happened;
     });
-    tally_.print("without a directory");
-    EXPECT_GT(tally_.broken, 150);
-    EXPECT_GT(tally_.old, 0);
-    EXPECT_GT(tally_.fresh, 0);
+    tally_.expectBothFiles("without a directory", 150);
 }
 
 TEST_F(SaveFaults, ADiskThatFillsInTheMiddleOfAWriteLeavesTheOldFile) {
