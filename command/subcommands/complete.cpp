@@ -12,6 +12,8 @@
 #include "command/pattern.h"
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/subcommands/table.h"
+#include "command/text.h"
+#include "command/world/bundled_world.h"
 
 namespace zelutil::command {
 namespace {
@@ -166,10 +168,34 @@ Words candidates(const CLI::App& app, Words words, Output& output) {
                                  : argumentsFor(*subcommand, typed, output);
 }
 
+/// Returns the bundle that is named before the word that is being typed; the empty text for none.
+std::string bundleAmong(const Words& words) {
+    constexpr std::string_view kOption = "--world";
+    std::string bundle;
+    for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == kOption && i + 2 < words.size()) {
+            bundle = words[i + 1];
+        } else if (beginsWith(word, std::string(kOption) + '=')) {
+            bundle = word.substr(kOption.size() + 1);
+        }
+    }
+    return bundle;
+}
+
+/// Returns whether what is offered is what the command line itself would find: that of a bundle, if it names one.
+bool enterWorldAmong(const Words& words) {
+    const std::string bundle = bundleAmong(words);
+    return bundle.empty() || !world::enterWorld(pathOf(bundle));
+}
+
 Work declareComplete(CLI::App& arguments) {
     const auto words = std::make_shared<Words>();
     addTexts(arguments, "WORD", *words, "The words behind the program's name, the last of which is being typed");
     return [words, &arguments](Output& output) {
+        if (!enterWorldAmong(*words)) {
+            return;
+        }
         for (const std::string& candidate : candidates(*arguments.get_parent(), *words, output)) {
             output.line("{}", candidate);
         }

@@ -59,4 +59,11 @@ expect "zelutil reset --shortcuts " "1 2"
 expect "zelutil reset --shortcuts 2" "2"
 expect "zelutil reset --shortcuts 1 " "2"
 expect "zelutil reset 2 --shortcuts " "1"
+# Of a bundle its own settings are offered.
+"$command" bundle "$world/bundle" >/dev/null || failures=1
+export QTXROOT=/nowhere
+expect "zelutil get general::locale::lan" ""
+expect "zelutil get --world $world/bundle general::locale::lan" "language"
+expect "zelutil get --world=$world/bundle general::locale::lan" "language"
+expect "zelutil get --world $world/missing general::locale::lan" ""
 exit "$failures"
