@@ -17,7 +17,10 @@ constexpr std::size_t kFewestChanges = 1;
 
 bool isSame(char a, char b) { return ascii::lowerCase(a) == ascii::lowerCase(b); }
 
-std::size_t mostChangesIn(std::string_view wanted) { return std::max(kFewestChanges, wanted.size() / 3); }
+/// An empty text is near to nothing: it would become any name of one letter.
+std::size_t mostChangesIn(std::string_view wanted) {
+    return wanted.empty() ? 0 : std::max(kFewestChanges, wanted.size() / 3);
+}
 
 std::size_t differenceInLength(std::string_view a, std::string_view b) {
     return std::max(a.size(), b.size()) - std::min(a.size(), b.size());

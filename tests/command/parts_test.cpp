@@ -107,6 +107,8 @@ TEST(NearestNames, AreTheFewThatSomebodyMayMean) {
     EXPECT_EQ(nearestNames("ab", {"abc", "abd", "abe", "abf"}), (Names{"abc", "abd", "abe"}));
     EXPECT_EQ(nearestNames("entirely", {"different"}), Names());
     EXPECT_EQ(nearestNames("x", {}), Names());
+    EXPECT_EQ(nearestNames("", {"x", "y"}), Names());
+    EXPECT_EQ(nearestFullNames("", {"x", "a::y"}), Names());
     EXPECT_EQ(questionAbout({}), "");
     EXPECT_EQ(questionAbout({"a"}), "Did you mean a?");
     EXPECT_EQ(questionAbout({"a", "b", "c"}), "Did you mean a, b or c?");
