@@ -1,14 +1,16 @@
-#  [--native|--windows] [PATTERN]: Build and run the tests, natively and as a Windows DLL under Wine
+#  [--native|--windows] [--fast] [PATTERN]: Build and run the tests, natively and as a Windows DLL under Wine (--fast: those of the label `fast`)
 native=true
 windows=true
-case ${1:-} in
-    --native) windows=false ;;
-    --windows) native=false ;;
-esac
-if [[ ${1:-} == --* ]]; then
-    $native && $windows && fail "test knows --native and --windows, not $1"
+while [[ ${1:-} == --* ]]; do
+    case $1 in
+        --native) windows=false ;;
+        --windows) native=false ;;
+        --fast) testLabel=fast ;;
+        *) fail "test knows --native, --windows and --fast, not $1" ;;
+    esac
     shift
-fi
+done
+$native || $windows || fail "test takes one of --native and --windows; without them it does both"
 pattern=${1:-}
 
 packages=("${buildPackages[@]}" "${commandPackages[@]}" "${testPackages[@]}")
@@ -24,7 +26,7 @@ status=0
 if $native; then
     testPreset native dev "$pattern" || status=1
     # Continuous integration builds everything from many sources at a time.
-    if [[ -z $pattern && -z ${CI:-} ]] && ! buildTogether; then
+    if [[ -z $pattern && -z $testLabel && -z ${CI:-} ]] && ! buildTogether; then
         countBroken library "could not be built from many sources at a time"
         status=1
     fi
