@@ -10,6 +10,7 @@
 
 #include "host/current_preferences.h"
 #include "text/ascii.h"
+#include "text/from_chars.h"
 
 namespace zelutil::host {
 namespace {
@@ -34,7 +35,7 @@ std::optional<Number> numberOf(std::string_view text) {
     const std::string_view digits = withoutPlus(trimmed(text));
     const char* const end = digits.data() + digits.size();
     Number number{};
-    const auto [parsed, error] = std::from_chars(digits.data(), end, number);
+    const auto [parsed, error] = text::fromChars(digits.data(), end, number);
     if (error != std::errc() || parsed != end) {
         return std::nullopt;
     }

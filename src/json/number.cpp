@@ -2,12 +2,13 @@
 
 #include <rapidjson/reader.h>
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <system_error>
+
+#include "text/from_chars.h"
 
 namespace zelutil::json {
 namespace {
@@ -19,7 +20,7 @@ constexpr unsigned kExactNumberFlags = kNumberFlags | rapidjson::kParseNumbersAs
 template <typename Number>
 std::optional<Number> numberFrom(std::string_view digits) {
     Number number = 0;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    const auto result = text::fromChars(digits.data(), digits.data() + digits.size(), number);
     return result.ec == std::errc() ? std::optional<Number>(number) : std::nullopt;
 }
 

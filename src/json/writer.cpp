@@ -12,6 +12,7 @@
 
 #include "json/document.h"
 #include "json/number.h"
+#include "text/from_chars.h"
 
 namespace zelutil::json {
 namespace {
@@ -29,7 +30,7 @@ std::string exactDigits(double value) {
     char digits[kMostDigits];
     const char* const end = rapidjson::internal::dtoa(value, digits);
     double readBack = 0;
-    std::from_chars(digits, end, readBack);
+    text::fromChars(digits, end, readBack);
     if (std::equal_to<>()(readBack, value)) {
         return {};
     }

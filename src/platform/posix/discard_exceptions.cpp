@@ -1,7 +1,6 @@
 #include "platform/discard_exceptions.h"
 
-#include <cxxabi.h>
-
+#include "platform/posix/forced_unwind.h"
 #include "platform/posix/sanitizer.h"
 
 namespace zelutil::platform {
@@ -13,10 +12,13 @@ __attribute__((no_sanitize("address", "undefined"))) bool callDiscardingExceptio
     try {
         function(argument);
         return true;
-    } catch (const abi::__forced_unwind&) {
+    } catch (const posix::ForcedUnwind&) {
         posix::forgetFramesBelow(__builtin_frame_address(0));
         throw;
     } catch (...) {
+        if (posix::hasCaughtForcedUnwind()) {
+            throw;
+        }
         return false;
     }
 }

@@ -1,7 +1,6 @@
 // Threads on POSIX systems. Order and contracts: threads.h.
 #include "platform/threads.h"
 
-#include <cxxabi.h>
 #include <pthread.h>
 
 #include <cerrno>
@@ -9,6 +8,7 @@
 #include <memory>
 
 #include "platform/kill_shield.h"
+#include "platform/posix/forced_unwind.h"
 #include "platform/posix/sanitizer.h"
 #include "platform/posix/thread_list.h"
 #include "platform/posix/unload_guard.h"
@@ -46,7 +46,7 @@ int cancelState() {
     return state;
 }
 
-// A kill unwinds the stack with an exception of its own kind, `abi::__forced_unwind`. It must be thrown on, and there
+// A kill unwinds the stack with an exception of its own kind, `ForcedUnwind`. It must be thrown on, and there
 // is no object behind a reference to it, which the undefined-behaviour sanitizer would report. The address sanitizer
 // does not see it and would take what is left of the unwound frames for errors: a function that can be unwound without
 // cleaning up itself leaves nothing where it is compiled without that sanitizer.
@@ -59,7 +59,7 @@ __attribute__((no_sanitize("address", "undefined"))) void waitKillable(int calle
         pthread_setcancelstate(callersState, nullptr);
         wait();
         pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const ForcedUnwind&) {
         forgetFramesBelow(__builtin_frame_address(0));
         throw;
     }
@@ -213,11 +213,14 @@ void sleepKillable(std::uint32_t milliseconds) {
 __attribute__((no_sanitize("address", "undefined"))) void callKillable(void* (*function)(void*), void* argument) {
     try {
         callWhileKillable(function, argument);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const ForcedUnwind&) {
         // The thread is being killed; an unwinding that does not go on would end the process.
         forgetFramesBelow(__builtin_frame_address(0));
         throw;
     } catch (...) {
+        if (hasCaughtForcedUnwind()) {
+            throw;
+        }
         pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
         pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
     }
