@@ -181,13 +181,20 @@ std::string linesIn(const fs::path& file) {
     return text;
 }
 #else
+/// The program that runs those of another processor, with its arguments; empty where none is needed.
+const std::vector<std::string> kEmulator = {ZELUTIL_TEST_EMULATOR};
+
 /// Runs in the child: from here on only what a forked process may do.
 [[noreturn]] void becomeProgram(const ChildProcess& process, int in, int out, int err) {
     constexpr int kCannotStart = 127;
     for (const auto& [name, value] : process.environment) {
         value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
     }
-    std::vector<char*> arguments{const_cast<char*>(process.program.c_str())};
+    std::vector<char*> arguments;
+    for (const std::string& part : kEmulator) {
+        arguments.push_back(const_cast<char*>(part.c_str()));
+    }
+    arguments.push_back(const_cast<char*>(process.program.c_str()));
     for (const std::string& argument : process.arguments) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -195,7 +202,7 @@ std::string linesIn(const fs::path& file) {
     const bool hasStreams = (in < 0 || dup2(in, STDIN_FILENO) >= 0) && dup2(out, STDOUT_FILENO) >= 0 &&
                             (err < 0 || dup2(err, STDERR_FILENO) >= 0);
     if (hasStreams && chdir(process.directory.c_str()) == 0) {
-        execv(process.program.c_str(), arguments.data());
+        execv(arguments.front(), arguments.data());
     }
     _exit(kCannotStart);
 }

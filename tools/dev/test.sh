@@ -1,12 +1,13 @@
-#  [--native|--windows] [--fast] [PATTERN]: Build and run the tests, natively and as a Windows DLL under Wine (--fast: those of the label `fast`)
+#  [--native|--windows|--arm] [--fast] [PATTERN]: Build and run the tests, natively and as a Windows DLL under Wine (--fast: those of the label `fast`; --arm: see portability)
 native=true
 windows=true
 while [[ ${1:-} == --* ]]; do
     case $1 in
         --native) windows=false ;;
         --windows) native=false ;;
+        --arm) exec ./dev portability arm ;;
         --fast) testLabel=fast ;;
-        *) fail "test knows --native, --windows and --fast, not $1" ;;
+        *) fail "test knows --native, --windows, --arm and --fast, not $1" ;;
     esac
     shift
 done

@@ -30,6 +30,10 @@ hasPackage() {
         wine64) command -v wine64 || [[ -x /usr/lib/wine/wine64 ]] ;;
         libclang-rt-14-dev) [[ -e $(clang -print-file-name=libclang_rt.fuzzer-x86_64.a 2>/dev/null) ]] ||
             compgen -G '/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a' ;;
+        libc++-*-dev) [[ -e /usr/lib/llvm-16/include/c++/v1/memory_resource ]] ;;
+        libc++abi-*-dev) [[ -e /usr/lib/llvm-16/lib/libc++abi.so ]] ;;
+        g++-aarch64-linux-gnu) command -v aarch64-linux-gnu-g++ ;;
+        qemu-user) command -v qemu-aarch64 ;;
         libbenchmark-dev) [[ -e /usr/include/benchmark/benchmark.h ]] ;;
         libcli11-dev) [[ -e /usr/include/CLI/CLI.hpp || -e /usr/local/include/CLI/CLI.hpp ]] ;;
         python3-jsonschema) python3 -c 'import jsonschema' ;;
