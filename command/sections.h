@@ -1,9 +1,11 @@
 #ifndef ZELUTIL_COMMAND_SECTIONS_H
 #define ZELUTIL_COMMAND_SECTIONS_H
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 
+#include "prefs/section.h"
 #include "prefs/section_walk.h"
 
 namespace zelutil::command {
@@ -26,17 +28,35 @@ inline bool holdsNoSection(json::View root) {
     return holdsNone;
 }
 
+/// Whom a section of a user's file belongs to: a sub-manager, or `None` where it is one of settings. Nothing where that
+/// is not known, as in a file of the defaults, and where the defaults have no such section.
+using SectionOwner = std::optional<prefs::SubManagerType>;
+
+/// Returns whether a section is one of those that should not be there twice. Of a sub-manager's only the first is read,
+/// even when it holds nothing.
+inline bool countsForPath(json::View section, SectionOwner owner, bool isFirst) {
+    if (owner.value_or(prefs::SubManagerType::None) == prefs::SubManagerType::None) {
+        return hasContent(section);
+    }
+    const json::View overridden = section.member(prefs::kOverriddenSettings);
+    return isFirst ? static_cast<bool>(overridden) : prefs::hasEntries(overridden);
+}
+
 /// Calls `tell` with every section that has the attribute path of an earlier one, and with that one's element. Sections
-/// without content do not count.
-template <typename Tell>
-void forEachRepeatedSection(json::View root, Tell tell) {
+/// without content do not count. `ownerOf` returns the owner of a visited section.
+template <typename OwnerOf, typename Tell>
+void forEachRepeatedSection(json::View root, OwnerOf ownerOf, Tell tell) {
     std::unordered_map<std::string, json::View> firsts;
     prefs::forEachSection(root, [&](const prefs::VisitedSection& visited) {
-        if (hasContent(visited.element)) {
-            const auto [first, isNew] = firsts.try_emplace(visited.attributePath, visited.element);
-            if (!isNew) {
-                tell(visited, first->second);
-            }
+        const auto first = firsts.find(visited.attributePath);
+        const bool isFirst = first == firsts.end();
+        if (!countsForPath(visited.element, ownerOf(visited), isFirst)) {
+            return;
+        }
+        if (isFirst) {
+            firsts.emplace(visited.attributePath, visited.element);
+        } else {
+            tell(visited, first->second);
         }
     });
 }

@@ -121,6 +121,10 @@ void lookAtFiles(Diagnosis& diagnosis) {
         }
         FileLook look = lookAtFile(step.result, isUsers(step) ? FileUse::Users : FileUse::Shipped);
         step.file = std::move(look.state);
+        if (look.read) {
+            const SectionOwners owners(isUsers(step) && shipped ? shipped->document.root() : json::View());
+            step.file->repeatedSections = repeatedSectionsIn(*look.read, owners);
+        }
         if (&step == &defaults) {
             shipped = std::move(look.read);
         } else if (&step == &read && shipped && look.read) {

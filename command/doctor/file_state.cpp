@@ -31,15 +31,6 @@ FileState::Remark remark(std::string text, const json::Position& position) {
     return {std::move(text), static_cast<int>(position.line), static_cast<int>(position.column)};
 }
 
-std::vector<FileState::Remark> repeatedSectionsIn(const json::LocatedDocument& document) {
-    std::vector<FileState::Remark> repeated;
-    forEachRepeatedSection(document.root(), [&](const prefs::VisitedSection& visited, json::View) {
-        repeated.push_back(
-            remark(visited.attributePath, document.positionOf(visited.element).value_or(json::Position())));
-    });
-    return repeated;
-}
-
 /// Returns the beginning of what stands at a place, up to the line's end.
 std::string textAt(std::string_view text, std::size_t offset) {
     const std::string_view rest = text.substr(std::min(offset, text.size()));
@@ -65,7 +56,6 @@ std::optional<FileState::Remark> notUtf8In(const json::LocatedDocument& document
 
 /// Fills in what a JSON text tells.
 void tellContent(FileState& state, const json::LocatedDocument& document) {
-    state.repeatedSections = repeatedSectionsIn(document);
     state.notUtf8 = notUtf8In(document);
     state.lacksGroups = !document.root().member(prefs::kMeta).isArray();
     state.lacksDefaults = true;
@@ -255,6 +245,16 @@ FileLook lookAtFile(const std::string& path, FileUse use) {
     }
     look.read = readInto(state, path);
     return look;
+}
+
+std::vector<FileState::Remark> repeatedSectionsIn(const ReadFile& file, const SectionOwners& owners) {
+    std::vector<FileState::Remark> repeated;
+    const auto ownerOf = [&](const prefs::VisitedSection& visited) { return owners.ownerOf(visited.attributePath); };
+    forEachRepeatedSection(file.document.root(), ownerOf, [&](const prefs::VisitedSection& visited, json::View) {
+        repeated.push_back(
+            remark(visited.attributePath, file.document.positionOf(visited.element).value_or(json::Position())));
+    });
+    return repeated;
 }
 
 std::string blockerOf(const std::string& path) {

@@ -4,8 +4,10 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "command/doctor/diagnosis.h"
+#include "command/section_owners.h"
 #include "json/located_document.h"
 
 namespace zelutil::command {
@@ -31,11 +33,16 @@ struct FileLook {
     std::unique_ptr<const ReadFile> read;
 };
 
-/// Looks at a file that the library opens by this text, which may be empty.
+/// Looks at a file that the library opens by this text, which may be empty. The sections that are there twice and what
+/// a save would leave out are not told: that takes the defaults.
 FileLook lookAtFile(const std::string& path, FileUse use);
 
 /// Returns the state alone.
 inline FileState stateOfFile(const std::string& path, FileUse use) { return lookAtFile(path, use).state; }
+
+/// Returns the attribute paths that an earlier section of a file has too, where the later one stands. A file of the
+/// defaults has no owners.
+std::vector<FileState::Remark> repeatedSectionsIn(const ReadFile& file, const SectionOwners& owners);
 
 /// Returns the nearest thing that is there in the place of one of the file's directories and is none; empty for none.
 std::string blockerOf(const std::string& path);

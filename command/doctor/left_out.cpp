@@ -1,11 +1,11 @@
 #include "command/doctor/left_out.h"
 
 #include <map>
-#include <set>
 #include <string_view>
 
 #include "actions/action_catalogue.h"
 #include "actions/observer_registry.h"
+#include "command/section_owners.h"
 #include "command/text.h"
 #include "host/save_plan.h"
 #include "host/unread_parts.h"
@@ -40,23 +40,14 @@ std::string actionsIn(const std::map<prefs::SubManagerType, std::string>& texts)
     return text == texts.end() ? std::string() : text->second;
 }
 
-/// Returns the attribute paths of the sections of the defaults to which a user's actions may belong.
-std::set<std::string> sectionsOfActions(json::View defaults) {
-    std::set<std::string> paths;
-    prefs::forEachSection(defaults, [&](const prefs::VisitedSection& visited) {
-        if (prefs::SubManagerType{prefs::subManagerNumber(visited.element)} == prefs::SubManagerType::Actions) {
-            paths.insert(visited.attributePath);
-        }
-    });
-    return paths;
-}
-
-bool mayHoldActions(json::View defaults, json::View user) {
-    const std::set<std::string> paths = sectionsOfActions(defaults);
+/// Returns whether the user's file has something for a sub-manager, such as changed actions.
+bool mayHoldTexts(json::View defaults, json::View user) {
+    const SectionOwners owners(defaults);
     bool mayHold = false;
     prefs::forEachSection(user, [&](const prefs::VisitedSection& visited) {
-        mayHold =
-            mayHold || (visited.element.member(prefs::kOverriddenSettings) && paths.count(visited.attributePath) != 0);
+        const SectionOwner owner = owners.ownerOf(visited.attributePath);
+        mayHold = mayHold || (owner && *owner != prefs::SubManagerType::None &&
+                              visited.element.member(prefs::kOverriddenSettings));
     });
     return mayHold;
 }
@@ -66,7 +57,7 @@ bool mayHoldActions(json::View defaults, json::View user) {
 /// "doctor on 10,000 settings" of bench/doctor_bench.cpp.
 bool mayLeaveOut(const ReadFile& defaults, const ReadFile& user) {
     const json::View root = user.document.root();
-    return !host::unreadPartsOf(user.text, root).empty() || mayHoldActions(defaults.document.root(), root);
+    return !host::unreadPartsOf(user.text, root).empty() || mayHoldTexts(defaults.document.root(), root);
 }
 
 /// Returns the settings as a start with these files has them.
@@ -115,8 +106,14 @@ std::vector<std::string> leftOutBySave(const ReadFile& defaults, const ReadFile&
     if (kept.behindEnd != now.behindEnd) {
         names.push_back("what stands behind a null character (" + beginningOfPart(now.behindEnd) + ')');
     }
+    for (const prefs::UnreadContent& content : plan.settings.secondValues) {
+        names.push_back(nameOfPart(content) + ", because only the first is read");
+    }
     if (plan.losesActions) {
         names.emplace_back("parts of the list of changed actions");
+    }
+    if (names.empty()) {
+        names.emplace_back("what would make the file too long or nest it too deeply to be read");
     }
     return names;
 }

@@ -1,14 +1,20 @@
 #ifndef ZELUTIL_COMMAND_LINT_CHECKS_H
 #define ZELUTIL_COMMAND_LINT_CHECKS_H
 
+#include <functional>
+
 #include "command/lint/report.h"
+#include "command/sections.h"
 #include "json/view.h"
 
 /// The checks of the kinds of files, one source file each.
 namespace zelutil::lint {
 
+/// Returns whom a section belongs to.
+using OwnerOfSection = std::function<command::SectionOwner(const prefs::VisitedSection& visited)>;
+
 /// Checks that no two sections have one attribute path.
-void checkRepeatedPaths(json::View root, Report& report);
+void checkRepeatedPaths(json::View root, const OwnerOfSection& ownerOf, Report& report);
 
 void checkDefaults(json::View root, Report& report);
 

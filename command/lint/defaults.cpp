@@ -159,7 +159,8 @@ private:
 
 void checkDefaults(View root, Report& report) {
     SectionForms(report, [&](View section) { checkSection(section, report); }).run(root);
-    checkRepeatedPaths(root, report);
+    checkRepeatedPaths(
+        root, [](const prefs::VisitedSection&) { return command::SectionOwner(); }, report);
     RepeatedDefinitions(report).run(root);
 }
 

@@ -100,8 +100,9 @@ private:
     /// Only the first section of a sub-manager is read, even when it holds nothing.
     bool isRead(prefs::SubManagerType type, const VisitedSection& visited) {
         const auto [first, isNew] = firsts_.try_emplace(type, First{visited.attributePath, visited.element});
-        const bool isTold = visited.attributePath == first->second.path && command::hasContent(first->second.element);
-        if (!isNew && !isTold && command::hasContent(visited.element)) {
+        // One of the same path is told as such.
+        if (visited.attributePath != first->second.path &&
+            prefs::hasEntries(visited.element.member(prefs::kOverriddenSettings))) {
             const View attribute = visited.element.member(prefs::kAttribute);
             report_.add(Rule::RepeatedPath, attribute,
                         "An earlier section belongs to the same sub-manager (" +
@@ -131,6 +132,8 @@ public:
             root, catalogue_,
             prefs::EntrySinks{[this](const EntryFinding& finding, View place) { tell(finding, place); },
                               [this](const prefs::AcceptedEntry& accepted) { note(accepted); }});
+        checkRepeatedPaths(
+            root, [this](const VisitedSection& visited) { return ownerOf(visited); }, report);
         prefs::forEachSection(root, [this](const VisitedSection& visited) { inSection(visited); });
     }
 
@@ -179,12 +182,15 @@ private:
             "Write the full name of the setting that you mean, " + (isThere ? own + " or " : "") + meant + '.');
     }
 
+    command::SectionOwner ownerOf(const VisitedSection& visited) const {
+        const bool isThere = catalogue_.sections().count(visited.attributePath) != 0;
+        return isThere ? command::SectionOwner(catalogue_.subManagerOf(visited.attributePath)) : std::nullopt;
+    }
+
     void inSection(const VisitedSection& visited) {
-        const auto section = catalogue_.sections().find(visited.attributePath);
-        if (section == catalogue_.sections().end()) {
-            return;
+        if (const command::SectionOwner owner = ownerOf(visited)) {
+            contents_.check(*owner, visited);
         }
-        contents_.check(prefs::SubManagerType{section->second->submanagerId}, visited);
     }
 
     void note(const prefs::AcceptedEntry& accepted) {
@@ -209,7 +215,8 @@ private:
 
 /// Returns what a section holds as far as that can be told without the defaults: by its own number, or where it has
 /// none, by its content.
-prefs::SubManagerType typeByItself(View section) {
+prefs::SubManagerType typeByItself(const VisitedSection& visited) {
+    const View section = visited.element;
     const bool looksLikeActions =
         !section.member(prefs::kSubmanagerId) && actions::userEntriesOf(section.member(prefs::kOverriddenSettings));
     return looksLikeActions ? prefs::SubManagerType::Actions : prefs::SubManagerType{prefs::subManagerNumber(section)};
@@ -219,14 +226,13 @@ prefs::SubManagerType typeByItself(View section) {
 
 void checkUser(View root, View defaults, Report& report) {
     SectionForms(report, [&](View section) { checkObject(section, userSectionForm(), report); }).run(root);
-    checkRepeatedPaths(root, report);
     if (defaults) {
         AgainstDefaults(root, defaults, report);
         return;
     }
+    checkRepeatedPaths(root, typeByItself, report);
     SectionContents contents(View(), report);
-    prefs::forEachSection(
-        root, [&](const VisitedSection& visited) { contents.check(typeByItself(visited.element), visited); });
+    prefs::forEachSection(root, [&](const VisitedSection& visited) { contents.check(typeByItself(visited), visited); });
 }
 
 }  // namespace zelutil::lint

@@ -49,10 +49,17 @@ const ActionCatalogue::Action* wishable(const ActionCatalogue& catalogue, int id
     return action != nullptr && action->id != 0 && action->parentId == 0 ? action : nullptr;
 }
 
-void addUngranted(const ActionCatalogue& catalogue, RoundTrip& trip) {
-    const json::Document document(catalogue.texts().user);
+Asked askedBy(const std::string& read, const UnreadActions& unread) {
     Asked asked;
-    collectAsked(document.root(), asked);
+    collectAsked(json::Document(read).root(), asked);
+    for (const std::string& value : unread.values) {
+        collectAsked(json::Document(value).root(), asked);
+    }
+    return asked;
+}
+
+void addUngranted(const ActionCatalogue& catalogue, const UnreadActions& unread, RoundTrip& trip) {
+    const Asked asked = askedBy(catalogue.texts().user, unread);
     for (const auto& [id, shortcut] : asked.shortcuts) {
         if (wishable(catalogue, id) != nullptr && !isGranted(catalogue, {id, shortcut})) {
             trip.wishes.push_back({id, shortcut});
@@ -85,11 +92,12 @@ std::vector<int> lostByOldCalls(const UCPActionManager& manager, const ActionCat
 
 }  // namespace
 
-RoundTrip roundTrip(const UCPActionManager& manager) {
+RoundTrip roundTrip(const UCPActionManager& manager, const UnreadActions& unread) {
     const ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(manager);
     RoundTrip trip;
     trip.withoutEffect = host::actionWarnings(catalogue.texts().defaults, catalogue.texts().user);
-    addUngranted(catalogue, trip);
+    trip.withoutEffect.insert(trip.withoutEffect.begin(), unread.warnings.begin(), unread.warnings.end());
+    addUngranted(catalogue, unread, trip);
     trip.cure = planWhatCanBe(catalogue, trip.wishes);
     host::RestorableText text = host::restorableActionsText(manager);
     trip.notRestored = std::move(text.notRestored);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "command/shortcuts/unread_actions.h"
 #include "command/shortcuts/wish_plan.h"
 
 /// Tells what of the user's shortcuts and menu flags a restart does not bring back. Nothing is written.
@@ -31,8 +32,8 @@ struct RoundTrip {
     std::string text;
 };
 
-/// Returns this for the actions as they are loaded and edited now.
-RoundTrip roundTrip(const UCPActionManager& manager);
+/// Returns this for the actions as they are loaded and edited now, and for what the file has for them beside.
+RoundTrip roundTrip(const UCPActionManager& manager, const UnreadActions& unread);
 
 }  // namespace zelutil::shortcuts
 

@@ -8,6 +8,7 @@
 #include "command/shortcuts/columns.h"
 #include "command/shortcuts/key_conflicts.h"
 #include "command/shortcuts/known_shortcuts.h"
+#include "command/shortcuts/unread_actions.h"
 #include "command/subcommands/table.h"
 
 namespace zelutil::command {
@@ -43,13 +44,19 @@ bool isActionOf(const std::string& context, int id, const KnownShortcuts& known)
     return row != nullptr && row->action.item.context == context;
 }
 
-/// The user's file may ask for a shortcut that another action holds by then.
+constexpr char kMoreOfEntries[] = "\"zelutil roundtrip\" says more.";
+
+/// The user's file may ask for a shortcut that another action holds by then, and have sections that are not read, of
+/// any context.
 void tellRefusedEntries(const std::string& context, const KnownShortcuts& known, Output& output) {
+    for (const host::StartWarning& warning : shortcuts::unreadActions().warnings) {
+        output.add({Severity::Warning, warning.text, kMoreOfEntries, std::nullopt});
+    }
     for (const host::StartWarning& warning : host::startWarnings()) {
         const bool isAround =
             context.empty() || isActionOf(context, warning.action, known) || isActionOf(context, warning.holder, known);
         if (warning.kind == host::StartWarning::Kind::ShortcutRefused && isAround) {
-            output.add({Severity::Warning, warning.text, "\"zelutil roundtrip\" says more.", std::nullopt});
+            output.add({Severity::Warning, warning.text, kMoreOfEntries, std::nullopt});
         }
     }
 }

@@ -2,7 +2,9 @@
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/start.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include "command/shortcuts/known_shortcuts.h"
 #include "command/shortcuts/profile.h"
 #include "command/shortcuts/shortcut_changes.h"
+#include "command/shortcuts/unread_actions.h"
 #include "command/shortcuts/wish_text.h"
 #include "command/subcommands/table.h"
 #include "command/text.h"
@@ -62,6 +65,10 @@ bool countsAsSomething(const host::ActionEntryFinding& finding) {
            finding.kind == host::ActionEntryFinding::Kind::NoTruth;
 }
 
+Finding notInProfile(const host::StartWarning& warning) {
+    return {Severity::Warning, "Not in the profile: " + warning.text, "\"zelutil roundtrip\" says more.", std::nullopt};
+}
+
 /// Entries of the user's file that did nothing at the start are not in the profile.
 void tellLeftOut(Output& output) {
     const actions::ActionCatalogue& catalogue = actions::ManagerAccess::catalogueOf(UCPActionManager::instance());
@@ -69,8 +76,9 @@ void tellLeftOut(Output& output) {
     const json::Document user(userText);
     const auto odd =
         userText.empty() ? std::vector<host::ActionEntryFinding>() : host::actionEntryFindings(shipped, user.root());
-    std::vector<host::StartWarning> leftOut;
+    std::vector<host::StartWarning> leftOut = shortcuts::unreadActions().warnings;
     std::vector<Finding> findings;
+    std::transform(leftOut.begin(), leftOut.end(), std::back_inserter(findings), notInProfile);
     for (const auto& finding : odd) {
         const host::StartWarning& warning = finding.warning;
         if (countsAsSomething(finding)) {
@@ -78,8 +86,7 @@ void tellLeftOut(Output& output) {
                                 "Correct the entry if the profile is to have something else than what it counts as.",
                                 std::nullopt});
         } else {
-            findings.push_back({Severity::Warning, "Not in the profile: " + warning.text,
-                                "\"zelutil roundtrip\" says more.", std::nullopt});
+            findings.push_back(notInProfile(warning));
             leftOut.push_back(warning);
         }
     }

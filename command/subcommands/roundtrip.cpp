@@ -137,7 +137,7 @@ void tellRoundTrip(Output& output) {
     if (!known.areThere()) {
         return;
     }
-    const RoundTrip trip = shortcuts::roundTrip(UCPActionManager::instance());
+    const RoundTrip trip = shortcuts::roundTrip(UCPActionManager::instance(), shortcuts::unreadActions());
     for (const host::StartWarning& warning : trip.withoutEffect) {
         output.add({Severity::Warning, warning.text, cureOf(warning, known), std::nullopt});
     }

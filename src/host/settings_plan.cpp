@@ -195,7 +195,8 @@ SettingsPlan planSettings(const Catalogue& catalogue, const SettingsRequest& req
     Layout(catalogue, now, merge, plan).lay();
     plan.hasSections = !plan.content.sections.empty();
     plan.content.unread = unreadPartsOf(fileNow.value_or(std::string_view()), rootNow);
-    plan.losesContent = now.hasSecondValues();
+    plan.secondValues = now.takeSecondValues();
+    plan.losesContent = !plan.secondValues.empty();
     return plan;
 }
 

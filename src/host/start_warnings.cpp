@@ -1,9 +1,10 @@
-#include <zelutil/host/start.h>
+#include "host/start_warnings.h"
 
 #include <iterator>
 
 #include "host/action_warnings.h"
 #include "host/current_preferences.h"
+#include "prefs/section_walk.h"
 
 namespace zelutil::host {
 namespace {
@@ -34,8 +35,9 @@ std::string textOfUnread(const EntryFinding& finding) {
         return "The file has no effect, because it holds no object.";
     }
     const std::string section = finding.section.empty() ? "" : " of the section " + finding.section;
-    return "Something under \"" + finding.name + "\"" + section +
-           " has no effect, because it is not in the form that is read.";
+    const bool isRepeated = finding.name == prefs::kOverriddenSettings;
+    return "Something under \"" + finding.name + "\"" + section + " has no effect, because " +
+           (isRepeated ? "only the first is read." : "it is not in the form that is read.");
 }
 
 std::string textOf(const EntryFinding& finding) {
@@ -59,15 +61,6 @@ std::string textOf(const EntryFinding& finding) {
                                 : entry + " has no effect, because its value is no text.";
 }
 
-StartWarning aboutEntry(const EntryFinding& finding) {
-    StartWarning warning;
-    warning.kind =
-        finding.kind == EntryFinding::Kind::AnotherSection ? Kind::EntryForAnotherSection : Kind::EntryWithoutEffect;
-    warning.name = finding.name.empty() ? finding.section : finding.name;
-    warning.text = textOf(finding);
-    return warning;
-}
-
 /// The host may have loaded other actions since.
 std::vector<StartWarning> warningsOfActions(const prefs::Catalogue& catalogue) {
     const auto defaults = catalogue.defaultSubManagerTexts().find(prefs::SubManagerType::Actions);
@@ -79,6 +72,15 @@ std::vector<StartWarning> warningsOfActions(const prefs::Catalogue& catalogue) {
 }
 
 }  // namespace
+
+StartWarning aboutEntry(const EntryFinding& finding) {
+    StartWarning warning;
+    warning.kind =
+        finding.kind == EntryFinding::Kind::AnotherSection ? Kind::EntryForAnotherSection : Kind::EntryWithoutEffect;
+    warning.name = finding.name.empty() ? finding.section : finding.name;
+    warning.text = textOf(finding);
+    return warning;
+}
 
 std::vector<StartWarning> startWarnings() {
     std::vector<StartWarning> warnings;

@@ -94,7 +94,7 @@ void UserFileReading::readSection(const VisitedSection& visited) {
     const auto section = catalogue_.sections().find(visited.attributePath);
     const bool known = section != catalogue_.sections().end();
     if (known && overridden && section->second->submanagerId != prefs::kNoSubManager) {
-        readSubManagerValue(SubManagerType{section->second->submanagerId}, overridden);
+        readSubManagerValue(SubManagerType{section->second->submanagerId}, visited.attributePath, overridden);
     } else if (known && overridden.isArray()) {
         readEntries(visited, overridden);
     } else if (prefs::hasEntries(overridden)) {
@@ -114,10 +114,15 @@ std::vector<json::Member> UserFileReading::unknownMembers(const VisitedSection& 
     return unknown;
 }
 
-void UserFileReading::readSubManagerValue(SubManagerType type, View overridden) {
+void UserFileReading::readSubManagerValue(SubManagerType type, const std::string& attributePath, View overridden) {
     const auto [first, isNew] = subManagerValues_.try_emplace(type, overridden);
-    hasSecondValues_ = hasSecondValues_ || (!isNew && prefs::hasEntries(overridden) &&
-                                            json::compactText(overridden) != json::compactText(first->second));
+    if (isNew || !prefs::hasEntries(overridden)) {
+        return;
+    }
+    const std::string text = json::compactText(overridden).value_or("");
+    if (text != json::compactText(first->second)) {
+        secondValues_.push_back({attributePath, std::string(prefs::kOverriddenSettings), text});
+    }
 }
 
 void UserFileReading::readUnknownSection(const VisitedSection& visited, View overridden) {

@@ -11,6 +11,7 @@
 #include "json/view.h"
 #include "prefs/catalogue.h"
 #include "prefs/section_walk.h"
+#include "prefs/unread_content.h"
 #include "prefs/user_file_text.h"
 
 namespace zelutil::host {
@@ -37,8 +38,8 @@ public:
     /// Returns the members of the whole that the defaults lack.
     std::vector<json::Member> takeMembers() { return std::move(members_); }
 
-    /// Returns whether several sections of one sub-manager hold different values, of which the first counts.
-    bool hasSecondValues() const { return hasSecondValues_; }
+    /// Returns what later sections of a sub-manager hold that is not what the first one holds, which alone counts.
+    std::vector<prefs::UnreadContent> takeSecondValues() { return std::move(secondValues_); }
 
     /// Returns everything else that has no meaning: sections that are not there, and what is no text.
     std::vector<prefs::KeptSection> takeKept() { return std::move(kept_); }
@@ -47,7 +48,7 @@ private:
     void readDefaults(json::View defaults);
     void readMembers(json::View defaults, json::View root);
     std::vector<json::Member> unknownMembers(const prefs::VisitedSection& visited) const;
-    void readSubManagerValue(prefs::SubManagerType type, json::View overridden);
+    void readSubManagerValue(prefs::SubManagerType type, const std::string& attributePath, json::View overridden);
     void readUnknownSection(const prefs::VisitedSection& visited, json::View overridden);
     void readSection(const prefs::VisitedSection& visited);
     void readEntries(const prefs::VisitedSection& visited, json::View overridden);
@@ -63,7 +64,7 @@ private:
     std::map<std::string, std::set<std::string_view>> defaultMembers_;
     std::map<std::string, std::vector<json::Member>> sectionMembers_;
     std::vector<json::Member> members_;
-    bool hasSecondValues_ = false;
+    std::vector<prefs::UnreadContent> secondValues_;
 };
 
 }  // namespace zelutil::host

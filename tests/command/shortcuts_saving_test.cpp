@@ -511,6 +511,47 @@ std::string listIn(const std::string& out) {
     return list;
 }
 
+/// Returns two sections of the actions, of which only the first is read.
+std::string twoSections(const std::string& first, const std::string& entriesOfSecond) {
+    constexpr char kBegin[] = R"({"header":"Keys","attribute":"keys","overriddensettings":)";
+    return R"({"meta":[)" + (kBegin + first) + "}," + kBegin + R"([{"actions":[)" + entriesOfSecond + "]}]}]}";
+}
+
+TEST(RoundTripCommand, ASecondSectionIsNotReadAndCanBeHad) {
+    for (const char* const first : {"[]", "{}", R"([{"actions":[]}])", R"([{"actions":[{"id":4,"shortcut":"F6"}]}])"}) {
+        SCOPED_TRACE(first);
+        const FileWorld world;
+        world.writeUser(twoSections(first, R"({"id":3,"shortcut":"F7"},{"id":2,"rmb":true})"));
+        const ChildResult result = world.run({"roundtrip"});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_NE(result.out.find("warning: Something under \"overriddensettings\" of the section keys has no effect, "
+                                  "because only the first is read.\n"),
+                  std::string::npos)
+            << result.out;
+        world.runWith("plan", listIn(result.out), {"--apply"});
+        EXPECT_EQ(world.run({"roundtrip"}).out.find(kAllComesBack), 0U);
+        const std::string changed = world.run({"shortcuts", "--changed"}).out;
+        EXPECT_NE(changed.find("ucpedit  3   rotate   F7"), std::string::npos) << changed;
+        EXPECT_NE(changed.find("put into the menu by the user"), std::string::npos) << changed;
+    }
+}
+
+TEST(RoundTripCommand, OthersTellASecondSectionToo) {
+    const FileWorld world;
+    world.writeUser(twoSections("[]", R"({"id":3,"shortcut":"F7"})"));
+    constexpr char kWhy[] =
+        "Something under \"overriddensettings\" of the section keys has no effect, because only the first is read.\n";
+    for (const char* const context : {"ucpedit", "panel"}) {
+        const ChildResult conflicts = world.run({"conflicts", "--context", context});
+        EXPECT_EQ(conflicts.exitCode, 1);
+        EXPECT_NE(conflicts.out.find(std::string("warning: ") + kWhy), std::string::npos) << conflicts.out;
+    }
+    const ChildResult exported = world.run({"export", world.fileText()});
+    EXPECT_EQ(exported.exitCode, 1);
+    EXPECT_NE(exported.err.find(std::string("warning: Not in the profile: ") + kWhy), std::string::npos)
+        << exported.err;
+}
+
 /// The list is a profile, since a line has no place for a menu flag.
 TEST(RoundTripCommand, TheCureHasMenuFlagsAndWhatStandsBehindAnElementWithoutAnId) {
     const FileWorld world;
