@@ -32,13 +32,29 @@ inline bool holdsNoSection(json::View root) {
 /// is not known, as in a file of the defaults, and where the defaults have no such section.
 using SectionOwner = std::optional<prefs::SubManagerType>;
 
+/// Returns whether a list has an entry with a text. Nothing else in it sets anything.
+inline bool holdsTexts(json::View overridden) {
+    for (const json::View element : overridden.elements()) {
+        for (const json::Member& entry : element.members()) {
+            if (entry.value.text()) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 /// Returns whether a section is one of those that should not be there twice. Of a sub-manager's only the first is read,
-/// even when it holds nothing.
+/// even when it holds nothing. Where there is no other place for what sets nothing, a save puts it into a section of
+/// its own beside the one with the settings, which does no harm.
 inline bool countsForPath(json::View section, SectionOwner owner, bool isFirst) {
-    if (owner.value_or(prefs::SubManagerType::None) == prefs::SubManagerType::None) {
+    if (!owner) {
         return hasContent(section);
     }
     const json::View overridden = section.member(prefs::kOverriddenSettings);
+    if (*owner == prefs::SubManagerType::None) {
+        return holdsTexts(overridden);
+    }
     return isFirst ? static_cast<bool>(overridden) : prefs::hasEntries(overridden);
 }
 

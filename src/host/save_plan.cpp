@@ -39,7 +39,8 @@ bool saysNothing(const SavePlan& plan, std::string_view actionsValue) {
     const std::set<std::size_t> ofActions(content.sectionsOfActions.begin(), content.sectionsOfActions.end());
     for (std::size_t place = 0; place < content.sections.size(); ++place) {
         const prefs::SavedSection& section = content.sections[place];
-        if (!section.values.empty() || (ofActions.count(place) == 0 && prefs::hasEntries(section.subManagerValue))) {
+        if (!section.values.empty() || !section.kept.empty() ||
+            (ofActions.count(place) == 0 && prefs::hasEntries(section.subManagerValue))) {
             return false;
         }
     }

@@ -14,12 +14,26 @@ namespace {
 
 using json::View;
 using prefs::Catalogue;
+using prefs::KeptEntry;
+using prefs::KeptSection;
 using prefs::SavedSection;
 using prefs::SubManagerType;
 using prefs::VisitedSection;
 
 View parse(std::string_view text, UserFileContent& content, json::Numbers numbers = json::Numbers::Exact) {
     return content.documents.emplace_back(text, numbers).root();
+}
+
+/// So many arrays and objects stand around the value of an entry: those of the file, the list of sections, the section,
+/// the list of entries and the entry. A section inside another one has the other and its children around it.
+constexpr unsigned kAroundEntry = 5;
+constexpr unsigned kAroundChild = 2;
+
+/// Returns whether a value could be read back with so many arrays and objects around it.
+bool canBeRead(View value, unsigned depth) {
+    json::CompactWriter writer(json::Numbers::Exact, depth);
+    writer.copy(value);
+    return writer.take().has_value();
 }
 
 /// Lays out the file: finds a section and a name for each value.
@@ -34,7 +48,9 @@ public:
             auto& values = content_.sections[*firstPlain_].values;
             values.insert(values.end(), elsewhere_.begin(), elsewhere_.end());
         }
-        content_.kept = now_.takeKept();
+        for (KeptSection& section : now_.takeKept()) {
+            content_.kept.push_back(std::move(section));
+        }
         content_.members = now_.takeMembers();
     }
 
@@ -54,9 +70,20 @@ private:
             layDefinition(number, definition.name, visited.attributePath);
         });
         if (isRead_) {
-            for (const SavedSection::Value& unknown : now_.takeUnknownEntries(visited.attributePath)) {
-                content_.sections.back().values.push_back(unknown);
-            }
+            layUnknownEntries(visited);
+        }
+    }
+
+    /// Keeps them in their section, but for those that would nest too deep there. These stand at the end, where no
+    /// value nests deeper than it did.
+    void layUnknownEntries(const VisitedSection& visited) {
+        KeptSection tooDeep{visited.header, visited.attributePath, {}, {}, {}};
+        for (const KeptEntry& entry : now_.takeUnknownEntries(visited.attributePath)) {
+            const bool isReadable = canBeRead(entry.value, kAroundEntry + kAroundChild * visited.level);
+            (isReadable ? content_.sections.back().kept : tooDeep.entries).push_back(entry);
+        }
+        if (!tooDeep.entries.empty()) {
+            content_.kept.push_back(std::move(tooDeep));
         }
     }
 
@@ -141,6 +168,7 @@ void dropKept(UserFileContent& content) {
     content.kept.clear();
     content.members.clear();
     for (SavedSection& section : content.sections) {
+        section.kept.clear();
         section.members.clear();
     }
 }

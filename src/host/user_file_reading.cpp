@@ -49,7 +49,7 @@ View UserFileReading::subManagerValue(SubManagerType type) const {
     return found == subManagerValues_.end() ? View() : found->second;
 }
 
-std::vector<prefs::SavedSection::Value> UserFileReading::takeUnknownEntries(const std::string& attributePath) {
+std::vector<prefs::KeptEntry> UserFileReading::takeUnknownEntries(const std::string& attributePath) {
     return taken(unknownEntries_, attributePath);
 }
 
@@ -96,7 +96,7 @@ void UserFileReading::readSection(const VisitedSection& visited) {
     if (known && overridden && section->second->submanagerId != prefs::kNoSubManager) {
         readSubManagerValue(SubManagerType{section->second->submanagerId}, visited.attributePath, overridden);
     } else if (known && overridden.isArray()) {
-        readEntries(visited, overridden);
+        readEntries(visited.attributePath, overridden);
     } else if (prefs::hasEntries(overridden)) {
         kept_.push_back({visited.header, visited.attributePath, {}, {}, overridden});
     }
@@ -138,30 +138,26 @@ void UserFileReading::readUnknownSection(const VisitedSection& visited, View ove
     kept_.push_back(std::move(section));
 }
 
-void UserFileReading::readEntries(const VisitedSection& visited, View overridden) {
-    KeptSection rest{visited.header, visited.attributePath, {}, {}, {}};
+void UserFileReading::readEntries(const std::string& attributePath, View overridden) {
+    std::vector<prefs::KeptEntry>& unknown = unknownEntries_[attributePath];
     for (const View element : overridden.elements()) {
         if (!element.isObject()) {
-            rest.entries.push_back({std::nullopt, element});
+            unknown.push_back({std::nullopt, element});
         }
         for (const json::Member& entry : element.members()) {
-            readEntry(entry, visited.attributePath, rest);
+            readEntry(entry, attributePath, unknown);
         }
-    }
-    if (!rest.entries.empty()) {
-        kept_.push_back(std::move(rest));
     }
 }
 
-/// A value that is no text may nest deeply, so it is not left to the depth of its section.
-void UserFileReading::readEntry(const json::Member& entry, const std::string& attributePath, KeptSection& rest) {
+void UserFileReading::readEntry(const json::Member& entry, const std::string& attributePath,
+                                std::vector<prefs::KeptEntry>& unknown) {
     const auto value = entry.value.text();
-    if (!value) {
-        rest.entries.push_back({entry.key, entry.value});
-    } else if (const Setting* const setting = catalogue_.findEntry(entry.key, attributePath)) {
-        values_[setting->number] = value;
+    const Setting* const setting = value ? catalogue_.findEntry(entry.key, attributePath) : nullptr;
+    if (setting == nullptr) {
+        unknown.push_back({entry.key, entry.value});
     } else {
-        unknownEntries_[attributePath].push_back({entry.key, *value});
+        values_[setting->number] = value;
     }
 }
 

@@ -29,8 +29,9 @@ public:
     /// Returns what the file has for a sub-manager; of several sections the first counts, as for the reader.
     json::View subManagerValue(prefs::SubManagerType type) const;
 
-    /// Returns the entries of a section with settings whose values are texts and whose names no setting has.
-    std::vector<prefs::SavedSection::Value> takeUnknownEntries(const std::string& attributePath);
+    /// Returns what the lists of a section with settings hold that sets nothing: entries whose names no setting has,
+    /// and what is no text.
+    std::vector<prefs::KeptEntry> takeUnknownEntries(const std::string& attributePath);
 
     /// Returns the members of a section of the defaults that these lack.
     std::vector<json::Member> takeMembers(const std::string& attributePath);
@@ -41,7 +42,8 @@ public:
     /// Returns what later sections of a sub-manager hold that is not what the first one holds, which alone counts.
     std::vector<prefs::UnreadContent> takeSecondValues() { return std::move(secondValues_); }
 
-    /// Returns everything else that has no meaning: sections that are not there, and what is no text.
+    /// Returns everything else that has no meaning: sections that are not there, and what stands in the place of a
+    /// list.
     std::vector<prefs::KeptSection> takeKept() { return std::move(kept_); }
 
 private:
@@ -51,14 +53,14 @@ private:
     void readSubManagerValue(prefs::SubManagerType type, const std::string& attributePath, json::View overridden);
     void readUnknownSection(const prefs::VisitedSection& visited, json::View overridden);
     void readSection(const prefs::VisitedSection& visited);
-    void readEntries(const prefs::VisitedSection& visited, json::View overridden);
-    void readEntry(const json::Member& entry, const std::string& attributePath, prefs::KeptSection& rest);
+    void readEntries(const std::string& attributePath, json::View overridden);
+    void readEntry(const json::Member& entry, const std::string& attributePath, std::vector<prefs::KeptEntry>& unknown);
 
     const prefs::Catalogue& catalogue_;
     /// By the numbers of the records.
     std::vector<std::optional<std::string_view>> values_;
     std::map<prefs::SubManagerType, json::View> subManagerValues_;
-    std::map<std::string, std::vector<prefs::SavedSection::Value>> unknownEntries_;
+    std::map<std::string, std::vector<prefs::KeptEntry>> unknownEntries_;
     std::vector<prefs::KeptSection> kept_;
     /// The members of the defaults' sections by attribute paths.
     std::map<std::string, std::set<std::string_view>> defaultMembers_;

@@ -21,13 +21,16 @@ private:
     void walkSection(json::View element, const SectionNames& names) {
         const JoinedNames::Level headers(headers_, names.header);
         const JoinedNames::Level attributes(attributes_, names.attribute);
-        visit_(VisitedSection{element, names.header, headers.outer(), attributes_.text()});
+        visit_(VisitedSection{element, names.header, headers.outer(), attributes_.text(), level_});
+        ++level_;
         walk(element.member(kChildren));
+        --level_;
     }
 
     SectionVisit visit_;
     JoinedNames headers_;
     JoinedNames attributes_;
+    unsigned level_ = 0;
 };
 
 }  // namespace

@@ -86,6 +86,7 @@ struct VisitedSection {
     std::string_view header;
     std::string_view parentHeader;     ///< Headings of the sections around it.
     const std::string& attributePath;  ///< Attributes of the sections around it and its own.
+    unsigned level;                    ///< How many sections are around it.
 };
 
 /// Refers to a function of a section, which must stay for as long as the walk lasts. One walk serves all callers: as a

@@ -32,6 +32,7 @@ public:
             writer.text(value.value);
             writer.endObject();
         }
+        writeKeptEntries(writer, saved.kept);
         writer.endArray();
     }
 
@@ -66,14 +67,15 @@ private:
         if (section.whole) {
             writer.copy(section.whole);
         } else {
+            writer.beginArray();
             writeKeptEntries(writer, section.entries);
+            writer.endArray();
         }
         writer.endObject();
     }
 
-    static void writeKeptEntries(json::PrettyWriter& writer, const std::vector<KeptSection::Entry>& entries) {
-        writer.beginArray();
-        for (const KeptSection::Entry& entry : entries) {
+    static void writeKeptEntries(json::PrettyWriter& writer, const std::vector<KeptEntry>& entries) {
+        for (const KeptEntry& entry : entries) {
             if (!entry.name) {
                 writer.copy(entry.value);
                 continue;
@@ -83,7 +85,6 @@ private:
             writer.copy(entry.value);
             writer.endObject();
         }
-        writer.endArray();
     }
 
     /// A section comes before its children here too, so the walk's order is this one.

@@ -11,6 +11,13 @@
 
 namespace zelutil::prefs {
 
+/// Something in a list of entries that means nothing to the defaults. One without a name is an element of the list and
+/// no member of an object there.
+struct KeptEntry {
+    std::optional<std::string_view> name;
+    json::View value;
+};
+
 /// Holds what the user's file has for one section of the defaults, as its "overriddensettings".
 struct SavedSection {
     struct Value {
@@ -19,7 +26,9 @@ struct SavedSection {
     };
 
     std::vector<Value> values;
-    /// The value of a sub-manager's text, which then stands in the place of the values; or absent.
+    /// These follow the values.
+    std::vector<KeptEntry> kept;
+    /// The value of a sub-manager's text, which then stands in the place of both; or absent.
     json::View subManagerValue;
     /// Members that the section of the defaults lacks.
     std::vector<json::Member> members;
@@ -27,17 +36,11 @@ struct SavedSection {
 
 /// Holds entries that mean nothing to the defaults and are to stay in the user's file nevertheless.
 struct KeptSection {
-    /// One without a name is an element of the array and no member of an object there.
-    struct Entry {
-        std::optional<std::string_view> name;
-        json::View value;
-    };
-
     std::string_view header;
     std::string attributePath;
     /// All members but those of which this structure tells otherwise.
     std::vector<json::Member> members;
-    std::vector<Entry> entries;
+    std::vector<KeptEntry> entries;
     /// The whole "overriddensettings", which then stands in the place of the entries; or absent.
     json::View whole;
 };

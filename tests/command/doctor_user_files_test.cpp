@@ -96,6 +96,19 @@ TEST(DoctorOnUserFiles, AValueThatNestsTooDeepForItsSectionIsLeftOut) {
     EXPECT_TRUE(world.hasKeptCopy());
 }
 
+TEST(DoctorOnUserFiles, WhatSetsNothingMakesNoFaultWhenItIsSaved) {
+    for (const char* const entries : {R"([{"":"e"}])", "[5]", R"(["x"])", R"([{"other":false}])", R"({"other":"2"})",
+                                      R"([{"other":"2"},{"other":null},[{"other":"3"}]])"}) {
+        SCOPED_TRACE(entries);
+        const UserFileWorld world;
+        world.write(sectionWith("s", entries));
+        EXPECT_EQ(DoctorRun(world).result.exitCode, 0);
+        EXPECT_EQ(world.set("2").exitCode, 0);
+        const DoctorRun doctor(world);
+        EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings() << readTextFile(world.userFile());
+    }
+}
+
 /// Writes random sections of a user's file, with mistakes in many of them.
 class RandomSections {
 public:
@@ -153,7 +166,7 @@ private:
 
 constexpr unsigned kUserFiles = 40;
 
-/// A save keeps a copy of just those files of which the doctor says that it leaves something out.
+/// A save keeps a copy of just those files of which the doctor says that it leaves something out, and makes no fault.
 TEST(DoctorOnUserFiles, SavesKeepACopyOfThoseOfWhichTheDoctorWarns) {
     unsigned kept = 0;
     for (unsigned seed = 0; seed < kUserFiles; ++seed) {
@@ -164,6 +177,11 @@ TEST(DoctorOnUserFiles, SavesKeepACopyOfThoseOfWhichTheDoctorWarns) {
         const bool isTold = before.count("left-out") != 0 || before.count("no-effect") != 0;
         world.set("saved");
         EXPECT_EQ(world.hasKeptCopy(), isTold);
+        std::set<std::string> after = faultsOf(DoctorRun(world));
+        EXPECT_EQ(after.erase("kept-copy"), isTold ? 1U : 0U);
+        for (const std::string& kind : after) {
+            EXPECT_TRUE(kind == "section-twice" && before.count(kind) != 0) << kind << readTextFile(world.userFile());
+        }
         kept += isTold ? 1 : 0;
     }
     EXPECT_GT(kept, kUserFiles / 5);

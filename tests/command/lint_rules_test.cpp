@@ -197,6 +197,21 @@ TEST(LintSections, ASecondOneOfTheUsersActionsIsToldOnceAndNotLookedInto) {
     EXPECT_EQ(placesOf(check(sectionsOf({first, elsewhere}), "")), "ZU007 at 3:30");
 }
 
+TEST(LintSections, ASecondOneOfTheUserThatSetsNothingIsNoRepetition) {
+    const std::string sets = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": "2"}]})";
+    const std::string list = R"({"header": "D", "attribute": "d", "overriddensettings": [{"x": 2}, 5]})";
+    const std::string object = R"({"header": "D", "attribute": "d", "overriddensettings": {"x": "2"}})";
+    const std::string groups = R"({"header": "G", "attribute": "g"})";
+    for (const char* const defaults : {kSectionDefaults, ""}) {
+        for (const std::string& second : {list, object}) {
+            const std::string alone = placesOf(check(sectionsOf({groups, second}), defaults));
+            EXPECT_EQ(alone.find("ZU004 at 3:"), 0U) << alone;
+            EXPECT_EQ(placesOf(check(sectionsOf({sets, second}), defaults)), alone);
+        }
+        EXPECT_NE(placesOf(check(sectionsOf({sets, sets}), defaults)).find("ZU007 at 3:30"), std::string::npos);
+    }
+}
+
 TEST(LintSections, OneOfTheDefaultsThatOnlyGroupsOthersIsNotUnknown) {
     const std::string defaults = sectionsOf({R"({"header": "G", "attribute": "g", "children": [{"header": "D",)"
                                              R"( "attribute": "d", "tclCommand": "t", "defaultsettings": []}]})"});

@@ -47,12 +47,25 @@ TEST(SettingsKept, UnknownSectionsStayAtTheEndWithTheirWholePaths) {
               std::string(kNothing) + "old: [{\"x\":\"2\"}]\nold::in: [{\"x\":\"3\"}]\n" + "g::new: [{\"z\":\"4\"}]\n");
 }
 
-TEST(SettingsKept, WhatIsNoTextStaysAtTheEndAndSetsNothing) {
+TEST(SettingsKept, WhatIsNoTextStaysBehindTheValuesAndSetsNothing) {
     const std::string file = fileWith({given("a", R"({"x":5,"y":"2","o":null},7,["x"],{})"),
                                        R"({"header":"H","attribute":"g::b","overriddensettings":{"z":"3"}})"});
     EXPECT_EQ(entriesAfterSave(file),
-              "a: [{\"a::y\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
-              "a: [{\"x\":5},{\"o\":null},7,[\"x\"]]\ng::b: {\"z\":\"3\"}\n");
+              "a: [{\"a::y\":\"2\"},{\"x\":5},{\"o\":null},7,[\"x\"]]\ng: []\ng::b: []\nk: []\nl: []\n"
+              "g::b: {\"z\":\"3\"}\n");
+}
+
+TEST(SettingsKept, WhatSetsNothingStaysInTheOrderOfTheFile) {
+    const std::string entries = R"(5,{"old":"1"},{"x":false},{"":"e"},"x",{"older":"2"})";
+    EXPECT_EQ(entriesAfterSave(fileWith({given("g::b", entries)}), {{"z", "3"}}),
+              "a: []\ng: []\ng::b: [{\"g::b::z\":\"3\"}," + entries + "]\nk: []\nl: []\n");
+}
+
+TEST(SettingsKept, TwoSectionsOfOnePathBecomeOne) {
+    EXPECT_EQ(
+        entriesAfterSave(fileWith({given("a", R"({"x":"2"},5)"), given("g::b", ""), given("a", R"({"y":7},"x")")}),
+                         {{"y", "3"}}),
+        "a: [{\"a::x\":\"2\"},{\"a::y\":\"3\"},5,{\"y\":7},\"x\"]\ng: []\ng::b: []\nk: []\nl: []\n");
 }
 
 TEST(SettingsKept, EntriesOfASectionThatOnlyGroupsOthersStay) {
@@ -150,6 +163,15 @@ TEST(SettingsKept, TheDeepestValuesStayReadable) {
               "a: [{\"a::x\":\"2\"}]\ng: []\ng::b: []\nk: []\nl: []\n"
               "g::b: [{\"o\":" +
                   deep + "}]\nold: [{\"o\":" + deep + "}]\n");
+}
+
+// A section inside another one has 2 arrays and objects more around it than one at the top.
+TEST(SettingsKept, OnlyWhatNestsTooDeepForItsSectionStandsAtTheEnd) {
+    const auto nested = [](std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); };
+    const std::string fits = R"({"o":)" + nested(json::kMaximumDepth - 7) + "}";
+    const std::string tooDeep = R"({"o":)" + nested(json::kMaximumDepth - 6) + "}";
+    EXPECT_EQ(entriesAfterSave(fileWith({given("g::b", fits + R"(,{"z":"2"},)" + tooDeep + ",5")})),
+              "a: []\ng: []\ng::b: [{\"g::b::z\":\"2\"}," + fits + ",5]\nk: []\nl: []\ng::b: [" + tooDeep + "]\n");
 }
 
 }  // namespace
