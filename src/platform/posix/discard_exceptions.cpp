@@ -16,9 +16,6 @@ __attribute__((no_sanitize("address", "undefined"))) bool callDiscardingExceptio
         posix::forgetFramesBelow(__builtin_frame_address(0));
         throw;
     } catch (...) {
-        if (posix::hasCaughtForcedUnwind()) {
-            throw;
-        }
         return false;
     }
 }

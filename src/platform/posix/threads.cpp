@@ -218,9 +218,6 @@ __attribute__((no_sanitize("address", "undefined"))) void callKillable(void* (*f
         forgetFramesBelow(__builtin_frame_address(0));
         throw;
     } catch (...) {
-        if (hasCaughtForcedUnwind()) {
-            throw;
-        }
         pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
         pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, nullptr);
     }
