@@ -38,7 +38,7 @@ constexpr LengthRow kLengths[] = {
     {"1e+", 1},
     {"1ex", 1},
     {"5.e", 2},
-    // What stands behind a number.
+    // Something stands behind a number.
     {"-1.5e3 mm", 6},
     {"1.2.3", 3},
     {"0x10", 1},
