@@ -205,7 +205,9 @@ void lookAround(FileState& state, const fs::path& file, FileUse use) {
         return;
     }
     const fs::path nearest = nearestThere(file);
-    if (use == FileUse::Users && isDirectory(nearest) && !mayWriteThere(nearest)) {
+    if (use == FileUse::Users && !isDirectory(nearest)) {
+        state.writeable = false;
+    } else if (use == FileUse::Users && !mayWriteThere(nearest)) {
         state.shutDirectory = textOf(nearest);
         state.writeable = false;
     }

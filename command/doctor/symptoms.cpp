@@ -469,7 +469,8 @@ private:
     /// The file that saves write.
     void addWriting(const SearchStep& step) {
         const FileState& state = *step.file;
-        if (!state.writeable && state.shutDirectory.empty() && !isOutOfReachByItself(state)) {
+        const bool isToldOtherwise = state.kind == FileState::Kind::Missing || isOutOfReachByItself(state);
+        if (!state.writeable && state.shutDirectory.empty() && !isToldOtherwise) {
             addAbout(Kind::ReadOnly, step, "is read-only, so that nothing can be saved.",
                      "Give the user the right to write it.");
         }

@@ -1,5 +1,7 @@
 // A host in small: prints, a line each, what the library returns for the searches that its arguments name.
 #include <zelutil/file/hierarchy.h>
+#include <zelutil/host/save.h>
+#include <zelutil/host/settings.h>
 #include <zelutil/host/start.h>
 #include <zelutil/prefs/user_preference_manager.h>
 
@@ -7,7 +9,9 @@
 #include <map>
 #include <string>
 
+#include "common_library/common_library.h"
 #include "facet/facet_groups.h"
+#include "file/hierarchy_search.h"
 #include "file/installed_file.h"
 #include "prefs/preference_files.h"
 
@@ -43,7 +47,37 @@ std::string areThereSections() {
     return UserPreferenceManager::GetInstance().getAllUserPrefUISettings().empty() ? "no" : "yes";
 }
 
+std::string site() {
+    zelutil::text::NoTrace nobody;
+    const ZelU::File::Path directory(zelutil::file::siteText(nobody).value_or(""));
+    return static_cast<const char*>(directory);
+}
+
+/// Returns where a file is found that a site and no installation has.
+std::string fileOfSite() {
+    const ZelU::File::Path file = Hierarchy::FindFile("of_site.txt", "share/local/tessel");
+    return static_cast<const char*>(file);
+}
+
+std::string hasCommonLibrary() { return zelutil::common_library::missingFunctions() ? "yes" : "no"; }
+
+std::string isInitialised() { return zelutil::common_library::initDone() ? "yes" : "no"; }
+
+/// Says whether another value of the first setting comes into the user's file.
+std::string isSaved() {
+    const auto settings = zelutil::host::settings();
+    if (settings.empty()) {
+        return "no settings";
+    }
+    return zelutil::host::save({{settings.front().fullName, "of the probe"}}).ok() ? "yes" : "no";
+}
+
 const std::map<std::string, std::string (*)()> kSearches = {
+    {"site", site},
+    {"file-of-site", fileOfSite},
+    {"common-library", hasCommonLibrary},
+    {"initialised", isInitialised},
+    {"saved", isSaved},
     {"root", root},
     {"stand-in", standIn},
     {"environment", [] { return std::string(static_cast<const char*>(Hierarchy::GetPcbEnv())); }},

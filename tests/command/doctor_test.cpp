@@ -1,120 +1,20 @@
-// The command says what the library does, finds nothing in healthy trees and names what is wrong in others. Each run is
-// a process of its own.
+// The command names what is wrong in a tree, and says what the library does. Each run is a process of its own.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>
-#include <map>
-#include <random>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "command/doctor_answers.h"
 #include "command/doctor_world.h"
 #include "support/common_library_stand_in.h"
-#include "support/sanitized.h"
 
 namespace zelutil::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-const std::vector<std::string> kSearches = {"root",           "environment",       "defaults",
-                                            "user-file-read", "user-file-written", "facets"};
-
-const char* yesOrNo(bool truth) { return truth ? "yes" : "no"; }
-
-using Answers = std::map<std::string, std::string>;
-
-/// The states of the files are those in which the library finds them.
-void expectStatesOfTheLibrary(const DoctorRun& doctor, const Answers& answers) {
-    static const std::set<std::string> unread = {"malformed", "too-large", "unreadable", "directory"};
-    EXPECT_EQ(answers.at("user-file-unread"), yesOrNo(unread.count(doctor.stateOf("user-file-read")) != 0));
-    const std::vector<NamedSymptom> symptoms = doctor.symptoms();
-    const bool lackSettings = std::any_of(symptoms.begin(), symptoms.end(),
-                                          [](const NamedSymptom& symptom) { return symptom.kind == "no-settings"; });
-    EXPECT_EQ(answers.at("sections"), yesOrNo(doctor.stateOf("defaults") == "fine" && !lackSettings));
-}
-
-/// Expects that the command found what the library finds. Without an installation every search but the first of a
-/// process finds something else, so each gets a process.
-void expectAnswersOfTheLibrary(const DoctorRun& doctor, const DoctorWorld& world) {
-    std::vector<std::string> questions = kSearches;
-    questions.insert(questions.end(), {"user-file-unread", "sections"});
-    Answers answers;
-    if (!doctor.resultOf("root").empty()) {
-        answers = answersIn(world, questions);
-    } else {
-        for (const std::string& question : questions) {
-            answers.merge(answersIn(world, {question}));
-        }
-        EXPECT_EQ(doctor.text("standIn"), answersIn(world, {"stand-in"}).at("stand-in"));
-    }
-    for (const std::string& search : kSearches) {
-        EXPECT_EQ(doctor.resultOf(search), answers.at(search)) << search;
-    }
-    expectStatesOfTheLibrary(doctor, answers);
-}
-
-// --- Healthy trees --------------------------------------------------------------------------------------------------
-
-class RandomHealth {
-public:
-    explicit RandomHealth(unsigned seed) : random_(seed) {}
-
-    void change(DoctorWorld& world) {
-        nameTheProduct(world);
-        if (chance()) {
-            writeTextFile(world.userFile(), kHealthyUser);
-        }
-        if (chance()) {
-            fs::create_directories(world.work / "site");
-            world.name("QTX_SITE", world.work / "site");
-        }
-        if (chance()) {
-            writeTextFile(world.work / "settings/named.cfg", kHealthyDefaults);
-            world.name("tessel_settings", world.work / "settings/named.cfg");
-        }
-        if (random_() % 4 == 0) {
-            world.environment["regression_testing"] = "";
-        }
-    }
-
-private:
-    bool chance() { return random_() % 2 == 0; }
-
-    void nameTheProduct(DoctorWorld& world) {
-        static const char* const variables[] = {"QTXROOT", "QTX_ROOT", "QTXINSTDIR"};
-        const auto way = random_() % 5;
-        if (way < 3) {
-            world.name(variables[way], world.product);
-            world.setPath({world.work / "nothing"});
-        } else if (way == 3) {
-            makeInstallation(world.product, "tools/lib/64bit");
-            world.setPath({world.work / "nothing", world.product / "tools/lib/64bit"});
-        } else {
-            makeInstallation(world.other);
-            world.setPath({world.here, world.product / "tools/bin", world.other / "tools/bin"});
-        }
-    }
-
-    std::mt19937 random_;
-};
-
-TEST(Doctor, FindsNothingInHealthyTreesAndSaysWhatTheLibraryReturns) {
-    for (unsigned seed = 0; seed < casesInTime(100U, 30U) && !testing::Test::HasFailure(); ++seed) {
-        SCOPED_TRACE(seed);
-        DoctorWorld world;
-        RandomHealth(seed).change(world);
-        const DoctorRun doctor(world);
-        EXPECT_EQ(doctor.result.exitCode, 0) << doctor.findings();
-        for (const NamedSymptom& symptom : doctor.symptoms()) {
-            EXPECT_TRUE(symptom.isNote && symptom.kind == "shadowed") << symptom.kind;
-        }
-        EXPECT_EQ(doctor.resultOf("root"), windowsText(world.product));
-        expectAnswersOfTheLibrary(doctor, world);
-    }
-}
 
 // --- One planted fault ----------------------------------------------------------------------------------------------
 

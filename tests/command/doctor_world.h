@@ -84,26 +84,39 @@ public:
 
     std::string text(const char* member) const { return textOf(document.root().member(member)); }
 
-    std::string resultOf(const std::string& step) const {
+    /// Returns the step of that name.
+    json::View stepOf(const std::string& step) const {
         for (const json::View found : document.root().member("steps").elements()) {
             if (textOf(found.member("name")) == step) {
-                return textOf(found.member("result"));
+                return found;
             }
         }
         ADD_FAILURE() << "no step " << step;
         return {};
     }
 
-    /// Returns the state of the file of a step.
-    std::string stateOf(const std::string& step) const {
-        for (const json::View found : document.root().member("steps").elements()) {
-            if (textOf(found.member("name")) == step) {
-                return textOf(found.member("file").member("state"));
+    std::string resultOf(const std::string& step) const { return textOf(stepOf(step).member("result")); }
+
+    /// Returns what the candidate that was taken leads to; empty where none was.
+    std::string takenOf(const std::string& step) const {
+        std::string taken;
+        for (const json::View candidate : stepOf(step).member("candidates").elements()) {
+            if (textOf(candidate.member("verdict")) == "taken") {
+                EXPECT_EQ(taken, "") << "two are taken";
+                const std::string found = textOf(candidate.member("found"));
+                taken = found.empty() ? textOf(candidate.member("seen")) : found;
             }
         }
-        ADD_FAILURE() << "no step " << step;
-        return {};
+        return taken;
     }
+
+    /// Returns the state of the file of a step.
+    std::string stateOf(const std::string& step) const { return textOf(fileOf(step).member("state")); }
+
+    /// Returns its size in bytes.
+    std::string sizeOf(const std::string& step) const { return textOf(fileOf(step).member("size")); }
+
+    bool isWriteable(const std::string& step) const { return fileOf(step).member("writeable").isTrue(); }
 
     std::vector<NamedSymptom> symptoms() const {
         std::vector<NamedSymptom> all;
@@ -127,6 +140,8 @@ public:
     json::Document document;
 
 private:
+    json::View fileOf(const std::string& step) const { return stepOf(step).member("file"); }
+
     static std::string textOf(json::View value) { return std::string(value.text().value_or("")); }
 };
 
