@@ -11,6 +11,7 @@
 #include "command/explain/setting_account.h"
 #include "prefs/catalogue_of.h"
 #include "prefs/random_preferences.h"
+#include "support/letter_case.h"
 #include "support/sanitized.h"
 #include "support/twin_json.h"
 
@@ -126,6 +127,15 @@ private:
         }
         const std::string name = account.info.fullName.substr(account.info.section.size() + 2);
         expectPlace(defaults_, account.definition, name, setting.defaultValue);
+        for (const auto& lender : accounts.lenders(number)) {
+            EXPECT_EQ(expectNameAt(lender.place), zelutil::test::lowered(name));
+        }
+        for (const auto& repetition : account.repetitions) {
+            // Another section may have the beginning of the full name.
+            const std::string end = "::" + expectNameAt(repetition.place);
+            const std::string whole = zelutil::test::lowered(account.info.fullName);
+            EXPECT_EQ(whole.substr(whole.size() - std::min(whole.size(), end.size())), end);
+        }
         const UserEntry* const inForce = account.entryInForce();
         ASSERT_EQ(inForce != nullptr, setting.hasUserValue);
         if (inForce != nullptr) {
@@ -134,6 +144,13 @@ private:
         for (const UserEntry& entry : account.entries) {
             expectPlace(user_, entry.place, entry.name, entry.value);
         }
+    }
+
+    /// Expects a name there, and returns it in lower case.
+    std::string expectNameAt(const PairPlace& place) const {
+        const std::string name = stringAt(defaults_, place.name.offset).value();
+        expectPlace(defaults_, place, name, std::nullopt);
+        return zelutil::test::lowered(name);
     }
 
     /// Returns whether the text is the user's without the entries and some of the commas, braces and blanks.

@@ -175,6 +175,7 @@ void PrefsTwin::parseSettings(const TwinJson& settings, const TwinSection& secti
         setting->name = name->text;
         setting->fullName = section.attributePath + "::" + name->text;
         setting->defaultValue = value->text;
+        definitions_.push_back({setting->name, setting->fullName, section.unique});
         settings_.emplace(hashOf(setting->fullName), setting);
         if (section.unique) {
             settings_.emplace(hashOf(setting->name), setting);

@@ -35,6 +35,13 @@ struct TwinSetting {
     const std::string& value() const { return hasUserValue ? userValue : defaultValue; }
 };
 
+/// A setting as one place of the defaults defines it, whether that counts or not.
+struct TwinDefinition {
+    std::string name;
+    std::string fullName;
+    bool lendsBareName = false;
+};
+
 /// Both texts of one loading of the action manager.
 struct TwinActionTexts {
     std::string defaults;
@@ -60,6 +67,8 @@ public:
     const TwinSetting* find(const std::string& name) const;
     const std::map<std::string, TwinSection>& sections() const { return sections_; }
     const std::map<std::uint64_t, std::shared_ptr<TwinSetting>>& settings() const { return settings_; }
+    /// Returns all definitions in the order of the reading.
+    const std::vector<TwinDefinition>& definitions() const { return definitions_; }
     const std::map<std::int32_t, std::string>& defaultTexts() const { return defaultTexts_; }
     const std::map<std::int32_t, std::string>& userTexts() const { return userTexts_; }
 
@@ -88,6 +97,7 @@ private:
 
     std::map<std::string, TwinSection> sections_;
     std::map<std::uint64_t, std::shared_ptr<TwinSetting>> settings_;
+    std::vector<TwinDefinition> definitions_;
     Texts defaultTexts_;
     Texts userTexts_;
     std::string defaultsText_;
