@@ -19,6 +19,13 @@ TEST(LintCleanFiles, TheShippedExamplesHaveNoFinding) {
     }
 }
 
+TEST(LintCleanFiles, TheUsersFileOfTheExamplesHasNoFinding) {
+    const std::string user =
+        test::readTextFile(ZELUTIL_TEST_PROJECT "/examples/home/pcbenv/tessel/tessel_settings.cfg");
+    EXPECT_EQ(kindOfText(user), FileKind::User);
+    EXPECT_EQ(told(check(user, shippedFile("product", "tessel_settings.cfg"))), "");
+}
+
 struct Kind {
     const char* text;
     FileKind kind;
