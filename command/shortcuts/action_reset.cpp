@@ -193,6 +193,12 @@ ActionReset resetActions(const std::vector<int>& ids) {
     ActionReset done;
     {
         command::EntryReset reset;
+        if (reset.accounts().shippedActions().empty()) {
+            // The defaults were read at the start, and cannot be now: nothing tells what the actions are to get.
+            done.save.status = host::SaveResult::Status::NoDefaults;
+            done.save.path = reset.accounts().userFile().path;
+            return done;
+        }
         const EntriesCut cut = planEntriesCut(reset.accounts(), ids);
         const bool isDone = !cut.file && !wouldBeChanged(reset.accounts().shippedActions(), cut.userActions, ids);
         if (cut.isEnough || isDone || prefs::isWrittenUserFileRedirected()) {

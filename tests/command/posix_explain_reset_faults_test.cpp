@@ -16,6 +16,7 @@
 #include "command/explain/entry_reset.h"
 #include "prefs/preference_world.h"
 #include "support/every_fault.h"
+#include "support/killed_at.h"
 #include "support/save_fault_tally.h"
 
 namespace {
@@ -83,6 +84,19 @@ protected:
         const bool leftover = filesBeside() != 0 && fault.call != "unlink";
         tally_.leftovers += leftover ? 1 : 0;
         EXPECT_FALSE(leftover);
+    }
+
+    /// Resets again, which finishes the work, and once more, which changes nothing.
+    void expectFinished() {
+        const auto next = reset();
+        const bool isDone = next && next->ok() && fileText() == kFileWithout && filesBeside() == 0;
+        tally_.lost += isDone ? 0 : 1;
+        EXPECT_TRUE(isDone) << fileText();
+        const auto time = fs::last_write_time(world_.userFile());
+        const auto again = reset();
+        EXPECT_TRUE(again && again->status == SaveResult::Status::Unchanged);
+        EXPECT_EQ(fileText(), kFileWithout);
+        EXPECT_EQ(fs::last_write_time(world_.userFile()), time);
     }
 
     zelutil::test::PreferenceWorld world_;
@@ -163,6 +177,19 @@ TEST_F(ExplainResetFaults, WithoutATurnWhatAnotherSavesMeanwhileStays) {
     const SaveResult result = reset.cut({reset.accounts().find("s::value").value()});
     EXPECT_EQ(result.status, SaveResult::Status::NotWritten);
     EXPECT_EQ(fileText(), kFileWithout);
+}
+
+TEST_F(ExplainResetFaults, AProcessMayBeKilledAtAnyCall) {
+    zelutil::test::forEachKill([&] { world_.writeUser(kFile); }, reset,
+                               [&](bool killed) {
+                                   const std::string text = fileText();
+                                   tally_.broken += killed ? 1 : 0;
+                                   tally_.old += text == kFile ? 1 : 0;
+                                   tally_.fresh += text == kFileWithout ? 1 : 0;
+                                   EXPECT_TRUE(text == kFile || text == kFileWithout) << text;
+                                   expectFinished();
+                               });
+    tally_.expectBothFiles("resets, killed", 15);
 }
 
 TEST_F(ExplainResetFaults, AKilledResetLosesNothing) {

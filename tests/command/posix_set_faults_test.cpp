@@ -131,37 +131,23 @@ TEST_F(SetFaults, AnyCallMayFail) {
 }
 
 TEST_F(SetFaults, AProcessMayBeKilledAtAnyCall) {
-    for (const std::string& call : zelutil::test::wrappedCalls()) {
-        for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
-            SCOPED_TRACE(call + " " + std::to_string(occurrence));
-            begin();
-            const bool killed = zelutil::test::isKilledAt(call, occurrence, set);
-            tally_.broken += killed ? 1 : 0;
-            expectOldOrNew();
-            expectFinished();
-            if (!killed) {
-                break;
-            }
-        }
-    }
+    zelutil::test::forEachKill([&] { begin(); }, set,
+                               [&](bool killed) {
+                                   tally_.broken += killed ? 1 : 0;
+                                   expectOldOrNew();
+                                   expectFinished();
+                               });
     tally_.expectBothFiles("sets, killed", 15);
 }
 
 /// A process in a mistyped home makes its directories: what is left of one that was killed there is no obstacle.
 TEST_F(SetFaults, AProcessThatMakesTheDirectoryMayBeKilledAtAnyCall) {
-    for (const std::string& call : zelutil::test::wrappedCalls()) {
-        for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
-            SCOPED_TRACE(call + " " + std::to_string(occurrence));
-            fs::remove_all(directory().parent_path());
-            const bool killed = zelutil::test::isKilledAt(call, occurrence, set);
-            tally_.broken += killed ? 1 : 0;
-            EXPECT_EQ(zelutil::test::exitCodeOf(set), kDone);
-            EXPECT_TRUE(has(fileText(), "\"new\"")) << fileText();
-            if (!killed) {
-                break;
-            }
-        }
-    }
+    zelutil::test::forEachKill([&] { fs::remove_all(directory().parent_path()); }, set,
+                               [&](bool killed) {
+                                   tally_.broken += killed ? 1 : 0;
+                                   EXPECT_EQ(zelutil::test::exitCodeOf(set), kDone);
+                                   EXPECT_TRUE(has(fileText(), "\"new\"")) << fileText();
+                               });
     tally_.print("sets into no directory, killed");
     EXPECT_GT(tally_.broken, 15);
 }

@@ -1,6 +1,6 @@
-// Each system call of an import, of an applied plan and of an export fails in turn, and a process is killed at each of
-// them. Whatever happens: the file is the old or the new one, whole, the result says which, and doing the same once
-// more finishes the work. Once more after that writes nothing into the user's file.
+// Each system call of an import, of an applied plan, of a reset and of an export fails in turn, and a process is killed
+// at each of them. Whatever happens: the file is the old or the new one, whole, the result says which, and doing the
+// same once more finishes the work. Once more after that writes nothing into the user's file.
 #include <gtest/gtest.h>
 #include <zelutil/actions/action_manager.h>
 #include <zelutil/host/save.h>
@@ -16,6 +16,7 @@
 
 #include "actions/manager_access.h"
 #include "command/html/result_file.h"
+#include "command/shortcuts/action_reset.h"
 #include "command/shortcuts/importing.h"
 #include "command/shortcuts/profile.h"
 #include "host/save_world.h"
@@ -24,6 +25,7 @@
 #include "support/killed_at.h"
 #include "support/save_fault_tally.h"
 #include "support/system_faults.h"
+#include "support/twin_json.h"
 
 namespace zelutil::test {
 namespace {
@@ -57,9 +59,27 @@ SaveResult applyNumber(int number) {
     return applyWishes(plan, wishes.menuFlags);
 }
 
+/// Gives both actions what is shipped for them.
+SaveResult resetBoth(int /*number*/) { return shortcuts::resetActions({3, 6}).save; }
+
+bool hasKey(const std::string& text, int number) { return has(text, "\"Key" + std::to_string(number) + "\""); }
+
+bool hasBothKeys(const std::string& text, int number) { return hasKey(text, number) && hasKey(text, number - 1); }
+
+bool hasNoKey(const std::string& text, int number) { return !hasKey(text, number) && !hasKey(text, number - 1); }
+
+/// A reset has something to take away.
+void importBefore(int number) { EXPECT_TRUE(importNumber(number).ok()); }
+
+/// Every number makes a change.
+void doNothingBefore(int /*number*/) {}
+
 struct Change {
     const char* name;
+    void (*prepare)(int number);
     SaveResult (*make)(int number);
+    /// Returns whether the user's text has what the change gives.
+    bool (*isMade)(const std::string& text, int number);
     /// The save itself is tested with every error.
     std::vector<int> errors;
 };
@@ -73,10 +93,16 @@ protected:
         world_.writeDefaults(defaultsOfWorld());
         UserPreferenceManager::GetInstance();
         host::save({{"part0::value0", "first"}});
-        EXPECT_TRUE(change(0).ok());
+        EXPECT_TRUE(importNumber(0).ok());
     }
 
     static SaveResult change(int number) { return GetParam().make(number); }
+
+    /// Goes on to the next number and returns the text of the file before that is made.
+    std::string begin() {
+        GetParam().prepare(++number_);
+        return fileText();
+    }
 
     std::string fileText() const { return readTextFile(world_.userFile()); }
 
@@ -84,26 +110,25 @@ protected:
         return std::distance(fs::directory_iterator(world_.userFile().parent_path()), {}) - 1;
     }
 
-    /// Returns whether the file is whole and has what the profile of that number gives.
-    static bool isOfNumber(const std::string& text, int number) {
-        return has(text, "\"Key" + std::to_string(number) + "\"") &&
-               has(text, "\"Key" + std::to_string(number - 1) + "\"") && has(text, "\"first\"") && text.back() == '}';
+    /// Returns whether the file is whole and has what the change gives.
+    bool isNew(const std::string& text) const {
+        return readTwinJson(text) && GetParam().isMade(text, number_) && has(text, "\"first\"");
     }
 
     /// Finishes what a change began, and makes it once more.
-    void expectFinished(int number) {
-        const SaveResult again = change(number);
+    void expectFinished() {
+        const SaveResult again = change(number_);
         const std::string text = fileText();
-        const bool isThere = again.ok() && isOfNumber(text, number) && filesBeside() == 0;
+        const bool isThere = again.ok() && isNew(text) && filesBeside() == 0;
         tally_.lost += isThere ? 0 : 1;
         EXPECT_TRUE(isThere) << again.text << '\n' << text;
-        EXPECT_EQ(change(number).status, Status::Unchanged);
+        EXPECT_EQ(change(number_).status, Status::Unchanged);
         EXPECT_EQ(fileText(), text);
     }
 
-    void expectOldOrNew(const std::string& old, int number) {
+    void expectOldOrNew(const std::string& old) {
         const std::string text = fileText();
-        const bool isNew = isOfNumber(text, number);
+        const bool isNew = this->isNew(text);
         tally_.old += text == old ? 1 : 0;
         tally_.fresh += isNew ? 1 : 0;
         tally_.damaged += text == old || isNew ? 0 : 1;
@@ -112,53 +137,45 @@ protected:
 
     PreferenceWorld world_;
     SaveFaultTally tally_;
+    int number_ = 0;
 };
 
 TEST_P(ShortcutFaults, AnyCallMayFail) {
-    int number = 0;
     forEachFaultOf(GetParam().errors, [&](const Fault& fault) {
-        const std::string old = fileText();
-        ++number;
+        const std::string old = begin();
         SaveResult result;
         bool happened = false;
         {
             const FaultInjection injection(fault);
-            result = change(number);
+            result = change(number_);
             happened = injection.happened();
         }
         tally_.broken += happened ? 1 : 0;
-        expectOldOrNew(old, number);
-        const bool isTrue = result.ok() == isOfNumber(fileText(), number);
+        expectOldOrNew(old);
+        const bool isTrue = result.ok() == isNew(fileText());
         tally_.untrue += isTrue ? 0 : 1;
         EXPECT_TRUE(isTrue) << result.text;
-        expectFinished(number);
+        expectFinished();
         return happened;
     });
     tally_.expectBothFiles(GetParam().name, 40);
 }
 
 TEST_P(ShortcutFaults, AProcessMayBeKilledAtAnyCall) {
-    int number = 0;
-    for (const std::string& call : wrappedCalls()) {
-        for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
-            SCOPED_TRACE(call + " " + std::to_string(occurrence));
-            const std::string old = fileText();
-            ++number;
-            const bool killed = isKilledAt(call, occurrence, [&] { change(number); });
-            tally_.broken += killed ? 1 : 0;
-            expectOldOrNew(old, number);
-            expectFinished(number);
-            if (!killed) {
-                break;
-            }
-        }
-    }
+    std::string old;
+    forEachKill([&] { old = begin(); }, [&] { change(number_); },
+                [&](bool killed) {
+                    tally_.broken += killed ? 1 : 0;
+                    expectOldOrNew(old);
+                    expectFinished();
+                });
     tally_.expectBothFiles((std::string(GetParam().name) + ", killed").c_str(), 15);
 }
 
 INSTANTIATE_TEST_SUITE_P(Changes, ShortcutFaults,
-                         testing::Values(Change{"imports", importNumber, {EACCES, EINTR}},
-                                         Change{"plans", applyNumber, {ENOSPC}}),
+                         testing::Values(Change{"imports", doNothingBefore, importNumber, hasBothKeys, {EACCES, EINTR}},
+                                         Change{"plans", doNothingBefore, applyNumber, hasBothKeys, {ENOSPC}},
+                                         Change{"resets", importBefore, resetBoth, hasNoKey, {EACCES, ENOSPC, EINTR}}),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 /// Exports into a file that holds a profile of other shortcuts.
@@ -227,18 +244,12 @@ TEST_F(ExportFaults, AnyCallMayFail) {
 TEST_F(ExportFaults, AProcessMayBeKilledAtAnyCall) {
     int kills = 0;
     int fresh = 0;
-    for (const std::string& call : wrappedCalls()) {
-        for (std::size_t occurrence = 1; !HasFailure(); ++occurrence) {
-            SCOPED_TRACE(call + " " + std::to_string(occurrence));
-            const bool killed = isKilledAt(call, occurrence, [&] { exports(); });
-            kills += killed ? 1 : 0;
-            fresh += isNew() ? 1 : 0;
-            expectFinishedAgain();
-            if (!killed) {
-                break;
-            }
-        }
-    }
+    forEachKill([] {}, [&] { exports(); },
+                [&](bool killed) {
+                    kills += killed ? 1 : 0;
+                    fresh += isNew() ? 1 : 0;
+                    expectFinishedAgain();
+                });
     std::printf("exports: %d kills, %d times the new file\n", kills, fresh);
     EXPECT_GT(kills, 5);
     EXPECT_GT(fresh, 0);

@@ -35,6 +35,24 @@ bool isKilledAt(const std::string& call, std::size_t occurrence, Work work) {
            }) == kKilled;
 }
 
+/// Has the process of the work end at every wrapped call, one at a time: at its first occurrence, then at its second,
+/// until there is no further one. `prepare` comes before each time, and `check` behind it is told whether it came to
+/// the end.
+template <typename Prepare, typename Work, typename Check>
+void forEachKill(Prepare prepare, Work work, Check check) {
+    for (const std::string& call : wrappedCalls()) {
+        for (std::size_t occurrence = 1; !testing::Test::HasFailure(); ++occurrence) {
+            SCOPED_TRACE(call + " " + std::to_string(occurrence));
+            prepare();
+            const bool killed = isKilledAt(call, occurrence, work);
+            check(killed);
+            if (!killed) {
+                break;
+            }
+        }
+    }
+}
+
 }  // namespace zelutil::test
 
 #endif
