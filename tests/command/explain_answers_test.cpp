@@ -26,8 +26,8 @@ using zelutil::test::memberOf;
 using zelutil::test::PrefsTwin;
 using zelutil::test::RandomPreferences;
 using zelutil::test::readTextFile;
-using zelutil::test::TwinDefinition;
 using zelutil::test::TwinJson;
+using zelutil::test::TwinSettingDefinition;
 
 /// What the library returns for a name; nothing where it returns nothing.
 struct Answer {
@@ -107,29 +107,31 @@ class Definitions {
 public:
     explicit Definitions(const std::string& defaults) : all_(PrefsTwin(defaults, "").definitions()) {}
 
-    const std::vector<TwinDefinition>& all() const { return all_; }
+    const std::vector<TwinSettingDefinition>& all() const { return all_; }
 
     /// Returns the one that a name finds: the first that has it in full or lends it.
-    const TwinDefinition& find(const std::string& name) const {
-        return *std::find_if(all_.begin(), all_.end(), [&](const TwinDefinition& one) {
+    const TwinSettingDefinition& find(const std::string& name) const {
+        return *std::find_if(all_.begin(), all_.end(), [&](const TwinSettingDefinition& one) {
             return isSameName(one.fullName, name) || (one.lendsBareName && isSameName(one.name, name));
         });
     }
 
-    std::vector<std::string> lendersLike(const TwinDefinition& one) const {
-        return fullNamesFrom(all_.begin(), [&](const TwinDefinition& other) {
+    std::vector<std::string> lendersLike(const TwinSettingDefinition& one) const {
+        return fullNamesFrom(all_.begin(), [&](const TwinSettingDefinition& other) {
             return other.lendsBareName && isSameName(other.name, one.name);
         });
     }
 
-    std::vector<std::string> repetitionsOf(const TwinDefinition& one) const {
-        return fullNamesFrom(all_.begin() + (&one - all_.data()) + 1,
-                             [&](const TwinDefinition& other) { return isSameName(other.fullName, one.fullName); });
+    std::vector<std::string> repetitionsOf(const TwinSettingDefinition& one) const {
+        return fullNamesFrom(all_.begin() + (&one - all_.data()) + 1, [&](const TwinSettingDefinition& other) {
+            return isSameName(other.fullName, one.fullName);
+        });
     }
 
 private:
     template <typename Takes>
-    std::vector<std::string> fullNamesFrom(std::vector<TwinDefinition>::const_iterator begin, Takes takes) const {
+    std::vector<std::string> fullNamesFrom(std::vector<TwinSettingDefinition>::const_iterator begin,
+                                           Takes takes) const {
         std::vector<std::string> names;
         for (; begin != all_.end(); ++begin) {
             if (takes(*begin)) {
@@ -139,7 +141,7 @@ private:
         return names;
     }
 
-    std::vector<TwinDefinition> all_;
+    std::vector<TwinSettingDefinition> all_;
 };
 
 void expectMembers(const TwinJson& setting, const Answer& answer) {
@@ -259,7 +261,7 @@ private:
     }
 
     static void expectNamesakes(const TwinJson& setting, const std::string& name, const Definitions& definitions) {
-        const TwinDefinition& found = definitions.find(name);
+        const TwinSettingDefinition& found = definitions.find(name);
         EXPECT_EQ(namesIn(setting, "lenders"), definitions.lendersLike(found));
         EXPECT_EQ(namesIn(setting, "repetitions"), definitions.repetitionsOf(found));
     }
@@ -269,7 +271,7 @@ private:
         std::map<std::string, int> expected;
         std::vector<std::string> names;
         const Definitions definitions(readTextFile(world_.defaultsFile()));
-        for (const TwinDefinition& definition : definitions.all()) {
+        for (const TwinSettingDefinition& definition : definitions.all()) {
             if (expected.emplace(validUtf8(lowered(definition.name)), 0).second) {
                 names.push_back(definition.name);
             }

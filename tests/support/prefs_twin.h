@@ -36,7 +36,7 @@ struct TwinSetting {
 };
 
 /// A setting as one place of the defaults defines it, whether that counts or not.
-struct TwinDefinition {
+struct TwinSettingDefinition {
     std::string name;
     std::string fullName;
     bool lendsBareName = false;
@@ -68,7 +68,7 @@ public:
     const std::map<std::string, TwinSection>& sections() const { return sections_; }
     const std::map<std::uint64_t, std::shared_ptr<TwinSetting>>& settings() const { return settings_; }
     /// Returns all definitions in the order of the reading.
-    const std::vector<TwinDefinition>& definitions() const { return definitions_; }
+    const std::vector<TwinSettingDefinition>& definitions() const { return definitions_; }
     const std::map<std::int32_t, std::string>& defaultTexts() const { return defaultTexts_; }
     const std::map<std::int32_t, std::string>& userTexts() const { return userTexts_; }
 
@@ -97,7 +97,7 @@ private:
 
     std::map<std::string, TwinSection> sections_;
     std::map<std::uint64_t, std::shared_ptr<TwinSetting>> settings_;
-    std::vector<TwinDefinition> definitions_;
+    std::vector<TwinSettingDefinition> definitions_;
     Texts defaultTexts_;
     Texts userTexts_;
     std::string defaultsText_;
