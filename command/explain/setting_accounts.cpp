@@ -38,7 +38,8 @@ std::string textOfUserFile(PreferenceFile& user) {
         text = bytes;
         return !bytes.empty();
     });
-    user.isUnread = file.unreadAtStart() || file.wasDirectoryAtStart() || isOutOfReach(user.path);
+    user.isUnread =
+        file.unreadAtStart() || file.wasDirectoryAtStart() || isOutOfReach(user.path) || isHidden(user.path);
     return text;
 }
 

@@ -83,6 +83,16 @@ void tell(std::optional<UnreadUserFile> unread, Output& output) {
 
 bool isOutOfReach(const std::string& path) { return isNoPath(path) || isThereInQuotes(path); }
 
+bool isHidden(const std::string& path) {
+    std::error_code ignored;
+    if (isNoPath(path) ||
+        std::filesystem::exists(platform::placeInWorld(platform::nativePathOf(path.c_str())), ignored)) {
+        return false;
+    }
+    const FileState state = stateOfFile(path, FileUse::Users);
+    return (state.kind == FileState::Kind::DeadLink && !state.writeable) || state.kind == FileState::Kind::NameTooLong;
+}
+
 std::string adviceOnUserPath(const std::string& path) {
     if (path.find(' ') != std::string::npos) {
         return kAdviceOnBlank;
@@ -104,7 +114,7 @@ bool isUserFileUnread() {
     };
     const std::string path = prefs::userFilePath();
     // A start has warned of a file in which nothing counts, so that others need no second look.
-    return std::any_of(warnings.begin(), warnings.end(), isOfFile) || isOutOfReach(path) ||
+    return std::any_of(warnings.begin(), warnings.end(), isOfFile) || isOutOfReach(path) || isHidden(path) ||
            (!warnings.empty() && stateOfFile(path, FileUse::Users).holdsNoSection);
 }
 

@@ -35,6 +35,10 @@ bool isUserFileUnread();
 /// there, or nothing can have that path here, as the empty one.
 bool isOutOfReach(const std::string& path);
 
+/// Returns whether a file may be where nobody can look: behind a link to nothing through which a save makes none, as a
+/// link to a share that is not mounted, or under a name that is too long. The library takes it as missing.
+bool isHidden(const std::string& path);
+
 /// Says what somebody does whose user's file has such a path.
 std::string adviceOnUserPath(const std::string& path);
 

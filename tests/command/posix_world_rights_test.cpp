@@ -149,6 +149,28 @@ TEST_P(DeadLinks, AreNamedAndTheirBundleSaysTheSame) {
     expectSame(both.here({"get", "s::value"}), both.there({"get", "s::value"}));
 }
 
+/// A share that is not mounted must not have a profile of all that is on it replaced by an empty one.
+TEST_P(DeadLinks, ThroughWhichNothingIsSavedAreNotTakenAsNoChanges) {
+    writeTextFile(world_.defaults(), R"({"meta": [
+        {"header": "S", "attribute": "s", "tclCommand": "t", "defaultsettings": [{"name": "value", "value": "1"}]},
+        {"header": "K", "attribute": "k", "submanagerId": 100, "tclCommand": "t", "defaultsettings":
+            {"actions": [{"id": 1, "context": "board", "command": "design save", "shortcut": "Ctrl+S"}]}}]})");
+    const std::string profile = world_.work / "profile.json";
+    const auto command = [&](const std::vector<std::string>& arguments) {
+        return run({ZELUTIL_TEST_COMMAND, arguments, world_.environment, world_.here});
+    };
+    const std::string before = R"({"zelutilProfile": 1, "actions": []})"
+                               "\n\n";
+    writeTextFile(profile, before);
+    const ChildResult exported = command({"export", profile});
+    const ChildResult got = command({"get", "s::value"});
+    const std::string unread = "Nothing of the user's file is in force.";
+    EXPECT_EQ(exported.exitCode, GetParam().canSave ? 0 : 3) << exported.err;
+    EXPECT_EQ(readTextFile(profile) == before, !GetParam().canSave);
+    EXPECT_EQ(got.exitCode, GetParam().canSave ? 0 : 1) << got.err;
+    EXPECT_EQ(got.err.find(unread) != std::string::npos, !GetParam().canSave) << got.err;
+}
+
 INSTANTIATE_TEST_SUITE_P(World, DeadLinks, testing::ValuesIn(kDeadLinks),
                          [](const auto& row) { return std::string(row.param.name); });
 
