@@ -205,6 +205,8 @@ void checkFiles(const LintChoices& choices, Steps& steps, Output& output) {
     const bool lacksDefaults = choices.namesDefaults && (named == nullptr || !areUsable(*named, output));
     if (!lacksDefaults) {
         checkAgainst(named != nullptr ? &named->source : defaultsAmong(files), files, choices, steps, output);
+    } else if (choices.format == "sarif") {
+        printSarif({}, output);
     }
 }
 

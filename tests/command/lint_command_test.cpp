@@ -184,16 +184,21 @@ TEST_F(LintCommand, SarifSaysWhetherAllFilesWereChecked) {
     EXPECT_TRUE(invocationOf(clean).member("executionSuccessful").isTrue());
     EXPECT_FALSE(invocationOf(clean).member("toolExecutionNotifications"));
 
-    const ChildResult result = lint({"missing.cfg", "defaults.cfg", "--format", "sarif"});
-    EXPECT_EQ(result.exitCode, 3);
-    const json::Document incomplete(result.out);
-    EXPECT_FALSE(invocationOf(incomplete).member("executionSuccessful").isTrue());
-    const json::View notifications = invocationOf(incomplete).member("toolExecutionNotifications");
-    ASSERT_EQ(notifications.elements().size(), 1U) << result.out;
-    const json::View notification = *notifications.elements().begin();
-    EXPECT_EQ(notification.member("level").text(), "error");
-    EXPECT_NE(notification.member("message").member("text").text().value_or("").find("missing.cfg"),
-              std::string_view::npos);
+    for (const auto& arguments :
+         {std::vector<std::string>{"missing.cfg", "defaults.cfg", "--format", "sarif"},
+          std::vector<std::string>{"user.cfg", "--defaults", "missing.cfg", "--format", "sarif"}}) {
+        const ChildResult result = lint(arguments);
+        EXPECT_EQ(result.exitCode, 3);
+        const json::Document incomplete(result.out);
+        ASSERT_EQ(incomplete.root().member("runs").elements().size(), 1U) << result.out;
+        EXPECT_FALSE(invocationOf(incomplete).member("executionSuccessful").isTrue());
+        const json::View notifications = invocationOf(incomplete).member("toolExecutionNotifications");
+        ASSERT_EQ(notifications.elements().size(), 1U) << result.out;
+        const json::View notification = *notifications.elements().begin();
+        EXPECT_EQ(notification.member("level").text(), "error");
+        EXPECT_NE(notification.member("message").member("text").text().value_or("").find("missing.cfg"),
+                  std::string_view::npos);
+    }
 }
 
 TEST_F(LintCommand, TwoFormsAtOnceAreAWrongCall) {
