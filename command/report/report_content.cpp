@@ -135,19 +135,19 @@ void addShortcuts(Content& content) {
 
 }  // namespace
 
-Content contentHere(std::atomic<std::size_t>& parts) {
+Content contentHere(std::atomic<std::size_t>& done) {
     Content content;
     content.diagnosis = diagnose();
     content.defaultsFile = pathOfStep(content.diagnosis, kDefaultsStep);
     content.userFile = pathOfStep(content.diagnosis, kUserFileReadStep);
-    ++parts;
+    ++done;
     if (areDefaultsNamed()) {
         addSettings(content);
         content.isUserFileUnread = isUserFileUnread();
-        ++parts;
+        ++done;
         addShortcuts(content);
     }
-    parts = kPartsOfContent;
+    done = kStepsToContent;
     return content;
 }
 

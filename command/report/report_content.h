@@ -53,12 +53,13 @@ struct Content {
     Diagnosis diagnosis;
 };
 
-/// The searches, the settings and the shortcuts.
-inline constexpr std::size_t kPartsOfContent = 3;
+/// The searches are one step, the settings the next and the shortcuts the last.
+inline constexpr std::size_t kStepsToContent = 3;
 
-/// Finds out everything, and counts the parts of it that are done up to `kPartsOfContent`. To be called before anything
-/// else that needs the common library, as `diagnose` says. Where no installation is found, there is only the diagnosis.
-Content contentHere(std::atomic<std::size_t>& parts);
+/// Finds out everything and sets `done` to the number of steps that are done, at the end `kStepsToContent`. To be
+/// called before anything else that needs the common library, as `diagnose` says. Where no installation is found, there
+/// is only the diagnosis.
+Content contentHere(std::atomic<std::size_t>& done);
 
 /// Returns the content as the JSON text that the page reads, without white space; nothing where it would be longer than
 /// the library reads.

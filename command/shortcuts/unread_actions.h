@@ -8,12 +8,13 @@
 
 namespace zelutil::shortcuts {
 
-/// What the user's file has for the actions beside the value that is read: that of the first section.
+/// Holds what the user's file says of the actions and nobody reads: only the first section of the actions is read.
 struct UnreadActions {
     std::vector<host::StartWarning> warnings;  ///< Those of the start that concern it.
     std::vector<std::string> values;           ///< JSON texts, in the order of the file.
 };
 
+/// Reads the user's file again and returns what later sections of the actions hold; nothing where there are none.
 UnreadActions unreadActions();
 
 }  // namespace zelutil::shortcuts

@@ -33,11 +33,11 @@ struct Report {
 /// Makes the page, which takes some seconds of a hundred thousand settings.
 Report reportHere() {
     Report made;
-    constexpr std::size_t kParts = report::kPartsOfContent + 2;
-    workWithProgress(kParts, 1, progressOnTerminal(), [&](std::atomic<std::size_t>& parts) {
-        made.content = report::contentHere(parts);
+    constexpr std::size_t kSteps = report::kStepsToContent + 2;
+    workWithProgress(kSteps, 1, progressOnTerminal(), [&](std::atomic<std::size_t>& done) {
+        made.content = report::contentHere(done);
         const std::optional<std::string> data = jsonOf(made.content);
-        ++parts;
+        ++done;
         made.page = data ? report::pageOf(*data) : std::string();
     });
     return made;

@@ -253,7 +253,7 @@ std::vector<ActionEntryFinding> actionEntryFindings(ActionCatalogue& catalogue, 
                                                     json::View user) {
     Retelling retelling(catalogue);
     catalogue.loadAndEdit(defaultsText, [&](ActionCatalogue&) { retelling.run(user); });
-    // Those of one place stay in their order.
+    // A multimap keeps findings of the same place in the order in which they were made.
     std::multimap<std::size_t, ActionEntryFinding> placed;
     for (PlacedFinding& told : retelling.takeFindings()) {
         placed.insert(std::move(told));

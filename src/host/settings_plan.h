@@ -58,7 +58,7 @@ struct SettingsPlan {
     /// Whether the file is to get a value that it does not have, or is to lose one. Those of the actions do not count.
     bool changesValues = false;
 
-    /// What the file holds for sub-managers in other sections than the first one of each, which alone is read.
+    /// Holds the values of sub-managers in later sections of the file; only the first section of each is read.
     std::vector<prefs::UnreadContent> secondValues;
 
     /// Whether the text that `fileText` has made lacks something that the file holds now, so that a copy of the file is

@@ -59,7 +59,7 @@ expect "zelutil reset --shortcuts " "1 2"
 expect "zelutil reset --shortcuts 2" "2"
 expect "zelutil reset --shortcuts 1 " "2"
 expect "zelutil reset 2 --shortcuts " "1"
-# Of a bundle its own settings are offered.
+# A command line that names a bundle is completed with the settings of the bundle.
 "$command" bundle "$world/bundle" >/dev/null || failures=1
 export QTXROOT=/nowhere
 expect "zelutil get general::locale::lan" ""

@@ -13,7 +13,7 @@
 
 #include "command/doctor_world.h"
 
-/// What the subcommand "doctor" says, beside what the library answers in new processes.
+/// Compares what the subcommand "doctor" says with what the library returns in new processes.
 namespace zelutil::test {
 
 inline const std::vector<std::string> kSearches = {
@@ -68,8 +68,8 @@ inline void expectSizes(const DoctorRun& doctor) {
     }
 }
 
-/// Expects that a save writes where the command says that it can, and nowhere else. The save is the last answer, since
-/// it changes the tree.
+/// Expects that a save writes where the command says that it can, and nowhere else. It comes last, since it changes the
+/// tree.
 inline void expectSaves(const DoctorRun& doctor, const DoctorWorld& world) {
     const std::set<std::string> written = {"fine", "malformed", "missing"};
     const std::string state = doctor.stateOf("user-file-written");

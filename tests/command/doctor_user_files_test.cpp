@@ -79,7 +79,7 @@ TEST(DoctorOnUserFiles, ASecondSectionThatSaysTheSameIsNotLeftOut) {
     EXPECT_FALSE(world.hasKeptCopy());
 }
 
-/// Where the defaults have the section inside two others, its value lies four levels deeper than at the top.
+/// The value of a section inside two others lies four levels deeper than that of one at the top.
 TEST(DoctorOnUserFiles, AValueThatNestsTooDeepForItsSectionIsLeftOut) {
     const std::string deep = std::string(1018, '[') + std::string(1018, ']');
     const UserFileWorld world;

@@ -29,7 +29,7 @@ using zelutil::test::readTextFile;
 using zelutil::test::TwinJson;
 using zelutil::test::TwinSettingDefinition;
 
-/// What the library returns for a name; nothing where it returns nothing.
+/// Holds what the library returns for a name; a member is empty where the library returns nothing.
 struct Answer {
     std::optional<std::string> text;
     std::optional<std::string> defaultText;
@@ -153,7 +153,7 @@ void expectMembers(const TwinJson& setting, const Answer& answer) {
     EXPECT_EQ(bareNamesIn(setting), answer.bareNames);
 }
 
-/// Returns whether the name is the full one of what it finds, as the library's answer says.
+/// Returns whether the name is the full one of what it finds, by what the library returned.
 bool isFullName(const std::string& name, const Answer& answer) {
     return answer.foundByFullName == "true" && isSameName(name, *answer.fullName);
 }
@@ -224,7 +224,7 @@ protected:
     CommandWorld world_;
 
 private:
-    /// Returns the answers of new processes.
+    /// Returns what the library returns for each name in a new process.
     std::vector<Answer> probe(const std::vector<std::string>& names) const {
         std::vector<Answer> answers;
         for (std::size_t begin = 0; begin < names.size(); begin += kMostNames) {

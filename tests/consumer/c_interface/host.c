@@ -1,5 +1,5 @@
-/* Uses the C interface where nothing is installed. Inside the library that is an exception, which must not get here: this
-   source is also compiled as C++ without exceptions, and as C, which has none. */
+/* Uses the C interface where nothing is installed. Inside the library that is an exception, which must not get here:
+   this source is also compiled as C++ without exceptions, and as C, which has none. */
 #include <zelutil/c_api.h>
 #include <zelutil/host/c_api.h>
 #include <zelutil/version.h>
